@@ -1,0 +1,54 @@
+#pragma once
+
+#include "store/ketravar.h"
+
+/* From a record to what it finally means, and what a record is. */
+
+/* These move the current VNode or TNode along references; with `throughFields` also along paths of
+   class fields. A chain that comes back to itself is fatal error 15. */
+void skipValues(bool throughFields);
+void skipTypes(bool throughFields);
+/* The same; `*instantiation` becomes the place of the first top-level instantiation passed, or none. */
+void skipTypesCatchInst(bool throughFields, NodePlace *instantiation);
+/* From a TYP_FIELDLIST to the field that its path ends at; false if that lies in the predefined
+   module, and then the node's own reference was followed instead. */
+bool skipFieldList();
+/* To the last step of the path that starts at `first`. */
+void readLastSNode(ModRec *module, RecNr first);
+/* One step of a TNode or VNode that is a synonym with a reference: reads what it names. */
+void followSynonymType();
+void followSynonymValue();
+
+/* Questions of the current TNode; it stays current. */
+bool isInstantiatedTNode();
+bool isTopLevelInstantiatedTNode();
+bool isSetTNode();
+bool isValFieldTNode();
+bool isValSetFieldTNode();
+bool isVariabTypeFieldTNode();
+bool isTypeTNode();
+bool isClassTNode();
+bool isValueSetTNode();
+bool isObjSetTNode();
+bool isOpenObjClassFieldTypeTNode();
+bool isObjClassFieldTypeTNode();
+
+/* Questions of the current VNode; it stays current. */
+bool isObjVNode();
+bool isObjSetVNode();
+bool isValueVNode();
+bool isValueSetVNode();
+
+/* Is the current TNode a field of a class, referred to as a type? Moves it. */
+bool isObjClFldTyp();
+/* Leaves the class of such a type current; fatal error 13 for another type. */
+void getClassOfObjClassFieldTypeTNode();
+
+/* The first definition of the module with this name, case counts; true and current if there is one. */
+bool findTypeById(ModRec *module, const char *name);
+bool findValueById(ModRec *module, const char *name);
+/* The same along the list that starts at `first`. */
+bool findValueCompById(ModRec *module, RecNr first, const char *name);
+
+/* 0 for equal, else the sign of `a` minus `b`; INTEGER and REAL values, 0 for other kinds. */
+int compareValue(const VNode &a, const VNode &b);

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "store/ketradef.h"
+
+/* Small questions that are asked of record numbers and kinds everywhere. */
+
+/* The three kinds that mark a class. */
+inline bool isClassKind(int mainType) {
+    return mainType == TYP_CLASS || mainType == TYP_TYPE_ID || mainType == TYP_ABSTR_STX;
+}
+
+/* SEQUENCE, SET and CHOICE. */
+inline bool isStructureKind(int mainType) {
+    return mainType == TYP_SEQ || mainType == TYP_SET || mainType == TYP_CHOICE;
+}
+
+inline bool isListKind(int mainType) { return mainType == TYP_SEQOF || mainType == TYP_SETOF; }
+
+inline bool isRestrCharStringKind(int mainType) {
+    return (mainType >= TYP_NUMSTR && mainType <= TYP_UNISTR) || mainType == TYP_OBJDESCR;
+}
+

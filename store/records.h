@@ -1,0 +1,77 @@
+#pragma once
+
+#include "store/ketravar.h"
+
+/* The record store: current records by number, chains of records, module numbers. */
+
+/* Makes record `nr` of `module` the current record of its kind (MNode to SNode); nothing happens if it
+   is current already. Fatal error 9 if there is no such record or `module` is null. */
+void readRec(ModRec *module, RecKind kind, RecNr nr);
+
+/* Copies the current record of `kind` to record `nr` of `module`, which may be one behind the last,
+   and makes it current. Fatal error 10 for another number, a kind without a current record, or null. */
+void writeRec(ModRec *module, RecKind kind, RecNr nr);
+
+/* The stored record, not a copy; fatal error 9 if it does not exist. Valid until a record of its kind
+   is added to the module. */
+TNode &storedTNode(ModRec *module, RecNr nr);
+VNode &storedVNode(ModRec *module, RecNr nr);
+const MNode &storedMNode(ModRec *module, RecNr nr);
+
+/* The place of the current record of `kind`. */
+NodePlace saveNodeContext(RecKind kind);
+/* Reads the record at `place` again; nothing happens if it names none. */
+void restoreNodeContext(RecKind kind, const NodePlace &place);
+
+/* Keeps the current record of a kind across a block, by its place. */
+class NodeContext {
+public:
+    explicit NodeContext(RecKind kind) : kind_(kind), place_(saveNodeContext(kind)) {}
+    ~NodeContext() { restoreNodeContext(kind_, place_); }
+    NodeContext(const NodeContext &) = delete;
+    NodeContext &operator=(const NodeContext &) = delete;
+
+private:
+    RecKind kind_;
+    NodePlace place_;
+};
+
+/* The record of a module number: `module` for 1, that of the import with this number otherwise, null
+   if there is none. */
+ModRec *getModPtr(ModRec *module, std::int32_t moduleNr);
+
+/* Number of records of a kind. */
+RecNr recCount(const ModRec *module, RecKind kind);
+
+/* Watches a walk along references or a list. A tree may hold a chain that comes back to itself, so
+   each loop over records asks step() before each move: fatal error 15 with the module's file prefix
+   once more moves were made than there are records. */
+class ChainGuard {
+public:
+    /* The limit is the number of records of `kind` in all modules. */
+    explicit ChainGuard(RecKind kind);
+    void step(const ModRec *module) {
+        if (--left_ < 0)
+            fail(module);
+    }
+
+private:
+    [[noreturn]] static void fail(const ModRec *module);
+    std::int64_t left_;
+};
+
+/* Bounds recursion that follows a tree: fatal error 15 beyond MAX_NESTING levels. */
+inline constexpr int MAX_NESTING = 1000;
+class NestingGuard {
+public:
+    NestingGuard(int *depth, const ModRec *module);
+    ~NestingGuard() { --*depth_; }
+    NestingGuard(const NestingGuard &) = delete;
+    NestingGuard &operator=(const NestingGuard &) = delete;
+
+private:
+    int *depth_;
+};
+
+/* Fatal error 15 with the file prefix of `module` (or none for null). */
+[[noreturn]] void treeInconsistent(const ModRec *module);

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "store/ketravar.h"
+
+/* Loading: from ".stx" files to module records. */
+
+/* What loading needs of the rooms below; the tool sets all of them before it starts. */
+struct TreeHooks {
+    /* A new block of options for a module that has just been made; never null. */
+    GlobalOptions *(*newOptions)() = nullptr;
+    /* A new generator's record for it. */
+    BEModMetaRec *(*newMetaRec)() = nullptr;
+    /* Gives back both, for a record that no import reached. */
+    void (*deleteOptions)(GlobalOptions *) = nullptr;
+    void (*deleteMetaRec)(BEModMetaRec *) = nullptr;
+    /* Settles the options of a module whose header has just been read and is the current MNode:
+       defaults, then the options stored in the tree. */
+    void (*settleStoredOptions)(ModRec *module) = nullptr;
+};
+extern TreeHooks treeHooks;
+
+/* Appends an empty record; `named` says that it was named on the command line, which only records
+   before all others may be. */
+ModRec *appendModRec(bool named);
+
+/* Reads the trees of all named modules with all that they import. Fatal errors 15, 16 and 17, with the
+   file prefix of the named module under whose imports the failure happened. */
+void readAllSyntaxTrees();
+/* Drops records that were made by an option and that no import reached. */
+void removeUnreferencedModuleRecords();
+/* Work fields of all modules, once their trees are read. Fatal error 13 without any record. */
+void initBackendVars();
+
+/* The record with this generation prefix, or a new one with the three texts at the end of the list. */
+ModRec *findOrCreateModRec(const char *filePrefix, const char *genPrefix, const char *moduleName);
+/* An empty import with this name, which must be interned, at the end of the list. */
+PicRec *createPicRec(std::vector<std::unique_ptr<PicRec>> &imports, const char *name);
+/* The import whose name is the same interned text, or null. */
+PicRec *matchingName(const std::vector<std::unique_ptr<PicRec>> &imports, const char *name);
+
+/* The test of a tree's header, the current MNode; `message` is set if the version is wrong. */
+bool checkMNode(Text *message);
+
+/* "%s%d.%02d%s", or "%s%d.%02d.%d%s" if `patchLevel` is at least 1. */
+Text &printVersionStri(Text &dst, const char *prefix, int version, int patchLevel,
+                       const char *suffix);
+/* The local time of now. */
+void getTimeStamp(TimeStamp *stamp);
