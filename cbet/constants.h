@@ -1,0 +1,15 @@
+#pragma once
+
+#include "store/i64.h"
+#include "store/text.h"
+
+struct AsnValue;
+
+/* Integers as C writes them. `format` is the value form of the C type that takes the number: 64-bit
+   forms are built by calls of the run-time library. Infinity in a form that has no name for it is
+   fatal error 13. */
+Text &cInt64(Text &dst, const char *prefix, sint64 value, int format, const char *postfix);
+void cInt64ToF(int file, const char *prefix, sint64 value, int format, const char *postfix);
+/* The same for a value, in the form of its type. */
+Text &cIntegerValue(Text &dst, const char *prefix, AsnValue *value, const char *postfix);
+void cIntegerValueToF(int file, const char *prefix, AsnValue *value, const char *postfix);

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "store/text.h"
+
+struct AsnType;
+struct AsnValue;
+
+/* C names of types, components and named numbers. All functions are text functions: they set `dst`
+   to `prefix`, the name and `postfix`. */
+
+/* The type's own identifier, which is also the tag of its structure: "Msg", and for an unnamed
+   structure the way out of its component to the definition around it: "b_a_Msg". */
+Text &cTypeId(Text &dst, const char *prefix, AsnType *type, const char *postfix);
+/* The name under which a value of the type is declared: "uint8", "Msg", "struct t_b_a_Msg",
+ * "SKIPPED". */
+Text &cBaseTypeId(Text &dst, const char *prefix, AsnType *type, const char *postfix);
+/* The same for a component inside a type's definition, where a recursive type goes by its tag. */
+Text &cTypeIdForTypeCompDef(Text &dst, const char *prefix, AsnType *type, const char *postfix);
+/* cTypeId of a defined base type, else "?!?". */
+Text &cTypeIdForDefinedTypeCompRef(Text &dst, const char *prefix, AsnType *type,
+                                   const char *postfix);
+
+/* The C type of a value form, bent by "C-GENERATION="; null if the form has none. */
+const char *getPredefinedType(AsnType *type);
+/* The member of the ASNHOME union; fatal error 13 for a value form out of range. */
+const char *getAsnhomeMember(AsnType *type);
+Text &cAsnHomeMember(Text &dst, const char *prefix, AsnType *type, const char *postfix);
+
+/* Names of C types that belong to no value form; null for another number. */
+enum SpecialType : int {
+    SPECIAL_SKIPPED = 0,
+    SPECIAL_FRAME_PTR,
+    SPECIAL_NOBODY_USES,
+    SPECIAL_EXTENSION_MARKER,
+    SPECIAL_COUNT,
+};
+const char *cSpecialType(int number);
+
+/* The ASN.1 name with a small first letter, cut to "NAMELEN=" characters. */
+Text &cASN1VariableName(Text &dst, const char *prefix, AsnType *type, const char *postfix);
+
+/* Names of defines. Fatal error 13 for a value or component that can't have one. */
+Text &cNamedNumberMnemonic(Text &dst, const char *prefix, AsnType *type, AsnValue *value,
+                           const char *postfix); /* "red_Color" */
+Text &cDefineForNamedNumber(Text &dst, AsnType *type,
+                            AsnValue *value); /* "#define red_Color 1\n" */
+Text &cComponentIndexMnemonic(Text &dst, const char *prefix, AsnType *comp,
+                              const char *postfix);       /* "a_Msg" */
+Text &cDefineForComponentIndex(Text &dst, AsnType *comp); /* "#define a_Msg 0\n" */

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "store/text.h"
+
+struct AsnType;
+
+/* What a type is in C, by its value form and options. None of these changes anything. */
+
+/* A number, BOOLEAN or NULL. */
+bool cIsSimpleType(AsnType *type);
+/* The run-time library has a C type for it. */
+bool cIsPredefinedType(AsnType *type);
+/* The encoded value is carried as it stands, as FRAME_PTR. */
+bool cIsFrameType(AsnType *type);
+bool cIsStaticString(AsnType *type);
+bool cIsDynamicString(AsnType *type);
+/* Lists in array form. */
+bool cIsStaticArray(AsnType *type);
+bool cIsDynamicArray(AsnType *type);
+/* The type's member in an ASNHOME is a pointer to the value. */
+bool cIsPtrAsnHomeMember(AsnType *type);
+/* The C structure of the type holds a member that says what is present. */
+bool cIsControlMember(AsnType *type);
+
+/* The value form, VF_FRM for a frame type. */
+int cGetVF(AsnType *type);
+/* The value form's name in run-time calls, such as "VF_UI8". */
+const char *cGetVFStri(AsnType *type);
+
+/* The type has a C name of its own: it is a definition, or refers to one through synonyms that may
+   lie in other modules. An instantiated type on the way has none. */
+bool cIsDefinedBaseType(AsnType *type);
+/* The C definition that the type rests on is written into the files of the current module. */
+bool cIsBaseTypeGeneratedInCurrentModule(AsnType *type);
