@@ -1,0 +1,37 @@
+#pragma once
+
+#include "cbet/typefuncinfo.h"
+
+struct AsnModule;
+struct AsnType;
+
+/* The engine that turns the types of a module into C functions. A generator fills a TypeFuncInfo
+   and calls cGenerateTypeFunctions; the engine decides which types get a function, in which order,
+   what is written in line and what is a call, and calls the generator back at fixed points.
+
+   A normal function carries the body of one structured type; an entry function is what an
+   application calls (entryfuncs.h). */
+
+/* Writes all functions of `info` for the types of `module`. The order of a generator is always
+   cInitTypeFuncInfo, filling the table, initStamps, this. */
+void cGenerateTypeFunctions(AsnModule *module, const TypeFuncInfo *info);
+
+/* The table in use; null outside cGenerateTypeFunctions. */
+extern const TypeFuncInfo *glbInfo;
+
+/* The functions of one entry or visible type, by "GENERATE="; `index` isn't used. */
+void genFunc(AsnType *type, int index);
+/* The normal function of a type after those of the types that it refers to. Without `generateBody`
+   only the latter. */
+void genNormalFunc(AsnType *type, bool generateBody);
+/* The body of a structure or list with all its components, in the current function. */
+void funcForStructuredTypeAndCompsOrElems(AsnType *type);
+
+/* True if the type is a structure or list that has something to walk, and isn't skipped. */
+bool typeHasBody(AsnType *type);
+/* True for the kinds that fill a value: decoding and asking. */
+bool isConstructingKind();
+/* Embedded text of a function body at `place`: what is written on the definition itself. */
+void localTEDs(AsnType *type, int place);
+/* Calls `func` unless it is null. */
+void callTypeFunc(TypeFunc func, AsnType *type);

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "store/text.h"
+
+struct AsnType;
+
+/* References to whole structures, sizes of lists and strings, and their bounds. */
+
+/* The structure's own reference: "home", "&home->x", "h1". The second form is ready for a member:
+   "home->", "home->x.", "h1->". */
+Text &cStructHomeRef(Text &dst, const char *prefix, bool addressOf, AsnType *type,
+                     const char *postfix);
+Text &cStructHomeMemberRef(Text &dst, const char *prefix, bool addressOf, AsnType *type,
+                           const char *postfix);
+
+/* "listInit (home);" or what the form of the list asks for. */
+void cInitList(int file, AsnType *type);
+/* The C expression of the number of elements or characters. A form without a length gives the size
+   limit as a number with `useLimit`, else the current n variable. In other forms than those of
+   strings and lists cGetSize gives an empty `dst` and cSizeToF writes prefix and postfix alone.
+   Warns on the standard error stream of a limit beyond 32 bits. */
+Text &cGetSize(Text &dst, const char *prefix, AsnType *type, bool useLimit, const char *postfix);
+void cSizeToF(int file, const char *prefix, AsnType *type, bool useLimit, const char *postfix);
+/* Counts one element more; writes nothing for a type that is no list. */
+void cIncListSize(int file, AsnType *list, AsnType *elem);
+
+/* "if (size >= limit) {": an error report, or leaving the loop, once the list is full. The second
+   form only leaves the loop, the third writes `action` before. Nothing for a list without upper
+   bound. */
+void cCheckListUpperBound(int file, AsnType *elem);
+void cCheckListUpperBoundWithBreak(int file, AsnType *elem);
+void cCheckListUpperBoundWithActionAndBreak(int file, AsnType *elem, const char *action);

@@ -1,0 +1,23 @@
+#pragma once
+
+struct AsnType;
+
+/* Error reports and run-time paths. */
+
+/* With one "%s" for the name of the error. */
+extern const char *const defaultErrorReportingFunctionFormat;
+extern const char *g_errorReportingFunctionFormat;
+/* Sets the format, which must live on, or the default for null; returns what it set. */
+const char *cSetErrorReportingFunctionFormat(const char *format);
+
+void cReportError(int file, const char *name);
+/* The report that doesn't return; `gIndex` isn't used by the text. */
+void cReportFatalError(int file, int gIndex, const char *name);
+
+/* Where a decoder stands, for its error reports. Nothing unless the option "PUSHPATH=" is on. A pop
+   takes off as many characters as the push of the same thing put on. */
+void cPushEntryPath(int file, AsnType *type);
+void cPopEntryPath(int file, AsnType *type);
+void cPushPath(int file, AsnType *comp);
+void cPopPath(int file, AsnType *comp);
+void cPushElem(int file, AsnType *list);
