@@ -1,0 +1,17 @@
+#pragma once
+
+#include "store/ketradef.h"
+
+struct AsnModule;
+
+/* Opens a file set by initF under the file prefix of the module. Null opens nothing. */
+void openF(int slot, AsnModule *module);
+
+/* Writes the comment that a generated file begins with: which tool and which tree it comes from,
+   its module and its name. `start` and `end` are the lines around it, each line stands between
+   `linePrefix` and `lineSuffix`; null or empty texts are left out. */
+void printFileHeader(int slot, const char *start, const char *end, const char *linePrefix,
+                     const char *lineSuffix, AsnModule *module);
+
+/* `dst` becomes "on 22.11.2026 at 9:05.00" between `prefix` and `suffix`. */
+Text &printTimeStamp(Text &dst, const char *prefix, const TimeStamp &stamp, const char *suffix);

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+
+#include "store/text.h"
+
+struct AsnModule;
+
+/* Which files a module gets, what they are called, and how each begins and ends. The files of one
+   module are open at a time. */
+
+/* The category of a file: its slot in the output layer and its place in a module's generation
+   choices. The functions that belong together lie six places apart. */
+enum FileCategory : int {
+    CAT_NONE = 0,
+    CAT_TYP,
+    CAT_DEF,
+    CAT_TAB,
+    CAT_TAB_EXT,
+    CAT_ENC,
+    CAT_ENC_EXT,
+    CAT_ENC_U, /* never opened, as all that end so */
+    CAT_ASK,
+    CAT_ASK_EXT,
+    CAT_ASK_U,
+    CAT_DEC,
+    CAT_DEC_EXT,
+    CAT_DEC_U,
+    CAT_PRI,
+    CAT_PRI_EXT,
+    CAT_PRI_U,
+    CATEGORIES,
+};
+/* From a category of encoding to that of decoding, from asking to printing. */
+inline constexpr int CAT_PAIR_DISTANCE = 6;
+
+/* What a module chose for a category. */
+enum GenChoice : std::uint8_t { GEN_NONE = 0, GEN_COMBINED = 1, GEN_SEPARATE = 2 };
+
+/* What sort of C text a file holds; decides its suffix, and its directory. */
+enum FileKind : int { KIND_TYP = 0, KIND_DEF, KIND_C, KIND_EXT, KIND_TAB, KIND_NONE };
+
+/* The file that each generator writes to, 0 for none. Where both of a pair share a file, both hold
+   its number. */
+extern int fiTyp, fiDef, fiTab, fiTabE;
+extern int fiEnc, fiEncE, fiEncU, fiDec, fiDecE, fiDecU;
+extern int fiAsk, fiAskE, fiAskU, fiPri, fiPriE, fiPriU;
+
+/* Opens all files of the module, each with its header comment, guard and includes. Fatal error 2.
+ */
+void openModuleFiles(AsnModule *module);
+/* Ends each file with its guard and closes it. Fatal errors 7 and 8. */
+void closeModuleFiles(AsnModule *module);
+/* The module's line in the log file, if there is one: its tree and the files that are open. */
+void generateLogFile(AsnModule *module);
+
+/* The name under which a generated file is included: generation prefix, category word and suffix.
+   Empty if the module doesn't generate the category. */
+Text &constructFileName(Text &dst, const char *prefix, AsnModule *module, int category, int kind,
+                        const char *postfix);
+/* Writes an include, tested against the guard of the included file; nothing for an empty name. */
+void includeRtsFile(int file, const char *name);
+/* The same for a generated file of a module, if there is one, and for a file that is named by the
+   generation prefix and `name`. */
+void includeGeneratedFile(int file, AsnModule *module, int category, int kind);
+void includeExternalGeneratedFile(int file, AsnModule *module, const char *name);
+
+/* Whether the module has table files; `first` and `second` become the kinds of the table file and
+   of the file with its declarations, KIND_NONE for none. */
+bool getTableFileKind(AsnModule *module, const std::uint8_t *genArr, int *first, int *second);
