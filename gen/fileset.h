@@ -2,40 +2,13 @@
 
 #include <cstdint>
 
+#include "options/ketracnf.h"
 #include "store/text.h"
 
 struct AsnModule;
 
 /* Which files a module gets, what they are called, and how each begins and ends. The files of one
    module are open at a time. */
-
-/* The category of a file: its slot in the output layer and its place in a module's generation
-   choices. The functions that belong together lie six places apart. */
-enum FileCategory : int {
-    CAT_NONE = 0,
-    CAT_TYP,
-    CAT_DEF,
-    CAT_TAB,
-    CAT_TAB_EXT,
-    CAT_ENC,
-    CAT_ENC_EXT,
-    CAT_ENC_U, /* never opened, as all that end so */
-    CAT_ASK,
-    CAT_ASK_EXT,
-    CAT_ASK_U,
-    CAT_DEC,
-    CAT_DEC_EXT,
-    CAT_DEC_U,
-    CAT_PRI,
-    CAT_PRI_EXT,
-    CAT_PRI_U,
-    CATEGORIES,
-};
-/* From a category of encoding to that of decoding, from asking to printing. */
-inline constexpr int CAT_PAIR_DISTANCE = 6;
-
-/* What a module chose for a category. */
-enum GenChoice : std::uint8_t { GEN_NONE = 0, GEN_COMBINED = 1, GEN_SEPARATE = 2 };
 
 /* What sort of C text a file holds; decides its suffix, and its directory. */
 enum FileKind : int { KIND_TYP = 0, KIND_DEF, KIND_C, KIND_EXT, KIND_TAB, KIND_NONE };

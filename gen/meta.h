@@ -1,0 +1,141 @@
+#pragma once
+
+#include <unordered_map>
+#include <vector>
+
+#include "store/ketradef.h"
+
+/* What this generator keeps for each handle of the model, the stamps with which generators mark the
+   types that they have handled, and small questions that all generators ask. */
+
+struct AsnModule;
+struct AsnObjClass;
+struct AsnObject;
+struct AsnType;
+
+enum Verbosity : int { VERBOSITY_QUIET = 0, VERBOSITY_TERSE = 1, VERBOSITY_VERBOSE = 2 };
+enum EntryTag : int { ENTRYTAG_IGNORE = 0, ENTRYTAG_WARN = 1 };
+enum AccessRoutines : int { ACCESS_NONE = 0, ACCESS_MACROS = 1, ACCESS_FUNCTIONS = 2 };
+
+/* Which entry shares which parameter list. Entries of one type share a list. */
+struct AsnParamRec {
+    std::int32_t moduleNr = 0;
+    std::int32_t typeNr = 0;
+    std::int32_t listIndex = 0;
+};
+
+/* Parts of "TAB-CODFUNC=" or "TAB-TSTFUNC="; an empty part was not given. */
+struct TabFuncNames {
+    Text first;  /* for encoding or asking */
+    Text second; /* for decoding or printing */
+    Text header; /* included in place of the generated prototypes */
+};
+
+struct BEModMetaRec {
+    std::vector<AsnParamRec> asnParams;   /* by entry number */
+    std::unordered_map<std::uint64_t, std::int32_t> asnParamIndex; /* type -> its list */
+    std::vector<std::uint32_t> objectNrs; /* row of an object in its table, by unique number */
+    bool introPrinted = false;            /* the heading of values is out */
+    std::uint8_t verbosity = VERBOSITY_TERSE;
+    std::uint8_t entryTag = ENTRYTAG_IGNORE;
+    Text logFile; /* empty for none */
+    TabFuncNames tabCodFunc;
+    TabFuncNames tabTstFunc;
+    bool tabMorlaParam = true;
+    int accessRoutines = ACCESS_MACROS;
+    bool brunIncludeHook = false;
+    bool brunModuleId = false;
+    bool tabValueSetN = false;
+    Text codFuncPref;
+};
+
+/* Names of a type; all live to the end of the run. */
+struct BETypeInfo {
+    const char *typeId = nullptr;
+    const char *baseTypeId = nullptr;
+    const char *homeTypeId = nullptr; /* null: none */
+};
+
+struct BETypMetaRec {
+    BETypeInfo names;
+    Text compId;
+    bool hasCompId = false;
+    int accessRoutines = ACCESS_MACROS;
+};
+
+struct BEClassMetaRec {
+    Text classId;
+    Text baseClassId;
+    int accessRoutines = ACCESS_MACROS;
+};
+
+struct BEObjMetaRec {
+    Text objectId; /* empty for an unnamed object */
+};
+
+/* Nothing is kept for values and object sets. */
+struct BEValMetaRec {};
+struct BEObjSetMetaRec {};
+
+/* Records are made and deleted with their handle; the module's live to the end of the run. */
+BEModMetaRec *newBEModMetaRec();
+void deleteBEModMetaRec(BEModMetaRec *meta);
+/* Sizes the tables that depend on the module's tree. */
+void initBEModMetaRec(AsnModule *module, BEModMetaRec *meta);
+/* Null for a partial handle. */
+BETypMetaRec *newBETypMetaRec(AsnType *type);
+void deleteBETypMetaRec(AsnType *type, BETypMetaRec *meta);
+BEValMetaRec *newBEValMetaRec();
+void deleteBEValMetaRec(BEValMetaRec *meta);
+
+/* The run-time library's word for the elements of a string type, such as "OCTET"; null for none. */
+const char *homeTypeId(AsnType *type);
+/* The names of the record at which the type was met; worked out at first use. */
+const BETypeInfo *getBETypeInfoCache(AsnType *type);
+
+bool getMetaIntroPrinted(AsnModule *module);
+void setMetaIntroPrinted(AsnModule *module, bool printed);
+int getMetaEntryTag(AsnModule *module);
+void setMetaEntryTag(AsnModule *module, int entryTag);
+int getMetaVerbosity(AsnModule *module);
+void setMetaVerbosity(AsnModule *module, int verbosity);
+/* Null for none. */
+const char *getMetaLogFile(AsnModule *module);
+/* Empty for none. */
+const char *getMetaCodFuncPref(AsnModule *module);
+
+/* Null for a type without a meta record, or without that name. */
+const char *getMetaTypeId(AsnType *type);
+const char *getMetaBaseTypeId(AsnType *type);
+const char *getMetaCompId(AsnType *type);
+const char *getMetaHomeTypeId(AsnType *type);
+int getMetaTypeAccessRoutines(AsnType *type);
+
+/* Separate entry parameter lists. addMetaAsnParams is called for the entries in their order and
+   returns true if the entry needs a list of its own. */
+void resetMetaAsnParams(AsnModule *module);
+bool addMetaAsnParams(AsnType *type, int entryNr);
+const std::vector<AsnParamRec> &getMetaAsnParams(AsnModule *module);
+int getMetaAsnParamIndex(AsnType *type, int entryNr);
+
+/* Stamps: resetStamps starts a pass over a module, initStamps each generator's walk, so that nothing
+   that another one handled counts as handled. The numbers stand in model/backvar.h. */
+void resetStamps();
+void initStamps();
+bool processingStarted(AsnType *type);
+void setProcessingNow(AsnType *type);
+void setProcessingDone(AsnType *type);
+
+/* The tool's name and `text` on the standard output, if the module's verbosity is not quiet and at
+   least `level`. */
+void verboseMsg(AsnModule *module, int level, const char *text);
+/* `dst` becomes `src`; null leaves it alone. */
+void newString(Text *dst, const char *src);
+/* C type of a ValueForm; null if there is none. */
+const char *getLangType(int valueForm);
+
+bool needsTableMacros(AsnModule *module);
+bool needsComponentDefines(AsnModule *module);
+bool needsAlternativeEncodings(AsnModule *module);
+bool needsTableAccessFuncs(AsnModule *module);
+bool needsSeparateAsnParams(AsnModule *module);

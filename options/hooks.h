@@ -1,0 +1,15 @@
+#pragma once
+
+struct BEModMetaRec;
+
+/* What the options need of the tool above them; it sets them before it parses the command line. */
+struct OptionHooks {
+    /* Checks an option of the tool itself and stores it; false if it is invalid. "VERSION" ends the
+       run. */
+    bool (*globalBEOptionOK)(BEModMetaRec *meta, const char *option) = nullptr;
+    /* The same for an option whose name begins "TAVI-"; null accepts every one. */
+    bool (*taviOptionOK)(const char *option) = nullptr;
+    /* Lines of the usage text, ended by a null entry. */
+    const char *const *usage = nullptr;
+};
+extern OptionHooks optionHooks;
