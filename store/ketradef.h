@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -387,6 +388,24 @@ struct PicRec {
     std::uint8_t picMark = 0;
 };
 
+/* A list of imports in the order in which they were added, and the first of each name. */
+struct PicList {
+    std::vector<std::unique_ptr<PicRec>> recs;
+    std::unordered_map<const char *, PicRec *> byName;
+    auto begin() const { return recs.begin(); }
+    auto end() const { return recs.end(); }
+    std::size_t size() const { return recs.size(); }
+    bool empty() const { return recs.empty(); }
+};
+
+/* Definitions by name. It grows along the definition list as far as lookups have walked so far. */
+struct DefinitionIndex {
+    std::unordered_map<std::string_view, RecNr> byName; /* the first definition of each name */
+    RecNr next = 0;                                     /* where the walk goes on; 0 at the end */
+    bool begun = false;
+    std::size_t walked = 0;
+};
+
 /* Answers that are worked out once: bit n of `known` says that bit n of `answers` is valid. */
 struct InfoCache {
     std::uint32_t known = 0;
@@ -420,7 +439,7 @@ struct ModRec {
     std::unordered_map<const void *, RecNr> striCache[3]; /* interned text -> string number */
 
     GlobalOptions *options = nullptr; /* never null */
-    std::vector<std::unique_ptr<PicRec>> imports; /* in MNode order */
+    PicList imports;                  /* in MNode order */
     RecNr firstType = 0;
     RecNr firstValue = 0;
     RecNr reservedVNode = 0;
@@ -431,5 +450,7 @@ struct ModRec {
     RecNr cmdLast = 0;
     InfoCache moduleInfoCache;
     std::vector<TypeInfoCache> typeInfoCache; /* by TNode number minus 1; one element to spare */
-    int listPlace = 0; /* place in modRecList, set when all trees are read */
+    int listPlace = 0; /* place in modRecList; final when all trees are read */
+    DefinitionIndex typesByName; /* filled by findTypeById and findValueById */
+    DefinitionIndex valuesByName;
 };

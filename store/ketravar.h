@@ -37,8 +37,11 @@ inline ModRec *currModule(RecKind kind) { return recJustRead[kind].module; }
 struct ModRecList {
     std::vector<std::unique_ptr<ModRec>> records;
     std::size_t namedCount = 0; /* the first so many were named on the command line */
+    std::unordered_map<Text, ModRec *> byGenPrefix; /* the first record of each generation prefix */
+    std::size_t indexed = 0;                        /* so many records are in it */
 };
-extern ModRecList modRecList;
+/* Lives to the end of the process: what modules own is never given back at exit. */
+extern ModRecList &modRecList;
 
 /* The module under work; much code that has no module argument reads it. */
 extern ModRec *cMP;

@@ -50,13 +50,17 @@ class ChainGuard {
 public:
     /* The limit is the number of records of `kind` in all modules. */
     explicit ChainGuard(RecKind kind);
+    /* `module` is the one to blame; null names none. */
     void step(const ModRec *module) {
         if (--left_ < 0)
-            fail(module);
+            extend(module);
     }
 
 private:
-    [[noreturn]] static void fail(const ModRec *module);
+    /* Counts the records only once a chain is long, so that a guard costs nothing before. */
+    void extend(const ModRec *module);
+    RecKind kind_;
+    bool extended_ = false;
     std::int64_t left_;
 };
 

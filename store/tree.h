@@ -4,9 +4,10 @@
 
 /* Loading: from ".stx" files to module records. */
 
-/* What loading needs of the rooms below; the tool sets all of them before it starts. */
+/* What loading needs of the rooms below; the tool sets all of them before it starts. A program that
+   only reads trees may leave them null: its modules then have no options and no generator's record. */
 struct TreeHooks {
-    /* A new block of options for a module that has just been made; never null. */
+    /* A new block of options for a module that has just been made. */
     GlobalOptions *(*newOptions)() = nullptr;
     /* A new generator's record for it. */
     BEModMetaRec *(*newMetaRec)() = nullptr;
@@ -34,9 +35,9 @@ void initBackendVars();
 /* The record with this generation prefix, or a new one with the three texts at the end of the list. */
 ModRec *findOrCreateModRec(const char *filePrefix, const char *genPrefix, const char *moduleName);
 /* An empty import with this name, which must be interned, at the end of the list. */
-PicRec *createPicRec(std::vector<std::unique_ptr<PicRec>> &imports, const char *name);
+PicRec *createPicRec(PicList &imports, const char *name);
 /* The import whose name is the same interned text, or null. */
-PicRec *matchingName(const std::vector<std::unique_ptr<PicRec>> &imports, const char *name);
+PicRec *matchingName(const PicList &imports, const char *name);
 
 /* The test of a tree's header, the current MNode; `message` is set if the version is wrong. */
 bool checkMNode(Text *message);

@@ -1,0 +1,17 @@
+#include "store/ketravar.h"
+
+MNode mNode;
+TNode tNode;
+VNode vNode;
+TagRec tagRec;
+SubRec subRec;
+TedRec tedRec;
+SNode sNode;
+
+NodePlace recJustRead[REC_STRI8];
+
+ModRecList &modRecList = *new ModRecList;
+
+ModRec *cMP = nullptr;
+Text stxDir;
+TimeStamp timeStamp;
