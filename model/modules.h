@@ -1,0 +1,76 @@
+#pragma once
+
+#include "model/backend.h"
+#include "store/call.h"
+
+/* Handles on modules, walks over modules, and questions asked of a module. Walks set cMP for each
+   call and put it back; a missing call-back is fatal error 18. */
+
+/* Sets the handle up for `modRec`, notes its source file in the options and completes its meta
+   record. Fatal error 9 if the module is null or has no header. */
+AsnModule *initAsnModule(AsnModule *module, ModRec *modRec);
+AsnModule *newAsnModule(ModRec *modRec);
+/* Null, or a handle already given back, is left alone. */
+void delAsnModule(AsnModule *module);
+/* Copies the cursors. */
+void saveAsnModState(const AsnModule *from, AsnModule *to);
+
+/* A handle on `modRec`, which becomes cMP; null for null. */
+AsnModule *firstModule(ModRec *modRec);
+/* Moves the handle to `specific`, or without it to the next module of the list. Behind the last
+   named module the handle is deleted and the result null. Cursors start anew. */
+AsnModule *nextModule(AsnModule *module, ModRec *specific);
+
+/* The modules named on the command line. */
+void forEachModule(Call<void(AsnModule *module)> func);
+void forFirstModule(Call<void(AsnModule *module)> func);
+/* The modules that `module` imports from through imports marked for it, each at most once, also
+   over calls of this function that `func` makes itself. */
+void forEachExportingModule(AsnModule *module, Call<void(AsnModule *exporting)> func);
+
+Text &getModuleRef(Text &dst, const char *before, AsnModule *module, const char *after);
+/* The prefix of generated identifiers. */
+Text &getModulePrefix(Text &dst, const char *before, AsnModule *module, const char *after);
+/* The ASN.1 source file. */
+Text &getModuleDirectory(Text &dst, const char *before, AsnModule *module, const char *after);
+Text &getModuleFileName(Text &dst, const char *before, AsnModule *module, const char *after);
+Text &getModuleFilePath(Text &dst, const char *before, AsnModule *module, const char *after);
+
+BEModMetaRec *getBEModMetaRec(AsnModule *module);
+bool isTheSameModule(AsnModule *a, AsnModule *b);
+bool isCurrentModule(AsnModule *module);
+GlobalOptions *getGlobalOptions(AsnModule *module);
+/* Generation choices by category, index 1 to 16. */
+const std::uint8_t *getGenArr(AsnModule *module);
+/* 0 for a category outside 1 to 16. */
+int getGenerationOption(AsnModule *module, int category);
+/* Bit `bit` modulo 32 of the generation switches; the inverse of bit -`bit` for a negative one. */
+bool testCGenerationOption(AsnModule *module, int bit);
+bool isMorlaApplication(AsnModule *module);
+int getNrOfVisibleTypes(AsnModule *module);
+int getNrOfEntryTypes(AsnModule *module);
+int getNrOfObjects(AsnModule *module);
+int getNrOfObjectSets(AsnModule *module);
+int getNrOfTypeNodes(AsnModule *module);
+int getNrOfValueNodes(AsnModule *module);
+/* Place in the list of all modules, from 0. */
+int getUniqueModuleNr(AsnModule *module);
+/* The module stands in its own list of combined modules; and `other` does, too. */
+bool isCombinedModule(AsnModule *module);
+bool isCombinedModules(AsnModule *module, AsnModule *other);
+/* Names for a whole kind of definition; null for another kind. */
+FixChain *globalFixRecForKind(AsnModule *module, int kind);
+
+bool isGlobalCommentOption(AsnModule *module);
+/* `index` counts the comment options from 0. */
+void forEachGlobalCommentOption(AsnModule *module,
+                                Call<void(AsnModule *module, const char *text, int index)> func);
+
+/* Answers kept for the module, and for the record at which a type was met. */
+InfoCache *getModuleInfoCache(AsnModule *module);
+void setModuleInfoCacheBetFlag(InfoCache *cache, int bit, bool value);
+TypeInfoCache *getTypeInfoCache(AsnType *type);
+void setTypeInfoCacheBetFlag(TypeInfoCache *cache, int bit, bool value);
+
+/* Replaces the table of C types; VF_COUNT entries, borrowed for the rest of the run. */
+void setTargetLangTypes(const char *const *table);

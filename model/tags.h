@@ -1,0 +1,53 @@
+#pragma once
+
+#include "model/backend.h"
+#include "store/call.h"
+
+/* The tags of a type, from the outermost (index 0) to the innermost. */
+
+using TagCall = Call<void(AsnType *type, const AsnTag *tag, int nbr)>;
+
+enum TagMask : int { TAGS_OUTERMOST = 1, TAGS_BETWEEN = 2, TAGS_INNERMOST = 4 };
+
+/* The tags that `mask` selects; a sole tag is both the outermost and the innermost one, except that
+   the mask of all but the innermost never selects it. */
+void forTags(AsnType *type, TagCall func, int mask, bool reverse);
+void forEachTag(AsnType *type, TagCall func);
+void forEachTagRevOrd(AsnType *type, TagCall func);
+void forOutermostTag(AsnType *type, TagCall func);
+/* All but the innermost. */
+void forOutermostTags(AsnType *type, TagCall func);
+void forOutermostTagsRevOrd(AsnType *type, TagCall func);
+void forInnermostTag(AsnType *type, TagCall func);
+/* All but the outermost. */
+void forInnermostTags(AsnType *type, TagCall func);
+void forInnermostTagsRevOrd(AsnType *type, TagCall func);
+/* Tags written on the position itself that are not universal. */
+void forEachLocalTag(AsnType *type, TagCall func);
+void forEachLocalTagRevOrd(AsnType *type, TagCall func);
+
+int getNrOfTags(AsnType *type);
+int getNrOfLocalTags(AsnType *type);
+int getTagClass(const AsnTag *tag);
+int getTagNumber(const AsnTag *tag);
+
+/* TAG_UNI, TAG_APP, TAG_CTX, TAG_PRV; empty for another class. */
+Text &getTagClassStri(Text &dst, const char *prefix, const AsnTag *tag, const char *suffix);
+Text &getTagNumberStri(Text &dst, const char *prefix, const AsnTag *tag, const char *suffix);
+/* TAG(TAG_CTX, TAG_PRI, 3) */
+Text &getTagStri(Text &dst, const char *prefix, const AsnTag *tag, bool constructed,
+                 const char *suffix);
+Text &getTagStriClassNumber(Text &dst, const char *prefix, int tagClass, bool constructed,
+                            std::int32_t number, const char *suffix);
+
+/* The tag of a kind of type; class 0 and number -10 for kinds that are no built-in types. */
+int getBuiltinTypeTagClass(int mainType);
+Text &getBuiltinTypeTagClassStri(Text &dst, const char *prefix, int mainType, const char *suffix);
+int getBuiltinTypeTagNumber(int mainType);
+/* TNR_CHOICE, TNR_ANY or TNR_NONE where there is no number. */
+Text &getBuiltinTypeTagNumberStri(Text &dst, const char *prefix, int mainType, const char *suffix);
+
+/* Writes "if (d_CurrTag () == TAG(TAG_CTX, TAG_PRI, 0))" to `file`: the tag expression `tagRef`
+   (null: "tag") is the outermost tag of `type`, or of an alternative of an untagged CHOICE, which
+   stand one on a line; without `equal`, it is none of them. `isElse` puts "else " in front. */
+void printIfTagForBER(int file, AsnType *type, const char *tagRef, bool isElse, bool equal);

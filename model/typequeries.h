@@ -1,0 +1,97 @@
+#pragma once
+
+#include "model/backend.h"
+#include "store/call.h"
+
+/* What a handle tells of its type. Names are in typenames.h, bounds in bounds.h, extension markers
+   in typeextension.h. */
+
+int getTypeMainType(AsnType *type);
+int getTypeCompStatus(AsnType *type);
+int getBaseTypeCompStatus(AsnType *type);
+int getTypeCompNbr(AsnType *type);
+/* 1 for a list: its element. */
+int getNrOfTypeComps(AsnType *type);
+/* Main type of a list's element, TYP_NONE for other types. */
+int getTypeElemMainType(AsnType *type);
+std::int32_t getTypeDefinitionLine(AsnType *type);
+int getTypeDefinitionLevel(AsnType *type);
+/* From 0. */
+RecNr getUniqueTypeNr(AsnType *type);
+RecNr getUniqueBaseTypeNr(AsnType *type);
+BETypMetaRec *getBETypMetaRec(AsnType *type);
+AsnModule *getModuleOfType(AsnType *type);
+AsnType *getFatherOfTypeComp(AsnType *type);
+bool isPartialTypeInfo(AsnType *type);
+bool isTypeCommentOption(AsnType *type);
+TypeOptions *getTypeOptions(AsnType *type);
+/* `bit` is a TypeOption. */
+bool testTypeOption(AsnType *type, int bit);
+bool isRecursiveType(AsnType *type);
+bool isRecursiveBaseType(AsnType *type);
+bool isInstantiatedType(AsnType *type);
+bool isTopLevelInstantiatedType(AsnType *type);
+bool isMandatoryTypeComps(AsnType *type);
+bool isOptionalTypeComps(AsnType *type);
+bool isUntaggedChoiceOrOpenTypeComps(AsnType *type);
+
+/* How a value, and its control member, is held: ValueForm. */
+int getVF(AsnType *type);
+int getVFSize(AsnType *type);
+struct ValueField {
+    std::uint8_t valueForm;
+    std::uint8_t controlForm;
+};
+ValueField getValueField(AsnType *type);
+
+bool isSynonymType(AsnType *type);
+bool isDefinedType(AsnType *type);
+bool isDefinedBaseType(AsnType *type);
+bool isSelectionType(AsnType *type);
+bool isComponentType(AsnType *type);
+bool isCompOrElemType(AsnType *type);
+bool isElemType(AsnType *type);
+/* SEQUENCE, SET or CHOICE. */
+bool isStructuredType(AsnType *type);
+bool isListType(AsnType *type);
+bool isRestrCharStringType(AsnType *type);
+bool isAnyDefinedByType(AsnType *type);
+/* No CHOICE, ANY or open type. */
+bool isTypeWithPredefinedTag(AsnType *type);
+bool isMandatoryTypeComp(AsnType *type);
+bool isOptionalTypeComp(AsnType *type);
+bool isDefaultValue(AsnType *type);
+/* Some component has a DEFAULT. */
+bool isDefaultValueComps(AsnType *type);
+bool isNamedNumbers(AsnType *type);
+bool isBaseTypeInCurrentModule(AsnType *type);
+bool isTheSameTypeModule(AsnType *a, AsnType *b);
+/* One C type serves both: the same structure, list or enumeration, or any two types of another
+ * kind. */
+bool isTheSameType(AsnType *a, AsnType *b);
+/* Constraints that restrict something. */
+bool isConstraints(AsnType *type);
+/* No parts that the C type shows. */
+bool isLeafType(AsnType *type);
+bool isMorlaLeafType(AsnType *type);
+/* Of SEQUENCE and SET, 0 for others; extension markers count as mandatory. */
+int getNrOfMandatoryTypeComps(AsnType *type);
+int getNrOfOptionalTypeComps(AsnType *type);
+
+/* `function` is a bit of TNode.entryFlags. */
+bool isEntryType(AsnType *type);
+bool isEntryTypeFunction(AsnType *type, int function);
+bool isEntryBaseType(AsnType *type);
+bool typeIsInEntryCategory(AsnType *type, int category);
+bool isVisibleType(AsnType *type);
+/* The symbol that an option gives to the entry type of this name, null for none. */
+const char *getEntrySymbolByName(AsnType *type);
+bool isEntrySymbol(AsnType *type);
+Text &getEntrySymbol(Text &dst, const char *prefix, AsnType *type, const char *suffix);
+
+/* Lengths are encoded in definite form. */
+bool isDefiniteLengthEncoding(AsnType *type);
+
+/* The comments that were written on the type itself. */
+void forEachTypeCommentOption(AsnType *type,
+                              Call<void(AsnType *type, const char *option, int nbr)> func);
