@@ -1,0 +1,50 @@
+#pragma once
+
+#include "model/valuewalk.h"
+#include "store/values.h"
+
+/* What a generator asks of a value, and simple values as text. */
+
+AsnType *getTypeOfValue(AsnValue *value); /* the governor; null for an infinity value */
+AsnModule *getModuleOfValue(AsnValue *value);
+int getValueMainType(AsnValue *value); /* MainType: the form in which the value was written */
+int getValueCompStatus(AsnValue *value);
+int getBaseValueCompStatus(AsnValue *value);
+BEValMetaRec *getBEValMetaRec(AsnValue *value);
+bool isValueCommentOption(AsnValue *value);
+bool isValueExtensionmarker(AsnValue *value);
+/* Other modules see the value. */
+bool isVisibleValue(AsnValue *value);
+bool isPlusInfinity(AsnValue *value);
+bool isMinusInfinity(AsnValue *value);
+
+bool booleanValue(AsnValue *value);
+/* Warns of a number that doesn't fit 32 bits. */
+std::int32_t integerValue(AsnValue *value);
+sint64 int64Value(AsnValue *value);
+realVal realValue(AsnValue *value);
+double doubleRealValue(AsnValue *value);
+std::int32_t bitStringLength(AsnValue *value);
+std::int32_t octetStringLength(AsnValue *value);
+std::int32_t characterStringLength(AsnValue *value);
+
+/* The ASN.1 name; the C names of the position and of the base. Nothing but prefix and suffix for a
+   nameless value. */
+Text &getValueRef(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
+Text &getValueId(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
+Text &getBaseValueId(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
+
+/* The texts of infinite numbers; null keeps one. They are borrowed for the rest of the run. */
+void setInfValueStri(const char *intMinus, const char *intPlus, const char *realMinus,
+                     const char *realPlus);
+Text &booleanValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
+Text &integerValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
+/* "{mantissa, base, exponent}". */
+Text &realValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
+/* The C text of a double, in as many digits as the module's options ask for: "15.00E-1". */
+Text &doubleRealValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
+
+void printBooleanValueToF(int file, const char *prefix, AsnValue *value, const char *suffix);
+void printIntegerValueToF(int file, const char *prefix, AsnValue *value, const char *suffix);
+void printRealValueToF(int file, const char *prefix, AsnValue *value, const char *suffix);
+void printDoubleRealValueToF(int file, const char *prefix, AsnValue *value, const char *suffix);
