@@ -19,6 +19,8 @@ bool mustCheckConstraintsInEntryFunction(AsnType *type);
 bool isSeparateNormalFunction(AsnType *type);
 /* True while the entry function of this very handle is being written. */
 bool cIsGeneratingEntryFuncForThisType(AsnType *type);
+/* An entry function is being written; set by its writer. */
+extern bool glbGeneratingEntryFunction;
 /* True while an entry function is being written, for a MORLA entry type: its components are reached
    through the parameter hometab. */
 bool cIsHometab(AsnType *type);

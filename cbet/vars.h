@@ -60,7 +60,7 @@ void cVarDef(int file, int kind, const char *init);
 void cAsnHomeVarDef(int file); /* "ASNHOME *a1 = NULL;\n" */
 void cNVarDef(int file);       /* "uint32 n1 = 0;\n" */
 void cOkVarDef(int file);      /* "BOOLE ok1;\n" */
-/* "Msg *h1 =" for the number behind the last open home; the value and ";\n" are the caller's. */
+/* "Msg *h1 =" for the innermost block home; the value and ";\n" are the caller's. */
 void cHomeVarDef(int file, AsnType *type);
 
 /* The name of the innermost variable of a kind. */

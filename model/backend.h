@@ -79,6 +79,7 @@ struct AsnType {
     std::uint8_t entryFlags = 0;      /* 0 for a type with a father */
     std::uint8_t entryCategories = 0; /* likewise */
     const char *path = nullptr; /* type name path in use when the handle was filled; borrowed */
+    int pathLength = -1; /* characters of it that lead to this type; -1: all that it holds */
     TNode base;                 /* the base record with inherited option bits */
 
     std::vector<DynaNode> tagEntries; /* in order of creation: from the position to the base */
