@@ -11,7 +11,7 @@ struct AsnModule;
    module are open at a time. */
 
 /* What sort of C text a file holds; decides its suffix, and its directory. */
-enum FileKind : int { KIND_TYP = 0, KIND_DEF, KIND_C, KIND_EXT, KIND_TAB, KIND_NONE };
+enum FileKind : int { FILE_TYP = 0, FILE_DEF, FILE_C, FILE_EXT, FILE_TAB, FILE_NONE };
 
 /* The file that each generator writes to, 0 for none. Where both of a pair share a file, both hold
    its number. */
@@ -39,5 +39,5 @@ void includeGeneratedFile(int file, AsnModule *module, int category, int kind);
 void includeExternalGeneratedFile(int file, AsnModule *module, const char *name);
 
 /* Whether the module has table files; `first` and `second` become the kinds of the table file and
-   of the file with its declarations, KIND_NONE for none. */
+   of the file with its declarations, FILE_NONE for none. */
 bool getTableFileKind(AsnModule *module, const std::uint8_t *genArr, int *first, int *second);

@@ -1,0 +1,93 @@
+#include "driver/fileheader.h"
+
+#include "driver/files.h"
+#include "driver/toolinfo.h"
+#include "model/modules.h"
+#include "options/ketracnf.h"
+#include "store/tree.h"
+
+namespace {
+
+/* Characters of the module information on one line. */
+constexpr std::size_t INFO_WIDTH = 60;
+
+/* One comment around several lines: the same texts stand at both ends of each. */
+struct CommentLines {
+    int slot;
+    const char *prefix;
+    const char *suffix;
+
+    void begin() const { wToF(slot, prefix); }
+    void end() const {
+        wToF(slot, suffix);
+        wToF(slot, "\n");
+    }
+};
+
+const char *nullIfEmpty(const char *text) {
+    return text != nullptr && *text != '\0' ? text : nullptr;
+}
+
+/* "VELMO 1.07 on 22.11.2026 at 9:05.00", where the name is in the call that comes before. */
+void writeVersionAndTime(int slot, int version, int patchLevel, const TimeStamp &stamp) {
+    Text text;
+    wToF(slot, printVersionStri(text, "", version, patchLevel, ""));
+    wToF(slot, " ");
+    wToF(slot, printTimeStamp(text, "", stamp, ""));
+}
+
+void writeInfo(const CommentLines &lines, const Text &info) {
+    const char *intro = "INFO = ";
+    for (std::size_t place = 0; place < info.size(); place += INFO_WIDTH) {
+        lines.begin();
+        wToF(lines.slot, intro);
+        wToF(lines.slot, info.substr(place, INFO_WIDTH));
+        lines.end();
+        intro = "       ";
+    }
+}
+
+} // namespace
+
+void openF(int slot, AsnModule *module) {
+    if (module != nullptr)
+        openFWithPrefix(slot, module->modRec->filePrefix.c_str());
+}
+
+void printFileHeader(int slot, const char *start, const char *end, const char *linePrefix,
+                     const char *lineSuffix, AsnModule *module) {
+    if (slot == 0)
+        return;
+    const ModRec *modRec = module->modRec;
+    CommentLines lines = {slot, nullIfEmpty(linePrefix), nullIfEmpty(lineSuffix)};
+    wToF(slot, nullIfEmpty(start));
+    wToF(slot, "\n");
+    if (*toolInfo.name != '\0') {
+        lines.begin();
+        printfToF(slot, "Processed by %s ", toolInfo.name);
+        writeVersionAndTime(slot, toolInfo.version, toolInfo.patchLevel, timeStamp);
+        lines.end();
+    }
+    lines.begin();
+    wToF(slot, "Syntax file processed by KETRA ");
+    writeVersionAndTime(slot, modRec->stamp.treeVersion, -1, modRec->stamp);
+    lines.end();
+    lines.begin();
+    printfToF(slot, "ASN.1 module = %s", modRec->moduleName.c_str());
+    lines.end();
+    lines.begin();
+    printfToF(slot, "FILE = %s%s", modRec->filePrefix.c_str(), fArr[slot].suffix.c_str());
+    lines.end();
+    writeInfo(lines, getGlobalOptions(module)->info);
+    wToF(slot, nullIfEmpty(end));
+    wToF(slot, "\n");
+}
+
+Text &printTimeStamp(Text &dst, const char *prefix, const TimeStamp &stamp, const char *suffix) {
+    long date = stamp.date;
+    long time = stamp.time;
+    dst = formatText("%son %02ld.%02ld.%ld at %ld:%02ld.%02ld%s", orEmpty(prefix), date % 100,
+                     date / 100 % 100, date / 10000, time / 10000, time / 100 % 100, time % 100,
+                     orEmpty(suffix));
+    return dst;
+}

@@ -1,0 +1,258 @@
+#include "driver/files.h"
+
+#include <cstdarg>
+#include <cstring>
+
+#include "driver/fatal.h"
+#include "store/services.h"
+
+FileSlot fArr[FILE_SLOTS];
+
+namespace {
+
+/* The last column that a line may fill where it can be broken. */
+constexpr std::size_t LINE_LENGTH = 78;
+constexpr int BLANKS_PER_LEVEL = 2;
+/* A piece of at most so many characters, such as ");", never starts a line of its own. */
+constexpr std::size_t STICKY_LENGTH = 2;
+
+Text pathOf(int slot) {
+    const FileSlot &file = fArr[slot];
+    return file.directory + file.prefix + file.suffix;
+}
+
+[[noreturn]] void writeFailed(int slot) {
+    fatalError(FATAL_WRITE, pathOf(slot).c_str());
+}
+
+void putBlanks(int slot, std::size_t count) {
+    std::FILE *stream = fArr[slot].stream;
+    for (; count > 0; --count)
+        if (std::fputc(' ', stream) == EOF)
+            writeFailed(slot);
+}
+
+/* True if a piece of `len` characters has to go on a line of its own. */
+bool needsBreak(const FileSlot &file, std::size_t len) {
+    auto column = static_cast<std::size_t>(file.columns);
+    return file.columns > (file.indent + 1) * BLANKS_PER_LEVEL && len > STICKY_LENGTH &&
+           column + len > LINE_LENGTH;
+}
+
+void startStream(int slot, const Text &name) {
+    FileSlot &file = fArr[slot];
+    file.stream = fopenTextFile(file.directory.c_str(), name.c_str(), "w");
+    file.lines = 0;
+    file.columns = 0;
+    file.indent = 0;
+}
+
+Text &guardName(Text &dst, const char *prefix, Text name, const char *suffix) {
+    strUpper(convertHyphens(name));
+    for (char &c : name)
+        if (c == '.')
+            c = '_';
+    dst = orEmpty(prefix) + name + orEmpty(suffix);
+    return dst;
+}
+
+} // namespace
+
+void initFiles() {
+    for (FileSlot &file : fArr)
+        file = FileSlot();
+}
+
+void initF(int slot, const char *directory, const char *suffix) {
+    if (slot == 0 || suffix == nullptr)
+        return;
+    FileSlot &file = fArr[slot];
+    file.directory = orEmpty(directory);
+    file.suffix = suffix;
+    file.named = true;
+}
+
+void openFWithPrefix(int slot, const char *prefix) {
+    if (slot == 0 || !fArr[slot].named || fArr[slot].stream != nullptr)
+        return;
+    FileSlot &file = fArr[slot];
+    file.prefix = orEmpty(prefix);
+    file.hasPrefix = true;
+    /* A prefix may come from a tree. The directories are the user's choice alone. */
+    if (file.prefix.find('/') != Text::npos)
+        fatalError(FATAL_OPEN_WRITE, ("Not a valid file prefix: " + file.prefix).c_str());
+    startStream(slot, file.prefix + file.suffix);
+}
+
+void openNamedF(int slot, const char *directory, const char *name) {
+    if (slot == 0 || name == nullptr || fArr[slot].stream != nullptr)
+        return;
+    initF(slot, directory, name);
+    fArr[slot].prefix.clear();
+    fArr[slot].hasPrefix = true;
+    startStream(slot, fArr[slot].suffix);
+}
+
+void closeF(int slot) {
+    if (slot == 0 || fArr[slot].stream == nullptr)
+        return;
+    /* What is still buffered is a write, and fails as one. */
+    if (std::fflush(fArr[slot].stream) != 0)
+        writeFailed(slot);
+    std::FILE *stream = fArr[slot].stream;
+    fArr[slot].stream = nullptr;
+    if (std::fclose(stream) != 0)
+        fatalError(FATAL_CLOSE, pathOf(slot).c_str());
+}
+
+bool nameOfF(Text &dst, const char *prefix, int slot, const char *suffix) {
+    dst.clear();
+    if (slot == 0 || !fArr[slot].named || !fArr[slot].hasPrefix)
+        return false;
+    dst = orEmpty(prefix) + pathOf(slot) + orEmpty(suffix);
+    return true;
+}
+
+bool nameOfFnoDir(Text &dst, const char *prefix, int slot, const char *suffix) {
+    dst.clear();
+    if (slot == 0 || !fArr[slot].named || !fArr[slot].hasPrefix)
+        return false;
+    dst = orEmpty(prefix) + fArr[slot].prefix + fArr[slot].suffix + orEmpty(suffix);
+    return true;
+}
+
+bool dirOfF(Text &dst, const char *prefix, int slot, const char *suffix) {
+    dst.clear();
+    if (slot == 0 || !fArr[slot].named)
+        return false;
+    dst = orEmpty(prefix) + fArr[slot].directory + orEmpty(suffix);
+    return true;
+}
+
+bool defineGuardOfF(Text &dst, const char *prefix, int slot, const char *suffix) {
+    dst.clear();
+    if (slot == 0 || !fArr[slot].named || !fArr[slot].hasPrefix)
+        return false;
+    guardName(dst, prefix, fArr[slot].prefix + fArr[slot].suffix, suffix);
+    return true;
+}
+
+bool defineGuardForFile(Text &dst, const char *prefix, const char *name, const char *suffix) {
+    dst.clear();
+    if (name == nullptr)
+        return false;
+    guardName(dst, prefix, name, suffix);
+    return true;
+}
+
+void writeToF(int slot, const char *text, bool noBreak) {
+    if (slot == 0 || text == nullptr)
+        return;
+    FileSlot &file = fArr[slot];
+    if (file.stream == nullptr)
+        fatalError(FATAL_INTERNAL, "Write to a file that is not open.");
+    if (file.indent < 0)
+        file.indent = 0;
+    if (file.columns < 0)
+        file.columns = 0;
+    auto indentation = static_cast<std::size_t>(file.indent) * BLANKS_PER_LEVEL;
+    while (*text != '\0') {
+        std::size_t len = std::strcspn(text, "\n");
+        std::size_t blanks = 0;
+        if (file.columns == 0) {
+            blanks = indentation;
+        } else if (!noBreak && needsBreak(file, len)) {
+            ++file.lines;
+            file.columns = 0;
+            if (std::fputc('\n', file.stream) == EOF)
+                writeFailed(slot);
+            for (; len > 0 && *text == ' '; --len)
+                ++text;
+            blanks = indentation + BLANKS_PER_LEVEL;
+        }
+        if (text[len] == '\n') {
+            ++file.lines;
+            file.columns = 0;
+            ++len;
+        } else {
+            file.columns += static_cast<int>(blanks + len);
+        }
+        putBlanks(slot, blanks);
+        if (std::fwrite(text, 1, len, file.stream) != len)
+            writeFailed(slot);
+        text += len;
+    }
+}
+
+void wToF(int slot, const char *text) {
+    writeToF(slot, text, false);
+}
+
+void putToF(int slot, const char *text) {
+    writeToF(slot, text, true);
+}
+
+void printfToF(int slot, const char *format, ...) {
+    if (slot == 0)
+        return;
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::va_list again;
+    va_copy(again, arguments);
+    int length = std::vsnprintf(nullptr, 0, format, arguments);
+    va_end(arguments);
+    Text text(static_cast<std::size_t>(length > 0 ? length : 0), '\0');
+    std::vsnprintf(text.data(), text.size() + 1, format, again);
+    va_end(again);
+    wToF(slot, text);
+}
+
+void endlToF(int slot) {
+    putToF(slot, "\n");
+}
+
+void int32ToF(int slot, const char *before, std::int32_t n, const char *after) {
+    printfToF(slot, "%s%ld%s", orEmpty(before), static_cast<long>(n), orEmpty(after));
+}
+
+void int64ToF(int slot, const char *before, sint64 n, const char *after) {
+    printfToF(slot, "%s%s%s", orEmpty(before), i64tostr(n).c_str(), orEmpty(after));
+}
+
+void int64AsSint64ToF(int slot, const char *before, sint64 n, const char *after) {
+    /* The smallest 32-bit number takes the form of the larger ones: C has no literal for it. */
+    std::int32_t narrow = 0;
+    wToF(slot, before);
+    if (i64ismax(n))
+        wToF(slot, "i64max ()");
+    else if (i64ismin(n))
+        wToF(slot, "i64min ()");
+    else if (i64tol(n, &narrow) && narrow != INT32_MIN)
+        int64ToF(slot, "i64ltosint64 (", n, "L)");
+    else
+        printfToF(slot, "i64make (%ldL, %luUL)", static_cast<long>(i64hi(n)),
+                  static_cast<unsigned long>(i64lo(n)));
+    wToF(slot, after);
+}
+
+std::uint32_t linesInF(int slot) {
+    return slot == 0 || fArr[slot].stream == nullptr ? 0 : fArr[slot].lines;
+}
+
+int columnsInF(int slot) {
+    return slot == 0 || fArr[slot].stream == nullptr ? 0 : fArr[slot].columns;
+}
+
+void resetIndentLevel(int slot) {
+    if (slot != 0)
+        fArr[slot].indent = 0;
+}
+
+void wDirectiveToF(int slot, const char *text) {
+    if (slot == 0)
+        return;
+    int indent = fArr[slot].indent;
+    fArr[slot].indent = 0;
+    wToF(slot, text);
+    fArr[slot].indent = indent;
+}

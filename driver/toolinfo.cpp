@@ -1,0 +1,58 @@
+#include "driver/toolinfo.h"
+
+#include <cstdio>
+
+#include "driver/fatal.h"
+#include "store/tree.h"
+
+ToolInfo toolInfo;
+int backendVerbosity = 0;
+
+namespace {
+
+constexpr char COPYRIGHT_SIGN = '\xA9';
+
+Text formattedNotice(const char *text) {
+    Text notice;
+    while (*text != '\0') {
+        char c = *text++;
+        if (c == COPYRIGHT_SIGN)
+            notice += "(c)";
+        else
+            notice += c;
+        if (c == '.') {
+            notice += '\n';
+            while (*text == ' ')
+                ++text;
+        }
+    }
+    return notice;
+}
+
+} // namespace
+
+void setBackendVerbosity(int level) {
+    backendVerbosity = level;
+}
+
+void usage() {
+    usageError(toolInfo.usage);
+}
+
+const Text &formatToolCopyright() {
+    static const Text notice = formattedNotice(orEmpty(toolInfo.copyrightNotice));
+    return notice;
+}
+
+void printVersionInfo() {
+    Text toolVersion, treeVersion;
+    printVersionStri(toolVersion, "", toolInfo.version, toolInfo.patchLevel, "");
+    printVersionStri(treeVersion, "", TREE_VERSION, -1, "\n");
+    std::printf("\n%s version %s for KETRA version%s ", toolInfo.name, toolVersion.c_str(), "");
+    std::printf("%s%s\n", treeVersion.c_str(), formatToolCopyright().c_str());
+}
+
+void checkStandardOutput() {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+        fatalError(FATAL_WRITE, "Standard output");
+}
