@@ -33,7 +33,7 @@ private:
     /* The next module to visit among the imports of an open one, null behind the last. */
     ModRec *nextExporter(OpenModule &module) {
         while (module.nextImport < module.modRec->imports.size()) {
-            const PicRec &import = *module.modRec->imports[module.nextImport++];
+            const PicRec &import = *module.modRec->imports.recs[module.nextImport++];
             if (import.picMod != nullptr && import.picMod->state != MOD_PREDEFINED &&
                 import.picMark != 0 && visited_.insert(import.picMod).second)
                 return import.picMod;
