@@ -29,9 +29,9 @@
    flags, endpoints, ranges of options, counts of the header. A field that a test sets by hand after
    finish() stays as it set it.
 
-   A call makes its records at once, and C++ doesn't say in which order the arguments of one function
-   are worked out: where the bytes of a tree matter, a call has at most one argument that makes
-   records (elements of a braced list are worked out from left to right, as are calls that are
+   A call makes its records at once, and C++ doesn't say in which order the arguments of one
+   function are worked out: where the bytes of a tree matter, a call has at most one argument that
+   makes records (elements of a braced list are worked out from left to right, as are calls that are
    chained with "."). */
 
 struct TreeWriter;
@@ -99,11 +99,11 @@ struct TypeNode {
     /* No walk over the module's definitions meets it. */
     TypeNode hidden() const;
 
-    /* Back-end option ("-NAME=..."; a leading "/" makes a comment of it), naming override, and a line
-       of embedded text for a place. */
+    /* Back-end option ("-X=...", or "-//..." for a comment), naming override ("-NAME=..."), and a
+       line of embedded text for a place ("t1", "t2" ...). */
     TypeNode backendOption(std::string_view text) const;
     TypeNode naming(std::string_view text) const;
-    TypeNode text(int place, std::string_view line) const;
+    TypeNode text(std::string_view place, std::string_view line) const;
 };
 
 /* A VNode: a value, named number, object, field value or element of a value. */
@@ -125,9 +125,9 @@ struct ValueNode {
 /* One component in WITH COMPONENTS. */
 struct ComponentConstraint {
     TypeNode component;
-    RecNr sub = 0;                      /* 0: none beside presence */
-    std::uint8_t presence = 0;          /* SUB_PRESENT, SUB_ABSENT, SUB_OPTIONAL or 0 */
-    std::int32_t moduleNr = 1;          /* of the component */
+    RecNr sub = 0;             /* 0: none beside presence */
+    std::uint8_t presence = 0; /* SUB_PRESENT, SUB_ABSENT, SUB_OPTIONAL or 0 */
+    std::int32_t moduleNr = 1; /* of the component */
 };
 
 struct TreeWriter {
@@ -150,7 +150,8 @@ struct TreeWriter {
 
     MNode &header() { return mNodes.front(); }
 
-    /* Each appends a record and returns its number. A string is added once. */
+    /* Each appends a record and returns its number; an 8-bit string that is there already isn't
+       added again. */
     RecNr addT(const TNode &node);
     RecNr addV(const VNode &node);
     RecNr addTag(const TagRec &tag);
@@ -172,14 +173,15 @@ struct TreeWriter {
     void exportsMarked();
     /* The module number of an import; a module is imported once. `follow`: others reach what it
        exports through this module. */
-    std::int32_t import(const TreeWriter &other, bool follow = true);
+    std::int32_t import(const TreeWriter &other,
+                        bool follow = true); /* `other` must outlive this */
     std::int32_t import(std::string_view moduleName, std::string_view filePrefix,
                         bool follow = true);
     void source(std::string_view directory, std::string_view fileName);
     /* General option ("-PREFIX=abc"), back-end option, and embedded text of the module. */
     void option(std::string_view text);
     void backendOption(std::string_view text);
-    void text(int place, std::string_view line);
+    void text(std::string_view place, std::string_view line);
 
     /* --- types; none of these is in a list yet --- */
 
@@ -230,8 +232,8 @@ struct TreeWriter {
     ValueNode boolValue(bool is);
     ValueNode intValue(std::int64_t number);
     ValueNode realValue(std::int64_t mantissa, int base, int exponent);
-    ValueNode bitsValue(std::string_view digits);  /* '0101'B */
-    ValueNode hexValue(std::string_view digits);   /* '0AF'H */
+    ValueNode bitsValue(std::string_view digits); /* '0101'B */
+    ValueNode hexValue(std::string_view digits);  /* '0AF'H */
     ValueNode textValue(MainType kind, std::string_view text);
     ValueNode text16Value(std::u16string_view text);
     ValueNode text32Value(std::u32string_view text);
@@ -247,10 +249,12 @@ struct TreeWriter {
 
     /* --- constraints: numbers of SubRecs --- */
 
-    RecNr range(std::int64_t low, std::int64_t high); /* closed, MIN_VALUE and MAX_VALUE as MIN, MAX */
+    RecNr range(std::int64_t low,
+                std::int64_t high); /* closed, MIN_VALUE and MAX_VALUE as MIN, MAX */
     RecNr rangeOf(RecNr low, RecNr high, std::uint8_t flags); /* VNodes, 0 for MIN and MAX */
     RecNr single(RecNr value);
-    RecNr sub(SubKind kind, std::initializer_list<RecNr> parts = {}); /* operators, SIZE, table ... */
+    RecNr sub(SubKind kind,
+              std::initializer_list<RecNr> parts = {}); /* operators, SIZE, table ... */
     RecNr size(RecNr inner) { return sub(SUB_SIZE, {inner}); }
     RecNr size(std::int64_t low, std::int64_t high) { return size(range(low, high)); }
     RecNr alphabet(RecNr inner) { return sub(SUB_ALPHABET, {inner}); }
@@ -294,6 +298,7 @@ struct TreeWriter {
         const TreeWriter *refTree = nullptr;
         bool formGiven = false;
         bool endpointsGiven = false;
+        bool arrayWanted = false; /* a list as array, whatever its size */
         std::vector<Option> options;
     };
     struct ValueNotes {
@@ -311,6 +316,7 @@ struct TreeWriter {
     std::unordered_map<std::string, RecNr> typeNames;
     std::unordered_map<std::string, RecNr> valueNames;
     std::map<std::string, std::int32_t, std::less<>> importNumbers;
+    std::map<std::int32_t, const TreeWriter *> importedTrees; /* by module number, where known */
 };
 
 /* --- broken trees: changes of a finished file --- */
