@@ -5,7 +5,8 @@
 /* Loading: from ".stx" files to module records. */
 
 /* What loading needs of the rooms below; the tool sets all of them before it starts. A program that
-   only reads trees may leave them null: its modules then have no options and no generator's record. */
+   only reads trees may leave them null: its modules then have no options and no generator's record.
+ */
 struct TreeHooks {
     /* A new block of options for a module that has just been made. */
     GlobalOptions *(*newOptions)() = nullptr;
@@ -24,15 +25,16 @@ extern TreeHooks treeHooks;
    before all others may be. */
 ModRec *appendModRec(bool named);
 
-/* Reads the trees of all named modules with all that they import. Fatal errors 15, 16 and 17, with the
-   file prefix of the named module under whose imports the failure happened. */
+/* Reads the trees of all named modules with all that they import. Fatal errors 15, 16 and 17, with
+   the file prefix of the named module under whose imports the failure happened. */
 void readAllSyntaxTrees();
 /* Drops records that were made by an option and that no import reached. */
 void removeUnreferencedModuleRecords();
 /* Work fields of all modules, once their trees are read. Fatal error 13 without any record. */
 void initBackendVars();
 
-/* The record with this generation prefix, or a new one with the three texts at the end of the list. */
+/* The record with this generation prefix, or a new one with the three texts at the end of the list.
+ */
 ModRec *findOrCreateModRec(const char *filePrefix, const char *genPrefix, const char *moduleName);
 /* An empty import with this name, which must be interned, at the end of the list. */
 PicRec *createPicRec(PicList &imports, const char *name);

@@ -1,0 +1,298 @@
+#include "store/classify.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "driver/fatal.h"
+#include "store/ketramac.h"
+#include "store/records.h"
+#include "store/strings.h"
+#include "store/values.h"
+
+void readLastSNode(ModRec *module, RecNr first) {
+    ChainGuard guard(REC_SNODE);
+    for (readRec(module, REC_SNODE, first); sNode.next != 0;) {
+        guard.step(module);
+        readRec(module, REC_SNODE, sNode.next);
+    }
+}
+
+void followSynonymType() {
+    readRec(getModPtr(currModule(REC_TNODE), tNode.refModule), REC_TNODE, tNode.refRecord);
+}
+
+void followSynonymValue() {
+    readRec(getModPtr(currModule(REC_VNODE), vNode.refModule), REC_VNODE, vNode.refRecord);
+}
+
+namespace {
+
+/* The number behind a reference to a VNode, which is written negated; 0 stands for one that no
+   record can have. */
+RecNr negated(RecNr nr) {
+    return nr <= 0 && nr != INT32_MIN ? -nr : 0;
+}
+
+/* The module that the last step of a path names; `module` is that of the path. */
+ModRec *moduleOfPathEnd(ModRec *module, RecNr first) {
+    readLastSNode(module, first);
+    ModRec *target = getModPtr(module, sNode.refModule);
+    if (target == nullptr)
+        fatalError(FATAL_READ_RECORD, nullptr);
+    return target;
+}
+
+/* From a field list to the field at the end of its path. Into the predefined module a path can't be
+   followed: then the record is read that the field list itself names, and the result is false. */
+bool stepFieldList() {
+    ModRec *module = currModule(REC_TNODE);
+    ModRec *target = moduleOfPathEnd(module, tNode.auxRecord);
+    if (target->moduleName == PREDEFINED_MODULE) {
+        readRec(module, REC_TNODE, tNode.refRecord);
+        return false;
+    }
+    if (sNode.refRecord < 1) {
+        readRec(target, REC_VNODE, negated(sNode.refRecord));
+        readRec(target, REC_TNODE, vNode.refRecord);
+    } else {
+        readRec(target, REC_TNODE, sNode.refRecord);
+    }
+    return true;
+}
+
+/* Calls a question of the record reached by all references; the current TNode stays. */
+template <typename F> bool askFinalType(F &&question) {
+    const NodeContext keep(REC_TNODE);
+    skipTypes(true);
+    return question();
+}
+
+bool finalValueIsClass() {
+    const NodeContext keep(REC_VNODE);
+    skipValues(true);
+    return isClassKind(vNode.valueKind);
+}
+
+bool currentTypeIsClass() {
+    return isClassKind(tNode.mainType);
+}
+
+} // namespace
+
+void skipValues(bool throughFields) {
+    ChainGuard guard(REC_VNODE);
+    for (;;) {
+        ModRec *module = currModule(REC_VNODE);
+        guard.step(module);
+        if (vNode.valueKind == TYP_SYNONYM && vNode.refRecord != 0) {
+            followSynonymValue();
+        } else if (throughFields && vNode.valueKind == TYP_FIELDLIST && vNode.auxRecord != 0) {
+            ModRec *target = moduleOfPathEnd(module, vNode.auxRecord);
+            readRec(target, REC_VNODE, negated(sNode.refRecord));
+        } else {
+            return;
+        }
+    }
+}
+
+void skipTypesCatchInst(bool throughFields, NodePlace *instantiation) {
+    if (instantiation != nullptr)
+        *instantiation = {};
+    ChainGuard guard(REC_TNODE);
+    for (;;) {
+        ModRec *module = currModule(REC_TNODE);
+        guard.step(module);
+        if (tNode.mainType == TYP_SYNONYM && tNode.refRecord != 0) {
+            if (instantiation != nullptr && isTopLevelInstantiatedTNode()) {
+                *instantiation = saveNodeContext(REC_TNODE);
+                instantiation = nullptr;
+            }
+            followSynonymType();
+        } else if (tNode.mainType == TYP_SELECTION && tNode.auxRecord != 0) {
+            readRec(module, REC_SNODE, tNode.auxRecord);
+            readRec(getModPtr(module, sNode.refModule), REC_TNODE, sNode.refRecord);
+        } else if (tNode.mainType == TYP_FIELDLIST && tNode.auxRecord != 0 &&
+                   (throughFields || tNode.refModule == FIELDLIST_ALWAYS_FOLLOWED)) {
+            if (!stepFieldList()) {
+                /* What stands in for the path is followed to its end, whatever was asked for. */
+                throughFields = true;
+                instantiation = nullptr;
+            }
+        } else {
+            return;
+        }
+    }
+}
+
+void skipTypes(bool throughFields) {
+    skipTypesCatchInst(throughFields, nullptr);
+}
+
+bool skipFieldList() {
+    if (stepFieldList())
+        return true;
+    skipTypes(true);
+    return false;
+}
+
+bool isInstantiatedTNode() {
+    return tNode.auxRecord != 0 && tNode.mainType != TYP_SELECTION && tNode.mainType != TYP_ANY &&
+           tNode.mainType != TYP_FIELDLIST;
+}
+
+bool isTopLevelInstantiatedTNode() {
+    return isInstantiatedTNode() && tNode.parentRec == 0;
+}
+bool isSetTNode() {
+    return (tNode.nodeFlags & NODE_SET) != 0;
+}
+bool isValFieldTNode() {
+    return tNode.nameIdx < 0;
+}
+bool isValSetFieldTNode() {
+    return tNode.nameIdx > 0 && isSetTNode();
+}
+bool isVariabTypeFieldTNode() {
+    return (tNode.nodeFlags & NODE_VARIABLE_TYPE_FIELD) != 0;
+}
+
+bool isTypeTNode() {
+    return askFinalType([] { return !isSetTNode() && !currentTypeIsClass(); });
+}
+bool isClassTNode() {
+    return askFinalType([] { return !isSetTNode() && currentTypeIsClass(); });
+}
+bool isValueSetTNode() {
+    return isSetTNode() && askFinalType([] { return !currentTypeIsClass(); });
+}
+bool isObjSetTNode() {
+    return isSetTNode() && askFinalType(currentTypeIsClass);
+}
+bool isOpenObjClassFieldTypeTNode() {
+    return askFinalType([] { return tNode.mainType == TYP_OPEN; });
+}
+bool isObjClassFieldTypeTNode() {
+    const NodeContext keep(REC_TNODE);
+    return isObjClFldTyp();
+}
+
+bool isObjVNode() {
+    return (vNode.valueFlags & VALUE_SET) == 0 && finalValueIsClass();
+}
+bool isObjSetVNode() {
+    return (vNode.valueFlags & VALUE_SET) != 0 && finalValueIsClass();
+}
+bool isValueVNode() {
+    return (vNode.valueFlags & VALUE_SET) == 0 && !isObjVNode();
+}
+bool isValueSetVNode() {
+    return (vNode.valueFlags & VALUE_SET) != 0 && !isObjSetVNode();
+}
+
+namespace {
+
+/* May the current field list, by its own record, stand for a field of a class? */
+bool mayBeClassField() {
+    switch (std::abs(static_cast<std::int64_t>(tNode.compStatus))) {
+    case TCS_MANDATORY:
+    case TCS_OPTIONAL:
+        return !isVariabTypeFieldTNode() && (isValFieldTNode() || isValSetFieldTNode()) &&
+               tNode.refModule >= 0;
+    case TCS_CHOICE:
+    case TCS_MULTIPLE:
+        return true;
+    case TCS_HEADER:
+        return tNode.nameIdx > 0;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+bool isObjClFldTyp() {
+    skipTypes(false);
+    if (tNode.mainType != TYP_FIELDLIST || !mayBeClassField())
+        return false;
+    ModRec *module = currModule(REC_TNODE);
+    readRec(tNode.refModule == 0 ? module : getModPtr(module, tNode.refModule), REC_TNODE,
+            tNode.refRecord);
+    ChainGuard guard(REC_TNODE);
+    while (tNode.mainType == TYP_SYNONYM && tNode.refRecord != 0 && !isSetTNode()) {
+        guard.step(currModule(REC_TNODE));
+        followSynonymType();
+    }
+    return isClassTNode();
+}
+
+void getClassOfObjClassFieldTypeTNode() {
+    if (!isObjClFldTyp())
+        fatalError(FATAL_INTERNAL, "Trying to obtain class of an ObjectClassFieldType.");
+}
+
+namespace {
+
+/* Looks a name up along the definition list, going on where the last look-up stopped: each
+   definition is passed once, however many names are asked for. `stored` gives a record by its
+   number. */
+template <typename Stored>
+RecNr findDefinition(ModRec *module, DefinitionIndex *index, RecNr first, RecNr count,
+                     const char *name, Stored &&stored) {
+    if (const auto known = index->byName.find(name); known != index->byName.end())
+        return known->second;
+    if (!index->begun) {
+        index->begun = true;
+        index->next = first;
+    }
+    while (index->next != 0) {
+        const RecNr nr = index->next;
+        const auto &node = stored(module, nr);
+        if (index->walked++ >= static_cast<std::size_t>(count))
+            treeInconsistent(module);
+        index->next = node.next;
+        if (node.nameIdx == 0)
+            continue;
+        const char *nodeName = getStri(module, node.nameIdx);
+        index->byName.emplace(nodeName, nr);
+        if (std::strcmp(nodeName, name) == 0)
+            return nr;
+    }
+    return 0;
+}
+
+} // namespace
+
+bool findTypeById(ModRec *module, const char *name) {
+    const RecNr nr = findDefinition(module, &module->typesByName, module->firstType,
+                                    recCount(module, REC_TNODE), name, storedTNode);
+    if (nr != 0)
+        readRec(module, REC_TNODE, nr);
+    return nr != 0;
+}
+
+bool findValueById(ModRec *module, const char *name) {
+    const RecNr nr = findDefinition(module, &module->valuesByName, module->firstValue,
+                                    recCount(module, REC_VNODE), name, storedVNode);
+    if (nr != 0)
+        readRec(module, REC_VNODE, nr);
+    return nr != 0;
+}
+
+bool findValueCompById(ModRec *module, RecNr first, const char *name) {
+    ChainGuard guard(REC_VNODE);
+    for (RecNr nr = first; nr != 0; nr = vNode.next) {
+        guard.step(module);
+        readRec(module, REC_VNODE, nr);
+        if (vNode.nameIdx != 0 && std::strcmp(getStri(module, vNode.nameIdx), name) == 0)
+            return true;
+    }
+    return false;
+}
+
+int compareValue(const VNode &a, const VNode &b) {
+    if (a.valueKind == TYP_INTEGER)
+        return i64cmp(valueInt(a), valueInt(b));
+    if (a.valueKind == TYP_REAL)
+        return compareReal(valueReal(a), valueReal(b));
+    return 0;
+}
