@@ -1,7 +1,7 @@
 #pragma once
 
 #include <array>
-#include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "options/naming.h"
@@ -72,6 +72,13 @@ enum DefiniteLength : std::uint8_t {
     LENGTH_DEFINITE_DEFINITE_COMPS = 3,
 };
 
+/* Values of "SETN=". */
+enum NamedNumberFunctions : std::uint8_t {
+    SETN_NONE = 0,
+    SETN_NAMED_NUMBERS = 1,
+    SETN_NAMED_NUMBERS_AND_BITS = 2,
+};
+
 /* "DECIMALS=" was not given: REAL values are binary. */
 inline constexpr std::uint8_t DECIMALS_BINARY = 255;
 inline constexpr int MAX_ALTERNATIVES = 8;
@@ -91,22 +98,23 @@ struct GlobalOptions {
     Text headerDirectory; /* "H=", with its "/" */
     std::array<std::uint8_t, CATEGORIES> genArr{};
     std::uint8_t prefixLength = 0; /* characters of a file prefix; 0 before it is known */
+    std::uint8_t definitionCategory = DEFCAT_STAND_ALONE;
+    /* The values below have their defaults in the table of options. */
     std::uint8_t pushPath = 0;
-    std::uint8_t ansiC = 1;
+    std::uint8_t ansiC = 0;
     std::uint8_t altTab = 0;
     std::uint8_t optVars = 0;
     std::uint8_t omitSkippedFields = 0;
-    std::uint8_t definitionCategory = DEFCAT_STAND_ALONE;
-    std::uint8_t decimals = DECIMALS_BINARY;
-    std::uint8_t nameLen = 32;
-    std::uint8_t generate = GENERATE_BOTH;
+    std::uint8_t decimals = 0;
+    std::uint8_t nameLen = 0;
+    std::uint8_t generate = 0; /* GenerateFunctions */
     std::uint8_t memory = 0;
-    std::uint8_t definiteLen = LENGTH_INDEFINITE;
+    std::uint8_t definiteLen = 0; /* DefiniteLength */
     std::uint8_t zeroHome = 0;
     std::uint8_t tDefs = 0;
     std::uint8_t cDefs = 0;
     std::uint8_t tabO = 0;
-    std::uint8_t setN = 2;
+    std::uint8_t setN = 0; /* NamedNumberFunctions */
     std::uint8_t altMax = 0;
     std::uint8_t cGeneration = 0; /* CGenerationBit */
     std::array<std::uint8_t, MAX_ALTERNATIVES> altEncF{}; /* sets of entry categories */
@@ -117,8 +125,8 @@ struct GlobalOptions {
 
     std::array<FixChain, FIX_KINDS> fix; /* by kind minus 1 */
     FixChain entries;
-    /* One import for each "PREFIX=" option; belongs to no module's own imports. */
-    std::vector<std::unique_ptr<PicRec>> prefixImports;
+    /* What "PREFIX=" options said of modules, by interned module name. */
+    std::unordered_map<const char *, ModRec *> prefixModules;
 
     std::int32_t nrOfEntryTypes = 0; /* from the header */
     std::int32_t nrOfVisibleTypes = 0;
@@ -132,8 +140,8 @@ struct GlobalOptions {
 GlobalOptions *newGlobalOptions();
 void deleteGlobalOptions(GlobalOptions *options);
 
-/* Sets everything to its default. The prefix length stays: the first block that is initialised gives
-   the one of the whole run. */
+/* Sets everything to its default. The prefix length is that of the whole run, which the first block
+   that is initialised gives. Stands in optiontable.cpp, as the defaults do. */
 void initMetaRec(GlobalOptions *options);
 
 /* The generation choices of a definition category; some leave positions as they are. */

@@ -7,10 +7,8 @@
 
 #include "store/ketradef.h"
 
-/* How ASN.1 names become C names: naming, entry and prefix options, and the naming data of one
-   definition that they add up to. */
-
-struct AsnModule;
+/* How ASN.1 names become C names: naming and entry options, and the naming data of one definition
+   that they add up to. */
 
 /* Naming data of a definition, or of all definitions of a kind. All texts live to the end of the run
    (they stand in the string store or are literals); null means not given. A copy may be kept and
@@ -107,9 +105,3 @@ Text &printFixRec(Text &dst, const char *prefix, const FixRec *fix, const char *
 /* Prefix, name and suffix of a record with "_" for "-", converted: "HU" makes "MY_TYPE_NAME" of
    "myTypeName". */
 Text &pFixRec(Text &dst, const FixRec *fix);
-
-/* The text behind "PREFIX=": module name, file prefix and generation prefix. Makes the record of that
-   module and notes the import in the options of `module`. False if the syntax is wrong. */
-bool prefixOptOK(ModRec *module, const char *text);
-/* Warns of a prefix of more than `limit` characters; `text` goes on to the end of the option. */
-void checkPrefixOptionPart(ModRec *module, const char *what, const char *text, int limit);
