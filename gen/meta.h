@@ -5,12 +5,10 @@
 
 #include "store/ketradef.h"
 
-/* What this generator keeps for each handle of the model, the stamps with which generators mark the
-   types that they have handled, and small questions that all generators ask. */
+/* What this generator keeps for each handle of the model, and small questions that all generators
+   ask. The marks that generators set on types stand in model/stamps.h. */
 
 struct AsnModule;
-struct AsnObjClass;
-struct AsnObject;
 struct AsnType;
 
 enum Verbosity : int { VERBOSITY_QUIET = 0, VERBOSITY_TERSE = 1, VERBOSITY_VERBOSE = 2 };
@@ -32,8 +30,8 @@ struct TabFuncNames {
 };
 
 struct BEModMetaRec {
-    std::vector<AsnParamRec> asnParams;   /* by entry number */
-    std::unordered_map<std::uint64_t, std::int32_t> asnParamIndex; /* type -> its list */
+    std::vector<AsnParamRec> asnParams;                            /* by entry number */
+    std::unordered_map<std::uint64_t, std::int32_t> asnParamLists; /* type -> index of its list */
     std::vector<std::uint32_t> objectNrs; /* row of an object in its table, by unique number */
     bool introPrinted = false;            /* the heading of values is out */
     std::uint8_t verbosity = VERBOSITY_TERSE;
@@ -104,9 +102,10 @@ const char *getMetaLogFile(AsnModule *module);
 /* Empty for none. */
 const char *getMetaCodFuncPref(AsnModule *module);
 
-/* Null for a type without a meta record, or without that name. */
+/* Empty for a type without a meta record. */
 const char *getMetaTypeId(AsnType *type);
 const char *getMetaBaseTypeId(AsnType *type);
+/* Null for a type that has none. */
 const char *getMetaCompId(AsnType *type);
 const char *getMetaHomeTypeId(AsnType *type);
 int getMetaTypeAccessRoutines(AsnType *type);
@@ -117,14 +116,6 @@ void resetMetaAsnParams(AsnModule *module);
 bool addMetaAsnParams(AsnType *type, int entryNr);
 const std::vector<AsnParamRec> &getMetaAsnParams(AsnModule *module);
 int getMetaAsnParamIndex(AsnType *type, int entryNr);
-
-/* Stamps: resetStamps starts a pass over a module, initStamps each generator's walk, so that nothing
-   that another one handled counts as handled. The numbers stand in model/backvar.h. */
-void resetStamps();
-void initStamps();
-bool processingStarted(AsnType *type);
-void setProcessingNow(AsnType *type);
-void setProcessingDone(AsnType *type);
 
 /* The tool's name and `text` on the standard output, if the module's verbosity is not quiet and at
    least `level`. */

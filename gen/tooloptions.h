@@ -6,11 +6,11 @@ struct BEModMetaRec;
 struct BETypMetaRec;
 struct BEValMetaRec;
 
-/* The options that belong to this generator alone. An option's text begins with a character that has
-   no meaning; "BEO=" and a tool's name may follow, and then the option is for that tool.
+/* The options that belong to this generator alone. An option's text begins with a character that
+   has no meaning; "BEO=" and a tool's name may follow, and then the option is for that tool.
 
-   Each function stores the value and returns true if the option is valid, or meant for another tool;
-   otherwise it changes nothing. */
+   Each function stores the value and returns true if the option is valid, or meant for another
+   tool; otherwise it changes nothing. */
 
 /* An option of a module. "VERSION" prints the version block and ends the run with exit status 0. */
 bool globalBEOptionOK(BEModMetaRec *meta, const char *option);

@@ -24,7 +24,8 @@ const char *optionText(ModRec *module) {
     return *text == '\0' ? text : text + 1;
 }
 
-/* Calls func(record number) with each record of the range that wasn't removed as the current TedRec. */
+/* Calls func(record number) with each record of the range that wasn't removed as the current
+ * TedRec. */
 template <typename F> void forEachTedRec(ModRec *module, const TedRange &range, F func) {
     for (RecNr nr = range.first == 0 ? 1 : range.first; nr <= range.last; ++nr) {
         readRec(module, REC_TED, nr);

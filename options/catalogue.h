@@ -9,11 +9,11 @@
    header's counts, then the options stored in the tree. */
 void settleStoredOptions(ModRec *module);
 
-/* Applies the general options among the records of a range: prefixes first, then all others in their
-   order. An option that is wrong is dropped without a word. */
+/* Applies the general options among the records of a range: prefixes first, then all others in
+   their order. An option that is wrong is dropped without a word. */
 void checkGlobalOptions(ModRec *module, const TedRange &range);
-/* Applies the tool's own options among the records of a range. A wrong one is reported on the standard
-   error and its record removed. */
+/* Applies the tool's own options among the records of a range. A wrong one is reported on the
+   standard error and its record removed. */
 void checkGlobalBEOptions(ModRec *module, const TedRange &range);
 /* Which of the modules that "COMBINE=" names are known here. */
 void checkCombinedModules(ModRec *module);

@@ -7,15 +7,26 @@
 #include "options/cmdline.h"
 #include "store/ketradef.h"
 
-bool isAsciiUpper(char c) { return c >= 'A' && c <= 'Z'; }
-bool isAsciiLower(char c) { return c >= 'a' && c <= 'z'; }
-bool isAsciiDigit(char c) { return c >= '0' && c <= '9'; }
-bool isAsciiAlpha(char c) { return isAsciiUpper(c) || isAsciiLower(c); }
-bool isAsciiAlnum(char c) { return isAsciiAlpha(c) || isAsciiDigit(c); }
+bool isAsciiUpper(char c) {
+    return c >= 'A' && c <= 'Z';
+}
+bool isAsciiLower(char c) {
+    return c >= 'a' && c <= 'z';
+}
+bool isAsciiDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+bool isAsciiAlpha(char c) {
+    return isAsciiUpper(c) || isAsciiLower(c);
+}
+bool isAsciiAlnum(char c) {
+    return isAsciiAlpha(c) || isAsciiDigit(c);
+}
 
 namespace {
 
-constexpr OptionWord booleWords[] = {{1, "YES"}, {1, "TRUE"}, {0, "NO"}, {0, "FALSE"}, {0, nullptr}};
+constexpr OptionWord booleWords[] = {
+    {1, "YES"}, {1, "TRUE"}, {0, "NO"}, {0, "FALSE"}, {0, nullptr}};
 constexpr OptionWord realSizes[] = {
     {VF_NONE, "0"}, {VF_REAL32, "32"}, {VF_REAL64, "64"}, {VF_REAL128, "128"}, {0, nullptr}};
 constexpr OptionWord intSizes[] = {
@@ -164,6 +175,5 @@ bool alnumSpecialStriOptionOK(Text *dst, const char *text, const char *specials,
 
 bool specialStriOptionOK(Text *dst, const char *text, const char *set, std::size_t min,
                          std::size_t max) {
-    return checkStri(dst, text, min, max,
-                     [set](char c) { return std::strchr(set, c) != nullptr; });
+    return checkStri(dst, text, min, max, [set](char c) { return std::strchr(set, c) != nullptr; });
 }

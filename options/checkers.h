@@ -4,8 +4,8 @@
 
 #include "store/text.h"
 
-/* Checkers of option values. Each stores in `dst` and returns true, or returns false and leaves `dst`
-   alone. A null `dst` only checks. */
+/* Checkers of option values. Each stores in `dst` and returns true, or returns false and leaves
+   `dst` alone. A null `dst` only checks. */
 
 /* A word that stands for a number, without regard to case. */
 struct OptionWord {
@@ -15,8 +15,8 @@ struct OptionWord {
 
 /* "1", "YES", "TRUE", "0", "NO", "FALSE". */
 bool booleOptionOK(std::uint8_t *dst, const char *text);
-/* A number of at most 3 digits from `min` to `max`, or a word of `words` (may be null), to which the
-   limits don't apply. */
+/* A number of at most 3 digits from `min` to `max`, or a word of `words` (may be null), to which
+   the limits don't apply. */
 bool byteOptionOK(std::uint8_t *dst, const char *text, int min, int max, const OptionWord *words);
 bool int32OptionOK(std::int32_t *dst, const char *text, std::int32_t min, std::int32_t max);
 /* Bits of an integer as a ValueForm: "0", "OPTIMIZE", "8" to "64", with "U" in front if allowed. */

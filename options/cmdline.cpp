@@ -29,7 +29,9 @@ struct FirstPass {
     bool failed = false;
 };
 
-bool beginsName(char c) { return isAsciiAlnum(c) || c == '_'; }
+bool beginsName(char c) {
+    return isAsciiAlnum(c) || c == '_';
+}
 
 bool isComment(const Text &line) {
     static constexpr const char *marks[] = {"/*", "*/", "//", "(*", "*)", "--", "#", "$"};

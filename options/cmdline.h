@@ -8,12 +8,13 @@
    the modules and where to find them, and once for each module, to store its options. */
 
 /* First pass, with the first module's record in cMP: makes the records of the named modules, sets
-   stxDir and the prefix length. A wrong argument, or none that names a module, ends the run with the
-   usage text. Fatal error 1 for an option file that can't be opened. */
+   stxDir and the prefix length. A wrong argument, or none that names a module, ends the run with
+   the usage text. Fatal error 1 for an option file that can't be opened. */
 void parseCmdLineParams(int argc, char **argv);
 
-/* Second pass for the module in cMP: stores each option as a TedRec. `range` gets their numbers, and
-   each stored kind sets its bit (1 << TedKind) in `kinds`. Fatal errors 1 and 6 for option files. */
+/* Second pass for the module in cMP: stores each option as a TedRec. `range` gets their numbers,
+   and each stored kind sets its bit (1 << TedKind) in `kinds`. Fatal errors 1 and 6 for option
+   files. */
 void parseCmdLineOptions(int argc, char **argv, unsigned *kinds, TedRange *range);
 
 /* Stores one option record in cMP. */

@@ -12,7 +12,9 @@
 
 namespace {
 
-bool isEmpty(const char *text) { return text == nullptr || *text == '\0'; }
+bool isEmpty(const char *text) {
+    return text == nullptr || *text == '\0';
+}
 
 bool isValueKind(int kind) {
     return kind == KIND_VALUE || kind == KIND_OBJECT || kind == KIND_NAMED_NUMBER;
@@ -50,7 +52,8 @@ void replaceGiven(FixRec *dst, const FixRec &by) {
         dst->suff = by.suff;
 }
 
-/* One option that is written on the definition; `text` is what stands behind its first character. */
+/* One option that is written on the definition; `text` is what stands behind its first character.
+ */
 void applyOverride(FixRec *dst, const char *text, const NameOptPref &row) {
     const char *word = isOptionStri(text, row.prefix);
     if (word == nullptr)

@@ -27,7 +27,9 @@ GlobalOptions *newGlobalOptions() {
     return options;
 }
 
-void deleteGlobalOptions(GlobalOptions *options) { blocks.erase(options); }
+void deleteGlobalOptions(GlobalOptions *options) {
+    blocks.erase(options);
+}
 
 void initGenArr(GlobalOptions *options, int definitionCategory) {
     auto &genArr = options->genArr;

@@ -116,11 +116,11 @@ struct GlobalOptions {
     std::uint8_t tabO = 0;
     std::uint8_t setN = 0; /* NamedNumberFunctions */
     std::uint8_t altMax = 0;
-    std::uint8_t cGeneration = 0; /* CGenerationBit */
+    std::uint8_t cGeneration = 0;                         /* CGenerationBit */
     std::array<std::uint8_t, MAX_ALTERNATIVES> altEncF{}; /* sets of entry categories */
     std::array<std::uint8_t, MAX_ALTERNATIVES> altDecF{};
     Text tabRef;
-    Text combine;                  /* "COMBINE="; after checkCombinedModules its first word */
+    Text combine;                   /* "COMBINE="; after checkCombinedModules its first word */
     std::vector<ModRec *> combined; /* modules that "COMBINE=" names */
 
     std::array<FixChain, FIX_KINDS> fix; /* by kind minus 1 */

@@ -6,11 +6,12 @@
 #include "options/ketracnf.h"
 
 /* An option selects the first row that fits, so a two-letter prefix stands before its first letter,
-   and the row of named numbers is never selected: it gives the prefix of what is written on them. */
+   and the row of named numbers is never selected: it gives the prefix of what is written on them.
+ */
 const NameOptPref nameOptPref[] = {
-    {"VS", 2, KIND_VALUE_SET},   {"OS", 2, KIND_OBJECT_SET}, {"CL", 2, KIND_CLASS},
-    {"T", 1, KIND_TYPE},         {"V", 1, KIND_VALUE},       {"O", 1, KIND_OBJECT},
-    {"C", 1, KIND_COMPONENT},    {"F", 1, KIND_FIELD},       {"V", 1, KIND_NAMED_NUMBER},
+    {"VS", 2, KIND_VALUE_SET}, {"OS", 2, KIND_OBJECT_SET}, {"CL", 2, KIND_CLASS},
+    {"T", 1, KIND_TYPE},       {"V", 1, KIND_VALUE},       {"O", 1, KIND_OBJECT},
+    {"C", 1, KIND_COMPONENT},  {"F", 1, KIND_FIELD},       {"V", 1, KIND_NAMED_NUMBER},
     {nullptr, 0, 0},
 };
 
@@ -20,7 +21,9 @@ namespace {
 constexpr char CONVERSION_LETTER = 'C';
 
 /* "_" is what "-" is in a tree, so a name may be written either way. */
-bool isNameChar(char c) { return c == '-' || c == '_' || isAsciiAlnum(c); }
+bool isNameChar(char c) {
+    return c == '-' || c == '_' || isAsciiAlnum(c);
+}
 
 const char *skipNameChars(const char *text) {
     while (isNameChar(*text))
@@ -28,7 +31,9 @@ const char *skipNameChars(const char *text) {
     return text;
 }
 
-bool isEntryOption(const char *option) { return isOptionStri(option, "ENTRY") != nullptr; }
+bool isEntryOption(const char *option) {
+    return isOptionStri(option, "ENTRY") != nullptr;
+}
 
 /* Names of types, classes and sets begin in upper case, those of values, objects and components in
    lower case. A class field may be either. */

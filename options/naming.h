@@ -10,9 +10,9 @@
 /* How ASN.1 names become C names: naming and entry options, and the naming data of one definition
    that they add up to. */
 
-/* Naming data of a definition, or of all definitions of a kind. All texts live to the end of the run
-   (they stand in the string store or are literals); null means not given. A copy may be kept and
-   changed freely. */
+/* Naming data of a definition, or of all definitions of a kind. All texts live to the end of the
+   run (they stand in the string store or are literals); null means not given. A copy may be kept
+   and changed freely. */
 struct FixRec {
     const char *pref = nullptr; /* in an entry record the entry symbol */
     const char *name = nullptr; /* takes the place of the ASN.1 name */
@@ -30,7 +30,7 @@ struct FixChain {
     FixRec head;
     std::vector<std::unique_ptr<FixRec>> records;
     std::unordered_map<std::string_view, FixRec *> byText; /* as written */
-    std::unordered_map<Text, FixRec *> byName;             /* with "_" for "-"; the first of a name */
+    std::unordered_map<Text, FixRec *> byName; /* with "_" for "-"; the first of a name */
 };
 
 /* Kinds of definitions, for naming and for walks. */
@@ -58,15 +58,16 @@ struct NameOptPref {
 };
 extern const NameOptPref nameOptPref[];
 
-/* True if `text` begins with a naming option's name and "="; `row` (may be null) receives its row. */
+/* True if `text` begins with a naming option's name and "="; `row` (may be null) receives its row.
+ */
 bool isNamingOption(const char *text, const NameOptPref **row);
 
 /* The chain of a kind in a module's options, null for an unknown kind. */
 FixChain *fixRecForKind(GlobalOptions *options, int kind);
 
-/* Checks a naming or entry option and stores it in `fix`, unless that is null. `option` is the whole
-   text, `value` the part behind "="; both must live to the end of the run. False, and nothing is
-   stored, if the syntax is wrong. */
+/* Checks a naming or entry option and stores it in `fix`, unless that is null. `option` is the
+   whole text, `value` the part behind "="; both must live to the end of the run. False, and nothing
+   is stored, if the syntax is wrong. */
 bool getFixOpt(FixChain *fix, const char *option, const char *value);
 
 /* A value cut at the name in front of its first ":"; without one the whole value is `rest`. */
@@ -77,8 +78,8 @@ struct FixOptionParts {
 };
 FixOptionParts splitFixOptionIntoParts(const FixChain *fix, const char *value);
 
-/* The syntax of the two forms. `category` and `symbol` become the places of these parts, `word` that
-   of the letter C, N, P or S behind the option's prefix. */
+/* The syntax of the two forms. `category` and `symbol` become the places of these parts, `word`
+   that of the letter C, N, P or S behind the option's prefix. */
 bool parseEntryOption(const char *text, const char **category, const char **symbol);
 bool parseNamingOption(const char *option, const char **word);
 

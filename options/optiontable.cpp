@@ -21,20 +21,20 @@ struct OptionRow {
 constexpr std::int32_t MAX_LIMIT = 2147483647;
 
 constexpr OptionWord noYes[] = {{0, "NO"}, {1, "YES"}, {0, nullptr}};
-constexpr OptionWord severities[] = {
-    {0, "IGNORE"}, {1, "WARNING"}, {2, "ERROR"}, {0, nullptr}};
+constexpr OptionWord severities[] = {{0, "IGNORE"}, {1, "WARNING"}, {2, "ERROR"}, {0, nullptr}};
 constexpr OptionWord generateWords[] = {{GENERATE_NONE, "none"},
                                         {GENERATE_ENTRIES, "entries"},
                                         {GENERATE_VISIBLES, "visibles"},
                                         {GENERATE_BOTH, "entries-and-visibles"},
                                         {0, nullptr}};
-constexpr OptionWord lengthWords[] = {{LENGTH_INDEFINITE, "indefinite"},
-                                      {LENGTH_INDEFINITE, "no"},
-                                      {LENGTH_DEFINITE, "definite"},
-                                      {LENGTH_DEFINITE, "yes"},
-                                      {LENGTH_DEFINITE_INDEFINITE_COMPS, "definite-indefinitecomps"},
-                                      {LENGTH_DEFINITE_DEFINITE_COMPS, "definite-definitecomps"},
-                                      {0, nullptr}};
+constexpr OptionWord lengthWords[] = {
+    {LENGTH_INDEFINITE, "indefinite"},
+    {LENGTH_INDEFINITE, "no"},
+    {LENGTH_DEFINITE, "definite"},
+    {LENGTH_DEFINITE, "yes"},
+    {LENGTH_DEFINITE_INDEFINITE_COMPS, "definite-indefinitecomps"},
+    {LENGTH_DEFINITE_DEFINITE_COMPS, "definite-definitecomps"},
+    {0, nullptr}};
 constexpr OptionWord extensionWords[] = {{0, "SKIP"}, {1, "SAVE"}, {0, nullptr}};
 constexpr OptionWord namedNumberWords[] = {{SETN_NONE, "none"},
                                            {SETN_NAMED_NUMBERS, "named-numbers"},
@@ -55,7 +55,9 @@ std::uint8_t *placeOf(ModRec *module, const OptionRow &row) {
 
 /* Forms of values */
 
-bool anyValue(ModRec *, const OptionRow &, const char *) { return true; }
+bool anyValue(ModRec *, const OptionRow &, const char *) {
+    return true;
+}
 
 template <Text GlobalOptions::*place>
 bool anyText(ModRec *module, const OptionRow &, const char *value) {
@@ -96,7 +98,9 @@ bool realSize(ModRec *, const OptionRow &, const char *value) {
     return realSizeOptionOK(nullptr, value);
 }
 
-bool realLimit(ModRec *, const OptionRow &, const char *value) { return realLimOptionOK(value); }
+bool realLimit(ModRec *, const OptionRow &, const char *value) {
+    return realLimOptionOK(value);
+}
 
 /* The range has room for years between, the standard has none. */
 bool standardVersion(ModRec *, const OptionRow &row, const char *value) {
@@ -121,8 +125,8 @@ bool tableFunctions(ModRec *module, const OptionRow &row, const char *value) {
     return byteOptionOK(&genArr[CAT_TAB_EXT], value, row.min, genArr[CAT_TAB], row.words);
 }
 
-/* Up to three fields for the categories from `first` on, each of which speaks for two files. What is
-   left out at the end keeps its setting. */
+/* Up to three fields for the categories from `first` on, each of which speaks for two files. What
+   is left out at the end keeps its setting. */
 template <FileCategory first>
 bool generationTriple(ModRec *module, const OptionRow &row, const char *value) {
     constexpr std::size_t MAX_FIELDS = 3;
@@ -177,7 +181,9 @@ struct GenerationWord {
     unsigned clear;
 };
 
-constexpr unsigned bitMask(CGenerationBit bit) { return 1u << bit; }
+constexpr unsigned bitMask(CGenerationBit bit) {
+    return 1u << bit;
+}
 
 constexpr GenerationWord cGenerationWords[] = {
     {"OLD",

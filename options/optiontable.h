@@ -10,8 +10,7 @@ bool tableOptionOK(ModRec *module, const char *text, bool *known);
 
 /* "ALTENCF=" and "ALTDECF=": an alternative's number and its set of entry categories. */
 bool alternativeOptionOK(GlobalOptions *options,
-                         std::array<std::uint8_t, MAX_ALTERNATIVES> *categories,
-                         const char *value);
+                         std::array<std::uint8_t, MAX_ALTERNATIVES> *categories, const char *value);
 
 /* The words of a "COMBINE=" value; false if they are malformed, repeated or fewer than two. */
 bool splitCombineOption(const char *value, int prefixLength, std::vector<Text> *words);

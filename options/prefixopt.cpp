@@ -19,12 +19,20 @@ template <typename Test> std::string_view skipChars(const char *text, Test isGoo
     return {text, static_cast<std::size_t>(end - text)};
 }
 
-bool isModuleNameChar(char c) { return c == '-' || isAsciiAlnum(c); }
-bool isSymbolChar(char c) { return c == '_' || isModuleNameChar(c); }
+bool isModuleNameChar(char c) {
+    return c == '-' || isAsciiAlnum(c);
+}
+bool isSymbolChar(char c) {
+    return c == '_' || isModuleNameChar(c);
+}
 
-const char *behind(std::string_view part) { return part.data() + part.size(); }
+const char *behind(std::string_view part) {
+    return part.data() + part.size();
+}
 
-const char *skipColon(const char *text) { return *text == ':' ? text + 1 : text; }
+const char *skipColon(const char *text) {
+    return *text == ':' ? text + 1 : text;
+}
 
 /* The texts between the ":"; an empty prefix is that of the part before it. */
 struct PrefixOption {

@@ -1,0 +1,263 @@
+#include "gen/meta.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <deque>
+#include <memory>
+
+#include "cbet/names.h"
+#include "cbet/predicates.h"
+#include "driver/toolinfo.h"
+#include "gen/fileset.h"
+#include "model/backend.h"
+#include "model/backvar.h"
+#include "model/modules.h"
+#include "model/typeextension.h"
+#include "model/typenames.h"
+#include "model/typequeries.h"
+#include "options/ketracnf.h"
+#include "store/strings.h"
+
+namespace {
+
+std::unordered_map<BEModMetaRec *, std::unique_ptr<BEModMetaRec>> moduleRecords;
+/* The names of types stay where they are for the whole run. */
+std::deque<BETypeInfo> typeInfos;
+
+BETypeInfo makeTypeInfo(AsnType *type) {
+    Text name;
+    BETypeInfo info;
+    info.typeId = internStri(cTypeId(name, "", type, ""));
+    info.baseTypeId = internStri(cBaseTypeId(name, "", type, ""));
+    info.homeTypeId = homeTypeId(type);
+    return info;
+}
+
+void setCompId(AsnType *type, BETypMetaRec *meta) {
+    meta->hasCompId = true;
+    if (isTypeExtensionmarker(type))
+        meta->compId = "extensionmarker";
+    else if (isComponentType(type))
+        getTypeCompId(meta->compId, "", type, "");
+    else
+        meta->hasCompId = false;
+}
+
+bool isCompOfItem(AsnType *type) {
+    return type != nullptr && getTypeCompStatus(type) == TCS_COMPOF;
+}
+
+/* The record whose parameters an entry has: the end of its synonyms. */
+AsnParamRec findAsnParamRec(AsnType *type) {
+    const bool isSynonym = isSynonymType(type);
+    const ModRec *module = isSynonym ? type->baseModule : type->posModule;
+    AsnParamRec record;
+    record.moduleNr = module->listPlace;
+    record.typeNr = isSynonym ? getUniqueBaseTypeNr(type) : getUniqueTypeNr(type);
+    return record;
+}
+
+} // namespace
+
+BEModMetaRec *newBEModMetaRec() {
+    auto record = std::make_unique<BEModMetaRec>();
+    BEModMetaRec *meta = record.get();
+    moduleRecords.emplace(meta, std::move(record));
+    return meta;
+}
+
+void deleteBEModMetaRec(BEModMetaRec *meta) {
+    moduleRecords.erase(meta);
+}
+
+void initBEModMetaRec(AsnModule *module, BEModMetaRec *meta) {
+    if (meta->objectNrs.empty())
+        meta->objectNrs.resize(static_cast<std::size_t>(getNrOfValueNodes(module)) + 1);
+}
+
+BETypMetaRec *newBETypMetaRec(AsnType *type) {
+    if (isPartialTypeInfo(type))
+        return nullptr;
+    auto *meta = new BETypMetaRec;
+    /* What COMPONENTS OF brings in is named by the structure that it is brought into. */
+    if (isCompOfItem(getFatherOfTypeComp(type)))
+        meta->names = makeTypeInfo(type);
+    else
+        meta->names = *getBETypeInfoCache(type);
+    setCompId(type, meta);
+    meta->accessRoutines = getBEModMetaRec(getModuleOfType(type))->accessRoutines;
+    return meta;
+}
+
+void deleteBETypMetaRec(AsnType *, BETypMetaRec *meta) {
+    delete meta;
+}
+
+BEValMetaRec *newBEValMetaRec() {
+    return new BEValMetaRec;
+}
+
+void deleteBEValMetaRec(BEValMetaRec *meta) {
+    delete meta;
+}
+
+const char *homeTypeId(AsnType *type) {
+    if (cIsPredefinedType(type))
+        return nullptr;
+    switch (getTypeMainType(type)) {
+    case TYP_BITSTR:
+        return "BITSTRING";
+    case TYP_OCTSTR:
+        return "OCTET";
+    case TYP_NUMSTR:
+        return "NUMERICCHAR";
+    case TYP_PRISTR:
+        return "PRINTABLECHAR";
+    case TYP_TELSTR:
+        return "T61CHAR";
+    case TYP_VIDSTR:
+        return "VIDEOTEXCHAR";
+    case TYP_VISSTR:
+        return "VISIBLECHAR";
+    case TYP_IA5STR:
+        return "IA5CHAR";
+    case TYP_GRASTR:
+        return "GRAPHICCHAR";
+    case TYP_GENSTR:
+        return "GENERALCHAR";
+    case TYP_BMPSTR:
+        return "ASN_BMPCHAR";
+    default:
+        return nullptr;
+    }
+}
+
+const BETypeInfo *getBETypeInfoCache(AsnType *type) {
+    TypeInfoCache *cache = getTypeInfoCache(type);
+    if (cache->generatorInfo == nullptr)
+        cache->generatorInfo = &typeInfos.emplace_back(makeTypeInfo(type));
+    return cache->generatorInfo;
+}
+
+bool getMetaIntroPrinted(AsnModule *module) {
+    return getBEModMetaRec(module)->introPrinted;
+}
+
+void setMetaIntroPrinted(AsnModule *module, bool printed) {
+    getBEModMetaRec(module)->introPrinted = printed;
+}
+
+int getMetaEntryTag(AsnModule *module) {
+    return getBEModMetaRec(module)->entryTag;
+}
+
+void setMetaEntryTag(AsnModule *module, int entryTag) {
+    getBEModMetaRec(module)->entryTag = static_cast<std::uint8_t>(entryTag);
+}
+
+int getMetaVerbosity(AsnModule *module) {
+    return getBEModMetaRec(module)->verbosity;
+}
+
+void setMetaVerbosity(AsnModule *module, int verbosity) {
+    getBEModMetaRec(module)->verbosity = static_cast<std::uint8_t>(verbosity);
+}
+
+const char *getMetaLogFile(AsnModule *module) {
+    const Text &name = getBEModMetaRec(module)->logFile;
+    return name.empty() ? nullptr : name.c_str();
+}
+
+const char *getMetaCodFuncPref(AsnModule *module) {
+    return getBEModMetaRec(module)->codFuncPref.c_str();
+}
+
+const char *getMetaTypeId(AsnType *type) {
+    const BETypMetaRec *meta = getBETypMetaRec(type);
+    return meta == nullptr ? "" : meta->names.typeId;
+}
+
+const char *getMetaBaseTypeId(AsnType *type) {
+    const BETypMetaRec *meta = getBETypMetaRec(type);
+    return meta == nullptr ? "" : meta->names.baseTypeId;
+}
+
+const char *getMetaCompId(AsnType *type) {
+    const BETypMetaRec *meta = getBETypMetaRec(type);
+    return meta == nullptr || !meta->hasCompId ? nullptr : meta->compId.c_str();
+}
+
+const char *getMetaHomeTypeId(AsnType *type) {
+    const BETypMetaRec *meta = getBETypMetaRec(type);
+    return meta == nullptr ? nullptr : meta->names.homeTypeId;
+}
+
+int getMetaTypeAccessRoutines(AsnType *type) {
+    const BETypMetaRec *meta = getBETypMetaRec(type);
+    return meta == nullptr ? ACCESS_NONE : meta->accessRoutines;
+}
+
+void resetMetaAsnParams(AsnModule *module) {
+    BEModMetaRec *meta = getBEModMetaRec(module);
+    meta->asnParams.clear();
+    meta->asnParamLists.clear();
+}
+
+bool addMetaAsnParams(AsnType *type, int entryNr) {
+    constexpr unsigned MODULE_SHIFT = 32;
+    BEModMetaRec *meta = getBEModMetaRec(getModuleOfType(type));
+    AsnParamRec record = findAsnParamRec(type);
+    const std::uint64_t key = static_cast<std::uint64_t>(record.moduleNr) << MODULE_SHIFT |
+                              static_cast<std::uint32_t>(record.typeNr);
+    const auto nextList = static_cast<std::int32_t>(meta->asnParamLists.size());
+    const auto [list, isNew] = meta->asnParamLists.emplace(key, nextList);
+    record.listIndex = list->second;
+
+    const auto index = static_cast<std::size_t>(entryNr);
+    meta->asnParams.resize(std::max(meta->asnParams.size(), index + 1));
+    meta->asnParams[index] = record;
+    return isNew;
+}
+
+const std::vector<AsnParamRec> &getMetaAsnParams(AsnModule *module) {
+    return getBEModMetaRec(module)->asnParams;
+}
+
+int getMetaAsnParamIndex(AsnType *type, int entryNr) {
+    return getMetaAsnParams(getModuleOfType(type))[static_cast<std::size_t>(entryNr)].listIndex;
+}
+
+void verboseMsg(AsnModule *module, int level, const char *text) {
+    const int verbosity = getMetaVerbosity(module);
+    if (verbosity != VERBOSITY_QUIET && verbosity >= level)
+        std::printf("%s>>> %s\n", toolInfo.name, text);
+}
+
+void newString(Text *dst, const char *src) {
+    if (src != nullptr)
+        *dst = src;
+}
+
+const char *getLangType(int valueForm) {
+    return valueForm >= 0 && valueForm < VF_COUNT ? targetLangTypeArr[valueForm] : nullptr;
+}
+
+bool needsTableMacros(AsnModule *module) {
+    return fiDef != 0 && getGlobalOptions(module)->tDefs != 0;
+}
+
+bool needsComponentDefines(AsnModule *module) {
+    return fiDef != 0 && getGlobalOptions(module)->cDefs != 0;
+}
+
+bool needsAlternativeEncodings(AsnModule *module) {
+    return getGlobalOptions(module)->altTab != 0;
+}
+
+bool needsTableAccessFuncs(AsnModule *module) {
+    return getGenerationOption(module, CAT_TAB_EXT) != GEN_NONE;
+}
+
+bool needsSeparateAsnParams(AsnModule *module) {
+    return isMorlaApplication(module) && getGlobalOptions(module)->tabO != 0;
+}

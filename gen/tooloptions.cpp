@@ -1,0 +1,208 @@
+#include "gen/tooloptions.h"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+#include "driver/toolinfo.h"
+#include "gen/meta.h"
+#include "options/catalogue.h"
+#include "options/checkers.h"
+#include "options/hooks.h"
+
+namespace {
+
+/* This tool's name behind "BEO=". */
+constexpr std::string_view toolWord = "VELMO=";
+
+constexpr OptionWord verbosityWords[] = {{VERBOSITY_QUIET, "QUIET"},
+                                         {VERBOSITY_TERSE, "TERSE"},
+                                         {VERBOSITY_VERBOSE, "VERBOSE"},
+                                         {0, nullptr}};
+constexpr OptionWord entryTagWords[] = {
+    {ENTRYTAG_IGNORE, "IGNORE"}, {ENTRYTAG_WARN, "WARN"}, {0, nullptr}};
+constexpr OptionWord accessWords[] = {{ACCESS_NONE, "NONE"},
+                                      {ACCESS_MACROS, "MACROS"},
+                                      {ACCESS_FUNCTIONS, "FUNCTIONS"},
+                                      {0, nullptr}};
+
+[[noreturn]] bool versionOption(BEModMetaRec *, const char *) {
+    printVersionInfo();
+    checkStandardOutput();
+    std::exit(EXIT_SUCCESS);
+}
+
+bool verboseOption(BEModMetaRec *meta, const char *value) {
+    return byteOptionOK(&meta->verbosity, value, VERBOSITY_QUIET, VERBOSITY_VERBOSE,
+                        verbosityWords);
+}
+
+bool entryTagOption(BEModMetaRec *meta, const char *value) {
+    return byteOptionOK(&meta->entryTag, value, ENTRYTAG_IGNORE, ENTRYTAG_WARN, entryTagWords);
+}
+
+bool logFileOption(BEModMetaRec *meta, const char *value) {
+    constexpr std::size_t MAX_LENGTH = 513;
+    return alnumSpecialStriOptionOK(&meta->logFile, value, "./\\[]_-", 1, MAX_LENGTH);
+}
+
+/* The end of a part that is a C identifier (or empty), with `special` allowed at any place. */
+const char *skipNamePart(const char *text, char special) {
+    const char *end = text;
+    while (*end != '\0' && (*end == special || *end == '_' || isAsciiAlpha(*end) ||
+                            (end != text && isAsciiDigit(*end))))
+        ++end;
+    return end;
+}
+
+/* Two name parts and a header file, with ":" between them. */
+bool tabFuncNameOptionOK(TabFuncNames *dst, const char *value) {
+    constexpr std::ptrdiff_t MAX_LENGTH = 10;
+    TabFuncNames names;
+    for (Text *part : {&names.first, &names.second, &names.header}) {
+        const bool isLast = part == &names.header;
+        const char *end = skipNamePart(value, isLast ? '.' : '_');
+        if (end - value > MAX_LENGTH || *end != (isLast ? '\0' : ':'))
+            return false;
+        part->assign(value, end);
+        value = end + 1;
+    }
+    *dst = names;
+    return true;
+}
+
+bool tabCodFuncOption(BEModMetaRec *meta, const char *value) {
+    return tabFuncNameOptionOK(&meta->tabCodFunc, value);
+}
+
+bool tabTstFuncOption(BEModMetaRec *meta, const char *value) {
+    return tabFuncNameOptionOK(&meta->tabTstFunc, value);
+}
+
+bool boolOptionOK(bool *dst, const char *value) {
+    std::uint8_t truth = 0;
+    if (!booleOptionOK(&truth, value))
+        return false;
+    *dst = truth != 0;
+    return true;
+}
+
+bool tabMorlaParamOption(BEModMetaRec *meta, const char *value) {
+    return boolOptionOK(&meta->tabMorlaParam, value);
+}
+
+bool tabValueSetNOption(BEModMetaRec *meta, const char *value) {
+    return boolOptionOK(&meta->tabValueSetN, value);
+}
+
+/* Access functions are foreseen, but there are none yet: asking for them changes nothing. */
+bool accessRoutinesOptionOK(int *dst, const char *value) {
+    std::uint8_t routines = 0;
+    if (!byteOptionOK(&routines, value, ACCESS_NONE, ACCESS_FUNCTIONS, accessWords))
+        return false;
+    if (routines == ACCESS_FUNCTIONS) {
+        static bool warned = false;
+        if (!warned)
+            std::puts("*** Warning: VELMO option ACCESS-ROUTINES=FUNCTIONS not yet implemented");
+        warned = true;
+        return false;
+    }
+    *dst = routines;
+    return true;
+}
+
+bool accessRoutinesOption(BEModMetaRec *meta, const char *value) {
+    return accessRoutinesOptionOK(&meta->accessRoutines, value);
+}
+
+/* One word of "BRUN-GENERATION=", "no-" in front switches off. */
+bool brunWord(std::string_view word, bool *includeHook, bool *moduleId) {
+    constexpr std::string_view negation = "no-";
+    const bool isOn = strnCaseComp(Text(word).c_str(), negation.data(), negation.size()) != 0;
+    if (!isOn)
+        word.remove_prefix(negation.size());
+    if (strCaseComp(Text(word).c_str(), "include-brunhook") == 0)
+        *includeHook = isOn;
+    else if (strCaseComp(Text(word).c_str(), "mid") == 0)
+        *moduleId = isOn;
+    else
+        return false;
+    return true;
+}
+
+bool brunGenerationOption(BEModMetaRec *meta, const char *value) {
+    bool includeHook = meta->brunIncludeHook;
+    bool moduleId = meta->brunModuleId;
+    while (*value != '\0') {
+        const std::size_t length = std::strcspn(value, ":");
+        if (!brunWord({value, length}, &includeHook, &moduleId))
+            return false;
+        value += length;
+        /* A ":" at the end would have an empty part behind it. */
+        if (*value == ':' && *++value == '\0')
+            return false;
+    }
+    meta->brunIncludeHook = includeHook;
+    meta->brunModuleId = moduleId;
+    return true;
+}
+
+/* Only the browser tree has a use for it. */
+bool treeFileSuffixOption(BEModMetaRec *, const char *value) {
+    constexpr std::size_t MAX_LENGTH = 4;
+    return alnumSpecialStriOptionOK(nullptr, value, ".", 1, MAX_LENGTH);
+}
+
+bool codFuncPrefOption(BEModMetaRec *meta, const char *value) {
+    constexpr std::size_t MAX_LENGTH = 5;
+    return alnumSpecialStriOptionOK(&meta->codFuncPref, value, "_", 1, MAX_LENGTH);
+}
+
+struct ToolOption {
+    const char *name;
+    bool (*check)(BEModMetaRec *meta, const char *value);
+};
+
+constexpr ToolOption toolOptions[] = {
+    {"VERSION", versionOption},
+    {"VERBOSE=", verboseOption},
+    {"ENTRYTAG=", entryTagOption},
+    {"LOGFILE=", logFileOption},
+    {"TAB-CODFUNC=", tabCodFuncOption},
+    {"TAB-TSTFUNC=", tabTstFuncOption},
+    {"TAB-MORLA-PARAM=", tabMorlaParamOption},
+    {"TAB-VALUE-SET-N=", tabValueSetNOption},
+    {"ACCESS-ROUTINES=", accessRoutinesOption},
+    {"BRUN-GENERATION=", brunGenerationOption},
+    {"TREE-FILE-SUFFIX=", treeFileSuffixOption},
+    {"COD-FUNC-PREF=", codFuncPrefOption},
+};
+
+} // namespace
+
+bool globalBEOptionOK(BEModMetaRec *meta, const char *option) {
+    const char *text = parseBEOption(option, toolWord.data(), toolWord.size());
+    if (text == nullptr)
+        return true;
+    for (const ToolOption &row : toolOptions)
+        if (const char *value = isOptionStri(text, row.name))
+            return row.check(meta, value);
+    constexpr std::string_view taviPrefix = "TAVI-";
+    if (strnCaseComp(text, taviPrefix.data(), taviPrefix.size()) == 0)
+        return optionHooks.taviOptionOK == nullptr || optionHooks.taviOptionOK(text);
+    return false;
+}
+
+bool typeBEOptionOK(AsnType *, BETypMetaRec *meta, const char *option, bool) {
+    const char *text = parseBEOption(option, toolWord.data(), toolWord.size());
+    if (text == nullptr || meta == nullptr)
+        return true;
+    const char *value = isOptionStri(text, "ACCESS-ROUTINES=");
+    return value == nullptr || accessRoutinesOptionOK(&meta->accessRoutines, value);
+}
+
+bool valueBEOptionOK(AsnValue *, BEValMetaRec *, const char *) {
+    return true;
+}
