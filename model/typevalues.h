@@ -2,7 +2,7 @@
 
 #include "model/valuewalk.h"
 
-/* The values that belong to a type: its named numbers, its DEFAULT, its endpoints. */
+/* The values that belong to a type: its named numbers and its DEFAULT. */
 
 /* Named numbers, named bits or enumeration items; steps as in valuewalk.h. */
 AsnValue *firstNamedNumber(AsnType *type);
@@ -27,12 +27,6 @@ void forSortedEnumeratedValueArray(
    there is none. */
 void forDefaultValue(AsnType *comp, Call<void(AsnType *comp, AsnValue *value)> func);
 
-/* Least and greatest value or size of a type that has such; other types make no call. An end
-   without a bound is an infinity value, which has no governor. Fatal error 13 if there is no
-   endpoint. */
-void forTypeEndpoints(
-    AsnType *type,
-    Call<void(AsnType *type, AsnValue *low, bool lowClosed, AsnValue *high, bool highClosed)> func);
 /* Fills an empty handle with an infinity or another number that stands in no tree; only kind and
    value of `node` count. */
 void initInfinityValue(AsnValue *value, const VNode &node);

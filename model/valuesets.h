@@ -1,10 +1,7 @@
 #pragma once
 
-#include <list>
-#include <map>
-
+#include "model/setarithmetic.h"
 #include "store/call.h"
-#include "store/i64.h"
 
 /* What a type allows, flattened to ranges of 64-bit numbers: the values of an INTEGER or
    ENUMERATED, the sizes of a string or list. A type's set is built at the first question and kept
@@ -13,42 +10,14 @@
 struct AsnConstraint;
 struct AsnType;
 
-/* Both ends belong to the range. The least and the greatest number stand for infinity. */
-struct Int64Range {
-    sint64 lower;
-    sint64 upper;
-};
 struct Int32Range {
     std::int32_t lower = 0;
     std::int32_t upper = 0;
 };
 
-struct Int64Less {
-    bool operator()(sint64 a, sint64 b) const { return i64cmp(a, b) < 0; }
-};
-
-/* Ranges by rising `lower`. Neighbours may touch, and after a merge they may overlap: the order in
-   which ranges were added decides which are joined. */
-struct IntegerValueSet {
-    std::list<Int64Range> segs;
-    /* Ranges by `upper`, for merging into a large set; valid while `indexed`. */
-    std::map<sint64, std::list<Int64Range>::iterator, Int64Less> byUpper;
-    bool indexed = false;
-};
-
 /* Sets of a type: made if the type has none yet. */
 void initValueSet(AsnType *type);
 void initSizeValueSet(AsnType *type);
-/* Empties a set; null is left alone. */
-void freeIntegerValueSet(IntegerValueSet *set);
-/* Gives a set back that a type owned; null is left alone. */
-void delIntegerValueSet(IntegerValueSet *set);
-
-/* Set arithmetic on `a`; `b` is used up. An intersection of sets that cannot meet is empty, with a
-   warning on the standard error. Fatal error 13 if a merge finds the ranges out of order. */
-void mergeValueSets(IntegerValueSet *a, IntegerValueSet *b);
-void intersectValueSets(IntegerValueSet *a, IntegerValueSet *b);
-void excludeValueSets(IntegerValueSet *a, IntegerValueSet *b);
 /* Adds what the constraint says to `set`, which unions widen and ranges replace. */
 void makeValueSet(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint);
 

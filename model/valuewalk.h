@@ -39,13 +39,15 @@ struct AsnValue {
 
     bool hasCommentOption = false;   /* the position holds a comment option */
     BEValMetaRec *metaRec = nullptr; /* owned */
-    bool live = false;               /* false once given back */
 };
 
 /* An empty handle; getValuePath fills it. */
 AsnValue *newAsnValue(AsnModule *walkModule, AsnModule *ownerModule);
-/* Null, or a handle already given back, is left alone. */
+/* Gives back all that the handle owns; null is left alone. */
 void delAsnValue(AsnValue *value);
+/* Before a handle is filled that the walk of `father` (null at the top level) goes through: its
+   modules, its father and the bound of the walk stay, all else is emptied. */
+void clearAsnValue(AsnValue *value);
 
 /* Fills `value`, whose modules are set, from the current VNode. `kind` is KIND_VALUE or
    KIND_NAMED_NUMBER. Fatal error 13 if the value has no governing type, 15 for references that come

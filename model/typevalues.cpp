@@ -1,0 +1,142 @@
+#include "model/typevalues.h"
+
+#include <algorithm>
+
+#include "model/bounds.h"
+#include "model/hooks.h"
+#include "model/modules.h"
+#include "model/typequeries.h"
+#include "model/valuequeries.h"
+
+namespace {
+
+RecNr &numberCursor(AsnModule *module) {
+    return module->cursors[KIND_NAMED_NUMBER];
+}
+
+/* Each value is one above the one before it. */
+bool isContinuedValueSet(const std::int32_t *array, std::size_t count) {
+    for (std::size_t i = 1; i < count; ++i) {
+        if (std::int64_t{array[i]} != std::int64_t{array[i - 1]} + 1)
+            return false;
+    }
+    return count != 0;
+}
+
+/* The items of an enumeration before and behind its marker. */
+struct EnumItems {
+    std::vector<std::int32_t> roots;
+    std::vector<std::int32_t> additions;
+    bool marker = false;
+};
+
+EnumItems collectItems(AsnType *type) {
+    EnumItems items;
+    forEachNamedNumberExtMark(type, [&](AsnType *, AsnValue *value, int nbr) {
+        if (nbr < 0) {
+            items.marker = true;
+            items.additions.clear();
+            return;
+        }
+        std::int32_t number = 0;
+        if (!i64tol(int64Value(value), &number))
+            int64Warning(getModuleOfValue(value), value->base.lineNr, "Too large enumerated item");
+        (items.marker ? items.additions : items.roots).push_back(number);
+    });
+    return items;
+}
+
+} // namespace
+
+AsnValue *firstNamedNumber(AsnType *type) {
+    if (type->base.namedNumbersRec == 0)
+        return nullptr;
+    /* The numbers stand where the base does, which may be another module. */
+    AsnModule *module = type->walkModule;
+    AsnModule *ownModule = nullptr;
+    if (module->modRec != type->baseModule)
+        module = ownModule = newAsnModule(type->baseModule);
+    numberCursor(module) = type->base.namedNumbersRec;
+    if (!nextVNode(module, KIND_NAMED_NUMBER, true)) {
+        delAsnModule(ownModule);
+        return nullptr;
+    }
+    AsnValue *value = newAsnValue(module, ownModule == nullptr ? type->ownerModule : ownModule);
+    value->ownModule = ownModule;
+    value->guard.emplace(REC_VNODE);
+    getValuePath(nullptr, value, KIND_NAMED_NUMBER);
+    return value;
+}
+
+AsnValue *nextNamedNumber(AsnValue *value) {
+    value->guard->step(value->walkModule->modRec);
+    if (!nextVNode(value->walkModule, KIND_NAMED_NUMBER, true)) {
+        delAsnValue(value);
+        return nullptr;
+    }
+    clearAsnValue(value);
+    getValuePath(value->father, value, KIND_NAMED_NUMBER);
+    return value;
+}
+
+void forEachNamedNumberExtMark(AsnType *type,
+                               Call<void(AsnType *type, AsnValue *value, int nbr)> func) {
+    requireCall(func);
+    int nbr = 0;
+    for (AsnValue *value = firstNamedNumber(type); value != nullptr;
+         value = nextNamedNumber(value)) {
+        const RecNr cursor = numberCursor(value->walkModule);
+        func(type, value, isValueExtensionmarker(value) ? -1 : nbr++);
+        numberCursor(value->walkModule) = cursor;
+    }
+}
+
+void forEachNamedNumber(AsnType *type, Call<void(AsnType *type, AsnValue *value, int nbr)> func) {
+    requireCall(func);
+    forEachNamedNumberExtMark(type, [&](AsnType *, AsnValue *value, int nbr) {
+        if (nbr >= 0)
+            func(type, value, nbr);
+    });
+}
+
+int getNrOfNamedNumbers(AsnType *type) {
+    int count = 0;
+    forEachNamedNumber(type, [&](AsnType *, AsnValue *, int) { ++count; });
+    return count;
+}
+
+void forSortedEnumeratedValueArray(
+    AsnType *type,
+    Call<void(AsnType *type, int rootCount, const std::int32_t *rootArray, bool rootContinued,
+              int addCount, const std::int32_t *addArray, bool addContinued)>
+        func) {
+    requireCall(func);
+    if (getTypeMainType(type) != TYP_ENUM)
+        return;
+    EnumItems items = collectItems(type);
+    std::sort(items.roots.begin(), items.roots.end());
+    std::sort(items.additions.begin(), items.additions.end());
+    func(type, static_cast<int>(items.roots.size()), items.roots.data(),
+         isContinuedValueSet(items.roots.data(), items.roots.size()),
+         items.marker ? static_cast<int>(items.additions.size()) : -1,
+         items.marker ? items.additions.data() : nullptr,
+         isContinuedValueSet(items.additions.data(), items.additions.size()));
+}
+
+void forDefaultValue(AsnType *comp, Call<void(AsnType *comp, AsnValue *value)> func) {
+    requireCall(func);
+    if (comp->defaultValue == 0)
+        return;
+    AsnValue *value = newValueByNumber(comp->posModule, comp->defaultValue);
+    if (value == nullptr)
+        fatalError(FATAL_INTERNAL, "Cannot obtain a default value.");
+    func(comp, value);
+    delAsnValue(value);
+}
+
+void initInfinityValue(AsnValue *value, const VNode &node) {
+    value->posModule = value->baseModule = value->ownerModule->modRec;
+    value->base = node;
+    value->base.compStatus = VCS_DEFINITION;
+    value->metaRec = modelHooks.newBEValMetaRec == nullptr ? nullptr : modelHooks.newBEValMetaRec();
+}

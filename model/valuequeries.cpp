@@ -1,0 +1,198 @@
+#include "model/valuequeries.h"
+
+#include "driver/files.h"
+#include "model/bounds.h"
+#include "model/modules.h"
+#include "options/ketracnf.h"
+
+namespace {
+
+/* What a generator calls the infinities. */
+struct InfinityTexts {
+    const char *minus = "MINUS-INFINITY";
+    const char *plus = "PLUS-INFINITY";
+};
+InfinityTexts intInfinityStri;
+InfinityTexts realInfinityStri;
+
+/* Digits of a REAL unless the options say how many. */
+constexpr int DEFAULT_DECIMALS = 10;
+
+bool testValueInfinity(const AsnValue &value, bool plus) {
+    const int kind = value.base.valueKind;
+    return (kind == TYP_INTEGER || kind == TYP_REAL) && testInfinity(value.base, plus, kind);
+}
+
+Text &joined(Text &dst, const char *prefix, const Text &text, const char *suffix) {
+    dst = orEmpty(prefix) + text + orEmpty(suffix);
+    return dst;
+}
+
+Text &fixRecText(Text &dst, const char *prefix, const FixRec &fix, const char *suffix) {
+    if (fix.id == nullptr)
+        return joined(dst, prefix, "", suffix);
+    return printFixRec(dst, prefix, &fix, suffix);
+}
+
+/* The text of a special real, given those of the three cases. */
+const char *specialRealText(const realVal &real, const char *plus, const char *minus,
+                            const char *zero) {
+    switch (getSpecialRealVal(real)) {
+    case REAL_PLUS_INFINITY:
+        return plus;
+    case REAL_MINUS_INFINITY:
+        return minus;
+    default:
+        return zero;
+    }
+}
+
+} // namespace
+
+AsnType *getTypeOfValue(AsnValue *value) {
+    return value->governor;
+}
+AsnModule *getModuleOfValue(AsnValue *value) {
+    return value->ownerModule;
+}
+int getValueMainType(AsnValue *value) {
+    return value->base.valueKind;
+}
+int getValueCompStatus(AsnValue *value) {
+    return value->compStatus;
+}
+int getBaseValueCompStatus(AsnValue *value) {
+    return value->base.compStatus;
+}
+BEValMetaRec *getBEValMetaRec(AsnValue *value) {
+    return value->metaRec;
+}
+bool isValueCommentOption(AsnValue *value) {
+    return value->hasCommentOption;
+}
+bool isValueExtensionmarker(AsnValue *value) {
+    return value->base.valueKind == TYP_EXTENSION_MARKER;
+}
+
+bool isVisibleValue(AsnValue *value) {
+    return value->ownerModule->modRec->exportsMode == 0 ||
+           (value->base.valueFlags & VALUE_EXPORTED) != 0;
+}
+
+bool isPlusInfinity(AsnValue *value) {
+    return testValueInfinity(*value, true);
+}
+bool isMinusInfinity(AsnValue *value) {
+    return testValueInfinity(*value, false);
+}
+
+bool booleanValue(AsnValue *value) {
+    return valueBool(value->base);
+}
+
+std::int32_t integerValue(AsnValue *value) {
+    return int64ToInt32(valueInt(value->base), value->ownerModule, value->base.lineNr,
+                        "Integer value");
+}
+
+sint64 int64Value(AsnValue *value) {
+    return valueInt(value->base);
+}
+realVal realValue(AsnValue *value) {
+    return valueReal(value->base);
+}
+double doubleRealValue(AsnValue *value) {
+    return retRealVal(valueReal(value->base));
+}
+std::int32_t bitStringLength(AsnValue *value) {
+    return value->stringLength;
+}
+std::int32_t octetStringLength(AsnValue *value) {
+    return value->stringLength;
+}
+std::int32_t characterStringLength(AsnValue *value) {
+    return value->stringLength;
+}
+
+Text &getValueRef(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
+    return joined(dst, prefix, orEmpty(value->valueId.id), suffix);
+}
+
+Text &getValueId(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
+    return fixRecText(dst, prefix, value->valueId, suffix);
+}
+
+Text &getBaseValueId(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
+    return fixRecText(dst, prefix, value->baseId, suffix);
+}
+
+void setInfValueStri(const char *intMinus, const char *intPlus, const char *realMinus,
+                     const char *realPlus) {
+    auto replace = [](const char *&text, const char *by) {
+        if (by != nullptr)
+            text = by;
+    };
+    replace(intInfinityStri.minus, intMinus);
+    replace(intInfinityStri.plus, intPlus);
+    replace(realInfinityStri.minus, realMinus);
+    replace(realInfinityStri.plus, realPlus);
+}
+
+Text &booleanValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
+    return joined(dst, prefix, booleanValue(value) ? "TRUE" : "FALSE", suffix);
+}
+
+Text &integerValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
+    const sint64 number = int64Value(value);
+    if (i64ismax(number))
+        return joined(dst, prefix, intInfinityStri.plus, suffix);
+    if (i64ismin(number))
+        return joined(dst, prefix, intInfinityStri.minus, suffix);
+    return joined(dst, prefix, i64tostr(number), suffix);
+}
+
+Text &realValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
+    const realVal real = realValue(value);
+    if (isSpecialRealVal(real))
+        return joined(dst, prefix,
+                      specialRealText(real, realInfinityStri.plus, realInfinityStri.minus, "0"),
+                      suffix);
+    return joined(
+        dst, prefix,
+        formatText("{%s, %d, %d}", i64tostr(real.mantissa).c_str(), real.base, real.exponent),
+        suffix);
+}
+
+Text &doubleRealValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
+    const realVal real = realValue(value);
+    if (isSpecialRealVal(real))
+        return joined(dst, prefix, specialRealText(real, "DBL_MAX", "-DBL_MAX", "0.0"), suffix);
+    const int option = getGlobalOptions(value->ownerModule)->decimals;
+    const std::size_t wanted =
+        static_cast<std::size_t>(option == DECIMALS_BINARY ? DEFAULT_DECIMALS : option);
+    const Text mantissa = i64tostr(real.mantissa);
+    const std::size_t digits = mantissa.size() - (i64isneg(real.mantissa) ? 1 : 0);
+    const std::size_t zeros = wanted > digits ? wanted - digits : 0;
+    return joined(dst, prefix, mantissa + "." + Text(zeros, '0') + formatText("E%d", real.exponent),
+                  suffix);
+}
+
+void printBooleanValueToF(int file, const char *prefix, AsnValue *value, const char *suffix) {
+    Text text;
+    wToF(file, booleanValueStri(text, prefix, value, suffix));
+}
+
+void printIntegerValueToF(int file, const char *prefix, AsnValue *value, const char *suffix) {
+    Text text;
+    wToF(file, integerValueStri(text, prefix, value, suffix));
+}
+
+void printRealValueToF(int file, const char *prefix, AsnValue *value, const char *suffix) {
+    Text text;
+    wToF(file, realValueStri(text, prefix, value, suffix));
+}
+
+void printDoubleRealValueToF(int file, const char *prefix, AsnValue *value, const char *suffix) {
+    Text text;
+    wToF(file, doubleRealValueStri(text, prefix, value, suffix));
+}

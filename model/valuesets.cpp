@@ -1,0 +1,357 @@
+#include "model/valuesets.h"
+
+#include <cstdio>
+
+#include "model/bounds.h"
+#include "model/constraints.h"
+#include "model/typequeries.h"
+#include "model/typevalues.h"
+#include "model/valuequeries.h"
+#include "store/ketramac.h"
+
+namespace {
+
+/* A part of a constraint, by itself. */
+IntegerValueSet setOf(AsnType *type, AsnConstraint *constraint) {
+    IntegerValueSet set;
+    makeValueSet(&set, type, constraint);
+    return set;
+}
+
+void addElement(IntegerValueSet *set, AsnType *type, AsnConstraint *element) {
+    IntegerValueSet part = setOf(type, element);
+    mergeValueSets(set, &part);
+}
+
+void setToWholeIfEmpty(IntegerValueSet *set) {
+    if (set->segs.empty())
+        setToRange(set, i64min(), i64max());
+}
+
+/* The kinds that makeValueSet knows. */
+
+void addUnion(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint) {
+    forUnionConstraint(type, constraint, [&](AsnType *, AsnConstraint *element, int) {
+        addElement(set, type, element);
+    });
+}
+
+void addCatenation(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint) {
+    forEachCatenatedConstraint(type, constraint, [&](AsnType *, AsnConstraint *element) {
+        addElement(set, type, element);
+    });
+}
+
+void addIntersection(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint) {
+    forIntersectionConstraint(type, constraint, [&](AsnType *, AsnConstraint *element, int nbr) {
+        IntegerValueSet part = setOf(type, element);
+        if (nbr == 0)
+            moveValueSet(set, &part);
+        else
+            intersectValueSets(set, &part);
+    });
+}
+
+void addExcept(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint) {
+    forExceptConstraint(type, constraint,
+                        [&](AsnType *, AsnConstraint *included, AsnConstraint *excluded) {
+                            IntegerValueSet in = setOf(type, included);
+                            IntegerValueSet out = setOf(type, excluded);
+                            excludeValueSets(&in, &out);
+                            moveValueSet(set, &in);
+                        });
+}
+
+void addAllExcept(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint) {
+    forAllExceptConstraint(type, constraint, [&](AsnType *, AsnConstraint *excluded) {
+        IntegerValueSet out = setOf(type, excluded);
+        setToWholeIfEmpty(set);
+        excludeValueSets(set, &out);
+    });
+}
+
+/* An open end lies one further inward. */
+void addRange(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint) {
+    forValueRangeConstraint(
+        type, constraint,
+        [&](AsnType *, AsnValue *low, bool lowClosed, AsnValue *high, bool highClosed) {
+            setToRange(set, i64addl(int64Value(low), lowClosed ? 0 : 1),
+                       i64subl(int64Value(high), highClosed ? 0 : 1));
+        });
+}
+
+void addSingleValue(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint) {
+    forSingleValueConstraint(type, constraint, [&](AsnType *, AsnValue *value) {
+        setToRange(set, int64Value(value), int64Value(value));
+    });
+}
+
+void addSize(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint) {
+    forSizeConstraint(type, constraint,
+                      [&](AsnType *, AsnConstraint *size) { makeValueSet(set, type, size); });
+}
+
+void addContainedSubtype(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint) {
+    forContainedSubtypeConstraint(
+        type, constraint, [&](AsnType *, AsnConstraint *inner) { makeValueSet(set, type, inner); });
+}
+
+void addTable(IntegerValueSet *set, AsnType *, AsnConstraint *) {
+    setToWholeIfEmpty(set);
+}
+
+struct KindRow {
+    int kind;
+    void (*add)(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint);
+};
+constexpr KindRow kindRows[] = {
+    {SUB_UNION, addUnion},
+    {SUB_INTERSECTION, addIntersection},
+    {SUB_CATENATION, addCatenation},
+    {SUB_EXCEPT, addExcept},
+    {SUB_ALL_EXCEPT, addAllExcept},
+    {SUB_RANGE, addRange},
+    {SUB_SIZE, addSize},
+    {SUB_SINGLE_VALUE, addSingleValue},
+    {SUB_INCLUDES, addContainedSubtype},
+    {SUB_TABLE, addTable},
+};
+
+/* The flat set of a type, from its constraints. */
+void makeIntegerValueSet(AsnType *type, IntegerValueSet *set) {
+    freeIntegerValueSet(set);
+    if (isConstraints(type))
+        forEachTypeConstraint(type, [&](AsnType *, AsnConstraint *constraint) {
+            makeValueSet(set, type, constraint);
+        });
+    setToWholeIfEmpty(set);
+}
+
+/* The items, less those that the constraints leave out. */
+void makeEnumeratedValueSet(AsnType *type, IntegerValueSet *set) {
+    freeIntegerValueSet(set);
+    if (getTypeMainType(type) != TYP_ENUM)
+        return;
+    forEachNamedNumber(type, [&](AsnType *, AsnValue *value, int) {
+        IntegerValueSet item;
+        setToRange(&item, int64Value(value), int64Value(value));
+        mergeValueSets(set, &item);
+    });
+    if (!isConstraints(type))
+        return;
+    IntegerValueSet allowed;
+    forEachTypeConstraint(type, [&](AsnType *, AsnConstraint *constraint) {
+        makeValueSet(&allowed, type, constraint);
+    });
+    if (!allowed.segs.empty())
+        intersectValueSets(set, &allowed);
+}
+
+/* What size constraints say, other constraints left out. */
+void addSizeConstraint(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint) {
+    if (getConstraintKind(constraint) == SUB_SIZE)
+        makeValueSet(set, type, constraint);
+    forEachCatenatedConstraint(type, constraint, [&](AsnType *, AsnConstraint *element) {
+        addSizeConstraint(set, type, element);
+    });
+}
+
+bool hasValueSet(AsnType *type) {
+    return getTypeMainType(type) == TYP_INTEGER || getTypeMainType(type) == TYP_ENUM;
+}
+
+bool hasSizeSet(AsnType *type) {
+    const int mainType = getTypeMainType(type);
+    return mainType == TYP_BITSTR || mainType == TYP_OCTSTR || isListKind(mainType) ||
+           isRestrCharStringKind(mainType);
+}
+
+/* The set of a type that has one, built if this is the first question; null for other types. */
+const IntegerValueSet *valueSetOf(AsnType *type) {
+    if (!hasValueSet(type))
+        return nullptr;
+    if (type->valueSet == nullptr)
+        initValueSet(type);
+    return type->valueSet;
+}
+
+const IntegerValueSet *sizeSetOf(AsnType *type) {
+    if (!hasSizeSet(type))
+        return nullptr;
+    if (type->valueSet == nullptr)
+        initSizeValueSet(type);
+    return type->valueSet;
+}
+
+/* Either, if it isn't empty. */
+const IntegerValueSet *filledSetOf(AsnType *type) {
+    const IntegerValueSet *set = hasValueSet(type) ? valueSetOf(type) : sizeSetOf(type);
+    return set == nullptr || set->segs.empty() ? nullptr : set;
+}
+
+/* What the ends of a range are called in a warning. */
+struct BoundWords {
+    const char *lower;
+    const char *upper;
+};
+constexpr BoundWords valueWords = {"Lower bound of Integer/enumerated type",
+                                   "Upper bound of Integer/enumerated type"};
+constexpr BoundWords sizeWords = {"Size constraint lower bound too large",
+                                  "Size constraint upper bound too large"};
+
+std::int32_t toInt32(AsnType *type, sint64 number, const char *words) {
+    return int64ToInt32(number, getModuleOfType(type), getTypeDefinitionLine(type), words);
+}
+
+int walk64(AsnType *type, const IntegerValueSet &set,
+           Call<void(AsnType *type, const Int64Range *range, int nbr)> func) {
+    int nbr = 0;
+    for (const Int64Range &seg : set.segs) {
+        const Int64Range range = seg;
+        func(type, &range, nbr++);
+    }
+    return nbr;
+}
+
+int walk32(AsnType *type, const IntegerValueSet &set, const BoundWords &words,
+           Call<void(AsnType *type, const Int32Range *range, int nbr)> func) {
+    return walk64(type, set, [&](AsnType *, const Int64Range *range, int nbr) {
+        const std::int32_t lower = toInt32(type, range->lower, words.lower);
+        const Int32Range range32 = {lower, toInt32(type, range->upper, words.upper)};
+        func(type, &range32, nbr);
+    });
+}
+
+/* The set of one size constraint; empty for another constraint or type. */
+IntegerValueSet sizeConstraintSet(AsnType *type, AsnConstraint *constraint) {
+    IntegerValueSet set;
+    if (hasSizeSet(type) && getConstraintKind(constraint) == SUB_SIZE)
+        makeValueSet(&set, type, constraint);
+    return set;
+}
+
+bool beginsLike(const Int64Range &seg, const Int32Range *range) {
+    return int64ToInt32(seg.lower, nullptr, 0, nullptr) == range->lower;
+}
+
+} // namespace
+
+void initValueSet(AsnType *type) {
+    type->valueSet = new IntegerValueSet;
+    if (getTypeMainType(type) == TYP_INTEGER)
+        makeIntegerValueSet(type, type->valueSet);
+    else
+        makeEnumeratedValueSet(type, type->valueSet);
+}
+
+void initSizeValueSet(AsnType *type) {
+    type->valueSet = new IntegerValueSet;
+    forEachTypeConstraint(type, [&](AsnType *, AsnConstraint *constraint) {
+        addSizeConstraint(type->valueSet, type, constraint);
+    });
+}
+
+void makeValueSet(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint) {
+    for (const KindRow &row : kindRows) {
+        if (row.kind == getConstraintKind(constraint))
+            row.add(set, type, constraint);
+    }
+}
+
+bool isSimpleIntegerValueSet(AsnType *type) {
+    const IntegerValueSet *set = valueSetOf(type);
+    return set != nullptr && set->segs.size() == 1;
+}
+
+bool isSimpleSizeConstraintValueSet(AsnType *type) {
+    const IntegerValueSet *set = sizeSetOf(type);
+    return set != nullptr && set->segs.size() == 1;
+}
+
+bool isSizeConstraintValueSet(AsnType *type) {
+    const IntegerValueSet *set = sizeSetOf(type);
+    return set != nullptr && !set->segs.empty();
+}
+
+bool isExtensibleIntegerValueSet(AsnType *type) {
+    return (type->base.typeFlags & TYPE_EXTENSIBLE) != 0 && getTypeMainType(type) == TYP_INTEGER;
+}
+
+bool isExtensibleSizeConstraintValueSet(AsnType *type) {
+    const int mainType = getTypeMainType(type);
+    return (type->base.typeFlags & TYPE_EXTENSIBLE) != 0 &&
+           (mainType == TYP_BITSTR || mainType == TYP_OCTSTR || isListKind(mainType) ||
+            (mainType >= TYP_NUMSTR && mainType <= TYP_CHASTR));
+}
+
+bool isFirstIntegerValueSetSeg(AsnType *type, const Int32Range *range) {
+    const IntegerValueSet *set = filledSetOf(type);
+    return set != nullptr && beginsLike(set->segs.front(), range);
+}
+
+bool isFirstInt64ValueSetSeg(AsnType *type, const Int64Range *range) {
+    const IntegerValueSet *set = filledSetOf(type);
+    return set != nullptr && set->segs.front().lower == range->lower;
+}
+
+bool isLastIntegerValueSetSeg(AsnType *type, const Int32Range *range) {
+    const IntegerValueSet *set = filledSetOf(type);
+    return set != nullptr && beginsLike(set->segs.back(), range);
+}
+
+bool isLastInt64ValueSetSeg(AsnType *type, const Int64Range *range) {
+    const IntegerValueSet *set = filledSetOf(type);
+    return set != nullptr && set->segs.back().lower == range->lower;
+}
+
+int forIntegerValueSet(AsnType *type,
+                       Call<void(AsnType *type, const Int32Range *range, int nbr)> func) {
+    requireCall(func);
+    const IntegerValueSet *set = valueSetOf(type);
+    return set == nullptr ? 0 : walk32(type, *set, valueWords, func);
+}
+
+int forInt64ValueSet(AsnType *type,
+                     Call<void(AsnType *type, const Int64Range *range, int nbr)> func) {
+    requireCall(func);
+    const IntegerValueSet *set = valueSetOf(type);
+    return set == nullptr ? 0 : walk64(type, *set, func);
+}
+
+int forSizeConstraintValueSet(AsnType *type, AsnConstraint *constraint,
+                              Call<void(AsnType *type, const Int32Range *range, int nbr)> func) {
+    requireCall(func);
+    return walk32(type, sizeConstraintSet(type, constraint), sizeWords, func);
+}
+
+int forInt64SizeConstraintValueSet(
+    AsnType *type, AsnConstraint *constraint,
+    Call<void(AsnType *type, const Int64Range *range, int nbr)> func) {
+    requireCall(func);
+    return walk64(type, sizeConstraintSet(type, constraint), func);
+}
+
+void getInt64SizeConstraintEndpoints(AsnType *type, sint64 *low, sint64 *high, sint64 *alloc) {
+    *low = i64ltosint64(0);
+    *high = i64max();
+    const IntegerValueSet *set = sizeSetOf(type);
+    if (set != nullptr && !set->segs.empty()) {
+        *low = set->segs.front().lower;
+        *high = set->segs.back().upper;
+    }
+    const sint64 limit = i64ultosint64(type->base.typeOptions.sizeLimit);
+    *alloc = !i64iszero(limit) && i64cmp(limit, *high) < 0 ? limit : *high;
+}
+
+void getSizeConstraintEndpoints(AsnType *type, std::int32_t *low, std::int32_t *high,
+                                std::int32_t *alloc) {
+    *low = 0;
+    *high = INT32_MAX;
+    const IntegerValueSet *set = sizeSetOf(type);
+    if (set != nullptr && !set->segs.empty()) {
+        *low = toInt32(type, set->segs.front().lower, sizeWords.lower);
+        *high = toInt32(type, set->segs.front().upper, sizeWords.upper);
+    }
+    const std::int64_t limit = type->base.typeOptions.sizeLimit;
+    *alloc = limit != 0 && limit < *high ? static_cast<std::int32_t>(limit) : *high;
+}
