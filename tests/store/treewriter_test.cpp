@@ -36,10 +36,12 @@ TEST(TreeWriter, WorksOutStructuresFormsAndBounds) {
     w.define("Weight", w.integer(-5, 300)).exported(false);
     EXPECT_EQ(
         recordsOf(w),
-        "M1 \"Post_Office\" prefix \"post\" version 213/213 date 20240229 time 120000 types 4 entry 1 "
+        "M1 \"Post_Office\" prefix \"post\" version 213/213 date 20240229 time 120000 types 4 "
+        "entry 1 "
         "visible 2\n"
         "T1 \"weight\" INTEGER status 0 form ui8/none next 2 parent 4 constraint 1 bounds 0..255\n"
-        "T2 \"label\" IA5STR status 1 form stas8/ui8 next 3 parent 4 constraint 3 tags 1 bounds 1..8\n"
+        "T2 \"label\" IA5STR status 1 form stas8/ui8 next 3 parent 4 constraint 3 tags 1 bounds "
+        "1..8\n"
         "T3 - MARKER status 0 parent 4\n"
         "T4 \"Parcel\" SEQ status 5 ref 0:1 comps 3 form stru/ui8 next 5 node 0x2 flags 0xC1 entry "
         "0x7C categories 0x1\n"
@@ -90,8 +92,8 @@ TEST(TreeWriter, FollowsReferencesIntoOtherTrees) {
     TypeNode triple = user.findType("Triple");
     user.finish();
     EXPECT_EQ(triple->nrOfComps, 4); /* those of Pair with its marker, and one more */
-    EXPECT_EQ(triple->typeFlags, TYPE_HAS_OPTIONAL | TYPE_HAS_UNTAGGED | TYPE_HAS_MANDATORY |
-                                     TYPE_EXTENSIBLE);
+    EXPECT_EQ(triple->typeFlags,
+              TYPE_HAS_OPTIONAL | TYPE_HAS_UNTAGGED | TYPE_HAS_MANDATORY | TYPE_EXTENSIBLE);
     const TNode &list = user.tNodes[static_cast<std::size_t>(triple->refRecord - 1)];
     EXPECT_EQ(list.refModule, 2);
     EXPECT_EQ(list.refRecord, base.findType("Pair").nr);
@@ -105,10 +107,9 @@ TEST(TreeWriter, KeepsStringsOfThreeWidthsAndPlacesOfRecords) {
     w.defineValue("wide", w.ref("T"), w.text16Value(u"\u00E4\u4E00"));
     w.defineValue("wider", w.type(TYP_UNISTR), w.text32Value(U"\U0001F600"));
     std::string file = w.bytes();
-    EXPECT_EQ(file.substr(recordOffset(file, REC_STRI16, 1)),
-              std::string("\0\3\0\xE4\x4E\0\0\0"
-                          "\0\2\0\1\xF6\0\0\0\0\0",
-                          18));
+    EXPECT_EQ(file.substr(recordOffset(file, REC_STRI16, 1)), std::string("\0\3\0\xE4\x4E\0\0\0"
+                                                                          "\0\2\0\1\xF6\0\0\0\0\0",
+                                                                          18));
     EXPECT_EQ(peekTree(file, recordOffset(file, REC_TED, 1) + 4, 4),
               static_cast<std::uint32_t>(w.str("-PREFIX=t")));
     EXPECT_EQ(w.header().tedLast, 1);

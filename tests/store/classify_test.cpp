@@ -1,0 +1,341 @@
+#include "store/classify.h"
+
+#include <gtest/gtest.h>
+
+#include "store/records.h"
+#include "store/strings.h"
+#include "store/tree.h"
+#include "store/values.h"
+
+namespace {
+
+const auto exitsWith2 = testing::ExitedWithCode(2);
+
+/* Records made one by one, since most of these chains are more tangled than a compiler's. */
+struct Tangle {
+    ModRec *module = appendModRec(true);
+    Tangle() { module->filePrefix = "tangle"; }
+
+    RecNr type(int mainType, RecNr refRecord = 0, RecNr auxRecord = 0, std::int32_t refModule = 1) {
+        TNode node;
+        node.mainType = static_cast<std::uint8_t>(mainType);
+        node.refModule = refModule;
+        node.refRecord = refRecord;
+        node.auxRecord = auxRecord;
+        module->tNodes.push_back(node);
+        return recCount(module, REC_TNODE);
+    }
+    RecNr value(int kind, RecNr refRecord = 0, RecNr auxRecord = 0) {
+        VNode node;
+        node.valueKind = static_cast<std::uint8_t>(kind);
+        node.refModule = 1;
+        node.refRecord = refRecord;
+        node.auxRecord = auxRecord;
+        module->vNodes.push_back(node);
+        return recCount(module, REC_VNODE);
+    }
+    RecNr step(std::int32_t refModule, RecNr refRecord, RecNr next = 0) {
+        module->sNodes.push_back({refModule, refRecord, next});
+        return recCount(module, REC_SNODE);
+    }
+    TNode &at(RecNr nr) { return storedTNode(module, nr); }
+    void makeCurrent(RecNr nr) { readRec(module, REC_TNODE, nr); }
+    /* Import 2 is the predefined module. */
+    void importPredefined() {
+        PicRec *pic = createPicRec(module->imports, internStri(PREDEFINED_MODULE));
+        pic->picNr = 2;
+        pic->picMod = findOrCreateModRec("iso", "iso", PREDEFINED_MODULE);
+    }
+};
+
+RecNr skipped(Tangle *t, RecNr from, bool throughFields) {
+    t->makeCurrent(from);
+    skipTypes(throughFields);
+    return recJustRead[REC_TNODE].nr;
+}
+
+TEST(SkipTypes, FollowsReferencesAsFarAsAsked) {
+    Tangle t;
+    const RecNr integer = t.type(TYP_INTEGER);
+    const RecNr synonym = t.type(TYP_SYNONYM, integer);
+    const RecNr unresolved = t.type(TYP_SYNONYM, 0);
+    const RecNr throughUnresolved = t.type(TYP_SYNONYM, unresolved);
+    const RecNr selection = t.type(TYP_SELECTION, 99, t.step(1, synonym));
+    const RecNr last = t.step(1, synonym);
+    const RecNr field = t.type(TYP_FIELDLIST, integer, t.step(1, 98, last));
+    const RecNr toField = t.type(TYP_SYNONYM, field);
+    const RecNr always = t.type(TYP_FIELDLIST, 0, last, FIELDLIST_ALWAYS_FOLLOWED);
+    const RecNr byValue = t.type(TYP_FIELDLIST, 0, t.step(1, -t.value(TYP_INTEGER, synonym)));
+    const RecNr bare = t.type(TYP_FIELDLIST, integer);
+    struct Row {
+        RecNr from, plain, throughFields;
+    };
+    const Row rows[] = {
+        {integer, integer, integer},
+        {synonym, integer, integer},
+        {unresolved, unresolved, unresolved},
+        {throughUnresolved, unresolved, unresolved},
+        {selection, integer, integer},
+        {field, field, integer},
+        {toField, field, integer},
+        {always, integer, integer},
+        {byValue, byValue, integer},
+        {bare, bare, bare},
+    };
+    for (const Row &row : rows) {
+        EXPECT_EQ(skipped(&t, row.from, false), row.plain) << row.from;
+        EXPECT_EQ(skipped(&t, row.from, true), row.throughFields) << row.from;
+    }
+}
+
+TEST(SkipTypes, PathsIntoThePredefinedModuleTakeTheRecordOfTheFieldList) {
+    Tangle t;
+    t.importPredefined();
+    const RecNr open = t.type(TYP_OPEN);
+    const RecNr synonym = t.type(TYP_SYNONYM, open);
+    RecNr list = t.type(TYP_FIELDLIST, synonym, t.step(2, 5));
+    EXPECT_EQ(skipped(&t, list, true), open);
+    EXPECT_EQ(skipped(&t, list, false), list);
+    t.makeCurrent(list);
+    EXPECT_FALSE(skipFieldList());
+    EXPECT_EQ(tNode.mainType, TYP_OPEN);
+    /* A long chain of such lists costs no stack. */
+    const RecNr path = t.at(list).auxRecord;
+    for (int i = 0; i < 300000; ++i)
+        list = t.type(TYP_FIELDLIST, list, path);
+    EXPECT_EQ(skipped(&t, list, true), open);
+}
+
+TEST(SkipTypes, NotesTheFirstTopLevelInstantiation) {
+    Tangle t;
+    const RecNr base = t.type(TYP_SEQ);
+    const RecNr second = t.type(TYP_SYNONYM, base, 7);
+    const RecNr first = t.type(TYP_SYNONYM, second, 7);
+    const RecNr inner = t.type(TYP_SYNONYM, first, 7);
+    t.at(inner).parentRec = base;
+    t.makeCurrent(inner);
+    EXPECT_TRUE(isInstantiatedTNode());
+    EXPECT_FALSE(isTopLevelInstantiatedTNode());
+    NodePlace place;
+    skipTypesCatchInst(true, &place);
+    EXPECT_EQ(place, (NodePlace{t.module, first}));
+    EXPECT_EQ(recJustRead[REC_TNODE].nr, base);
+    t.makeCurrent(base);
+    skipTypesCatchInst(true, &place);
+    EXPECT_EQ(place, NodePlace{});
+    for (const int kind : {TYP_SELECTION, TYP_ANY, TYP_FIELDLIST}) {
+        t.makeCurrent(t.type(kind, 0, 7));
+        EXPECT_FALSE(isInstantiatedTNode()) << kind;
+    }
+}
+
+TEST(SkipTypes, BrokenChainsEndTheRun) {
+    Tangle t;
+    t.importPredefined();
+    const RecNr a = t.type(TYP_SYNONYM, 2);
+    t.type(TYP_SYNONYM, a);
+    const RecNr self = t.type(TYP_SELECTION, 0, t.step(1, 3));
+    const RecNr circle = t.type(TYP_FIELDLIST, 4, t.step(2, 1));
+    t.step(1, 1, 3);
+    const RecNr pathCircle = t.type(TYP_FIELDLIST, 0, 3);
+    for (const RecNr nr : {a, self, circle, pathCircle})
+        EXPECT_EXIT(skipped(&t, nr, true), exitsWith2,
+                    "^\nFATAL ERROR : Syntax tree inconsistent\n +tangle\n\n$")
+            << nr;
+    const RecNr least = std::numeric_limits<RecNr>::min();
+    const RecNr broken[] = {
+        t.type(TYP_SYNONYM, 99),
+        t.type(TYP_SYNONYM, 1, 0, 9),
+        t.type(TYP_SYNONYM, 1, 0, 0),
+        t.type(TYP_SELECTION, 0, 99),
+        t.type(TYP_SELECTION, 0, t.step(1, -1)),
+        t.type(TYP_FIELDLIST, 0, t.step(9, 1)),
+        t.type(TYP_FIELDLIST, 0, t.step(1, 0)),
+        t.type(TYP_FIELDLIST, 0, t.step(1, least)),
+        t.type(TYP_FIELDLIST, 0, t.step(1, 1, least)),
+    };
+    for (const RecNr nr : broken)
+        EXPECT_EXIT(skipped(&t, nr, true), exitsWith2, "Can not read record from syntax tree")
+            << nr;
+}
+
+TEST(SkipValues, FollowsSynonymsAndFields) {
+    Tangle t;
+    const RecNr number = t.value(TYP_INTEGER);
+    const RecNr synonym = t.value(TYP_SYNONYM, number);
+    const RecNr field = t.value(TYP_FIELDLIST, 0, t.step(1, -synonym));
+    const RecNr unresolved = t.value(TYP_SYNONYM);
+    const auto end = [&](RecNr from, bool throughFields) {
+        readRec(t.module, REC_VNODE, from);
+        skipValues(throughFields);
+        return recJustRead[REC_VNODE].nr;
+    };
+    EXPECT_EQ(end(synonym, false), number);
+    EXPECT_EQ(end(field, false), field);
+    EXPECT_EQ(end(field, true), number);
+    EXPECT_EQ(end(unresolved, true), unresolved);
+    const RecNr toType = t.value(TYP_FIELDLIST, 0, t.step(1, 1));
+    EXPECT_EXIT(end(toType, true), exitsWith2, "Can not read record");
+    storedVNode(t.module, number) = storedVNode(t.module, field);
+    EXPECT_EXIT(end(synonym, true), exitsWith2, "Syntax tree inconsistent");
+}
+
+TEST(Classify, TypesClassesAndSets) {
+    Tangle t;
+    const RecNr classes[] = {t.type(TYP_CLASS), t.type(TYP_TYPE_ID), t.type(TYP_ABSTR_STX)};
+    const RecNr integer = t.type(TYP_INTEGER);
+    const RecNr open = t.type(TYP_SYNONYM, t.type(TYP_OPEN));
+    const RecNr valueSet = t.type(TYP_SYNONYM, integer);
+    t.at(valueSet).nodeFlags = NODE_SET;
+    const auto kinds = [&](RecNr nr) {
+        t.makeCurrent(nr);
+        std::string letters;
+        letters += isTypeTNode() ? "T" : "";
+        letters += isClassTNode() ? "C" : "";
+        letters += isValueSetTNode() ? "V" : "";
+        letters += isObjSetTNode() ? "O" : "";
+        letters += isOpenObjClassFieldTypeTNode() ? "?" : "";
+        EXPECT_EQ(recJustRead[REC_TNODE].nr, nr);
+        return letters;
+    };
+    EXPECT_EQ(kinds(integer), "T");
+    EXPECT_EQ(kinds(open), "T?");
+    /* A reference to a set looks like its type; the set itself tells by its flag. */
+    EXPECT_EQ(kinds(valueSet), "TV");
+    EXPECT_EQ(kinds(t.type(TYP_SYNONYM, valueSet)), "T");
+    for (const RecNr nr : classes) {
+        EXPECT_EQ(kinds(nr), "C");
+        const RecNr objectSet = t.type(TYP_SYNONYM, nr);
+        EXPECT_EQ(kinds(objectSet), "C");
+        t.at(objectSet).nodeFlags = NODE_SET;
+        EXPECT_EQ(kinds(objectSet), "CO");
+    }
+    const RecNr setOfClass = t.type(TYP_CLASS);
+    t.at(setOfClass).nodeFlags = NODE_SET;
+    EXPECT_EQ(kinds(setOfClass), "O");
+}
+
+TEST(Classify, ValuesAndObjects) {
+    Tangle t;
+    const auto kinds = [&](RecNr nr, bool isSet) {
+        storedVNode(t.module, nr).valueFlags = isSet ? VALUE_SET : 0;
+        readRec(t.module, REC_VNODE, nr);
+        std::string letters;
+        letters += isValueVNode() ? "V" : "";
+        letters += isObjVNode() ? "O" : "";
+        letters += isValueSetVNode() ? "v" : "";
+        letters += isObjSetVNode() ? "o" : "";
+        EXPECT_EQ(recJustRead[REC_VNODE].nr, nr);
+        recJustRead[REC_VNODE] = {};
+        return letters;
+    };
+    const RecNr object = t.value(TYP_SYNONYM, t.value(TYP_CLASS));
+    const RecNr number = t.value(TYP_INTEGER);
+    EXPECT_EQ(kinds(number, false), "V");
+    EXPECT_EQ(kinds(number, true), "v");
+    EXPECT_EQ(kinds(object, false), "O");
+    EXPECT_EQ(kinds(object, true), "o");
+}
+
+TEST(Classify, FieldsOfClassesReferredToAsTypes) {
+    Tangle t;
+    const RecNr cls = t.type(TYP_CLASS);
+    const RecNr toClass = t.type(TYP_SYNONYM, cls);
+    struct Row {
+        std::int32_t status, refModule;
+        RecNr name;
+        std::uint32_t flags;
+        bool is;
+    };
+    const Row rows[] = {
+        {TCS_MANDATORY, 1, -4, 0, true},
+        {TCS_OPTIONAL, 0, 4, NODE_SET, true},
+        {TCS_OPTIONAL, 1, 4, 0, false},
+        {TCS_OPTIONAL, 1, 0, 0, false},
+        {TCS_OPTIONAL, 1, -4, NODE_VARIABLE_TYPE_FIELD, false},
+        {TCS_MANDATORY, FIELDLIST_ALWAYS_FOLLOWED, -4, 0, false},
+        {TCS_COMPOF, 1, -4, 0, false},
+        {TCS_CHOICE, 1, 0, 0, true},
+        {TCS_MULTIPLE, 1, 0, NODE_VARIABLE_TYPE_FIELD, true},
+        {TCS_HEADER, 1, 4, 0, true},
+        {TCS_PARAM_HEAD, 1, 4, 0, true},
+        {TCS_HEADER, 1, 0, 0, false},
+        {TCS_FORMAL, 1, 4, 0, false},
+    };
+    for (const Row &row : rows) {
+        const RecNr nr = t.type(TYP_FIELDLIST, toClass, 0, row.refModule);
+        t.at(nr).compStatus = row.status;
+        t.at(nr).nameIdx = row.name;
+        t.at(nr).nodeFlags = row.flags;
+        t.makeCurrent(nr);
+        EXPECT_EQ(isObjClassFieldTypeTNode(), row.is) << row.status << " " << row.name;
+        EXPECT_EQ(recJustRead[REC_TNODE].nr, nr);
+        if (row.is) {
+            getClassOfObjClassFieldTypeTNode();
+            EXPECT_EQ(recJustRead[REC_TNODE].nr, cls);
+        }
+    }
+    const RecNr toNoClass = t.type(TYP_FIELDLIST, t.type(TYP_INTEGER));
+    t.at(toNoClass).compStatus = TCS_CHOICE;
+    t.makeCurrent(toNoClass);
+    EXPECT_FALSE(isObjClassFieldTypeTNode());
+    EXPECT_EXIT(getClassOfObjClassFieldTypeTNode(), exitsWith2,
+                "Internal error\n +Trying to obtain class of an ObjectClassFieldType.\n");
+}
+
+TEST(Find, FirstDefinitionInListOrder) {
+    Tangle t;
+    const RecNr broken = 77;
+    for (const char *name : {"Late", "A", "B", "A", "C"}) {
+        const RecNr nr = t.type(TYP_NULL);
+        t.at(nr).nameIdx = putStri(t.module, name);
+        t.at(nr).next = nr + 1;
+    }
+    t.module->firstType = 2;
+    t.at(4).nameIdx = -t.at(4).nameIdx;
+    t.at(5).next = broken;
+    const auto find = [&](const char *name) {
+        return findTypeById(t.module, name) ? recJustRead[REC_TNODE].nr : 0;
+    };
+    EXPECT_EQ(find("B"), 3);
+    EXPECT_EQ(find("A"), 2);
+    EXPECT_EQ(find("C"), 5);
+    EXPECT_EQ(find("B"), 3);
+    EXPECT_EXIT(find("b"), exitsWith2, "Can not read record");
+    t.at(5).next = 2;
+    t.module->typesByName = {};
+    EXPECT_EXIT(find("Late"), exitsWith2, "Syntax tree inconsistent\n +tangle");
+
+    for (const char *name : {"x", "", "y"}) {
+        const RecNr nr = t.value(TYP_NULL);
+        storedVNode(t.module, nr).nameIdx = *name == '\0' ? 0 : putStri(t.module, name);
+        storedVNode(t.module, nr).next = nr < 3 ? nr + 1 : 0;
+    }
+    t.module->firstValue = 1;
+    EXPECT_FALSE(findValueById(t.module, "z"));
+    EXPECT_TRUE(findValueById(t.module, "y"));
+    EXPECT_EQ(recJustRead[REC_VNODE].nr, 3);
+    EXPECT_TRUE(findValueCompById(t.module, 2, "y"));
+    EXPECT_FALSE(findValueCompById(t.module, 2, "x"));
+    storedVNode(t.module, 3).next = 1;
+    recJustRead[REC_VNODE] = {};
+    EXPECT_EXIT(findValueCompById(t.module, 1, "z"), exitsWith2, "Syntax tree inconsistent");
+}
+
+TEST(Compare, NumbersAndReals) {
+    VNode a;
+    VNode b;
+    a.valueKind = b.valueKind = TYP_INTEGER;
+    setValueInt(&a, i64ltosint64(-1));
+    setValueInt(&b, i64make(0, 1));
+    EXPECT_EQ(compareValue(a, b), -1);
+    EXPECT_EQ(compareValue(b, a), 1);
+    a.valueKind = TYP_REAL;
+    setValueReal(&a, makeRealVal(i64ltosint64(5), 10, -1));
+    setValueReal(&b, makeRealVal(i64ltosint64(1), 2, -1));
+    EXPECT_EQ(compareValue(a, b), 0);
+    a.valueKind = TYP_BOOLEAN;
+    EXPECT_EQ(compareValue(a, b), 0);
+}
+
+} // namespace
