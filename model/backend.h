@@ -79,7 +79,7 @@ struct AsnType {
     std::uint8_t entryFlags = 0;      /* 0 for a type with a father */
     std::uint8_t entryCategories = 0; /* likewise */
     const char *path = nullptr; /* type name path in use when the handle was filled; borrowed */
-    int pathLength = -1; /* characters of it that lead to this type; -1: all that it holds */
+    int pathLength = -1;        /* characters of it that lead to this type; -1: all that it holds */
     TNode base;                 /* the base record with inherited option bits */
 
     std::vector<DynaNode> tagEntries; /* in order of creation: from the position to the base */
@@ -99,6 +99,7 @@ struct AsnType {
     int compCounter = 0;           /* while components are walked: number of the present one */
     bool lastCompOptional = false; /* while components are walked: the one before is OPTIONAL */
     int extMarkerNbr = -1;         /* number of the extension marker, once a walk has met it */
+    bool extMarkerSought = false;  /* a walk was made to find it */
     bool inCompOf = false;         /* shown to a call-back through COMPONENTS OF */
     RecNr walkSteps = 0;           /* siblings visited with this handle; bounds lists without end */
     std::vector<RecNr> siblings; /* of a walk in reverse order: its records, the first one first */

@@ -4,6 +4,7 @@
 
 #include "model/any.h"
 #include "model/bounds.h"
+#include "model/compwalk.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/othermodule.h"

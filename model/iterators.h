@@ -1,17 +1,17 @@
 #pragma once
 
 #include "model/backend.h"
+#include "model/compwalk.h"
 #include "store/call.h"
 
-/* Walks over types. `nbr` counts calls from 0. The place of a walk is a cursor of its module
-   handle: the forEach functions put it back around each call, users of first... and next... do so
-   themselves. A missing call-back is fatal error 18; a list without end is fatal error 15. */
+/* Walks over the types of a module, and from a type to what it is defined by. `nbr` counts calls
+   from 0. The place of a walk is a cursor of its module handle: the forEach functions put it back
+   around each call, users of first... and next... do so themselves. A missing call-back is fatal
+   error 18; a list without end is fatal error 15. */
 
 using TypeCall = Call<void(AsnType *type, int nbr)>;
 using BaseTypeCall = Call<void(AsnType *baseType)>;
 using TypePairCall = Call<void(AsnType *type, AsnType *baseType)>;
-using CompCall = Call<void(AsnType *father, AsnType *comp, int compNbr)>;
-using ElemCall = Call<void(AsnType *father, AsnType *elem)>;
 
 /* The types of a module. nextType refills the handle; at the end it deletes it and gives null. */
 AsnType *firstType(AsnModule *module);
@@ -26,26 +26,6 @@ void forEachEntryVisType(AsnModule *module, TypeCall func);
 void forTypeByRecNr(AsnModule *module, TypeCall func, int kind, RecNr rec);
 /* The entry type at `rec`, numbered as forEachEntryType does. */
 void forEntryTypeByRecNr(AsnModule *module, TypeCall func, RecNr rec);
-
-/* Components of SEQUENCE and SET, alternatives of CHOICE, extension markers among them; what
-   COMPONENTS OF brings in stands in its place. A synonym definition shows none. */
-void forEachTypeComp(AsnType *type, CompCall func);
-/* From the last to the first, with the same numbers. */
-void forEachTypeCompRevOrd(AsnType *type, CompCall func);
-/* The element of SEQUENCE OF or SET OF. */
-void forTypeElem(AsnType *type, ElemCall func);
-void forEachTypeCompOrElem(AsnType *type, CompCall func);
-
-/* The list of one record, without expansion of COMPONENTS OF. `nr` numbers automatic tags. With
-   `compsOnly` a type without components shows nothing; without it a list shows its element. */
-AsnType *firstTypeComp(AsnType *type, bool compsOnly, int nr);
-AsnType *nextTypeComp(AsnType *comp, int nr);
-AsnType *lastTypeComp(AsnType *type, int nr);
-AsnType *prevTypeComp(AsnType *comp, int nr);
-/* The engine of the walks over components: calls for the sons of `walked` as sons of `owner`, which
-   differ inside COMPONENTS OF only. `nr` counts automatic tags. One call-back is given. */
-void forEachSon(AsnType *owner, AsnType *walked, CompCall compFunc, ElemCall elemFunc, bool revOrd,
-                bool compsOnly, int *nr);
 
 /* A synonym definition and what it stands for. */
 void forSynonymType(AsnType *type, BaseTypeCall func);

@@ -21,7 +21,8 @@ Text &getTypeIdConvKindRaw(Text &dst, const char *prefix, AsnType *type, const c
                            int kind);
 Text &getTypeIdConvFix(Text &dst, const char *prefix, AsnType *type, const char *suffix,
                        const FixRec *fixRec);
-/* TCS_..., TYP_..., and the ASN.1 name of the base's main type. */
+/* TCS_..., TYP_..., and the ASN.1 name of the base's main type. A main type outside the table, or
+   one that is no built-in type for its name, empties `dst`. */
 Text &getTypeCompStatusStri(Text &dst, const char *prefix, AsnType *type, const char *suffix);
 Text &getTypeMainTypeStri(Text &dst, const char *prefix, AsnType *type, const char *suffix);
 Text &getTypeMainTypeRef(Text &dst, const char *prefix, AsnType *type, const char *suffix);

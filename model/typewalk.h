@@ -24,6 +24,9 @@ inline void getTypePath(AsnType *father, AsnType *son, bool followSelection) {
 /* Makes the next record of the walk current and moves the cursor behind it; false, and cursor 0, at
    the end. Kinds without types give false. `withSkipped` includes records that walks leave out. */
 bool nextTNode(AsnModule *module, int kind, bool withSkipped);
+/* The same for the record `rec` alone: does a walk of `kind` take it? Its cursor is then behind it.
+ */
+bool takeTNode(AsnModule *module, int kind, RecNr rec, bool withSkipped);
 
 /* The type at `typeRec` of module number `moduleNr`, as seen from `valueModule`: a partial handle
    on a module of its own, both to be deleted by the caller; null if it is no type or value set. */

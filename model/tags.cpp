@@ -1,0 +1,234 @@
+#include "model/tags.h"
+
+#include "driver/files.h"
+#include "model/iterators.h"
+#include "model/typetables.h"
+#include "store/records.h"
+
+namespace {
+
+constexpr const char *TAG_CLASS_WORDS[] = {"TAG_UNI", "TAG_APP", "TAG_CTX", "TAG_PRV"};
+
+const char *tagClassWord(int tagClass) {
+    return tagClass >= TAG_UNI && tagClass <= TAG_PRV ? TAG_CLASS_WORDS[tagClass] : "";
+}
+
+const DynaNode &tagEntry(const AsnType *type, int nbr) {
+    const int place = type->tags[static_cast<std::size_t>(nbr)];
+    return type->tagEntries[static_cast<std::size_t>(place)];
+}
+
+bool isSelectedTag(const AsnType *type, int nbr, int mask) {
+    const bool outermost = nbr == 0;
+    const bool innermost = nbr == type->nrOfTags - 1;
+    return (outermost && (mask & TAGS_OUTERMOST) != 0) ||
+           (innermost && (mask & TAGS_INNERMOST) != 0) ||
+           (!outermost && !innermost && (mask & TAGS_BETWEEN) != 0);
+}
+
+bool isLocalTag(const AsnType *type, int nbr) {
+    const DynaNode &entry = tagEntry(type, nbr);
+    return entry.module == type->posModule && entry.record == type->posRecord &&
+           entry.tag.tagClass != TAG_UNI;
+}
+
+/* Calls for the tags that `wanted` accepts; the call sees a copy. */
+template <typename Wanted>
+void callForTags(AsnType *type, const TagCall &func, bool reverse, Wanted wanted) {
+    const int count = type->nrOfTags;
+    for (int i = 0; i < count; ++i) {
+        const int nbr = reverse ? count - 1 - i : i;
+        if (!wanted(nbr))
+            continue;
+        const AsnTag tag = tagEntry(type, nbr).tag;
+        func(type, &tag, nbr);
+    }
+}
+
+void forLocalTags(AsnType *type, const TagCall &func, bool reverse) {
+    requireCall(func);
+    callForTags(type, func, reverse, [&](int nbr) { return isLocalTag(type, nbr); });
+}
+
+constexpr int ALL_TAGS = TAGS_OUTERMOST | TAGS_BETWEEN | TAGS_INNERMOST;
+constexpr int ALL_BUT_INNERMOST = TAGS_OUTERMOST | TAGS_BETWEEN;
+constexpr int ALL_BUT_OUTERMOST = TAGS_BETWEEN | TAGS_INNERMOST;
+
+/* One "if" that compares the current tag. */
+struct TagTest {
+    int file;
+    const char *tagRef;
+    bool equal;
+    int count = 0; /* alternatives written or in `line` */
+    Text line;
+    int nesting = 0;
+    ChainGuard alternatives{REC_TNODE};
+};
+
+void compareWithEnd(TagTest *test) {
+    test->line.append(test->tagRef).append(test->equal ? " != EOC_TAG" : " == EOC_TAG");
+}
+
+void ifTagEqual(TagTest *test, const AsnTag *tag) {
+    Text comparison;
+    getTagStri(comparison, test->equal ? " == " : " != ", tag, false, nullptr);
+    test->line.append(test->tagRef).append(comparison);
+}
+
+void compareWithOutermostTag(TagTest *test, AsnType *type) {
+    forOutermostTag(type, [&](AsnType *, const AsnTag *tag, int) { ifTagEqual(test, tag); });
+}
+
+/* An alternative of an untagged CHOICE: on a line of its own, behind the operator. Alternatives
+   that are untagged CHOICEs themselves are flattened; more alternatives than records means a CHOICE
+   that contains itself. */
+void ifChoiceTag(TagTest *test, AsnType *comp) {
+    if (comp->base.mainType == TYP_EXTENSION_MARKER)
+        return;
+    test->alternatives.step(comp->posModule);
+    if (comp->nrOfTags == 0 && comp->base.mainType == TYP_CHOICE) {
+        const NestingGuard guard(&test->nesting, comp->posModule);
+        forEachTypeComp(comp, [&](AsnType *, AsnType *inner, int) { ifChoiceTag(test, inner); });
+        return;
+    }
+    if (test->count > 0) {
+        wToF(test->file, test->line.append(test->equal ? " ||\n" : " &&\n"));
+        test->line = " ";
+    }
+    ++test->count;
+    if (comp->nrOfTags == 0)
+        compareWithEnd(test);
+    else
+        compareWithOutermostTag(test, comp);
+}
+
+} // namespace
+
+void forTags(AsnType *type, TagCall func, int mask, bool reverse) {
+    if (type->nrOfTags == 1 && mask == ALL_BUT_INNERMOST)
+        return;
+    requireCall(func);
+    callForTags(type, func, reverse, [&](int nbr) { return isSelectedTag(type, nbr, mask); });
+}
+
+void forEachTag(AsnType *type, TagCall func) {
+    forTags(type, func, ALL_TAGS, false);
+}
+
+void forEachTagRevOrd(AsnType *type, TagCall func) {
+    forTags(type, func, ALL_TAGS, true);
+}
+
+void forOutermostTag(AsnType *type, TagCall func) {
+    forTags(type, func, TAGS_OUTERMOST, false);
+}
+
+void forOutermostTags(AsnType *type, TagCall func) {
+    forTags(type, func, ALL_BUT_INNERMOST, false);
+}
+
+void forOutermostTagsRevOrd(AsnType *type, TagCall func) {
+    forTags(type, func, ALL_BUT_INNERMOST, true);
+}
+
+void forInnermostTag(AsnType *type, TagCall func) {
+    forTags(type, func, TAGS_INNERMOST, false);
+}
+
+void forInnermostTags(AsnType *type, TagCall func) {
+    forTags(type, func, ALL_BUT_OUTERMOST, false);
+}
+
+void forInnermostTagsRevOrd(AsnType *type, TagCall func) {
+    forTags(type, func, ALL_BUT_OUTERMOST, true);
+}
+
+void forEachLocalTag(AsnType *type, TagCall func) {
+    forLocalTags(type, func, false);
+}
+
+void forEachLocalTagRevOrd(AsnType *type, TagCall func) {
+    forLocalTags(type, func, true);
+}
+
+int getNrOfTags(AsnType *type) {
+    return type->nrOfTags;
+}
+
+int getNrOfLocalTags(AsnType *type) {
+    return type->nrOfLocalTags;
+}
+
+int getTagClass(const AsnTag *tag) {
+    return tag->tagClass;
+}
+
+int getTagNumber(const AsnTag *tag) {
+    return tag->tagNumber;
+}
+
+Text &getTagClassStri(Text &dst, const char *prefix, const AsnTag *tag, const char *suffix) {
+    dst = orEmpty(prefix);
+    return dst.append(tagClassWord(tag->tagClass)).append(orEmpty(suffix));
+}
+
+Text &getTagNumberStri(Text &dst, const char *prefix, const AsnTag *tag, const char *suffix) {
+    dst = orEmpty(prefix);
+    return dst.append(std::to_string(tag->tagNumber)).append(orEmpty(suffix));
+}
+
+Text &getTagStri(Text &dst, const char *prefix, const AsnTag *tag, bool constructed,
+                 const char *suffix) {
+    return getTagStriClassNumber(dst, prefix, tag->tagClass, constructed, tag->tagNumber, suffix);
+}
+
+Text &getTagStriClassNumber(Text &dst, const char *prefix, int tagClass, bool constructed,
+                            std::int32_t number, const char *suffix) {
+    /* TAG(TAG_CTX, TAG_PRI, 3) */
+    dst = orEmpty(prefix);
+    dst.append("TAG(").append(tagClassWord(tagClass));
+    dst.append(constructed ? ", TAG_STR" : ", TAG_PRI");
+    return dst.append(", ").append(std::to_string(number)).append(")").append(orEmpty(suffix));
+}
+
+int getBuiltinTypeTagClass(int mainType) {
+    return mainType >= 0 && mainType < BUILTIN_TYPES ? typeArr[mainType].tagClass : TAG_UNI;
+}
+
+Text &getBuiltinTypeTagClassStri(Text &dst, const char *prefix, int mainType, const char *suffix) {
+    const AsnTag tag{getBuiltinTypeTagClass(mainType), 0};
+    return getTagClassStri(dst, prefix, &tag, suffix);
+}
+
+int getBuiltinTypeTagNumber(int mainType) {
+    const bool builtin = mainType >= 0 && mainType < BUILTIN_TYPES;
+    return typeArr[builtin ? mainType : int{TYP_NONE}].tagNumber;
+}
+
+Text &getBuiltinTypeTagNumberStri(Text &dst, const char *prefix, int mainType, const char *suffix) {
+    const int number = getBuiltinTypeTagNumber(mainType);
+    dst = orEmpty(prefix);
+    if (number >= 0)
+        dst.append(std::to_string(number));
+    else if (number == typeArr[TYP_ANY].tagNumber)
+        dst.append("TNR_ANY");
+    else if (number == typeArr[TYP_CHOICE].tagNumber)
+        dst.append("TNR_CHOICE");
+    else
+        dst.append("TNR_NONE");
+    return dst.append(orEmpty(suffix));
+}
+
+void printIfTagForBER(int file, AsnType *type, const char *tagRef, bool isElse, bool equal) {
+    TagTest test{file, tagRef == nullptr ? "tag" : tagRef, equal, 0, {}, 0, ChainGuard(REC_TNODE)};
+    test.line = isElse ? "else if (" : "if (";
+    const int mainType = type->base.mainType;
+    if (type->nrOfTags == 0 && mainType == TYP_CHOICE)
+        forEachTypeComp(type, [&](AsnType *, AsnType *comp, int) { ifChoiceTag(&test, comp); });
+    else if (type->nrOfTags == 0 &&
+             (mainType == TYP_ANY || mainType == TYP_OPEN || mainType == TYP_FIELDLIST))
+        compareWithEnd(&test);
+    else
+        compareWithOutermostTag(&test, type);
+    wToF(file, test.line.append(")"));
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "model/backend.h"
+
+/* The parts of getTypePathN that follow the synonym chain and gather what stands along it: names,
+   tags, embedded text, constraints, endpoints and options. They work on the current TNode. */
+
+/* Fills the position of `son` and follows the chain; afterwards the base record is current, and all
+   records but that one have given their tags and constraints. The result is the option bits of
+   these records or-ed together. `*tagState` tells whether the next inner tag counts
+   (TAG_MODE_EXPLICIT). */
+std::uint32_t initSon(AsnType *son, AsnType *father, int *tagState, bool followSelection);
+/* What the current record adds to `son`. */
+void getTagsAndEmbeddingOpts(AsnType *son, int *tagState);
+void addConstraint(AsnType *son);
+/* Closes the chain of tags with the universal or the automatic tag. */
+void initSonTags(AsnType *father, AsnType *son, int tagState, int compNr);
+/* Applies the options of each record from `position` to the base, which is current afterwards. */
+void applyChainOptions(AsnType *son, const NodePlace &position, bool followSelection);

@@ -1,0 +1,89 @@
+#include "model/typeextension.h"
+
+#include "model/iterators.h"
+#include "model/typequeries.h"
+
+namespace {
+
+bool isExtensible(const AsnType *type) {
+    return (type->base.typeFlags & TYPE_EXTENSIBLE) != 0;
+}
+
+bool isSequenceOrSet(const AsnType *type) {
+    return type->base.mainType == TYP_SEQ || type->base.mainType == TYP_SET;
+}
+
+} // namespace
+
+bool isTypeExtensionmarker(AsnType *type) {
+    return type->base.mainType == TYP_EXTENSION_MARKER;
+}
+
+bool isTypeExtensionmarkerComp(AsnType *type) {
+    return isExtensible(type) && isStructuredType(type);
+}
+
+bool isExtensibleEnumeratedList(AsnType *type) {
+    return isExtensible(type) && type->base.mainType == TYP_ENUM;
+}
+
+int getTypeExtensionmarkerCompNbr(AsnType *type) {
+    /* A walk notes the number. A type may be extensible without a marker in its list. */
+    if (type->extMarkerNbr == -1 && !type->extMarkerSought && isExtensible(type)) {
+        type->extMarkerSought = true;
+        forEachTypeCompQuietly(type, [](AsnType *, AsnType *, int) {});
+    }
+    return type->extMarkerNbr;
+}
+
+bool isTypeExtension(AsnType *comp) {
+    AsnType *father = comp->father;
+    return father != nullptr && isTypeExtensionmarkerComp(father) &&
+           comp->compNbr > getTypeExtensionmarkerCompNbr(father);
+}
+
+bool isExtensionRootComponent(AsnType *father, AsnType *comp) {
+    return father != nullptr && (!isTypeExtensionmarkerComp(father) ||
+                                 comp->compNbr < getTypeExtensionmarkerCompNbr(father));
+}
+
+bool isExtensionAdditionComponent(AsnType *father, AsnType *comp) {
+    return father != nullptr && isTypeExtensionmarkerComp(father) &&
+           comp->compNbr > getTypeExtensionmarkerCompNbr(father);
+}
+
+bool isFirstExtensionAdditionComponent(AsnType *father, AsnType *comp) {
+    return isExtensionAdditionComponent(father, comp) &&
+           comp->compNbr == getTypeExtensionmarkerCompNbr(father) + 1;
+}
+
+bool isLastExtensionRootComponent(AsnType *father, AsnType *comp) {
+    return father != nullptr && comp->compNbr + 1 == getTypeExtensionmarkerCompNbr(father);
+}
+
+bool isMandatoryExtensionAdditionComponent(AsnType *father, AsnType *comp) {
+    return isExtensionAdditionComponent(father, comp) && isMandatoryTypeComp(comp);
+}
+
+bool isOptionalExtensionAdditionComponent(AsnType *father, AsnType *comp) {
+    return isExtensionAdditionComponent(father, comp) && !isMandatoryTypeComp(comp);
+}
+
+bool isFirstActualTypeComp(AsnType *comp) {
+    if (!isComponentType(comp))
+        return false;
+    if (comp->compNbr == 0)
+        return true;
+    AsnType *father = comp->father;
+    return comp->compNbr == 1 && father != nullptr && isTypeExtensionmarkerComp(father) &&
+           getTypeExtensionmarkerCompNbr(father) == 0;
+}
+
+bool prevTypeCompIsOptional(AsnType *comp) {
+    const bool inSequence = isMandatoryTypeComp(comp) || isOptionalTypeComp(comp);
+    return inSequence && comp->father != nullptr && comp->father->lastCompOptional;
+}
+
+bool lastTypeCompIsOptional(AsnType *type) {
+    return isSequenceOrSet(type) && type->lastCompOptional;
+}

@@ -1,0 +1,342 @@
+#include "model/typequeries.h"
+
+#include "model/iterators.h"
+#include "model/modules.h"
+#include "model/typeextension.h"
+#include "model/typenames.h"
+#include "options/catalogue.h"
+#include "options/ketracnf.h"
+#include "store/classify.h"
+#include "store/ketramac.h"
+#include "store/records.h"
+#include "store/strings.h"
+
+namespace {
+
+bool hasFirstFlag(const AsnType *type, TypeFlag flag) {
+    return (type->firstTypeFlags & flag) != 0;
+}
+
+bool hasBaseFlag(const AsnType *type, TypeFlag flag) {
+    return (type->base.typeFlags & flag) != 0;
+}
+
+bool testBit(std::uint32_t bits, int bit) {
+    return ((bits >> (static_cast<unsigned>(bit) % 32u)) & 1u) != 0;
+}
+
+bool isSequenceOrSet(const AsnType *type) {
+    return type->base.mainType == TYP_SEQ || type->base.mainType == TYP_SET;
+}
+
+/* Number of sons of a SEQUENCE or SET for which `wanted` holds, COMPONENTS OF expanded. */
+int countComps(AsnType *type, Call<bool(AsnType *comp)> wanted) {
+    int count = 0;
+    if (isSequenceOrSet(type))
+        forEachTypeCompQuietly(type, [&](AsnType *, AsnType *comp, int) { count += wanted(comp); });
+    return count;
+}
+
+} // namespace
+
+int getTypeMainType(AsnType *type) {
+    return type->base.mainType;
+}
+
+int getTypeCompStatus(AsnType *type) {
+    return type->compStatus;
+}
+
+int getBaseTypeCompStatus(AsnType *type) {
+    return type->base.compStatus;
+}
+
+int getTypeCompNbr(AsnType *type) {
+    return type->compNbr;
+}
+
+int getNrOfTypeComps(AsnType *type) {
+    return isListType(type) ? 1 : type->base.nrOfComps;
+}
+
+int getTypeElemMainType(AsnType *type) {
+    if (!isListType(type))
+        return TYP_NONE;
+    const std::int32_t moduleNr = type->base.refModule == 0 ? 1 : type->base.refModule;
+    readRec(getModPtr(type->baseModule, moduleNr), REC_TNODE, type->base.refRecord);
+    skipTypes(true);
+    return tNode.mainType;
+}
+
+std::int32_t getTypeDefinitionLine(AsnType *type) {
+    return type->base.lineNr;
+}
+
+int getTypeDefinitionLevel(AsnType *type) {
+    return type->defLevel;
+}
+
+RecNr getUniqueTypeNr(AsnType *type) {
+    return type->posRecord - 1;
+}
+
+RecNr getUniqueBaseTypeNr(AsnType *type) {
+    return type->baseRecord - 1;
+}
+
+BETypMetaRec *getBETypMetaRec(AsnType *type) {
+    return type->metaRec;
+}
+
+AsnModule *getModuleOfType(AsnType *type) {
+    return type->ownerModule;
+}
+
+AsnType *getFatherOfTypeComp(AsnType *type) {
+    return type->father;
+}
+
+bool isPartialTypeInfo(AsnType *type) {
+    return type->partial;
+}
+
+bool isTypeCommentOption(AsnType *type) {
+    return type->hasCommentOption;
+}
+
+TypeOptions *getTypeOptions(AsnType *type) {
+    return &type->typeOptions;
+}
+
+bool testTypeOption(AsnType *type, int bit) {
+    return testBit(type->base.optionBits, bit);
+}
+
+bool isRecursiveType(AsnType *type) {
+    return hasFirstFlag(type, TYPE_RECURSIVE);
+}
+
+bool isRecursiveBaseType(AsnType *type) {
+    return hasBaseFlag(type, TYPE_RECURSIVE);
+}
+
+bool isInstantiatedType(AsnType *type) {
+    return hasFirstFlag(type, TYPE_INSTANTIATED);
+}
+
+bool isTopLevelInstantiatedType(AsnType *type) {
+    return hasFirstFlag(type, TYPE_TOP_LEVEL_INSTANTIATED);
+}
+
+bool isMandatoryTypeComps(AsnType *type) {
+    return hasBaseFlag(type, TYPE_HAS_MANDATORY);
+}
+
+bool isOptionalTypeComps(AsnType *type) {
+    return hasBaseFlag(type, TYPE_HAS_OPTIONAL);
+}
+
+bool isUntaggedChoiceOrOpenTypeComps(AsnType *type) {
+    return hasBaseFlag(type, TYPE_HAS_UNTAGGED);
+}
+
+int getVF(AsnType *type) {
+    return type->base.valueFieldCode;
+}
+
+int getVFSize(AsnType *type) {
+    return type->base.controlFieldCode;
+}
+
+ValueField getValueField(AsnType *type) {
+    return {type->base.valueFieldCode, type->base.controlFieldCode};
+}
+
+bool isSynonymType(AsnType *type) {
+    return isDefinedType(type) && type->firstMainType == TYP_SYNONYM;
+}
+
+bool isDefinedType(AsnType *type) {
+    return type->compStatus == TCS_HEADER;
+}
+
+bool isDefinedBaseType(AsnType *type) {
+    return type->base.compStatus == TCS_HEADER;
+}
+
+bool isSelectionType(AsnType *type) {
+    return type->base.mainType == TYP_SELECTION;
+}
+
+bool isComponentType(AsnType *type) {
+    return type->compStatus == TCS_MANDATORY || type->compStatus == TCS_OPTIONAL ||
+           type->compStatus == TCS_CHOICE;
+}
+
+bool isCompOrElemType(AsnType *type) {
+    return isComponentType(type) || isElemType(type);
+}
+
+bool isElemType(AsnType *type) {
+    return type->compStatus == TCS_MULTIPLE;
+}
+
+bool isStructuredType(AsnType *type) {
+    return isStructureKind(type->base.mainType);
+}
+
+bool isListType(AsnType *type) {
+    return isListKind(type->base.mainType);
+}
+
+bool isRestrCharStringType(AsnType *type) {
+    return isRestrCharStringKind(type->base.mainType);
+}
+
+bool isAnyDefinedByType(AsnType *type) {
+    return type->base.mainType == TYP_ANY && type->base.auxRecord != 0;
+}
+
+bool isTypeWithPredefinedTag(AsnType *type) {
+    const int mainType = type->base.mainType;
+    return mainType != TYP_CHOICE && mainType != TYP_ANY && mainType != TYP_OPEN;
+}
+
+bool isMandatoryTypeComp(AsnType *type) {
+    return type->compStatus == TCS_MANDATORY;
+}
+
+bool isOptionalTypeComp(AsnType *type) {
+    return type->compStatus == TCS_OPTIONAL;
+}
+
+bool isDefaultValue(AsnType *type) {
+    return type->defaultValue != 0;
+}
+
+bool isDefaultValueComps(AsnType *type) {
+    return countComps(type, isDefaultValue) > 0;
+}
+
+bool isNamedNumbers(AsnType *type) {
+    const int mainType = type->base.mainType;
+    return (mainType == TYP_INTEGER || mainType == TYP_ENUM || mainType == TYP_BITSTR) &&
+           type->base.namedNumbersRec != 0;
+}
+
+bool isBaseTypeInCurrentModule(AsnType *type) {
+    if (type->posModule != type->baseModule)
+        return false;
+    return !type->inCompOf || type->father->baseModule == type->baseModule;
+}
+
+bool isTheSameTypeModule(AsnType *a, AsnType *b) {
+    return a->posModule == b->posModule;
+}
+
+bool isTheSameType(AsnType *a, AsnType *b) {
+    const int mainType = a->base.mainType;
+    if (mainType != b->base.mainType)
+        return false;
+    if (a->baseModule == b->baseModule && a->baseRecord == b->baseRecord)
+        return true;
+    return mainType != TYP_ENUM && !isStructureKind(mainType) && !isListKind(mainType);
+}
+
+bool isConstraints(AsnType *type) {
+    const auto &places = type->constraintList.places;
+    if (places.size() != 1)
+        return !places.empty();
+    readRec(places.front().module, REC_SUB, places.front().nr);
+    return subRec.subKind != SUB_PASSED_OVER;
+}
+
+bool isLeafType(AsnType *type) {
+    if (testTypeOption(type, OPT_SKIPPED))
+        return true;
+    return getNrOfTypeComps(type) == 0 && !isTypeExtensionmarkerComp(type);
+}
+
+bool isMorlaLeafType(AsnType *type) {
+    return isListType(type) || isLeafType(type);
+}
+
+int getNrOfMandatoryTypeComps(AsnType *type) {
+    return countComps(type, isMandatoryTypeComp);
+}
+
+int getNrOfOptionalTypeComps(AsnType *type) {
+    return countComps(type, [](AsnType *comp) { return !isMandatoryTypeComp(comp); });
+}
+
+bool isEntryType(AsnType *type) {
+    return getNrOfEntryTypes(type->ownerModule) > 0 && (type->entryFlags & ENTRY_TYPE_FLAG) != 0;
+}
+
+bool isEntryTypeFunction(AsnType *type, int function) {
+    return getNrOfEntryTypes(type->ownerModule) > 0 && testBit(type->entryFlags, function);
+}
+
+bool isEntryBaseType(AsnType *type) {
+    return (type->base.entryFlags & ENTRY_TYPE_FLAG) != 0;
+}
+
+bool typeIsInEntryCategory(AsnType *type, int category) {
+    return isEntryType(type) && testBit(type->entryCategories, category);
+}
+
+bool isVisibleType(AsnType *type) {
+    return getNrOfVisibleTypes(type->ownerModule) >= 1 &&
+           (type->ownerModule->modRec->exportsMode == 0 ||
+            (type->base.nodeFlags & NODE_EXPORTED) != 0);
+}
+
+const char *getEntrySymbolByName(AsnType *type) {
+    Text name;
+    getTypeRef(name, nullptr, type, nullptr);
+    const FixChain &entries = getGlobalOptions(type->ownerModule)->entries;
+    const FixRec *record = findGlbFixRecByName(entries, name.c_str());
+    return record == nullptr ? nullptr : record->pref;
+}
+
+bool isEntrySymbol(AsnType *type) {
+    return isEntryType(type) && getEntrySymbolByName(type) != nullptr;
+}
+
+Text &getEntrySymbol(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
+    const char *symbol = getEntrySymbolByName(type);
+    dst.clear();
+    if (symbol != nullptr)
+        dst.append(orEmpty(prefix)).append(symbol).append(orEmpty(suffix));
+    return dst;
+}
+
+bool isDefiniteLengthEncoding(AsnType *type) {
+    const int form = getGlobalOptions(type->ownerModule)->definiteLen;
+    if (form == LENGTH_DEFINITE)
+        return true;
+    if (form != LENGTH_DEFINITE_INDEFINITE_COMPS && form != LENGTH_DEFINITE_DEFINITE_COMPS)
+        return false;
+    const std::uint8_t ofType = type->typeOptions.definiteLength;
+    if (ofType == LENGTH_FORM_NOT_SET)
+        return isDefinedType(type) || form == LENGTH_DEFINITE_DEFINITE_COMPS;
+    return ofType == 1;
+}
+
+void forEachTypeCommentOption(AsnType *type,
+                              Call<void(AsnType *type, const char *option, int nbr)> func) {
+    requireCall(func);
+    if (!type->hasCommentOption)
+        return;
+    readRec(type->posModule, REC_TNODE, type->posRecord);
+    const RecNr last = tNode.tedLast;
+    int nbr = 0;
+    for (RecNr nr = tNode.tedFirst; nr <= last; ++nr) {
+        readRec(type->posModule, REC_TED, nr);
+        if (tedRec.tedKind != TED_BACKEND_OPTION || tedRec.tedText == 0)
+            continue;
+        const char *option = parseBECommentOption(getStri(type->posModule, tedRec.tedText));
+        if (option != nullptr)
+            func(type, option, nbr++);
+    }
+}
