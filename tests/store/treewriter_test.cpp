@@ -63,19 +63,22 @@ TEST(TreeWriter, WorksOutStructuresFormsAndBounds) {
         "C5 kind 10 flags 0x60 first 6 second 7\n");
 }
 
-TEST(TreeWriter, MakesPointersOfCirclesButNotThroughLists) {
+TEST(TreeWriter, MakesPointersOfCirclesAndListsOfElementsThatCloseOne) {
     TreeWriter w("Loops", "loops");
     w.define("Node", w.sequence({w.comp("next", w.ref("Node")).optional()}));
     w.define("A", w.choice({w.comp("b", w.ref("B")), w.comp("end", w.null())}));
     w.define("B", w.sequence({w.comp("inner", w.sequence({w.comp("a", w.ref("A"))}))}));
-    w.define("Tree", w.sequence({w.comp("sons", w.listOf(TYP_SETOF, w.ref("Tree"))),
-                                 w.comp("node", w.ref("Node"))}));
+    w.define("Tree", w.sequence({w.comp("sons", w.listOf(TYP_SETOF, w.ref("Tree"), 1, 4)),
+                                 w.comp("nodes", w.listOf(TYP_SETOF, w.ref("Node"), 1, 4))}));
     w.finish();
     auto flagsOf = [&](std::string_view name) { return w.findType(name)->typeFlags; };
     EXPECT_EQ(flagsOf("Node") & TYPE_RECURSIVE, TYPE_RECURSIVE);
     EXPECT_EQ(flagsOf("A") & TYPE_RECURSIVE, TYPE_RECURSIVE);
     EXPECT_EQ(flagsOf("B") & TYPE_RECURSIVE, TYPE_RECURSIVE);
-    EXPECT_EQ(flagsOf("Tree") & TYPE_RECURSIVE, 0);
+    EXPECT_EQ(flagsOf("Tree") & TYPE_RECURSIVE, TYPE_RECURSIVE);
+    const TNode &sons = w.tNodes[static_cast<std::size_t>(w.findType("Tree")->refRecord - 1)];
+    EXPECT_EQ(sons.valueFieldCode, VF_LIST);
+    EXPECT_EQ(w.tNodes[static_cast<std::size_t>(sons.next - 1)].valueFieldCode, VF_STRU);
     int pointers = 0;
     for (const TNode &node : w.tNodes)
         pointers += (node.optionBits & optionMask(OPT_POINTER)) != 0 ? 1 : 0;

@@ -112,14 +112,15 @@ ProgramRun runProgram(const WorkDir &dir, const std::string &program,
 
 namespace {
 
-/* Length of a time stamp at `start`, as the pattern says with "9" for one or more digits; 0 if there is
-   none. */
+/* Length of a time stamp at `start`, as the pattern says with "9" for one or more digits; 0 if
+   there is none. */
 std::size_t stampLength(const std::string &text, std::size_t start) {
     std::size_t place = start;
     for (const char *p = "on 9.9.9 at 9:9.9"; *p != '\0'; ++p) {
         std::size_t before = place;
         if (*p == '9')
-            while (place < text.size() && std::isdigit(static_cast<unsigned char>(text[place])) != 0)
+            while (place < text.size() &&
+                   std::isdigit(static_cast<unsigned char>(text[place])) != 0)
                 ++place;
         else if (place < text.size() && text[place] == *p)
             ++place;

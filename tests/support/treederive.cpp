@@ -64,14 +64,44 @@ TypePlace baseType(TypePlace place) {
     return place;
 }
 
+namespace {
+
+/* Sets the place of an item of a type, which may lie in another tree. */
+void resolveItem(TreeWriter &tree, VNode &value, const TreeWriter::ValueNotes &notes) {
+    TypeNode type = tree.findType(notes.refType);
+    if (type.nr == 0)
+        return;
+    TypePlace place{&tree, type.nr};
+    for (int steps = 0; steps < MAX_CHAIN; ++steps) {
+        TypePlace next = referredType(place);
+        if (next.tree == nullptr)
+            break;
+        if (next.tree != place.tree)
+            value.refModule = place.rec().refModule;
+        place = next;
+    }
+    auto nameOf = [&](const VNode &item) {
+        return item.nameIdx > 0 ? place.tree->strings8[at(item.nameIdx)] : std::string();
+    };
+    RecNr item = place.rec().namedNumbersRec;
+    while (item != 0 && nameOf(place.tree->vNodes[at(item)]) != notes.refName)
+        item = place.tree->vNodes[at(item)].next;
+    value.refRecord = item;
+}
+
+} // namespace
+
 void resolveReferences(TreeWriter &tree) {
     for (std::size_t i = 0; i < tree.tNodes.size(); ++i)
         if (tree.tNodes[i].mainType == TYP_SYNONYM && tree.tNodes[i].refRecord == 0)
             tree.tNodes[i].refRecord = referredType({&tree, static_cast<RecNr>(i + 1)}).nr;
     for (std::size_t i = 0; i < tree.vNodes.size(); ++i) {
         VNode &value = tree.vNodes[i];
-        if (!tree.valueNotes[i].refName.empty())
-            value.refRecord = tree.findValue(tree.valueNotes[i].refName).nr;
+        const TreeWriter::ValueNotes &notes = tree.valueNotes[i];
+        if (!notes.refType.empty())
+            resolveItem(tree, value, notes);
+        else if (!notes.refName.empty())
+            value.refRecord = tree.findValue(notes.refName).nr;
         /* A value is governed by what its type refers to, as long as that adds nothing. */
         if (value.governorRec <= 0 || value.governorModule != 1)
             continue;

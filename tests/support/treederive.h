@@ -9,8 +9,8 @@ void resolveReferences(TreeWriter &tree);
 void governConstraints(TreeWriter &tree);
 /* Numbers of components and flags of structures, endpoints, value forms and control members. */
 void deriveTypes(TreeWriter &tree);
-/* Marks the types of a circle, and makes a pointer of each component that closes one; a list ends a
-   circle, since its elements lie outside the structure. */
+/* Marks the types of a circle and makes a pointer of each component that closes one. A list of such
+   elements has no fixed array, since its elements lie outside the structure. */
 void markRecursion(TreeWriter &tree);
 /* Counts of the header, and the ranges of options and embedded text. */
 void layOutHeader(TreeWriter &tree);

@@ -121,15 +121,15 @@ void chooseStringForm(TNode &node, Bounds bounds) {
     }
 }
 
-void chooseListForm(TNode &node, Bounds bounds, bool arrayWanted) {
+void chooseListForm(TNode &node, Bounds bounds, const TreeWriter::TypeNotes &notes) {
     const bool isOpen = (node.typeFlags & TYPE_EXTENSIBLE) != 0;
-    if (arrayWanted || (!isOpen && bounds.high <= MAX_ARRAY))
+    if (notes.arrayWanted || (!notes.listWanted && !isOpen && bounds.high <= MAX_ARRAY))
         setForm(node, VF_STRU, sizeForm(bounds.high));
     else
         setForm(node, VF_LIST);
 }
 
-void chooseForm(TNode &node, Bounds bounds, bool arrayWanted) {
+void chooseForm(TNode &node, Bounds bounds, const TreeWriter::TypeNotes &notes) {
     switch (node.mainType) {
     case TYP_BOOLEAN:
         return setForm(node, VF_BOOL);
@@ -157,7 +157,7 @@ void chooseForm(TNode &node, Bounds bounds, bool arrayWanted) {
         return setForm(node, VF_EXTERNAL_1994);
     case TYP_SEQOF:
     case TYP_SETOF:
-        return chooseListForm(node, bounds, arrayWanted);
+        return chooseListForm(node, bounds, notes);
     case TYP_BITSTR:
     case TYP_OCTSTR:
         return chooseStringForm(node, bounds);
@@ -186,7 +186,7 @@ void deriveTypes(TreeWriter &tree) {
         if (node.mainType == TYP_SEQOF || node.mainType == TYP_SETOF)
             node.nrOfComps = 1;
         if (!notes.formGiven)
-            chooseForm(node, bounds, notes.arrayWanted);
+            chooseForm(node, bounds, notes);
     }
 }
 

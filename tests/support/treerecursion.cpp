@@ -12,20 +12,24 @@ std::size_t at(RecNr nr) {
     return static_cast<std::size_t>(nr - 1);
 }
 
-/* A reference inside a definition to another one. */
+/* A reference inside a definition to another one; `list` is the list whose element it is, 0 for
+ * none. */
 struct Edge {
     RecNr reference;
     RecNr target;
+    RecNr list;
 };
 
-/* Adds the references of a node and of what is nested in it, lists left out. */
-void addEdges(const TreeWriter &tree, RecNr nr, std::vector<Edge> &edges) {
+/* Adds the references of a node and of what is nested in it. */
+void addEdges(const TreeWriter &tree, RecNr nr, RecNr list, std::vector<Edge> &edges) {
     const TNode &node = tree.tNodes[at(nr)];
     if (node.mainType == TYP_SYNONYM && node.refModule <= 1 && node.refRecord > 0)
-        edges.push_back({nr, node.refRecord});
+        edges.push_back({nr, node.refRecord, list});
+    else if (isListKind(node.mainType) && node.refModule <= 1 && node.refRecord > 0)
+        addEdges(tree, node.refRecord, nr, edges);
     else if (isStructureKind(node.mainType))
         for (RecNr comp = node.refRecord; comp != 0; comp = tree.tNodes[at(comp)].next)
-            addEdges(tree, comp, edges);
+            addEdges(tree, comp, 0, edges);
 }
 
 /* Finds the groups of definitions that reach one another (Tarjan), without recursion, since trees
@@ -58,7 +62,7 @@ Groups::Groups(const TreeWriter &tree) {
     low_.assign(size, 0);
     group_.assign(size, 0);
     for (RecNr nr = tree.mNodes.front().firstTNode; nr != 0; nr = tree.tNodes[at(nr)].next)
-        addEdges(tree, nr, edges_[at(nr)]);
+        addEdges(tree, nr, 0, edges_[at(nr)]);
     for (RecNr nr = tree.mNodes.front().firstTNode; nr != 0; nr = tree.tNodes[at(nr)].next)
         if (order_[at(nr)] == 0)
             visit(nr);
@@ -112,7 +116,10 @@ void markRecursion(TreeWriter &tree) {
             if (!groups.sameGroup(nr, edge.target))
                 continue;
             TypeNode{&tree, nr}.flag(TYPE_RECURSIVE);
-            if (edge.reference != nr)
+            TreeWriter::TypeNotes *list = edge.list == 0 ? nullptr : &tree.typeNotes[at(edge.list)];
+            if (list != nullptr && !list->arrayWanted)
+                list->listWanted = true;
+            else if (edge.reference != nr)
                 TypeNode{&tree, edge.reference}.flag(TYPE_RECURSIVE).option(OPT_POINTER);
         }
     }

@@ -139,6 +139,12 @@ ValueNode TreeWriter::valueRef(std::string_view name) {
     return node;
 }
 
+ValueNode TreeWriter::itemOf(std::string_view typeName, std::string_view itemName) {
+    ValueNode node = valueRef(itemName);
+    valueNotes[at(node.nr)].refType = typeName;
+    return node;
+}
+
 ValueNode TreeWriter::valueRefTo(std::int32_t moduleNr, RecNr record) {
     ValueNode node = value(TYP_SYNONYM);
     node->refModule = moduleNr;

@@ -240,6 +240,8 @@ struct TreeWriter {
     ValueNode timeValue(MainType kind, std::string_view text);
     ValueNode nullValue() { return value(TYP_NULL); }
     ValueNode valueRef(std::string_view name);
+    /* An item or named number of a type of this tree, or of what it refers to. */
+    ValueNode itemOf(std::string_view typeName, std::string_view itemName);
     ValueNode valueRefTo(std::int32_t moduleNr, RecNr record);
     /* A value that has a list of others: components, elements, segments, named bits, arcs. */
     ValueNode listValue(MainType kind, std::initializer_list<ValueNode> parts);
@@ -299,10 +301,12 @@ struct TreeWriter {
         bool formGiven = false;
         bool endpointsGiven = false;
         bool arrayWanted = false; /* a list as array, whatever its size */
+        bool listWanted = false;  /* a list that stays one, however short */
         std::vector<Option> options;
     };
     struct ValueNotes {
         std::string refName;
+        std::string refType; /* the type of an item, empty for a reference to a definition */
         std::vector<Option> options;
     };
     std::vector<TypeNotes> typeNotes; /* parallel to tNodes */

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "tests/support/treewriter.h"
+
+/* The example modules, as the ".asn" files beside this one write them. Each function fills an empty
+   tree. */
+
+void makeBasics(TreeWriter &w);
+void makeStock(TreeWriter &w);
+void makeShop(TreeWriter &w, const TreeWriter &stock);
+void makeForms(TreeWriter &w, const TreeWriter &stock);

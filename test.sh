@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# Builds with assertions and sanitizers and passes all tests. The last line is that of ctest.
+set -euo pipefail
+cd "$(dirname "$0")"
+. .ci/packages.sh
+need g++ gcc clang cmake ninja-build libgtest-dev diffutils
+
+jobs=$(nproc)
+cmake --preset dev
+cmake --build build/dev -j "$jobs"
+cd build/dev
+exec ctest -j "$jobs" --output-on-failure

@@ -1,0 +1,39 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "tests/support/runtool.h"
+#include "tests/support/treedump.h"
+
+/* The trees that stand beside the example modules. */
+
+namespace {
+
+std::string committed(const std::string &name) {
+    std::ifstream in(VELMO_SOURCE_DIR "/examples/stx/" + name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+} // namespace
+
+TEST(ExampleTrees, AreWhatTheProgramBesideThemMakes) {
+    WorkDir dir;
+    ProgramRun run = runProgram(dir, VELMO_MAKETREES, {VELMO_SOURCE_DIR "/examples", "."});
+    ASSERT_EQ(run.status, 0) << run.err;
+    std::vector<std::string> names = {"basics.stx", "forms.stx", "shop.stx", "stock.stx"};
+    EXPECT_EQ(dir.files(), names);
+    for (const std::string &name : names) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(dumpTree(committed(name)), dumpTree(dir.read(name)));
+        EXPECT_TRUE(committed(name) == dir.read(name));
+    }
+}
+
+TEST(ExampleTrees, ProgramReportsWhatItCannotReadOrWrite) {
+    WorkDir dir;
+    EXPECT_EQ(runProgram(dir, VELMO_MAKETREES, {VELMO_SOURCE_DIR "/examples"}).status, 1);
+    EXPECT_EQ(runProgram(dir, VELMO_MAKETREES, {VELMO_SOURCE_DIR "/examples", "nowhere"}).status,
+              1);
+    EXPECT_EQ(runProgram(dir, VELMO_MAKETREES, {".", "."}).status, 1);
+}
