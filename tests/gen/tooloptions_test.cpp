@@ -20,11 +20,27 @@ TEST(ToolOptions, AcceptedAndRefused) {
           "-ACCESS-ROUTINES=0", "-TREE-FILE-SUFFIX=.a1", "-COD-FUNC-PREF=a_1", "-BRUN-GENERATION=",
           "-TAVI-PREFIX=x", "-tavi-anything", "-BEO=OTHER=VERBOSE=9", "-BEO=VELMO=VERBOSE=2"})
         EXPECT_TRUE(isOK(meta, option)) << option;
-    for (const char *option :
-         {"-VERBOSE=3", "-VERBOSE=03", "-VERBOSE=", "-ENTRYTAG=2", "-LOGFILE=", "-LOGFILE=a b",
-          "-TAB-MORLA-PARAM=2", "-ACCESS-ROUTINES=3", "-TREE-FILE-SUFFIX=", "-COD-FUNC-PREF=",
-          "-TREE-FILE-SUFFIX=.abcd", "-COD-FUNC-PREF=abcdef", "-COD-FUNC-PREF=a-b", "-VERBOSE",
-          "-BEO=VELMO=VERBOSE=9", "-BEO=VELMO=", "-", "", "--VERBOSE=1", "-NAMELEN=9", "-ENTRY=X:7"})
+    for (const char *option : {"-VERBOSE=3",
+                               "-VERBOSE=03",
+                               "-VERBOSE=",
+                               "-ENTRYTAG=2",
+                               "-LOGFILE=",
+                               "-LOGFILE=a b",
+                               "-TAB-MORLA-PARAM=2",
+                               "-ACCESS-ROUTINES=3",
+                               "-TREE-FILE-SUFFIX=",
+                               "-COD-FUNC-PREF=",
+                               "-TREE-FILE-SUFFIX=.abcd",
+                               "-COD-FUNC-PREF=abcdef",
+                               "-COD-FUNC-PREF=a-b",
+                               "-VERBOSE",
+                               "-BEO=VELMO=VERBOSE=9",
+                               "-BEO=VELMO=",
+                               "-",
+                               "",
+                               "--VERBOSE=1",
+                               "-NAMELEN=9",
+                               "-ENTRY=X:7"})
         EXPECT_FALSE(isOK(meta, option)) << option;
     EXPECT_EQ(meta.verbosity, VERBOSITY_VERBOSE);
     EXPECT_EQ(meta.entryTag, ENTRYTAG_WARN);
@@ -44,9 +60,9 @@ TEST(ToolOptions, PartsOfFunctionNames) {
     EXPECT_EQ(meta.tabCodFunc.second, "decode_9");
     EXPECT_EQ(meta.tabCodFunc.header, ".x.h");
     EXPECT_TRUE(meta.tabTstFunc.first.empty());
-    for (const char *value : {"1e:d:h", "e:1d:h", "e:d:1h", "e.x:d:h", "e:d.x:h", ".:d:h", "e:d:h:",
-                              "e:d", "e", "", "e-x:d:h", "e:d:h-", "abcdefghijk:d:h",
-                              "e:abcdefghijk:h", "e:d:abcdefghijk"})
+    for (const char *value :
+         {"1e:d:h", "e:1d:h", "e:d:1h", "e.x:d:h", "e:d.x:h", ".:d:h", "e:d:h:", "e:d", "e", "",
+          "e-x:d:h", "e:d:h-", "abcdefghijk:d:h", "e:abcdefghijk:h", "e:d:abcdefghijk"})
         EXPECT_FALSE(isOK(meta, std::string("-TAB-CODFUNC=") + value)) << value;
     EXPECT_EQ(meta.tabCodFunc.first, "_e");
     EXPECT_TRUE(isOK(meta, "-TAB-TSTFUNC=abcdefghij:abcdefghij:abcdefghij"));

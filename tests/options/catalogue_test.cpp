@@ -129,11 +129,29 @@ TEST_F(Catalogue, AcceptedNames) {
     const auto isOK = [this](const char *text) {
         return pass3GlobalOptionOK(module_, 1, TED_OPTION, text);
     };
-    for (const char *text :
-         {"STANDARD-VERSION=1990", "INT=U16", "N=8", "REALLIM={5,10,3}", "SPLIT=2147483647",
-          "RECURSION=warning", "EXTENSIONS=SAVE", "DIAGLEVEL=what", "TAVI-PREFIX=p", "tavi-x=1",
-          "AUTHOR", "DATE:today", "LOG:a=b", "ALLOWED", "ENCF=", "PRIF=07", "VERBOSE=9", "PREFIX=?",
-          "A=", "//a comment", "BEO=//x", "TNAME=Foo:Bar", "ENTRY=X:PDU"})
+    for (const char *text : {"STANDARD-VERSION=1990",
+                             "INT=U16",
+                             "N=8",
+                             "REALLIM={5,10,3}",
+                             "SPLIT=2147483647",
+                             "RECURSION=warning",
+                             "EXTENSIONS=SAVE",
+                             "DIAGLEVEL=what",
+                             "TAVI-PREFIX=p",
+                             "tavi-x=1",
+                             "AUTHOR",
+                             "DATE:today",
+                             "LOG:a=b",
+                             "ALLOWED",
+                             "ENCF=",
+                             "PRIF=07",
+                             "VERBOSE=9",
+                             "PREFIX=?",
+                             "A=",
+                             "//a comment",
+                             "BEO=//x",
+                             "TNAME=Foo:Bar",
+                             "ENTRY=X:PDU"})
         EXPECT_TRUE(isOK(text)) << text;
     for (const char *text :
          {"STANDARD-VERSION=1992", "INT=7", "N=U8", "REALLIM={5,2,3}", "SPLIT=2147483648",
@@ -187,7 +205,7 @@ TEST_F(Catalogue, TextsAndDirectories) {
 
 TEST_F(Catalogue, ScopesConfineOptionsToTheirModules) {
     ModRec *other = makeOptionModule("y", "Mod_Y", 5);
-    const Options options = {"BEGIN-SCOPE=a:y", "NAMELEN=10", "TPREF=t_",  "END-SCOPE",
+    const Options options = {"BEGIN-SCOPE=a:y", "NAMELEN=10",     "TPREF=t_",  "END-SCOPE",
                              "DECIMALS=3",      "BEGIN-SCOPE=xy", "NAMELEN=20"};
     settleGeneralOptions(module_, options);
     settleGeneralOptions(other, options);
@@ -236,11 +254,10 @@ TEST_F(Catalogue, ToolOptionsThatAreWrongAreReportedAndRemoved) {
                             {TED_BACKEND_OPTION, "-BEO=VELMO=LOGFILE=l"},
                             {TED_REMOVED, "-nothing"},
                             {TED_BACKEND_OPTION, longName + "=y"}});
-    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
-              "\nWARNING : Option ignored: -VERBOSE=3\n"
-              "\nWARNING : Option ignored: -ENTRY=X:PDU\n"
-              "\nWARNING : Option ignored: x" +
-                  std::string(49, 'X') + "\n");
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "\nWARNING : Option ignored: -VERBOSE=3\n"
+                                                        "\nWARNING : Option ignored: -ENTRY=X:PDU\n"
+                                                        "\nWARNING : Option ignored: x" +
+                                                            std::string(49, 'X') + "\n");
     EXPECT_EQ(module_->metaRec->verbosity, VERBOSITY_VERBOSE);
     EXPECT_EQ(module_->metaRec->logFile, "l");
     std::vector<int> kinds;

@@ -25,20 +25,20 @@ template <std::size_t N, typename Check> void checkRows(const Row (&rows)[N], Ch
 }
 
 TEST(Checkers, Booleans) {
-    constexpr Row rows[] = {{"1", 1},        {"yes", 1},       {"True", 1},      {"0", 0},
-                            {"NO", 0},       {"false", 0},     {"", REFUSED},    {"2", REFUSED},
-                            {"00", REFUSED}, {"01", REFUSED},  {"YE", REFUSED},  {"YESS", REFUSED},
+    constexpr Row rows[] = {{"1", 1},        {"yes", 1},      {"True", 1},     {"0", 0},
+                            {"NO", 0},       {"false", 0},    {"", REFUSED},   {"2", REFUSED},
+                            {"00", REFUSED}, {"01", REFUSED}, {"YE", REFUSED}, {"YESS", REFUSED},
                             {"-1", REFUSED}, {"1 ", REFUSED}, {" 1", REFUSED}};
     checkRows(rows, booleOptionOK);
 }
 
 TEST(Checkers, BytesByNumberHaveLimitsAndByWordHaveNone) {
     constexpr OptionWord words[] = {{200, "FAR"}, {3, "near-by"}, {0, nullptr}};
-    constexpr Row rows[] = {{"2", 2},          {"120", 120},      {"FAR", 200},
-                            {"Near-By", 3},    {"1", REFUSED},    {"121", REFUSED},
-                            {"012", REFUSED},  {"0012", REFUSED}, {"1000", REFUSED},
-                            {"2x", REFUSED},   {"near", REFUSED}, {"99999999999", REFUSED},
-                            {"-2", REFUSED},   {"", REFUSED}};
+    constexpr Row rows[] = {{"2", 2},         {"120", 120},      {"FAR", 200},
+                            {"Near-By", 3},   {"1", REFUSED},    {"121", REFUSED},
+                            {"012", REFUSED}, {"0012", REFUSED}, {"1000", REFUSED},
+                            {"2x", REFUSED},  {"near", REFUSED}, {"99999999999", REFUSED},
+                            {"-2", REFUSED},  {"", REFUSED}};
     checkRows(rows, [&](std::uint8_t *dst, const char *text) {
         return byteOptionOK(dst, text, 2, 120, words);
     });
@@ -51,8 +51,8 @@ TEST(Checkers, Numbers) {
     EXPECT_EQ(number, 2147483647);
     EXPECT_TRUE(int32OptionOK(&number, "0", 0, 10));
     EXPECT_EQ(number, 0);
-    for (const char *text : {"2147483648", "4294967296", "99999999999999999999", "00", "07", "-1",
-                             "+1", "", "1x"})
+    for (const char *text :
+         {"2147483648", "4294967296", "99999999999999999999", "00", "07", "-1", "+1", "", "1x"})
         EXPECT_FALSE(int32OptionOK(&number, text, 0, 2147483647)) << text;
     EXPECT_FALSE(int32OptionOK(&number, "11", 0, 10));
     EXPECT_EQ(number, 0);
@@ -67,17 +67,16 @@ TEST(Checkers, Sizes) {
     });
     constexpr Row rows[] = {{"U8", VF_UI8}, {"u64", VF_UI64}, {"32", VF_I32},
                             {"U", REFUSED}, {"U0", REFUSED},  {"UU8", REFUSED}};
-    checkRows(rows, [](std::uint8_t *dst, const char *text) {
-        return intSizeOptionOK(dst, text, true);
-    });
-    constexpr Row realRows[] = {{"0", VF_NONE},       {"32", VF_REAL32}, {"64", VF_REAL64},
+    checkRows(rows,
+              [](std::uint8_t *dst, const char *text) { return intSizeOptionOK(dst, text, true); });
+    constexpr Row realRows[] = {{"0", VF_NONE},      {"32", VF_REAL32}, {"64", VF_REAL64},
                                 {"128", VF_REAL128}, {"16", REFUSED},   {"", REFUSED}};
     checkRows(realRows, realSizeOptionOK);
 }
 
 TEST(Checkers, BitVectors) {
-    constexpr Row rows[] = {{"", 0},        {"0", 1},       {"07", 0x81},   {"76543210", 255},
-                            {"000", 1},     {"8", REFUSED}, {"1,", REFUSED}, {"-1", REFUSED}};
+    constexpr Row rows[] = {{"", 0},    {"0", 1},       {"07", 0x81},    {"76543210", 255},
+                            {"000", 1}, {"8", REFUSED}, {"1,", REFUSED}, {"-1", REFUSED}};
     checkRows(rows, bitVector8OptionOK);
 }
 
@@ -95,9 +94,9 @@ TEST(Checkers, Directories) {
 TEST(Checkers, RealLimits) {
     for (const char *text : {"{5,10,3}", "{0,10,0}", "{2147483647,10,32767}", "{007,10,3}"})
         EXPECT_TRUE(realLimOptionOK(text)) << text;
-    for (const char *text : {"{5,2,3}", "{5,10,3", "{5,10,3}x", "{,10,3}", "{5,10,}",
-                             "{2147483648,10,3}", "{5,10,32768}", "{-5,10,3}", "5,10,3", "",
-                             "{99999999999999999999999,10,3}"})
+    for (const char *text :
+         {"{5,2,3}", "{5,10,3", "{5,10,3}x", "{,10,3}", "{5,10,}", "{2147483648,10,3}",
+          "{5,10,32768}", "{-5,10,3}", "5,10,3", "", "{99999999999999999999999,10,3}"})
         EXPECT_FALSE(realLimOptionOK(text)) << text;
 }
 

@@ -24,7 +24,8 @@ protected:
     }
 
     /* Runs a pass with these arguments; an argument that begins "+" names a file of the case. */
-    template <typename Pass> void withArguments(const std::vector<std::string> &arguments, Pass pass) {
+    template <typename Pass>
+    void withArguments(const std::vector<std::string> &arguments, Pass pass) {
         std::vector<std::string> all = {"velmo"};
         for (const std::string &argument : arguments)
             all.push_back(argument.size() > 1 && argument[0] == '+' && argument[1] != '/'
@@ -79,7 +80,8 @@ protected:
 };
 
 TEST_F(CommandLine, ModulesAndWhereTheyAre) {
-    dir_.write("o", "  b.stx \n-S=Other\n# c\n-- d\n--e\n*f\n_g-h\n-END-OF-OPTIONS\nlast\n\n-X=y\n7\n");
+    dir_.write("o",
+               "  b.stx \n-S=Other\n# c\n-- d\n--e\n*f\n_g-h\n-END-OF-OPTIONS\nlast\n\n-X=y\n7\n");
     EXPECT_EQ(firstPass({"a", "-s=Trees", "+o", "-unknown", "a"}),
               (List{"a", "b", "_g-h", "last", "7", "a"}));
     EXPECT_EQ(messages_, "");
@@ -114,7 +116,8 @@ TEST_F(CommandLine, WrongArgumentsEndWithTheUsageText) {
     const std::string file = dir_.path("o");
     expectUsage({"x", "+o"},
                 "\nWARNING : Argument ignored: S=\n          In option file  : " + file +
-                    "\n\nWARNING : Argument ignored: mo d\n          In option file  : " + file + "\n");
+                    "\n\nWARNING : Argument ignored: mo d\n          In option file  : " + file +
+                    "\n");
 }
 
 TEST_F(CommandLine, OptionFilesThatCannotBeRead) {
@@ -142,8 +145,9 @@ TEST_F(CommandLine, OptionsAreStoredForTheModule) {
 }
 
 TEST_F(CommandLine, LinesOfOptionFiles) {
-    dir_.write("o", "a\n7b\n_c\n# x\n// x\n/* x */\n*/\n(* x\n*) x\n$ x\n-- x\n  -d=e f  \n\n!x\n<y z\n"
-                    "-end-of-optionsX\n-g\n");
+    dir_.write("o",
+               "a\n7b\n_c\n# x\n// x\n/* x */\n*/\n(* x\n*) x\n$ x\n-- x\n  -d=e f  \n\n!x\n<y z\n"
+               "-end-of-optionsX\n-g\n");
     EXPECT_EQ(secondPass({"+o"}), (List{"2-d=e f", "0!x", "0<y"}));
     EXPECT_EQ(messages_, "");
 }
@@ -165,8 +169,8 @@ TEST_F(CommandLine, LinesOfAnyLengthAndAnyBytes) {
     /* 511 characters of "-x..." come first, the rest is a line of its own. */
     dir_.write("o", "-" + std::string(510, 'x') + "-tail=1\n" + std::string("-a\0b\n-c\r\n", 9) +
                         "-\xff\xfe=1\n\x01\x02");
-    EXPECT_EQ(secondPass({"+o"}), (List{"2-" + std::string(510, 'x'), "2-tail=1", "2-a", "2-c", "0-",
-                                        "0"}));
+    EXPECT_EQ(secondPass({"+o"}),
+              (List{"2-" + std::string(510, 'x'), "2-tail=1", "2-a", "2-c", "0-", "0"}));
     dir_.write("o", std::string(100000, 'n') + "\n" + std::string(3000, '\0'));
     EXPECT_EQ(secondPass({"+o"}), List{});
 }

@@ -21,11 +21,13 @@ bool isGood(const char *option) {
 }
 
 TEST(NamingOptions, Syntax) {
-    for (const char *option :
-         {"TNAME=Foo:Bar", "TNAME=Bar", "TNAME=:Bar", "TNAME=Foo:", "TNAME=", "TPREF=My-Type:a-b_c",
-          "TPREF=My_Type:x", "VPREF=foo:x", "OPREF=foo:x", "CPREF=foo:x", "FPREF=foo:x",
-          "FPREF=Foo:x", "CLNAME=FOO:x", "VSNAME=Foo:x", "OSNAME=Foo:x", "TCONV=", "TCONV=H",
-          "TCONV=HU", "TCONV=hl", "TCONV=u", "TCONV=Foo:HL"})
+    for (const char *option : {"TNAME=Foo:Bar",   "TNAME=Bar",    "TNAME=:Bar",
+                               "TNAME=Foo:",      "TNAME=",       "TPREF=My-Type:a-b_c",
+                               "TPREF=My_Type:x", "VPREF=foo:x",  "OPREF=foo:x",
+                               "CPREF=foo:x",     "FPREF=foo:x",  "FPREF=Foo:x",
+                               "CLNAME=FOO:x",    "VSNAME=Foo:x", "OSNAME=Foo:x",
+                               "TCONV=",          "TCONV=H",      "TCONV=HU",
+                               "TCONV=hl",        "TCONV=u",      "TCONV=Foo:HL"})
         EXPECT_TRUE(isGood(option)) << option;
     for (const char *option :
          {"TPREF=foo:x", "VPREF=Foo:x", "CPREF=1:x", "CLNAME=foo:x", "VSNAME=foo:x", "OSNAME=foo:x",
@@ -62,17 +64,16 @@ TEST(NamingOptions, ConversionOfNames) {
     struct Row {
         const char *conv, *pref, *name, *suff, *result;
     };
-    for (const Row &row : std::initializer_list<Row>{
-             {"HU", "", "myTypeName", "", "MY_TYPE_NAME"},
-             {"hl", "", "myTypeName", "", "my_type_name"},
-             {"H", "", "myTypeName", "", "my_Type_Name"},
-             {"H", "", "ABCDef", "", "ABCDef"},
-             {"HL", "pre", "Name2B", "X", "pre_name2_bx"},
-             {"HU", "a_", "B", "c", "A_BC"},
-             {"U", "x-", "a1-b", "-c", "X_A1_B_C"},
-             {"L", "", "FooBar", "", "foobar"},
-             {"", "p-", "aB-c", "-s", "p_aB_c_s"},
-             {nullptr, nullptr, "aB", nullptr, "aB"}}) {
+    for (const Row &row : std::initializer_list<Row>{{"HU", "", "myTypeName", "", "MY_TYPE_NAME"},
+                                                     {"hl", "", "myTypeName", "", "my_type_name"},
+                                                     {"H", "", "myTypeName", "", "my_Type_Name"},
+                                                     {"H", "", "ABCDef", "", "ABCDef"},
+                                                     {"HL", "pre", "Name2B", "X", "pre_name2_bx"},
+                                                     {"HU", "a_", "B", "c", "A_BC"},
+                                                     {"U", "x-", "a1-b", "-c", "X_A1_B_C"},
+                                                     {"L", "", "FooBar", "", "foobar"},
+                                                     {"", "p-", "aB-c", "-s", "p_aB_c_s"},
+                                                     {nullptr, nullptr, "aB", nullptr, "aB"}}) {
         FixRec fix;
         fix.conv = row.conv;
         fix.pref = row.pref;
@@ -223,19 +224,20 @@ TEST_F(Prefixes, PartsAndWhatStandsForMissingOnes) {
     EXPECT_EQ(prefixes("Mod2"), "Mod2 Mod2 Mod2");
     EXPECT_EQ(prefixes(std::string(200, 'A').append(":j").c_str()), std::string(128, 'A') + " j j");
     EXPECT_EQ(messages_, "");
-    for (const char *option : {"my-mod:a", "", ":a", "My mod:a", "Mod:a.b", "Mod:a:b:c", "Mod:a:b/c",
-                               "Mod:../x"})
+    for (const char *option :
+         {"my-mod:a", "", ":a", "My mod:a", "Mod:a.b", "Mod:a:b:c", "Mod:a:b/c", "Mod:../x"})
         EXPECT_EQ(prefixes(option), "refused") << option;
 }
 
 TEST_F(Prefixes, LongPartsAreCutWithAWarning) {
     EXPECT_EQ(prefixes("Mod:filepref:genpref"), "Mod filep genpr");
-    EXPECT_EQ(messages_, "\nWARNING : A file prefix 'filepref:genpref' is longer than 5 characters.\n"
-                         "          Truncating it to 5 characters.\n"
-                         "          Check value of the PREFIXLEN option.\n"
-                         "\nWARNING : A generation prefix 'genpref' is longer than 5 characters.\n"
-                         "          Truncating it to 5 characters.\n"
-                         "          Check value of the PREFIXLEN option.\n");
+    EXPECT_EQ(messages_,
+              "\nWARNING : A file prefix 'filepref:genpref' is longer than 5 characters.\n"
+              "          Truncating it to 5 characters.\n"
+              "          Check value of the PREFIXLEN option.\n"
+              "\nWARNING : A generation prefix 'genpref' is longer than 5 characters.\n"
+              "          Truncating it to 5 characters.\n"
+              "          Check value of the PREFIXLEN option.\n");
     EXPECT_EQ(prefixes("A-Module::"), "A_Module A-Mod A-Mod");
     EXPECT_EQ(messages_, "\nWARNING : A file prefix 'A-Module::' is longer than 5 characters.\n"
                          "          Truncating it to 5 characters.\n"

@@ -12,7 +12,8 @@ void installOptionHooks();
 
 /* A module that counts as loaded, named on the command line (only before all others that are not).
    Its prefix length is that of the run. */
-ModRec *makeOptionModule(const std::string &prefix, const std::string &moduleName, int prefixLength);
+ModRec *makeOptionModule(const std::string &prefix, const std::string &moduleName,
+                         int prefixLength);
 
 /* One option as a tree stores it, its first character included. */
 struct StoredOption {
