@@ -11,14 +11,14 @@ cmake --build build/release -j "$(nproc)" --target velmo
 rm -rf out
 mkdir out
 echo
-echo "== velmo -S=examples/stx/ -C=out/ -H=out/ basics stock shop forms"
-build/release/velmo -S=examples/stx/ -C=out/ -H=out/ basics stock shop forms
+echo "== in out/: velmo -S=../examples/stx/ basic stock shop forms"
+(cd out && ../build/release/velmo -S=../examples/stx/ basic stock shop forms)
 echo
 echo "== files in out/, with their lines"
 wc -l out/*
 echo
-echo "== the module examples/basics.asn"
-sed -n '/^BEGIN/,/^END/p' examples/basics.asn
+echo "== the module examples/basic.asn"
+sed -n '/^BEGIN/,/^END/p' examples/basic.asn
 echo
-echo "== its types: out/basics.typ"
-cat out/basics.typ
+echo "== its types: out/basic.typ"
+cat out/basic.typ

@@ -22,7 +22,7 @@ TypeNode farRef(TreeWriter &w, int i, int count, int salt) {
     int start = i - i % group;
     int target = i + distance + 1;
     if (target >= start + group || target >= count)
-        target = start > 0 ? start - group + distance : i;
+        target = start > 0 ? start - group + distance : 0;
     return w.ref(typeName(target));
 }
 

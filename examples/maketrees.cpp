@@ -46,15 +46,15 @@ int main(int argc, char **argv) {
         std::fputs("usage: maketrees ASN1-DIRECTORY TREE-DIRECTORY\n", stderr);
         return 1;
     }
-    TreeWriter basics("Basics", "basics"), stock("Stock_Keeping", "stock");
+    TreeWriter basic("Basic_Forms", "basic"), stock("Stock_Keeping", "stock");
     TreeWriter shop("Shop_Orders", "shop"), forms("All_Forms", "forms");
-    makeBasics(basics);
+    makeBasic(basic);
     makeStock(stock);
     makeShop(shop, stock);
     makeForms(forms, stock);
     bool done = true;
     const std::pair<TreeWriter *, const char *> all[] = {
-        {&basics, "basics"}, {&stock, "stock"}, {&shop, "shop"}, {&forms, "forms"}};
+        {&basic, "basic"}, {&stock, "stock"}, {&shop, "shop"}, {&forms, "forms"}};
     for (auto [tree, name] : all)
         done = write(*tree, argv[1], argv[2], name) && done;
     return done ? 0 : 1;

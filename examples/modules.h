@@ -5,7 +5,7 @@
 /* The example modules, as the ".asn" files beside this one write them. Each function fills an empty
    tree. */
 
-void makeBasics(TreeWriter &w);
+void makeBasic(TreeWriter &w);
 void makeStock(TreeWriter &w);
 void makeShop(TreeWriter &w, const TreeWriter &stock);
 void makeForms(TreeWriter &w, const TreeWriter &stock);

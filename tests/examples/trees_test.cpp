@@ -21,7 +21,7 @@ TEST(ExampleTrees, AreWhatTheProgramBesideThemMakes) {
     WorkDir dir;
     ProgramRun run = runProgram(dir, VELMO_MAKETREES, {VELMO_SOURCE_DIR "/examples", "."});
     ASSERT_EQ(run.status, 0) << run.err;
-    std::vector<std::string> names = {"basics.stx", "forms.stx", "shop.stx", "stock.stx"};
+    std::vector<std::string> names = {"basic.stx", "forms.stx", "shop.stx", "stock.stx"};
     EXPECT_EQ(dir.files(), names);
     for (const std::string &name : names) {
         SCOPED_TRACE(name);

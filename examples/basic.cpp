@@ -1,7 +1,7 @@
 #include "examples/modules.h"
 
-/* basics.asn */
-void makeBasics(TreeWriter &w) {
+/* basic.asn */
+void makeBasic(TreeWriter &w) {
     w.define("Msg", w.sequence({
                         w.comp("id", w.integer(0, 255)),
                         w.comp("name", w.string(TYP_IA5STR, 1, 8)).implicit(0).optional(),
