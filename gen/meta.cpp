@@ -2,50 +2,19 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <deque>
 #include <memory>
 
-#include "cbet/names.h"
-#include "cbet/predicates.h"
 #include "driver/toolinfo.h"
 #include "gen/fileset.h"
 #include "model/backend.h"
 #include "model/backvar.h"
 #include "model/modules.h"
-#include "model/typeextension.h"
-#include "model/typenames.h"
 #include "model/typequeries.h"
 #include "options/ketracnf.h"
-#include "store/strings.h"
 
 namespace {
 
 std::unordered_map<BEModMetaRec *, std::unique_ptr<BEModMetaRec>> moduleRecords;
-/* The names of types stay where they are for the whole run. */
-std::deque<BETypeInfo> typeInfos;
-
-BETypeInfo makeTypeInfo(AsnType *type) {
-    Text name;
-    BETypeInfo info;
-    info.typeId = internStri(cTypeId(name, "", type, ""));
-    info.baseTypeId = internStri(cBaseTypeId(name, "", type, ""));
-    info.homeTypeId = homeTypeId(type);
-    return info;
-}
-
-void setCompId(AsnType *type, BETypMetaRec *meta) {
-    meta->hasCompId = true;
-    if (isTypeExtensionmarker(type))
-        meta->compId = "extensionmarker";
-    else if (isComponentType(type))
-        getTypeCompId(meta->compId, "", type, "");
-    else
-        meta->hasCompId = false;
-}
-
-bool isCompOfItem(AsnType *type) {
-    return type != nullptr && getTypeCompStatus(type) == TCS_COMPOF;
-}
 
 /* The record whose parameters an entry has: the end of its synonyms. */
 AsnParamRec findAsnParamRec(AsnType *type) {
@@ -75,68 +44,12 @@ void initBEModMetaRec(AsnModule *module, BEModMetaRec *meta) {
         meta->objectNrs.resize(static_cast<std::size_t>(getNrOfValueNodes(module)) + 1);
 }
 
-BETypMetaRec *newBETypMetaRec(AsnType *type) {
-    if (isPartialTypeInfo(type))
-        return nullptr;
-    auto *meta = new BETypMetaRec;
-    /* What COMPONENTS OF brings in is named by the structure that it is brought into. */
-    if (isCompOfItem(getFatherOfTypeComp(type)))
-        meta->names = makeTypeInfo(type);
-    else
-        meta->names = *getBETypeInfoCache(type);
-    setCompId(type, meta);
-    meta->accessRoutines = getBEModMetaRec(getModuleOfType(type))->accessRoutines;
-    return meta;
-}
-
-void deleteBETypMetaRec(AsnType *, BETypMetaRec *meta) {
-    delete meta;
-}
-
 BEValMetaRec *newBEValMetaRec() {
     return new BEValMetaRec;
 }
 
 void deleteBEValMetaRec(BEValMetaRec *meta) {
     delete meta;
-}
-
-const char *homeTypeId(AsnType *type) {
-    if (cIsPredefinedType(type))
-        return nullptr;
-    switch (getTypeMainType(type)) {
-    case TYP_BITSTR:
-        return "BITSTRING";
-    case TYP_OCTSTR:
-        return "OCTET";
-    case TYP_NUMSTR:
-        return "NUMERICCHAR";
-    case TYP_PRISTR:
-        return "PRINTABLECHAR";
-    case TYP_TELSTR:
-        return "T61CHAR";
-    case TYP_VIDSTR:
-        return "VIDEOTEXCHAR";
-    case TYP_VISSTR:
-        return "VISIBLECHAR";
-    case TYP_IA5STR:
-        return "IA5CHAR";
-    case TYP_GRASTR:
-        return "GRAPHICCHAR";
-    case TYP_GENSTR:
-        return "GENERALCHAR";
-    case TYP_BMPSTR:
-        return "ASN_BMPCHAR";
-    default:
-        return nullptr;
-    }
-}
-
-const BETypeInfo *getBETypeInfoCache(AsnType *type) {
-    TypeInfoCache *cache = getTypeInfoCache(type);
-    if (cache->generatorInfo == nullptr)
-        cache->generatorInfo = &typeInfos.emplace_back(makeTypeInfo(type));
-    return cache->generatorInfo;
 }
 
 bool getMetaIntroPrinted(AsnModule *module) {
@@ -170,31 +83,6 @@ const char *getMetaLogFile(AsnModule *module) {
 
 const char *getMetaCodFuncPref(AsnModule *module) {
     return getBEModMetaRec(module)->codFuncPref.c_str();
-}
-
-const char *getMetaTypeId(AsnType *type) {
-    const BETypMetaRec *meta = getBETypMetaRec(type);
-    return meta == nullptr ? "" : meta->names.typeId;
-}
-
-const char *getMetaBaseTypeId(AsnType *type) {
-    const BETypMetaRec *meta = getBETypMetaRec(type);
-    return meta == nullptr ? "" : meta->names.baseTypeId;
-}
-
-const char *getMetaCompId(AsnType *type) {
-    const BETypMetaRec *meta = getBETypMetaRec(type);
-    return meta == nullptr || !meta->hasCompId ? nullptr : meta->compId.c_str();
-}
-
-const char *getMetaHomeTypeId(AsnType *type) {
-    const BETypMetaRec *meta = getBETypMetaRec(type);
-    return meta == nullptr ? nullptr : meta->names.homeTypeId;
-}
-
-int getMetaTypeAccessRoutines(AsnType *type) {
-    const BETypMetaRec *meta = getBETypMetaRec(type);
-    return meta == nullptr ? ACCESS_NONE : meta->accessRoutines;
 }
 
 void resetMetaAsnParams(AsnModule *module) {

@@ -3,6 +3,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "gen/typemeta.h"
 #include "store/ketradef.h"
 
 /* What this generator keeps for each handle of the model, and small questions that all generators
@@ -13,7 +14,6 @@ struct AsnType;
 
 enum Verbosity : int { VERBOSITY_QUIET = 0, VERBOSITY_TERSE = 1, VERBOSITY_VERBOSE = 2 };
 enum EntryTag : int { ENTRYTAG_IGNORE = 0, ENTRYTAG_WARN = 1 };
-enum AccessRoutines : int { ACCESS_NONE = 0, ACCESS_MACROS = 1, ACCESS_FUNCTIONS = 2 };
 
 /* Which entry shares which parameter list. Entries of one type share a list. */
 struct AsnParamRec {
@@ -47,20 +47,6 @@ struct BEModMetaRec {
     Text codFuncPref;
 };
 
-/* Names of a type; all live to the end of the run. */
-struct BETypeInfo {
-    const char *typeId = nullptr;
-    const char *baseTypeId = nullptr;
-    const char *homeTypeId = nullptr; /* null: none */
-};
-
-struct BETypMetaRec {
-    BETypeInfo names;
-    Text compId;
-    bool hasCompId = false;
-    int accessRoutines = ACCESS_MACROS;
-};
-
 struct BEClassMetaRec {
     Text classId;
     Text baseClassId;
@@ -75,21 +61,13 @@ struct BEObjMetaRec {
 struct BEValMetaRec {};
 struct BEObjSetMetaRec {};
 
-/* Records are made and deleted with their handle; the module's live to the end of the run. */
+/* A module's record lives until it is deleted or the run ends; others go with their handle. */
 BEModMetaRec *newBEModMetaRec();
 void deleteBEModMetaRec(BEModMetaRec *meta);
 /* Sizes the tables that depend on the module's tree. */
 void initBEModMetaRec(AsnModule *module, BEModMetaRec *meta);
-/* Null for a partial handle. */
-BETypMetaRec *newBETypMetaRec(AsnType *type);
-void deleteBETypMetaRec(AsnType *type, BETypMetaRec *meta);
 BEValMetaRec *newBEValMetaRec();
 void deleteBEValMetaRec(BEValMetaRec *meta);
-
-/* The run-time library's word for the elements of a string type, such as "OCTET"; null for none. */
-const char *homeTypeId(AsnType *type);
-/* The names of the record at which the type was met; worked out at first use. */
-const BETypeInfo *getBETypeInfoCache(AsnType *type);
 
 bool getMetaIntroPrinted(AsnModule *module);
 void setMetaIntroPrinted(AsnModule *module, bool printed);
@@ -101,14 +79,6 @@ void setMetaVerbosity(AsnModule *module, int verbosity);
 const char *getMetaLogFile(AsnModule *module);
 /* Empty for none. */
 const char *getMetaCodFuncPref(AsnModule *module);
-
-/* Empty for a type without a meta record. */
-const char *getMetaTypeId(AsnType *type);
-const char *getMetaBaseTypeId(AsnType *type);
-/* Null for a type that has none. */
-const char *getMetaCompId(AsnType *type);
-const char *getMetaHomeTypeId(AsnType *type);
-int getMetaTypeAccessRoutines(AsnType *type);
 
 /* Separate entry parameter lists. addMetaAsnParams is called for the entries in their order and
    returns true if the entry needs a list of its own. */

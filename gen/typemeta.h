@@ -1,0 +1,40 @@
+#pragma once
+
+#include "store/text.h"
+
+/* What this generator keeps for each handle of a type: the names that it has in C. */
+
+struct AsnType;
+
+enum AccessRoutines : int { ACCESS_NONE = 0, ACCESS_MACROS = 1, ACCESS_FUNCTIONS = 2 };
+
+/* Names of a type; all live to the end of the run. */
+struct BETypeInfo {
+    const char *typeId = nullptr;
+    const char *baseTypeId = nullptr;
+    const char *homeTypeId = nullptr; /* null: none */
+};
+
+struct BETypMetaRec {
+    BETypeInfo names;
+    Text compId;
+    bool hasCompId = false;
+    int accessRoutines = ACCESS_MACROS;
+};
+
+/* Null for a partial handle. */
+BETypMetaRec *newBETypMetaRec(AsnType *type);
+void deleteBETypMetaRec(AsnType *type, BETypMetaRec *meta);
+
+/* The run-time library's word for the elements of a string type, such as "OCTET"; null for none. */
+const char *homeTypeId(AsnType *type);
+/* The names of the record at which the type was met; worked out at first use. */
+const BETypeInfo *getBETypeInfoCache(AsnType *type);
+
+/* Empty for a type without a meta record. */
+const char *getMetaTypeId(AsnType *type);
+const char *getMetaBaseTypeId(AsnType *type);
+/* Null for a type that has none. */
+const char *getMetaCompId(AsnType *type);
+const char *getMetaHomeTypeId(AsnType *type);
+int getMetaTypeAccessRoutines(AsnType *type);
