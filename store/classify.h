@@ -8,7 +8,8 @@
    class fields. A chain that comes back to itself is fatal error 15. */
 void skipValues(bool throughFields);
 void skipTypes(bool throughFields);
-/* The same; `*instantiation` becomes the place of the first top-level instantiation passed, or none. */
+/* The same; `*instantiation` becomes the place of the first top-level instantiation passed, or
+ * none. */
 void skipTypesCatchInst(bool throughFields, NodePlace *instantiation);
 /* From a TYP_FIELDLIST to the field that its path ends at; false if that lies in the predefined
    module, and then the node's own reference was followed instead. */
@@ -44,7 +45,8 @@ bool isObjClFldTyp();
 /* Leaves the class of such a type current; fatal error 13 for another type. */
 void getClassOfObjClassFieldTypeTNode();
 
-/* The first definition of the module with this name, case counts; true and current if there is one. */
+/* The first definition of the module with this name, case counts; true and current if there is one.
+ */
 bool findTypeById(ModRec *module, const char *name);
 bool findValueById(ModRec *module, const char *name);
 /* The same along the list that starts at `first`. */

@@ -5,10 +5,10 @@
 
 #include "store/text.h"
 
-/* A 64-bit signed number as the pair of words in which trees and generated code hold it: `hi` carries
-   the sign, the value is two's complement over the pair. All arithmetic goes through the i64
-   functions; it wraps around and never overflows. The largest and the smallest number also stand for
-   PLUS-INFINITY and MINUS-INFINITY. */
+/* A 64-bit signed number as the pair of words in which trees and generated code hold it: `hi`
+   carries the sign, the value is two's complement over the pair. All arithmetic goes through the
+   i64 functions; it wraps around and never overflows. The largest and the smallest number also
+   stand for PLUS-INFINITY and MINUS-INFINITY. */
 struct sint64 {
     std::int32_t hi = 0;
     std::uint32_t lo = 0;
@@ -62,8 +62,8 @@ sint64 i64ushiftr(sint64 a, unsigned count);
 /* True, and the number in `*out`, if it fits; otherwise false and 0x7FFFFFFF or 0xFFFFFFFF. */
 bool i64tol(sint64 a, std::int32_t *out);
 bool i64toul(sint64 a, std::uint32_t *out);
-/* Decimal text without leading zeros, "-" in front of a negative number. False, and i64max in `*out`,
-   if the text is anything else or too large. */
+/* Decimal text without leading zeros, "-" in front of a negative number. False, and i64max in
+   `*out`, if the text is anything else or too large. */
 bool i64strtosint64(const char *text, sint64 *out);
 /* The decimal text. */
 Text i64tostr(sint64 a);

@@ -12,9 +12,9 @@
 
 /* The records of a syntax tree, as they are held in memory, and the numbers that stand in them.
 
-   Records of a kind are numbered from 1; 0 means none. A number refers to the records of one module;
-   a reference that leaves the module has a module number beside it: 1 is the module itself, n from 2
-   on the module that its MNode number n describes. */
+   Records of a kind are numbered from 1; 0 means none. A number refers to the records of one
+   module; a reference that leaves the module has a module number beside it: 1 is the module itself,
+   n from 2 on the module that its MNode number n describes. */
 
 using RecNr = std::int32_t;
 
@@ -33,7 +33,7 @@ enum RecKind : int {
 };
 
 /* Bytes of a record in a file; for strings, of one element. */
-inline constexpr std::array<int, REC_KINDS> recSize = {112, 116, 76, 16, 36, 8, 20, 1, 2, 4};
+inline constexpr int recSize[REC_KINDS] = {112, 116, 76, 16, 36, 8, 20, 1, 2, 4};
 
 /* The version of syntax trees that is read, printed as 2.13. */
 inline constexpr int TREE_VERSION = 213;
@@ -64,9 +64,10 @@ struct MNode {
     RecNr reservedVNode = 0;
     RecNr moduleValue = 0;
     std::array<std::int32_t, REC_KINDS> counts{};
-    std::uint8_t exportsMode = 0; /* 0: all definitions are visible to others; 1, 2: the marked ones */
-    std::uint8_t importMark = 0;  /* high half nonzero: exports are followed through this import */
-    RecNr sourceDirectory = 0;    /* string numbers */
+    std::uint8_t exportsMode =
+        0; /* 0: all definitions are visible to others; 1, 2: the marked ones */
+    std::uint8_t importMark = 0; /* high half nonzero: exports are followed through this import */
+    RecNr sourceDirectory = 0;   /* string numbers */
     RecNr sourceFileName = 0;
     std::int32_t nrOfEntryTypes = 0;
     std::int32_t nrOfVisibleTypes = 0;
@@ -185,20 +186,22 @@ enum TypeOption : int {
     OPT_BIT_2 = 2,         /* speaks of the record alone; cleared in a handle's copy */
     OPT_NAMING = 3,        /* the TedRec range holds naming overrides */
     OPT_SKIPPED = 5,
-    OPT_HOME = 6,               /* held as an ASNHOME member */
-    OPT_POINTER = 7,            /* held through a pointer */
-    OPT_COMPS_AS_POINTERS = 8,  /* components are held through pointers: no control member */
-    OPT_COMPS_POINTER = 9,      /* components take OPT_POINTER */
+    OPT_HOME = 6,              /* held as an ASNHOME member */
+    OPT_POINTER = 7,           /* held through a pointer */
+    OPT_COMPS_AS_POINTERS = 8, /* components are held through pointers: no control member */
+    OPT_COMPS_POINTER = 9,     /* components take OPT_POINTER */
     OPT_FRAME = 10,
-    OPT_LIST_HOME_STORED = 11,  /* on a list type it becomes OPT_LIST_HOME */
-    OPT_LIST_HOME = 12,         /* elements live in list items */
-    OPT_DYNAMIC_ARRAY = 13,     /* a list in format VF_STRU is a dynamic array */
-    OPT_NORMALISE_TRUE = 14,    /* a BOOLEAN that is true becomes 0xFF */
-    OPT_NEAR = 15,              /* pointers to the member are near pointers */
-    OPT_SAVE_EXTENSIONS = 17,   /* unknown components of the extension marker are kept */
+    OPT_LIST_HOME_STORED = 11, /* on a list type it becomes OPT_LIST_HOME */
+    OPT_LIST_HOME = 12,        /* elements live in list items */
+    OPT_DYNAMIC_ARRAY = 13,    /* a list in format VF_STRU is a dynamic array */
+    OPT_NORMALISE_TRUE = 14,   /* a BOOLEAN that is true becomes 0xFF */
+    OPT_NEAR = 15,             /* pointers to the member are near pointers */
+    OPT_SAVE_EXTENSIONS = 17,  /* unknown components of the extension marker are kept */
 };
 
-inline constexpr std::uint32_t optionMask(TypeOption option) { return 1u << option; }
+inline constexpr std::uint32_t optionMask(TypeOption option) {
+    return 1u << option;
+}
 
 /* Bits of TNode.nodeFlags. */
 enum NodeFlag : std::uint32_t {
@@ -270,7 +273,7 @@ struct TNode {
 enum ValueFlag : std::uint8_t {
     VALUE_EXPORTED = 0x01,
     VALUE_SET = 0x02,
-    VALUE_NAMING = 0x08, /* the TedRec range may hold naming overrides */
+    VALUE_NAMING = 0x08,    /* the TedRec range may hold naming overrides */
     VALUE_INHERITED = 0xF2, /* what a handle takes over along a synonym chain */
 };
 
@@ -450,7 +453,7 @@ struct ModRec {
     RecNr cmdLast = 0;
     InfoCache moduleInfoCache;
     std::vector<TypeInfoCache> typeInfoCache; /* by TNode number minus 1; one element to spare */
-    int listPlace = 0; /* place in modRecList; final when all trees are read */
+    int listPlace = 0;           /* place in modRecList; final when all trees are read */
     DefinitionIndex typesByName; /* filled by findTypeById and findValueById */
     DefinitionIndex valuesByName;
 };

@@ -14,9 +14,10 @@ inline bool isStructureKind(int mainType) {
     return mainType == TYP_SEQ || mainType == TYP_SET || mainType == TYP_CHOICE;
 }
 
-inline bool isListKind(int mainType) { return mainType == TYP_SEQOF || mainType == TYP_SETOF; }
+inline bool isListKind(int mainType) {
+    return mainType == TYP_SEQOF || mainType == TYP_SETOF;
+}
 
 inline bool isRestrCharStringKind(int mainType) {
     return (mainType >= TYP_NUMSTR && mainType <= TYP_UNISTR) || mainType == TYP_OBJDESCR;
 }
-

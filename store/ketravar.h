@@ -30,7 +30,9 @@ struct NodePlace {
 extern NodePlace recJustRead[REC_STRI8];
 
 /* Module of the current record of a kind, null before the first. */
-inline ModRec *currModule(RecKind kind) { return recJustRead[kind].module; }
+inline ModRec *currModule(RecKind kind) {
+    return recJustRead[kind].module;
+}
 
 /* All module records, in the order in which they were made: those named on the command line first,
    then those that options or imports brought. */

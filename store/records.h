@@ -4,16 +4,17 @@
 
 /* The record store: current records by number, chains of records, module numbers. */
 
-/* Makes record `nr` of `module` the current record of its kind (MNode to SNode); nothing happens if it
-   is current already. Fatal error 9 if there is no such record or `module` is null. */
+/* Makes record `nr` of `module` the current record of its kind (MNode to SNode); nothing happens if
+   it is current already. Fatal error 9 if there is no such record or `module` is null. */
 void readRec(ModRec *module, RecKind kind, RecNr nr);
 
 /* Copies the current record of `kind` to record `nr` of `module`, which may be one behind the last,
-   and makes it current. Fatal error 10 for another number, a kind without a current record, or null. */
+   and makes it current. Fatal error 10 for another number, a kind without a current record, or
+   null. */
 void writeRec(ModRec *module, RecKind kind, RecNr nr);
 
-/* The stored record, not a copy; fatal error 9 if it does not exist. Valid until a record of its kind
-   is added to the module. */
+/* The stored record, not a copy; fatal error 9 if it does not exist. Valid until a record of its
+   kind is added to the module. */
 TNode &storedTNode(ModRec *module, RecNr nr);
 VNode &storedVNode(ModRec *module, RecNr nr);
 const MNode &storedMNode(ModRec *module, RecNr nr);
@@ -36,8 +37,8 @@ private:
     NodePlace place_;
 };
 
-/* The record of a module number: `module` for 1, that of the import with this number otherwise, null
-   if there is none. */
+/* The record of a module number: `module` for 1, that of the import with this number otherwise,
+   null if there is none. */
 ModRec *getModPtr(ModRec *module, std::int32_t moduleNr);
 
 /* Number of records of a kind. */

@@ -6,8 +6,9 @@
 
 /* Files by name, and lists of nodes. */
 
-/* `dst` becomes `name` and `suffix`. With `replace` an extension of the name (from the last "." behind
-   the last "/") gives way to the suffix; without it a name that has an extension takes no suffix. */
+/* `dst` becomes `name` and `suffix`. With `replace` an extension of the name (from the last "."
+   behind the last "/") gives way to the suffix; without it a name that has an extension takes no
+   suffix. */
 Text &setFileName(Text &dst, const char *name, const char *suffix, bool replace);
 
 /* Opens `directory` and `name` joined. A path of over 512 characters (reported without a name) or a

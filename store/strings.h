@@ -2,8 +2,8 @@
 
 #include "store/ketravar.h"
 
-/* Strings of modules. Each text is stored once for the whole run, so equal texts of one width are one
-   pointer, whichever module they belong to. */
+/* Strings of modules. Each text is stored once for the whole run, so equal texts of one width are
+   one pointer, whichever module they belong to. */
 
 /* The text of a string number; its sign has no meaning, EMPTY_STRI is the empty text. Fatal error 9
    without a record, so a field is tested against 0 first. */
@@ -11,7 +11,8 @@ const char *getStri(ModRec *module, RecNr number);
 const char16_t *getStri16(ModRec *module, RecNr number);
 const char32_t *getStri32(ModRec *module, RecNr number);
 
-/* The number of a text in a module; a new text is added. Fatal error 10 for a null module or text. */
+/* The number of a text in a module; a new text is added. Fatal error 10 for a null module or text.
+ */
 RecNr putStri(ModRec *module, const char *text);
 RecNr putStri16(ModRec *module, const char16_t *text);
 RecNr putStri32(ModRec *module, const char32_t *text);

@@ -5,12 +5,14 @@
 
 /* Every text that grows. A text function has the form
        Text &f(Text &dst, const char *prefix, thing, const char *suffix)
-   It sets `dst`, takes a null prefix or suffix as empty and returns `dst`. The form that ends in ToF
-   writes the same text to a file number. */
+   It sets `dst`, takes a null prefix or suffix as empty and returns `dst`. The form that ends in
+   ToF writes the same text to a file number. */
 using Text = std::string;
 
 /* `text`, or the empty text for null. */
-inline const char *orEmpty(const char *text) { return text == nullptr ? "" : text; }
+inline const char *orEmpty(const char *text) {
+    return text == nullptr ? "" : text;
+}
 
 /* "-" becomes "_" (or the other way round), in place; returns `text`. */
 Text &convertHyphens(Text &text);

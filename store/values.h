@@ -5,7 +5,9 @@
 /* What the 12 bytes of a VNode's value hold, by its kind: numbers, real values and strings. */
 
 /* BOOLEAN. */
-inline bool valueBool(const VNode &node) { return node.value[0] != 0; }
+inline bool valueBool(const VNode &node) {
+    return node.value[0] != 0;
+}
 /* INTEGER, ENUMERATED, a named bit's number. */
 sint64 valueInt(const VNode &node);
 void setValueInt(VNode *node, sint64 number);
@@ -39,8 +41,8 @@ int compareReal(const realVal &a, const realVal &b);
 void setInfinity(VNode *node, bool plus, int kind);
 bool testInfinity(const VNode &node, bool plus, int kind);
 
-/* A character string value put together from its segments. Only the text of its kind's width is set:
-   TYP_BMPSTR 16 bits, TYP_UNISTR 32 bits, any other 8. */
+/* A character string value put together from its segments. Only the text of its kind's width is
+   set: TYP_BMPSTR 16 bits, TYP_UNISTR 32 bits, any other 8. */
 struct RestrCharStri {
     int kind = 0;
     std::string text8;
@@ -49,11 +51,13 @@ struct RestrCharStri {
     std::int32_t length() const;
 };
 RestrCharStri makeRestrCharStri(ModRec *module, const VNode &node);
-/* The length of a value that may be a list of segments; appends its text to `dst` unless that is null. */
+/* The length of a value that may be a list of segments; appends its text to `dst` unless that is
+ * null. */
 std::int32_t makeRestrCharStriSeg(ModRec *module, const VNode &node, RestrCharStri *dst);
 
-/* The length that a list of named bits asks for: its greatest bit number plus 1, 0 for an empty list,
-   0x7FFFFFFF if a number doesn't fit. Moves the current VNode. */
+/* The length that a list of named bits asks for: its greatest bit number plus 1, 0 for an empty
+   list, 0x7FFFFFFF if a number doesn't fit. Moves the current VNode. */
 std::int32_t lenFromNamedBits(ModRec *module, RecNr first);
-/* The length of the current VNode as a value of the current TNode, in bits, octets or characters. */
+/* The length of the current VNode as a value of the current TNode, in bits, octets or characters.
+ */
 std::int32_t getAnyStringLength();
