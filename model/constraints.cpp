@@ -14,7 +14,7 @@ namespace {
 
 /* A tree in which parts are reached twice over and over could keep a walk busy for ever, though
    each path in it is short. One walk takes this many steps, or ten for each record there is. */
-constexpr std::int64_t MAX_CONSTRAINT_STEPS = 1'000'000;
+constexpr std::int64_t MAX_CONSTRAINT_STEPS = 250'000;
 constexpr std::int64_t STEPS_PER_RECORD = 10;
 
 int constraintDepth = 0;
