@@ -89,6 +89,6 @@ void forEachPresentOrAbsentValueComp(
     Call<void(AsnValue *value, AsnType *comp, int compNbr, AsnValue *compValue, int presentNbr)>
         func);
 
-/* `option` is the comment from its slashes on. */
+/* The comments that were written on the value itself, as parseBECommentOption gives them. */
 void forEachValueCommentOption(AsnValue *value,
                                Call<void(AsnValue *value, const char *option, int nbr)> func);

@@ -41,12 +41,12 @@ std::string shownTree(AsnType *type, AsnConstraint *constraint) {
     forPermittedAlphabetConstraint(type, constraint, addPlain);
     forSingleValueConstraint(type, constraint,
                              [&](AsnType *, AsnValue *value) { text += shownValue(value); });
-    forValueRangeConstraint(type, constraint,
-                            [&](AsnType *, AsnValue *low, bool lowClosed, AsnValue *high,
-                                bool highClosed) {
-                                text += shownValue(low) + (lowClosed ? "" : "<") + ".." +
-                                        (highClosed ? "" : "<") + shownValue(high);
-                            });
+    forValueRangeConstraint(
+        type, constraint,
+        [&](AsnType *, AsnValue *low, bool lowClosed, AsnValue *high, bool highClosed) {
+            text += shownValue(low) + (lowClosed ? "" : "<") + ".." + (highClosed ? "" : "<") +
+                    shownValue(high);
+        });
     forContSubtypeConstraint(type, constraint,
                              [&](AsnType *, AsnType *contained, AsnConstraint *inner) {
                                  Text name;
@@ -75,7 +75,9 @@ std::string shownConstraints(AsnType *type) {
     return text;
 }
 
-RecNr one(TreeWriter &w, std::int64_t number) { return w.single(w.intValue(number)); }
+RecNr one(TreeWriter &w, std::int64_t number) {
+    return w.single(w.intValue(number));
+}
 
 RecNr openRange(TreeWriter &w, std::int64_t low, std::int64_t high) {
     const RecNr lower = w.intValue(low).nr;
@@ -117,13 +119,9 @@ TEST(Constraints, EachKindShowsItsParts) {
              return w.string(TYP_IA5STR).constrained(w.alphabet(w.rangeOf(a, z, closed)));
          },
          "permitted alphabet(range(\"a\"..\"z\"))"},
-        {[](TreeWriter &w) {
-             return w.integer().constrained(w.includes(w.findType("Small")));
-         },
+        {[](TreeWriter &w) { return w.integer().constrained(w.includes(w.findType("Small"))); },
          "INCLUDES(Small/range(1..3))"},
-        {[](TreeWriter &w) {
-             return w.integer().constrained(w.includes(w.findType("Free")));
-         },
+        {[](TreeWriter &w) { return w.integer().constrained(w.includes(w.findType("Free"))); },
          "INCLUDES()"},
         {[](TreeWriter &w) {
              TypeNode list = w.listOf(TYP_SEQOF, w.integer());
@@ -131,8 +129,8 @@ TEST(Constraints, EachKindShowsItsParts) {
          },
          "WITH COMPONENT(of range(1..2))"},
         {[](TreeWriter &w) {
-             return w.integer().constrained(w.sub(SUB_CATENATION,
-                                                  {w.sub(SUB_TABLE), w.sub(SUB_USER_DEFINED)}));
+             return w.integer().constrained(
+                 w.sub(SUB_CATENATION, {w.sub(SUB_TABLE), w.sub(SUB_USER_DEFINED)}));
          },
          "catenated(table() user defined())"},
         {[](TreeWriter &w) { return w.integer().constrained(w.sub(SUB_PASSED_OVER)); }, ""},
@@ -222,8 +220,8 @@ TEST(Constraints, ComponentsMeetWhatIsSaidOfThem) {
     const std::int32_t farNr = w.import(far);
     const Structure s(w);
     const RecNr small = w.range(1, 2);
-    w.define("Partial", w.ref("S").constrained(
-                            w.withComponents({{s.b, 0, SUB_ABSENT}, {s.a, small, 0}})));
+    w.define("Partial",
+             w.ref("S").constrained(w.withComponents({{s.b, 0, SUB_ABSENT}, {s.a, small, 0}})));
     w.define("Full", w.ref("S").constrained(w.withComponents({{s.b, w.range(1, 3), 0}}, true)));
     const RecNr element = w.sub(SUB_WITH_COMPONENT, {w.range(4, 5)});
     w.define("Nested", w.ref("S").constrained(w.withComponents({{s.c, element, SUB_PRESENT}})));
@@ -232,8 +230,9 @@ TEST(Constraints, ComponentsMeetWhatIsSaidOfThem) {
                          w.withComponents({{there.b, 0, SUB_OPTIONAL, farNr}}, true)));
     w.define("WrongModule",
              w.ref(far, "S").constrained(w.withComponents({{there.b, 0, SUB_OPTIONAL, 1}})));
-    w.define("Holder", w.sequence({w.comp("s", w.ref("S").constrained(w.withComponents(
-                                                   {{s.b, 0, SUB_ABSENT}})))}));
+    w.define("Holder",
+             w.sequence(
+                 {w.comp("s", w.ref("S").constrained(w.withComponents({{s.b, 0, SUB_ABSENT}})))}));
     m.load(w);
     const char *const rows[][2] = {
         {"Partial", "WITH COMPONENTS( 0:a=255range(1..2) 1:b=3exception specification())"},
@@ -301,8 +300,7 @@ TEST(ConstraintsDeathTest, BrokenTreesEndTheRun) {
         {[](TreeWriter &w) { w.findType("T")->refRecord = 0; }, "broken"},
     };
     for (const Row &row : rows)
-        EXPECT_EXIT(walkConstraints(row.spoil), exitsWith2, row.message)
-            << &row - rows;
+        EXPECT_EXIT(walkConstraints(row.spoil), exitsWith2, row.message) << &row - rows;
 }
 
 TEST(ConstraintsDeathTest, MissingCallBacksEndTheRun) {

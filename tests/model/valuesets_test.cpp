@@ -183,7 +183,9 @@ std::string valueSetShown(AsnType *type) {
     return text;
 }
 
-RecNr one(TreeWriter &w, std::int64_t number) { return w.single(w.intValue(number)); }
+RecNr one(TreeWriter &w, std::int64_t number) {
+    return w.single(w.intValue(number));
+}
 
 RecNr oneOf(TreeWriter &w, SubKind kind, std::initializer_list<std::int64_t> numbers) {
     const RecNr set = w.sub(kind);
@@ -215,9 +217,18 @@ TEST(ValueSets, FollowEachKindOfConstraint) {
         {[](TreeWriter &w) { return w.range(MIN_VALUE, MAX_VALUE); }, "MIN..MAX"},
         {[](TreeWriter &w) { return openRange(w, 1, 5); }, "2..4"},
         {[](TreeWriter &w) { return one(w, 7); }, "7..7"},
-        {[](TreeWriter &w) { return oneOf(w, SUB_UNION, {1, 3, 2}); }, "1..1 2..2 3..3"},
-        {[](TreeWriter &w) { return oneOf(w, SUB_UNION, {1, 2, 3}); }, "1..3"},
-        {[](TreeWriter &w) { return oneOf(w, SUB_CATENATION, {9, 1}); }, "1..1 9..9"},
+        {[](TreeWriter &w) {
+             return oneOf(w, SUB_UNION, {1, 3, 2});
+         },
+         "1..1 2..2 3..3"},
+        {[](TreeWriter &w) {
+             return oneOf(w, SUB_UNION, {1, 2, 3});
+         },
+         "1..3"},
+        {[](TreeWriter &w) {
+             return oneOf(w, SUB_CATENATION, {9, 1});
+         },
+         "1..1 9..9"},
         {[](TreeWriter &w) {
              return w.sub(SUB_INTERSECTION, {w.range(1, 5), w.range(3, 12)});
          },
@@ -304,8 +315,7 @@ TEST(ValueSets, ItemsOfAnEnumerationAreItsValues) {
     });
     m.withType("Sub", [](AsnType *type) { EXPECT_EQ(valueSetShown(type), "3..3"); });
     m.withType("Synonym", [](AsnType *type) { EXPECT_EQ(valueSetShown(type), "4..4 6..6"); });
-    m.withComp("Holder", "far",
-               [](AsnType *comp) { EXPECT_EQ(valueSetShown(comp), "4..4 6..6"); });
+    m.withComp("Holder", "far", [](AsnType *comp) { EXPECT_EQ(valueSetShown(comp), "4..4 6..6"); });
     m.withType("Empty", [](AsnType *type) { EXPECT_EQ(valueSetShown(type), ""); });
 }
 
@@ -328,14 +338,15 @@ TEST(ValueSets, SizesOfStringsAndLists) {
     ModelSetup m;
     TreeWriter w("Sets", "sets");
     const RecNr two = one(w, 2);
-    w.define("Holes", w.string(TYP_IA5STR).constrained(
-                          w.size(w.sub(SUB_UNION, {two, w.range(4, 6)}))));
+    w.define("Holes",
+             w.string(TYP_IA5STR).constrained(w.size(w.sub(SUB_UNION, {two, w.range(4, 6)}))));
     w.define("Free", w.string(TYP_OCTSTR));
     w.define("Limited", w.listOf(TYP_SEQOF, w.integer(), 1, 1000).sizeLimit(100, false));
     w.define("AtMost", w.string(TYP_BITSTR, MIN_VALUE, 8));
     const RecNr alphabet = w.alphabet(w.single(w.textValue(TYP_IA5STR, "abc")));
-    w.define("Both", w.string(TYP_IA5STR).constrained(
-                         w.sub(SUB_CATENATION, {alphabet, w.size(3, 4000000000)})));
+    w.define(
+        "Both",
+        w.string(TYP_IA5STR).constrained(w.sub(SUB_CATENATION, {alphabet, w.size(3, 4000000000)})));
     w.define("NoSize", w.integer(1, 2));
     m.load(w);
     const char *const rows[][2] = {
@@ -350,8 +361,7 @@ TEST(ValueSets, SizesOfStringsAndLists) {
             EXPECT_EQ(sizesShown(type), row[1]);
             EXPECT_EQ(isSizeConstraintValueSet(type), std::string(row[1]).back() == ']');
         });
-    m.withType("Holes",
-               [](AsnType *type) { EXPECT_FALSE(isSimpleSizeConstraintValueSet(type)); });
+    m.withType("Holes", [](AsnType *type) { EXPECT_FALSE(isSimpleSizeConstraintValueSet(type)); });
     m.withType("Both", [](AsnType *type) {
         testing::internal::CaptureStderr();
         EXPECT_EQ(sizesShown(type), "3 4000000000 4000000000 / 2147483647 2147483647");
@@ -368,8 +378,8 @@ TEST(ValueSets, SizesOfStringsAndLists) {
 void askForSet(void (*spoil)(TreeWriter &w, TypeNode type)) {
     ModelSetup m;
     TreeWriter w("Broken", "broken");
-    TypeNode type = w.define(
-        "T", w.integer().constrained(w.sub(SUB_UNION, {w.range(1, 2), w.range(5, 9)})));
+    TypeNode type =
+        w.define("T", w.integer().constrained(w.sub(SUB_UNION, {w.range(1, 2), w.range(5, 9)})));
     w.finish();
     spoil(w, type);
     m.load(w);
