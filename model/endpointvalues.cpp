@@ -1,0 +1,68 @@
+#include "model/endpointvalues.h"
+
+#include "model/typevalues.h"
+#include "store/classify.h"
+#include "store/endpoints.h"
+#include "store/ketramac.h"
+#include "store/values.h"
+
+namespace {
+
+bool hasEndpoints(int mainType) {
+    return (mainType >= TYP_INTEGER && mainType <= TYP_OCTSTR) || isListKind(mainType) ||
+           isRestrCharStringKind(mainType);
+}
+
+/* Does the current VNode, which an endpoint search left there, hold a number of this kind? */
+bool isNumberCurrent(int kind) {
+    if (currModule(REC_VNODE) == nullptr)
+        return false;
+    const NodePlace place = saveNodeContext(REC_VNODE);
+    skipValues(true);
+    const bool is = vNode.valueKind == kind;
+    readRec(place.module, REC_VNODE, place.nr);
+    return is;
+}
+
+/* One end of a type's values or sizes as a new value; `flag` tells whether it is closed. */
+AsnValue *newEndpointValue(AsnType *type, bool plus, std::uint8_t *flag) {
+    const int kind = type->base.mainType == TYP_REAL ? TYP_REAL : TYP_INTEGER;
+    readRec(type->baseModule, REC_TNODE, type->baseRecord);
+    /* The record that gives the end is to be the one left current, not one of an earlier walk. */
+    recJustRead[REC_VNODE] = NodePlace{};
+    VNode end;
+    *flag = 0;
+    if (!getEndpoint(&end, flag, plus))
+        fatalError(FATAL_INTERNAL, "Cannot obtain endpoint for a type.");
+    const bool invalid = isInvalidEndpoint(end);
+    end.valueKind = static_cast<std::uint8_t>(kind);
+    AsnValue *value = newAsnValue(type->walkModule, type->ownerModule);
+    const bool infinite =
+        !invalid && (testInfinity(end, true, kind) || testInfinity(end, false, kind));
+    if (!infinite && isNumberCurrent(kind)) {
+        getValuePath(nullptr, value, KIND_VALUE);
+        return value;
+    }
+    if (invalid)
+        setInfinity(&end, plus, kind);
+    initInfinityValue(value, end);
+    return value;
+}
+
+} // namespace
+
+void forTypeEndpoints(
+    AsnType *type,
+    Call<void(AsnType *type, AsnValue *low, bool lowClosed, AsnValue *high, bool highClosed)>
+        func) {
+    requireCall(func);
+    if (!hasEndpoints(type->base.mainType))
+        return;
+    std::uint8_t lowFlag = 0;
+    std::uint8_t highFlag = 0;
+    AsnValue *low = newEndpointValue(type, false, &lowFlag);
+    AsnValue *high = newEndpointValue(type, true, &highFlag);
+    func(type, low, (lowFlag & SUB_LOWER_CLOSED) != 0, high, (highFlag & SUB_UPPER_CLOSED) != 0);
+    delAsnValue(low);
+    delAsnValue(high);
+}
