@@ -124,3 +124,28 @@ TEST(TreeWriter, KeepsStringsOfThreeWidthsAndPlacesOfRecords) {
     EXPECT_NE(dumpTree(file).find("broken at byte"), std::string::npos);
     EXPECT_EQ(dumpTree(file.substr(0, 111)), "broken: no header\n");
 }
+
+TEST(TreeWriter, BuildsClassesObjectsAndSets) {
+    TreeWriter w("Classes", "class");
+    TypeNode code = w.valueField("code", w.integer(0, 255));
+    TypeNode kind = w.typeField("Kind");
+    TypeNode operation = w.define("OPERATION", w.objectClass({code, kind.optional()}));
+    w.define("Call", w.sequence({w.comp("code", w.classField(operation, {code}))}));
+    ValueNode five = w.fieldValue(code, w.intValue(5));
+    ValueNode flag = w.fieldType(kind, w.boolean());
+    ValueNode invoke = w.defineValue("invoke", operation, w.object(operation, {five, flag}));
+    RecNr elements = w.sub(SUB_UNION, {w.single(w.valueRef("invoke"))});
+    w.defineSet("Operations", w.ref("OPERATION"), elements);
+    w.finish();
+    EXPECT_EQ(w.header().nrOfObjects, 1);
+    EXPECT_EQ(w.header().nrOfObjectSets, 1);
+    EXPECT_EQ(w.header().nrOfVisibleTypes, 1); /* neither the class nor the set is a type */
+    EXPECT_EQ(operation->nrOfComps, 2);
+    EXPECT_EQ(operation->typeFlags, TYPE_HAS_MANDATORY | TYPE_HAS_OPTIONAL);
+    EXPECT_LT(code->nameIdx, 0);
+    EXPECT_EQ(invoke->valueKind, TYP_CLASS);
+    EXPECT_EQ(invoke->refRecord, five.nr);
+    EXPECT_EQ(five->next, flag.nr);
+    EXPECT_EQ(flag->governorRec, kind.nr);
+    EXPECT_EQ(w.findType("Operations")->nodeFlags, NODE_SET | NODE_EXPORTED);
+}

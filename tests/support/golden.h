@@ -25,6 +25,6 @@ inline std::string compareGolden(const std::string &name, const std::string &tex
 std::string differenceOf(const std::string &before, const std::string &after);
 
 /* What a C compiler ("gcc", "clang") says of a file in `dir`, whatever its suffix: empty if it
-   accepts it without a word. Nothing is linked. */
+   accepts it without a word. The object file is dropped. */
 std::string compileC(const WorkDir &dir, const std::string &compiler, const std::string &file,
                      const std::vector<std::string> &flags);
