@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/text.h"
+#include "store/call.h"
 
 struct AsnType;
 
@@ -32,3 +32,6 @@ const char *cGetVFStri(AsnType *type);
 bool cIsDefinedBaseType(AsnType *type);
 /* The C definition that the type rests on is written into the files of the current module. */
 bool cIsBaseTypeGeneratedInCurrentModule(AsnType *type);
+/* That definition, for a type that refers to one: `func` gets a handle on it, on the module in
+   which it stands. No call if it is written elsewhere. */
+void cForTypeGeneratedInCurrentModule(AsnType *type, Call<void(AsnType *defined)> func);

@@ -14,9 +14,9 @@ struct TPath {
     std::vector<std::size_t> elemStarts; /* offset of each element in the text */
 };
 
-/* Handles keep pointers to the text of the path that was current when they were made, and may be asked
-   for it after that path was dropped. So dropped paths stay allocated behind the top and are taken into
-   use again by the next push. */
+/* Handles keep pointers to the text of the path that was current when they were made, and may be
+   asked for it after that path was dropped. So dropped paths stay allocated behind the top and are
+   taken into use again by the next push. */
 std::vector<std::unique_ptr<TPath>> tPathStack;
 std::size_t tPathDepth = 0;
 
@@ -42,7 +42,9 @@ void popPath() {
     --tPathDepth;
 }
 
-void resetPath() { tPathDepth = 0; }
+void resetPath() {
+    tPathDepth = 0;
+}
 
 void addElemToPath(const char *text) {
     TPath &path = tPathTop();
@@ -63,6 +65,10 @@ void removeElemFromPath() {
     path.text[path.length] = '\0';
 }
 
-const char *getPath() { return tPathTop().text; }
+const char *getPath() {
+    return tPathTop().text;
+}
 
-bool typePathInUse() { return tPathDepth > 0; }
+bool typePathInUse() {
+    return tPathDepth > 0;
+}

@@ -1,0 +1,62 @@
+#include "cbet/constants.h"
+
+#include "driver/fatal.h"
+#include "driver/files.h"
+#include "model/typequeries.h"
+#include "model/valuequeries.h"
+
+namespace {
+
+/* Calls of the run-time library, which holds such numbers as pairs of words. */
+Text cIntegerValue64(sint64 value) {
+    if (i64ismax(value))
+        return "i64max ()";
+    if (i64ismin(value))
+        return "i64min ()";
+    std::int32_t number = 0;
+    if (i64tol(value, &number))
+        return "i64ltosint64 (" + i64tostr(value) + "L)";
+    return formatText("i64make (%ldL, %luUL)", static_cast<long>(i64hi(value)),
+                      static_cast<unsigned long>(i64lo(value)));
+}
+
+Text cIntegerValue32(sint64 value, int format) {
+    if (i64ismax(value)) {
+        if (format != VF_I32 && format != VF_UI32)
+            fatalError(FATAL_INTERNAL, "CBET: Plus-infinity found as a non-long C type");
+        return format == VF_I32 ? "LONG_MAX" : "ULONG_MAX";
+    }
+    if (i64ismin(value)) {
+        if (format != VF_I32)
+            fatalError(FATAL_INTERNAL, "CBET: Minus-infinity found as a non-long C type");
+        return "LONG_MIN";
+    }
+    Text text = i64tostr(value);
+    if (format == VF_UI32 && i64cmpul(value, 0x7FFFFFFFu) > 0)
+        text += "UL";
+    return text;
+}
+
+} // namespace
+
+Text &cInt64(Text &dst, const char *prefix, sint64 value, int format, const char *postfix) {
+    const bool is64 = format == VF_UI64 || format == VF_I64;
+    const Text number = is64 ? cIntegerValue64(value) : cIntegerValue32(value, format);
+    return dst = orEmpty(prefix) + number + orEmpty(postfix);
+}
+
+void cInt64ToF(int file, const char *prefix, sint64 value, int format, const char *postfix) {
+    Text text;
+    wToF(file, cInt64(text, prefix, value, format, postfix));
+}
+
+Text &cIntegerValue(Text &dst, const char *prefix, AsnValue *value, const char *postfix) {
+    AsnType *type = getTypeOfValue(value);
+    return cInt64(dst, prefix, int64Value(value),
+                  type != nullptr ? getVF(type) : static_cast<int>(VF_NONE), postfix);
+}
+
+void cIntegerValueToF(int file, const char *prefix, AsnValue *value, const char *postfix) {
+    Text text;
+    wToF(file, cIntegerValue(text, prefix, value, postfix));
+}

@@ -1,0 +1,120 @@
+#include "cbet/homes.h"
+
+#include "cbet/entryfuncs.h"
+#include "cbet/names.h"
+#include "cbet/predicates.h"
+#include "cbet/vars.h"
+#include "driver/files.h"
+#include "model/backend.h"
+#include "model/typeextension.h"
+#include "model/typenames.h"
+#include "model/typequeries.h"
+
+namespace {
+
+/* "(Elem *)": what stands in front of the reference to a value in an ASNHOME. */
+Text asnHomeCompTypecast(const char *prefix, bool addressOf, AsnType *type, const char *separator) {
+    Text dst = orEmpty(prefix);
+    if (separator == nullptr && cIsPtrAsnHomeMember(type))
+        dst += addressOf ? "" : "*";
+    else
+        dst += addressOf ? "&" : "";
+    if (getVF(type) == VF_STRU) {
+        Text typeId;
+        dst += cBaseTypeId(typeId, separator != nullptr ? "((" : "(", type, " *)");
+    }
+    return dst;
+}
+
+/* The ASNHOME itself: the list item in hand, an element of hometab, or a member of a structure. */
+Text asnHomeContainer(AsnType *type) {
+    Text dst;
+    AsnType *father = getFatherOfTypeComp(type);
+    if (father != nullptr && (getVF(father) == VF_LIST || testTypeOption(father, OPT_LIST_HOME) ||
+                              testTypeOption(father, OPT_LIST_HOME_STORED)))
+        return cAsnHomeVarRef(dst, nullptr, nullptr);
+    if (cIsHometab(father != nullptr ? father : type))
+        return formatText("hometab [%d]", getTypeCompNbr(type));
+    return cHomeRef(dst, nullptr, false, type, nullptr, nullptr);
+}
+
+const char *asnHomeSeparator(AsnType *type) {
+    const int form = getVF(type);
+    if (form == VF_STRU)
+        return ")->";
+    const bool held = (form >= VF_DYNS0 && form <= VF_LIST) ||
+                      (form >= VF_BMPSTR0 && form <= VF_BMPSTR) || isExtensibleEnumeratedList(type);
+    return held ? "." : "->";
+}
+
+} // namespace
+
+Text &cGetPath(Text &dst, AsnType *type) {
+    dst = orEmpty(type->path);
+    if (type->pathLength >= 0 && static_cast<std::size_t>(type->pathLength) < dst.size())
+        dst.resize(static_cast<std::size_t>(type->pathLength));
+    if (dst.starts_with("->"))
+        dst.erase(0, 2);
+    else if (dst.starts_with("."))
+        dst.erase(0, 1);
+    return dst;
+}
+
+Text &cHomeRef(Text &dst, const char *prefix, bool addressOf, AsnType *type, const char *separator,
+               const char *postfix) {
+    Text path;
+    cGetPath(path, type);
+    const bool pointer =
+        path.empty() || (testTypeOption(type, OPT_POINTER) && !testTypeOption(type, OPT_HOME));
+    dst = orEmpty(prefix);
+    if (pointer && separator == nullptr)
+        dst += addressOf ? "" : "*";
+    else
+        dst += addressOf ? "&" : "";
+    if (cVarCount(VAR_HOME) != 0)
+        dst += formatText("h%d", cVarCount(VAR_HOME));
+    else
+        dst += "home";
+    if (!path.empty())
+        dst += "->" + path;
+    if (separator != nullptr)
+        dst += pointer ? "->" : ".";
+    return dst += orEmpty(postfix);
+}
+
+Text &cAsnHomeCompRef(Text &dst, const char *prefix, bool addressOf, AsnType *type,
+                      const char *separator, const char *postfix) {
+    dst = asnHomeCompTypecast(prefix, addressOf, type, separator);
+    dst += asnHomeContainer(type);
+    dst.append("->val.").append(getAsnhomeMember(type));
+    if (separator != nullptr)
+        dst += asnHomeSeparator(type);
+    return dst += orEmpty(postfix);
+}
+
+void cAsnHomeCompRefToF(int file, const char *prefix, bool addressOf, AsnType *type,
+                        const char *separator, const char *postfix) {
+    Text text;
+    wToF(file, cAsnHomeCompRef(text, prefix, addressOf, type, separator, postfix));
+}
+
+Text &cHome(Text &dst, const char *prefix, bool addressOf, AsnType *type, const char *separator,
+            const char *postfix) {
+    AsnType *father = getFatherOfTypeComp(type);
+    bool inAsnHome = false;
+    if (father != nullptr && cIsHometab(father))
+        inAsnHome = cVarCount(VAR_HOME) < 1;
+    else if (father != nullptr && getVF(father) == VF_LIST && cVarCount(VAR_ASN_HOME) > 0)
+        inAsnHome = true;
+    else
+        inAsnHome = testTypeOption(type, OPT_HOME);
+    return inAsnHome ? cAsnHomeCompRef(dst, prefix, addressOf, type, separator, postfix)
+                     : cHomeRef(dst, prefix, addressOf, type, separator, postfix);
+}
+
+Text &cAnyDefinedByClassifierTypeHome(Text &dst, const char *prefix, bool addressOf,
+                                      AsnType *classifier, const char *postfix) {
+    Text id;
+    getTypeCompId(id, nullptr, classifier, postfix);
+    return cHome(dst, prefix, addressOf, getFatherOfTypeComp(classifier), ".", id.c_str());
+}

@@ -1,0 +1,128 @@
+#include "gen/types.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "cbet/imports.h"
+#include "cbet/predicates.h"
+#include "driver/embedded.h"
+#include "driver/files.h"
+#include "gen/fileset.h"
+#include "gen/meta.h"
+#include "gen/typeshape.h"
+#include "model/iterators.h"
+#include "model/modules.h"
+#include "model/stamps.h"
+#include "model/typepath.h"
+#include "model/typequeries.h"
+#include "store/records.h"
+
+namespace {
+
+bool isCarriedAsItIs(AsnType *type) {
+    return testTypeOption(type, OPT_SKIPPED) || cIsFrameType(type);
+}
+
+/* An empty line, the user's text, "typedef ". */
+void genTypedefPrefix(AsnType *type) {
+    resetIndentLevel(fiTyp);
+    wToF(fiTyp, "\n");
+    printLocalTypeEmbeddingOptions(fiTyp, type, TED_TYP_BEFORE);
+    wToF(fiTyp, "typedef ");
+}
+
+/* " Msg;", the user's text. */
+void genTypedefPostfix(AsnType *type) {
+    printfToF(fiTyp, " %s;\n", orEmpty(getMetaTypeId(type)));
+    printLocalTypeEmbeddingOptions(fiTyp, type, TED_TYP_BEHIND);
+}
+
+/* The users of a synonym name the type that it stands for, so it needs no definition. */
+void genTypedef(AsnType *type) {
+    if (isSynonymType(type) || isCarriedAsItIs(type))
+        return;
+    genTypedefPrefix(type);
+    genTypedefContents(type);
+    genTypedefPostfix(type);
+}
+
+/* The entry table names entry types by their own identifiers: "typedef B A;" where nothing else
+   defines A. */
+void genEntryTypedef(AsnType *type) {
+    const char *base = orEmpty(getMetaBaseTypeId(type));
+    const bool synonym =
+        isSynonymType(type) && std::strcmp(base, orEmpty(getMetaTypeId(type))) != 0;
+    if (!synonym && (isMorlaApplication(getModuleOfType(type)) || !isCarriedAsItIs(type)))
+        return;
+    genTypedefPrefix(type);
+    wToF(fiTyp, base);
+    genTypedefPostfix(type);
+}
+
+void genReferredType(AsnType *father, AsnType *son) {
+    if (!cIsBaseTypeGeneratedInCurrentModule(son) || processingStarted(son) || isCarriedAsItIs(son))
+        return;
+    if (cIsDefinedBaseType(son)) {
+        cForTypeGeneratedInCurrentModule(son, genType);
+        return;
+    }
+    if (!isLeafType(son))
+        genReferredTypes(son);
+    if (needsOwnType(father, son)) {
+        wToF(fiTyp, "\n");
+        genTypedefContents(son);
+        wToF(fiTyp, ";\n");
+    }
+}
+
+void warnOfCircularImports(AsnModule *module) {
+    Text path;
+    std::fprintf(stderr,
+                 "%s:1: warning: Circular ASN.1 module imports detected.\n"
+                 "    VELMO can not generate proper type definitions because generated\n"
+                 "    types are used before they are defined. Split ASN.1 modules such\n"
+                 "    that there are no circular references between modules.\n",
+                 getModuleFilePath(path, nullptr, module, nullptr).c_str());
+}
+
+} // namespace
+
+void genType(AsnType *type) {
+    if (processingStarted(type))
+        return;
+    setProcessingNow(type);
+    const bool defined = isDefinedType(type);
+    if (defined) {
+        pushPath();
+        addElemToPath(orEmpty(getMetaTypeId(type)));
+    }
+    genReferredTypes(type);
+    genTypedef(type);
+    if (isEntryType(type))
+        genEntryTypedef(type);
+    setProcessingDone(type);
+    if (defined)
+        popPath();
+}
+
+void genReferredTypes(AsnType *type) {
+    static int nesting = 0;
+    const NestingGuard guard(&nesting, type->posModule);
+    if (!cIsBaseTypeGeneratedInCurrentModule(type) || isCarriedAsItIs(type))
+        return;
+    if (isSelectionType(type))
+        forSelectionType(type, [](AsnType *, AsnType *selected, AsnType *) { genType(selected); });
+    else if (isSynonymType(type))
+        cForTypeGeneratedInCurrentModule(type, genType);
+    else if (!isLeafType(type))
+        forEachTypeCompOrElem(
+            type, [](AsnType *father, AsnType *son, int) { genReferredType(father, son); });
+}
+
+void generateTypes(AsnModule *module) {
+    if (cIsCircularImports(module))
+        warnOfCircularImports(module);
+    resetPath();
+    initStamps();
+    forEachEntryVisType(module, [](AsnType *type, int) { genType(type); });
+}

@@ -1,0 +1,288 @@
+#include "gen/typeshape.h"
+
+#include <cstdio>
+
+#include "cbet/names.h"
+#include "cbet/predicates.h"
+#include "driver/embedded.h"
+#include "driver/files.h"
+#include "gen/fileset.h"
+#include "gen/meta.h"
+#include "model/bounds.h"
+#include "model/control.h"
+#include "model/iterators.h"
+#include "model/modules.h"
+#include "model/typeextension.h"
+#include "model/typenames.h"
+#include "model/typequeries.h"
+#include "store/records.h"
+
+namespace {
+
+/* Main types and value forms that go together in needsControlMember. */
+bool isCountedString(int main) {
+    return main == TYP_BITSTR || main == TYP_OCTSTR || (main >= TYP_NUMSTR && main <= TYP_GENSTR);
+}
+
+bool isBetween(int form, int first, int last) {
+    return form >= first && form <= last;
+}
+
+bool isStringOrArray(AsnType *type) {
+    return cIsStaticString(type) || cIsDynamicString(type) || cIsStaticArray(type) ||
+           cIsDynamicArray(type);
+}
+
+bool isPlainChoice(AsnType *type) {
+    return getTypeMainType(type) == TYP_CHOICE && !testTypeOption(type, OPT_COMPS_AS_POINTERS);
+}
+
+sint64 allocatedSize(AsnType *type) {
+    sint64 low, high, alloc;
+    getInt64SizeEndpoints(type, &low, &high, &alloc);
+    return alloc;
+}
+
+/* IA5CHAR st [8+1]; */
+void genLeafStringHome(AsnType *type) {
+    constexpr std::int32_t BITS = 8;
+    const char *home = getMetaHomeTypeId(type);
+    if (home == nullptr) {
+        Text word;
+        std::fprintf(stderr, "WARNING: %s not yet supported, sorry.\n",
+                     getTypeMainTypeStri(word, nullptr, type, nullptr).c_str());
+        home = "Unsupported_String_type";
+    }
+    sint64 size = allocatedSize(type);
+    if (isBitStringType(type) && !i64ismax(size))
+        size = i64divl(i64addl(size, BITS - 1), BITS);
+    printfToF(fiTyp, "%s st [%s%s];\n", home, i64tostr(size).c_str(),
+              isRestrCharStringType(type) ? "+1" : "");
+}
+
+void warnOfUnknownLeaf(AsnType *type) {
+    Text path;
+    Text word;
+    std::fprintf(stderr, "%s:%d: warning: Unknown leaf type: %s\n",
+                 getModuleFilePath(path, nullptr, getModuleOfType(type), nullptr).c_str(),
+                 getTypeDefinitionLine(type),
+                 getTypeMainTypeStri(word, nullptr, type, nullptr).c_str());
+}
+
+void genStructPostfix() {
+    --fArr[fiTyp].indent;
+    wToF(fiTyp, "}");
+}
+
+void genLeafType(AsnType *type) {
+    if (testTypeOption(type, OPT_SKIPPED)) {
+        wToF(fiTyp, getMetaBaseTypeId(type));
+    } else if (isStructuredType(type)) {
+        genStructPrefix(type);
+        printfToF(fiTyp, "%s eitherthisfield;\n", cSpecialType(SPECIAL_NOBODY_USES));
+        genStructPostfix();
+    } else if (cIsPredefinedType(type)) {
+        wToF(fiTyp, getMetaBaseTypeId(type));
+    } else if (cIsStaticString(type) || cIsDynamicString(type)) {
+        genStructPrefix(type);
+        genControlMember(type);
+        genLeafStringHome(type);
+        genStructPostfix();
+    } else {
+        warnOfUnknownLeaf(type);
+    }
+}
+
+/* A list's element stands inside a comment, since its C type is LIST whatever it holds. */
+void genNonLeafPrefix(AsnType *type) {
+    if (isList(type)) {
+        wToF(fiTyp, "LIST /*\n");
+        ++fArr[fiTyp].indent;
+        return;
+    }
+    genStructPrefix(type);
+    genControlMember(type);
+    if (isPlainChoice(type)) {
+        wToF(fiTyp, "union ");
+        wToF(fiTyp, "{\n");
+        ++fArr[fiTyp].indent;
+    }
+}
+
+void genNonLeafPostfix(AsnType *type) {
+    if (isList(type)) {
+        --fArr[fiTyp].indent;
+        wToF(fiTyp, "*/");
+        return;
+    }
+    if (isPlainChoice(type)) {
+        --fArr[fiTyp].indent;
+        wToF(fiTyp, "} i1;\n");
+    }
+    genStructPostfix();
+}
+
+void genNonLeafType(AsnType *type) {
+    if (cIsFrameType(type)) {
+        wToF(fiTyp, getMetaBaseTypeId(type));
+        return;
+    }
+    genNonLeafPrefix(type);
+    forEachTypeCompOrElem(
+        type, [](AsnType *father, AsnType *son, int) { genNonLeafContents(father, son); });
+    genNonLeafPostfix(type);
+}
+
+/* "* val.stru;": the member of an ASNHOME, in a comment. */
+void genHomeMember(AsnType *son) {
+    Text text;
+    if (cIsPtrAsnHomeMember(son))
+        wToF(fiTyp, "*");
+    wToF(fiTyp, cAsnHomeMember(text, " val.", son, ";\n"));
+}
+
+void genMemberType(AsnType *father, AsnType *son) {
+    Text text;
+    if (isList(father)) {
+        wToF(fiTyp, getMetaBaseTypeId(son));
+    } else if (testTypeOption(son, OPT_HOME)) {
+        wToF(fiTyp, "ASNHOME /*\n");
+        ++fArr[fiTyp].indent;
+        wToF(fiTyp, getMetaBaseTypeId(son));
+        genHomeMember(son);
+        --fArr[fiTyp].indent;
+        wToF(fiTyp, "*/ ");
+    } else if (isOpenType(son)) {
+        wToF(fiTyp, cIsFrameType(son) ? "FRAME_PTR " : "ANY ");
+    } else if (cIsDefinedBaseType(son)) {
+        wToF(fiTyp, cTypeIdForTypeCompDef(text, nullptr, son, nullptr));
+    } else if (isTypeExtensionmarker(son)) {
+        wToF(fiTyp, getMetaBaseTypeId(son));
+    } else if (isLeafType(son)) {
+        genLeafType(son);
+    } else {
+        genNonLeafType(son);
+    }
+}
+
+const char *pointerText(AsnType *son) {
+    if (!needsPointer(son))
+        return "";
+    return testTypeOption(son, OPT_NEAR) ? " near*" : "*";
+}
+
+void genMemberTail(AsnType *father, AsnType *son) {
+    if (isList(father)) {
+        genHomeMember(son);
+    } else if (isOpenType(son)) {
+        printfToF(fiTyp, "%s;\n", orEmpty(getMetaCompId(son)));
+    } else if (isElemType(son)) {
+        wToF(fiTyp, pointerText(son));
+        if (testTypeOption(father, OPT_DYNAMIC_ARRAY))
+            wToF(fiTyp, "* elem");
+        else
+            int64ToF(fiTyp, " elem [", allocatedSize(father), "]");
+        wToF(fiTyp, ";\n");
+    } else {
+        wToF(fiTyp, pointerText(son));
+        printfToF(fiTyp, " %s;\n", orEmpty(getMetaCompId(son)));
+    }
+}
+
+} // namespace
+
+bool isList(AsnType *type) {
+    return getVF(type) == VF_LIST;
+}
+bool isOpenType(AsnType *type) {
+    return getTypeMainType(type) == TYP_OPEN;
+}
+bool isBitStringType(AsnType *type) {
+    return getTypeMainType(type) == TYP_BITSTR;
+}
+
+bool needsControlMember(AsnType *type) {
+    const int form = getVF(type);
+    const int main = getTypeMainType(type);
+    switch (main) {
+    case TYP_SEQ:
+    case TYP_SET:
+        return !testTypeOption(type, OPT_COMPS_AS_POINTERS) && isOptionalTypeComps(type) &&
+               getVFSize(type) > VF_NONE;
+    case TYP_SEQOF:
+    case TYP_SETOF:
+        return form == VF_STRU && getVFSize(type) > VF_NONE;
+    case TYP_CHOICE:
+        return !testTypeOption(type, OPT_COMPS_AS_POINTERS);
+    case TYP_BMPSTR:
+        return isBetween(form, VF_STAS8, VF_STAS) || isBetween(form, VF_BMPSTR8, VF_BMPSTR);
+    default:
+        return isCountedString(main) &&
+               (isBetween(form, VF_STAS8, VF_STAS) || isBetween(form, VF_DYNS8, VF_DYNS));
+    }
+}
+
+bool needsPointer(AsnType *type) {
+    return testTypeOption(type, OPT_POINTER) || testTypeOption(type, OPT_HOME);
+}
+
+bool needsOwnType(AsnType *father, AsnType *son) {
+    if (cIsPredefinedType(son))
+        return false;
+    return isList(father) || (testTypeOption(son, OPT_HOME) && !isTypeExtensionmarker(son));
+}
+
+bool isInCategorySet(AsnType *type, unsigned set) {
+    constexpr int CATEGORY_BITS = 8;
+    for (int category = 0; category < CATEGORY_BITS; ++category)
+        if ((set >> category & 1u) != 0 && typeIsInEntryCategory(type, category))
+            return true;
+    return false;
+}
+
+void genTypedefContents(AsnType *type) {
+    if (isSelectionType(type)) {
+        forSelectionType(type, [](AsnType *, AsnType *selected, AsnType *) {
+            Text text;
+            wToF(fiTyp, getDefTypeId(text, nullptr, selected, nullptr));
+        });
+    } else if (isLeafType(type)) {
+        genLeafType(type);
+    } else {
+        genNonLeafType(type);
+    }
+}
+
+void genStructPrefix(AsnType *type) {
+    printfToF(fiTyp, "struct t_%s ", orEmpty(getMetaTypeId(type)));
+    wToF(fiTyp, "{\n");
+    ++fArr[fiTyp].indent;
+}
+
+void genControlMember(AsnType *type) {
+    if (needsControlMember(type)) {
+        Text text;
+        wToF(fiTyp, getControlMemberDef(text, type));
+    }
+    if (!isStringOrArray(type) || getTypeOptions(type)->sizeLimitMode != 0)
+        return;
+    sint64 low, high, alloc;
+    getInt64SizeEndpoints(type, &low, &high, &alloc);
+    if (i64cmp(high, alloc) <= 0)
+        return;
+    int form = VF_UI32;
+    if (i64cmpl(high, 0xFF) < 0)
+        form = VF_UI8;
+    else if (i64cmpl(high, 0xFFFF) < 0)
+        form = VF_UI16;
+    printfToF(fiTyp, "%s nIgnored;\n", orEmpty(getLangType(form)));
+}
+
+void genNonLeafContents(AsnType *father, AsnType *son) {
+    static int nesting = 0;
+    const NestingGuard guard(&nesting, son->posModule);
+    printTypeEmbeddingOptions(fiTyp, son, TED_TYP_BEFORE);
+    genMemberType(father, son);
+    genMemberTail(father, son);
+    printTypeEmbeddingOptions(fiTyp, son, TED_TYP_BEHIND);
+}
