@@ -157,7 +157,8 @@ void makeNestedStructures(TreeWriter &w) {
                         }));
     w.define("Keeping", w.sequence({w.comp("old", w.ref("Byte")), w.marker()}))
         .option(OPT_SAVE_EXTENSIONS);
-    w.define("Wide", w.sequence({w.componentsOf(w.ref("Point")), w.comp("w", w.ref("Level"))}));
+    w.define("Wide",
+             w.sequence({w.componentsOf(w.ref("Point")), w.comp("w", w.ref("Level")).implicit(0)}));
 }
 
 void makeOpenStructures(TreeWriter &w, const TreeWriter &stock) {

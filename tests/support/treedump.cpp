@@ -176,7 +176,8 @@ std::string describe(const Dump &, const SNode &step) {
 /* Lists the records of a kind; false at the end of the file. */
 template <typename Record> bool dumpKind(Dump &dump, RecKind kind, const char *letter) {
     const auto size = static_cast<std::size_t>(recSize[kind]);
-    for (std::int32_t nr = 1; nr <= dump.header.counts[kind]; ++nr, dump.offset += size) {
+    for (std::int32_t nr = 1; nr <= dump.header.counts[static_cast<std::size_t>(kind)];
+         ++nr, dump.offset += size) {
         if (dump.file.size() - dump.offset < size)
             return false;
         Record record;
@@ -189,7 +190,7 @@ template <typename Record> bool dumpKind(Dump &dump, RecKind kind, const char *l
 /* Reads the strings of a kind from `offset` on; false at the end of the file. */
 bool readStrings(Dump &dump, RecKind kind, std::size_t *offset, std::vector<std::string> &texts) {
     const auto width = static_cast<std::size_t>(recSize[kind]);
-    for (std::int32_t nr = 1; nr <= dump.header.counts[kind]; ++nr) {
+    for (std::int32_t nr = 1; nr <= dump.header.counts[static_cast<std::size_t>(kind)]; ++nr) {
         if (dump.file.size() < *offset + 2)
             return false;
         std::size_t count = static_cast<std::uint8_t>(dump.file[*offset]) * 256u +
