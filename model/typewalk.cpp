@@ -14,8 +14,9 @@ bool glbCreateBETypMetaRecFlag = true;
 
 namespace {
 
-/* Handles that were given back; their memory stays valid, so giving one back twice does no harm. */
-std::vector<std::unique_ptr<AsnType>> allTypes;
+/* All handles, and those that were given back; their memory stays valid, so giving one back twice does
+   no harm. A fatal error leaves some in use, with all that they own: the list is never destroyed. */
+std::vector<std::unique_ptr<AsnType>> &allTypes = *new std::vector<std::unique_ptr<AsnType>>;
 std::vector<AsnType *> freeTypes;
 
 /* A meta record is being made, and no handle may be filled meanwhile. */
