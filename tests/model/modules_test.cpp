@@ -1,0 +1,121 @@
+#include "model/modules.h"
+
+#include "store/strings.h"
+#include "store/tree.h"
+#include "tests/model/modelsetup.h"
+
+namespace {
+
+/* Modules a and b import each other; c is imported without being followed, d by c. */
+struct Circle {
+    TreeWriter a{"A", "a"}, b{"B", "b"}, c{"C", "c"}, d{"D", "d"};
+    ModelSetup setup;
+    Circle() {
+        a.import(b);
+        a.import(c, false);
+        b.import(a);
+        b.import(c, false);
+        b.import(d);
+        c.import(d);
+        a.source("dir/", "a.asn");
+        for (TreeWriter *tree : {&b, &c, &d})
+            tree->save(setup.dir.path(
+                tree->strings8[static_cast<std::size_t>(tree->header().filePrefix) - 1] + ".stx"));
+        setup.load(a);
+    }
+};
+
+std::string visit(AsnModule *module, bool deep) {
+    std::string text;
+    std::function<void(AsnModule *)> note = [&](AsnModule *exporting) {
+        EXPECT_TRUE(isCurrentModule(exporting));
+        Text name;
+        text += getModuleRef(name, nullptr, exporting, deep ? "(" : " ");
+        if (deep) {
+            forEachExportingModule(exporting, note);
+            text += ")";
+        }
+    };
+    forEachExportingModule(module, note);
+    return text;
+}
+
+TEST(Modules, ExportersAreVisitedOnce) {
+    Circle t;
+    EXPECT_EQ(visit(t.setup.module, false), "B ");
+    /* D is marked in B; C, which imports it too, is followed by nobody. */
+    EXPECT_EQ(visit(t.setup.module, true), "B(D())");
+    EXPECT_EQ(visit(t.setup.module, true), "B(D())");
+    for (const auto &record : modRecList.records)
+        EXPECT_EQ(record->state, MOD_LOADED);
+    EXPECT_TRUE(isCurrentModule(t.setup.module));
+}
+
+TEST(Modules, UnmarkedImportMayBeVisitedOnAnotherWay) {
+    TreeWriter a("A", "a"), b("B", "b"), c("C", "c");
+    a.import(c, false);
+    a.import(b);
+    b.import(c);
+    ModelSetup setup;
+    setup.import(c, "c");
+    setup.import(b, "b");
+    setup.load(a);
+    EXPECT_EQ(visit(setup.module, true), "B(C())");
+}
+
+TEST(Modules, NamedModulesInOrder) {
+    Circle t;
+    std::string text;
+    forEachModule([&](AsnModule *module) {
+        text += module->modRec->filePrefix;
+        module->cursors[KIND_TYPE] = 3;
+        cMP = nullptr;
+    });
+    EXPECT_EQ(text, "a"); /* the others came in through imports */
+    EXPECT_TRUE(isCurrentModule(t.setup.module));
+    forFirstModule([&](AsnModule *module) { text += module->modRec->filePrefix; });
+    EXPECT_EQ(text, "aa");
+    EXPECT_EXIT(forEachModule(nullptr), testing::ExitedWithCode(2),
+                "Call-back function not defined");
+
+    AsnModule *module = firstModule(modRecList.records[0].get());
+    module->cursors[KIND_VALUE] = 7;
+    AsnModule *moved = nextModule(module, modRecList.records[1].get());
+    EXPECT_EQ(moved, module);
+    EXPECT_EQ(moved->cursors[KIND_VALUE], 0); /* a walk doesn't go on in another module */
+    EXPECT_EQ(getUniqueModuleNr(moved), 1);
+    EXPECT_TRUE(isCurrentModule(moved));
+    delAsnModule(moved);
+    delAsnModule(moved);
+}
+
+TEST(Modules, Questions) {
+    Circle t;
+    AsnModule *module = t.setup.module;
+    Text text;
+    EXPECT_EQ(getModuleFilePath(text, "<", module, ">"), "<dir/a.asn>");
+    EXPECT_EQ(getModulePrefix(text, nullptr, module, nullptr), "a");
+    GlobalOptions *options = getGlobalOptions(module);
+    options->genArr[1] = GEN_SEPARATE;
+    EXPECT_EQ(getGenerationOption(module, 1), GEN_SEPARATE);
+    EXPECT_EQ(getGenerationOption(module, 0), GEN_NONE);
+    EXPECT_EQ(getGenerationOption(module, 17), GEN_NONE);
+    options->cGeneration = 1u << CGEN_EXTERNAL;
+    EXPECT_TRUE(testCGenerationOption(module, CGEN_EXTERNAL));
+    EXPECT_TRUE(testCGenerationOption(module, CGEN_EXTERNAL + 32));
+    EXPECT_FALSE(testCGenerationOption(module, -CGEN_EXTERNAL));
+    EXPECT_TRUE(testCGenerationOption(module, -CGEN_REAL));
+    options->definitionCategory = DEFCAT_OTHER;
+    EXPECT_FALSE(isMorlaApplication(module));
+    EXPECT_FALSE(isCombinedModules(module, module));
+    options->combined = {module->modRec};
+    EXPECT_TRUE(isCombinedModules(module, module));
+
+    InfoCache *cache = getModuleInfoCache(module);
+    setModuleInfoCacheBetFlag(cache, 7, true);
+    setModuleInfoCacheBetFlag(cache, 8, false);
+    EXPECT_EQ(cache->known, 0x180u);
+    EXPECT_EQ(cache->answers, 0x80u);
+}
+
+} // namespace

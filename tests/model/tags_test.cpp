@@ -1,0 +1,193 @@
+#include "model/tags.h"
+
+#include "driver/files.h"
+#include "tests/model/handletexts.h"
+#include "tests/model/modelsetup.h"
+
+namespace {
+
+const auto exitsWith2 = testing::ExitedWithCode(2);
+
+std::string walkText(AsnType *type, int mask, bool reverse) {
+    std::string text;
+    const auto note = [&](AsnType *, const AsnTag *tag, int nbr) {
+        text += std::to_string(nbr) + ":" + std::to_string(getTagNumber(tag)) + " ";
+    };
+    forTags(type, note, mask, reverse);
+    return text;
+}
+
+std::string localText(AsnType *type, bool reverse) {
+    std::string text;
+    const auto note = [&](AsnType *, const AsnTag *tag, int) {
+        text += std::to_string(getTagNumber(tag)) + " ";
+    };
+    if (reverse)
+        forEachLocalTagRevOrd(type, note);
+    else
+        forEachLocalTag(type, note);
+    return text;
+}
+
+TEST(Tags, ImplicitTagsReplaceWhatStandsInside) {
+    TreeWriter w("Modes", "modes");
+    w.define("Plain", w.integer());
+    w.define("Implicit", w.integer().implicit(1));
+    w.define("Explicit", w.integer().explicitly(2).application(3));
+    w.define("S", w.integer().explicitly(2));
+    w.define("OverS", w.ref("S").implicit(1));
+    w.define("Choice", w.choice({w.comp("a", w.integer())}));
+    w.define("TaggedChoice", w.ref("Choice").explicitly(9));
+    w.define("Any", w.any());
+    w.define("Open", w.openType());
+    ModelSetup setup;
+    setup.load(w);
+    std::string text;
+    forEachType(setup.module, [&](AsnType *type, int) {
+        text += nameOf(type) + " [" + tagsOf(type) + "] " + std::to_string(getNrOfLocalTags(type)) +
+                "\n";
+    });
+    EXPECT_EQ(text, "Plain [U2] 0\n"
+                    "Implicit [C1] 1\n"
+                    "Explicit [C2 A3] 2\n"
+                    "S [C2 U2] 1\n"
+                    "OverS [C1 U2] 1\n" /* C2 is dropped, but it is explicit, so U2 stays */
+                    "Choice [] 0\n"
+                    "TaggedChoice [C9] 1\n"
+                    "Any [] 0\n"
+                    "Open [] 0\n");
+}
+
+TEST(Tags, AutomaticTagsReplaceTheOutermost) {
+    TreeWriter w("Auto", "auto");
+    w.define("Choice", w.choice({w.comp("x", w.integer()).implicit(0)}));
+    w.define("Deep", w.integer().explicitly(7));
+    w.define("S", w.sequence({w.comp("a", w.integer()), w.comp("b", w.ref("Choice")), w.marker(),
+                              w.comp("c", w.ref("Deep")), w.comp("d", w.any())})
+                      .automaticTags());
+    ModelSetup setup;
+    setup.load(w);
+    setup.withType("S", [](AsnType *type) {
+        EXPECT_EQ(forwardText(type), "a/0 C0, b/1 C1, .../2, c/3 C2 U2, d/4 C3");
+        EXPECT_EQ(reverseText(type), forwardText(type));
+        forEachTypeComp(type, [](AsnType *, AsnType *comp, int) {
+            const bool isMarker = comp->base.mainType == TYP_EXTENSION_MARKER;
+            EXPECT_EQ(getNrOfLocalTags(comp), isMarker ? 0 : 1) << nameOf(comp);
+        });
+    });
+}
+
+TEST(Tags, ComponentsOfTakesTheTaggingOfTheStructure) {
+    TreeWriter w("Brought", "brought");
+    w.define("In", w.sequence({w.comp("x", w.integer()), w.comp("y", w.null())}));
+    w.define("InAuto", w.sequence({w.comp("p", w.integer())}).automaticTags());
+    w.define("Auto", w.sequence({w.comp("a", w.integer()), w.componentsOf(w.ref("In")),
+                                 w.comp("b", w.boolean())})
+                         .automaticTags());
+    w.define("Plain", w.sequence({w.componentsOf(w.ref("InAuto")), w.comp("b", w.boolean())}));
+    ModelSetup setup;
+    setup.load(w);
+    setup.withType("Auto", [](AsnType *type) {
+        EXPECT_EQ(forwardText(type), "a/0 C0, x/1 C1, y/2 C2, b/3 C3");
+        EXPECT_EQ(reverseText(type), forwardText(type));
+    });
+    setup.withType("Plain", [](AsnType *type) { EXPECT_EQ(forwardText(type), "p/0 U2, b/1 U1"); });
+}
+
+TEST(Tags, AutomaticTagOnATypeWithoutAny) {
+    TreeWriter w("Broken", "broken");
+    w.define("S", w.sequence({w.comp("a", w.type(TYP_FIELDLIST)), w.comp("b", w.type(TYP_SYNONYM))})
+                      .automaticTags());
+    ModelSetup setup;
+    setup.load(w);
+    setup.withType("S", [](AsnType *type) { EXPECT_EQ(forwardText(type), "a/0 C0, b/1 C1"); });
+}
+
+TEST(Tags, WalksSelectByPlaceAndGiveIndexes) {
+    TreeWriter w("Walks", "walks");
+    w.define("One", w.integer());
+    w.define("Two", w.integer().explicitly(5));
+    w.define("Three", w.ref("Two").explicitly(6));
+    w.define("None", w.any());
+    ModelSetup setup;
+    setup.load(w);
+    constexpr int ALL = TAGS_OUTERMOST | TAGS_BETWEEN | TAGS_INNERMOST;
+    setup.withType("None", [&](AsnType *type) {
+        EXPECT_EQ(walkText(type, ALL, false), "");
+        forOutermostTags(type, [](AsnType *, const AsnTag *, int) { ADD_FAILURE(); });
+    });
+    setup.withType("One", [&](AsnType *type) {
+        EXPECT_EQ(walkText(type, ALL, false), "0:2 ");
+        EXPECT_EQ(walkText(type, TAGS_OUTERMOST, false), "0:2 ");
+        EXPECT_EQ(walkText(type, TAGS_INNERMOST, false), "0:2 ");
+        EXPECT_EQ(walkText(type, TAGS_BETWEEN | TAGS_INNERMOST, true), "0:2 ");
+        EXPECT_EQ(walkText(type, TAGS_OUTERMOST | TAGS_BETWEEN, false), "");
+        EXPECT_EQ(localText(type, false), "");
+    });
+    setup.withType("Three", [&](AsnType *type) {
+        EXPECT_EQ(walkText(type, ALL, false), "0:6 1:5 2:2 ");
+        EXPECT_EQ(walkText(type, ALL, true), "2:2 1:5 0:6 ");
+        EXPECT_EQ(walkText(type, TAGS_OUTERMOST | TAGS_BETWEEN, true), "1:5 0:6 ");
+        EXPECT_EQ(walkText(type, TAGS_BETWEEN | TAGS_INNERMOST, false), "1:5 2:2 ");
+        EXPECT_EQ(localText(type, false), "6 "); /* U2 and C5 were written elsewhere */
+    });
+    setup.withType("Two", [&](AsnType *type) {
+        EXPECT_EQ(walkText(type, TAGS_OUTERMOST | TAGS_BETWEEN, false), "0:5 ");
+        EXPECT_EQ(localText(type, true), "5 ");
+        EXPECT_EXIT(forEachTag(type, nullptr), testing::ExitedWithCode(2),
+                    "Call-back function not defined");
+    });
+}
+
+TEST(Tags, Texts) {
+    Text text;
+    const AsnTag tag{TAG_CTX, 3};
+    EXPECT_EQ(getTagStri(text, "(", &tag, false, ")"), "(TAG(TAG_CTX, TAG_PRI, 3))");
+    EXPECT_EQ(getTagStriClassNumber(text, nullptr, TAG_APP, true, 31, nullptr),
+              "TAG(TAG_APP, TAG_STR, 31)");
+    const AsnTag odd{7, 1};
+    EXPECT_EQ(getTagClassStri(text, "<", &odd, ">"), "<>");
+    EXPECT_EQ(getBuiltinTypeTagNumberStri(text, "", TYP_CHOICE, ""), "TNR_CHOICE");
+    EXPECT_EQ(getBuiltinTypeTagNumberStri(text, "", TYP_ANY, ""), "TNR_ANY");
+    EXPECT_EQ(getBuiltinTypeTagNumberStri(text, "", TYP_SYNONYM, ""), "TNR_NONE");
+    EXPECT_EQ(getBuiltinTypeTagNumberStri(text, "", TYP_UTCTIME, ";"), "23;");
+    EXPECT_EQ(getBuiltinTypeTagNumber(200), -10);
+}
+
+/* What printIfTagForBER writes for a definition. */
+std::string ifText(ModelSetup &setup, const std::string &name, const char *tagRef, bool isElse,
+                   bool equal) {
+    initFiles();
+    openNamedF(1, (setup.dir.path() + "/").c_str(), "out.c");
+    setup.withType(name, [&](AsnType *type) { printIfTagForBER(1, type, tagRef, isElse, equal); });
+    closeF(1);
+    return setup.dir.read("out.c");
+}
+
+TEST(Tags, TestOfTheCurrentTag) {
+    TreeWriter w("Tests", "tests");
+    w.define("Int", w.integer().explicitly(4));
+    w.define("Any", w.any());
+    w.define("Inner", w.choice({w.comp("p", w.null()).implicit(2)}));
+    w.define("Choice",
+             w.choice({w.comp("a", w.integer()).implicit(0), w.comp("b", w.boolean()).implicit(1),
+                       w.marker(), w.comp("c", w.ref("Inner")), w.comp("d", w.any())}));
+    w.define("Self", w.choice({w.comp("s", w.ref("Self"))}));
+    w.define("Twice", w.choice({w.comp("s", w.ref("Twice")), w.comp("t", w.ref("Twice"))}));
+    ModelSetup setup;
+    setup.load(w);
+    EXPECT_EQ(ifText(setup, "Int", nullptr, false, true), "if (tag == TAG(TAG_CTX, TAG_PRI, 4))");
+    EXPECT_EQ(ifText(setup, "Int", "t", true, false), "else if (t != TAG(TAG_CTX, TAG_PRI, 4))");
+    EXPECT_EQ(ifText(setup, "Any", "t", false, true), "if (t != EOC_TAG)");
+    EXPECT_EQ(ifText(setup, "Any", "t", false, false), "if (t == EOC_TAG)");
+    EXPECT_EQ(ifText(setup, "Choice", "d_CurrTag ()", false, true),
+              "if (d_CurrTag () == TAG(TAG_CTX, TAG_PRI, 0) ||\n"
+              " d_CurrTag () == TAG(TAG_CTX, TAG_PRI, 1) ||\n"
+              " d_CurrTag () == TAG(TAG_CTX, TAG_PRI, 2) ||\n"
+              " d_CurrTag () != EOC_TAG)");
+    EXPECT_EQ(ifText(setup, "Inner", "t", true, false), "else if (t != TAG(TAG_CTX, TAG_PRI, 2))");
+    EXPECT_EXIT(ifText(setup, "Self", "t", false, true), exitsWith2, "tests");
+    EXPECT_EXIT(ifText(setup, "Twice", "t", false, true), exitsWith2, "tests");
+}
+
+} // namespace

@@ -1,0 +1,314 @@
+#include "model/typequeries.h"
+
+#include "model/any.h"
+#include "model/backvar.h"
+#include "model/bounds.h"
+#include "model/othermodule.h"
+#include "model/stamps.h"
+#include "model/typetables.h"
+#include "store/records.h"
+#include "tests/model/handletexts.h"
+#include "tests/model/modelsetup.h"
+
+namespace {
+
+const auto exitsWith2 = testing::ExitedWithCode(2);
+
+TEST(TypeQueries, Leaves) {
+    TreeWriter w("Leaves", "leaves");
+    w.define("Int", w.integer());
+    w.define("Enum", w.enumerated({{"one", 1}, NamedNumber::extension()}));
+    w.define("Empty", w.sequence({}));
+    w.define("Marked", w.sequence({w.marker()}));
+    w.define("Implied", w.sequence({})).extensible();
+    w.define("Full", w.set({w.comp("a", w.null())}));
+    w.define("Skipped", w.set({w.comp("a", w.null())})).skipped();
+    w.define("List", w.listOf(TYP_SEQOF, w.null()));
+    w.define("Counted", w.listOf(TYP_SEQOF, w.null())).rec().nrOfComps = 0;
+    w.define("SkippedList", w.listOf(TYP_SEQOF, w.null())).skipped();
+    ModelSetup setup;
+    setup.load(w);
+    std::string leaves;
+    std::string morla;
+    forEachType(setup.module, [&](AsnType *type, int) {
+        leaves += isLeafType(type) ? nameOf(type) + " " : "";
+        morla += isMorlaLeafType(type) ? nameOf(type) + " " : "";
+    });
+    EXPECT_EQ(leaves, "Int Enum Empty Skipped SkippedList ");
+    EXPECT_EQ(morla, "Int Enum Empty Skipped List Counted SkippedList ");
+}
+
+TEST(TypeQueries, EntryAndVisibleTypes) {
+    TreeWriter w("Entries", "entries");
+    w.exportsMarked();
+    w.option("-ENTRY=First:PDU:first_symbol");
+    w.define("First", w.null()).entry(ENTRY_ENCODE, 0x05).exported();
+    w.define("Hidden", w.null()).entry().hidden();
+    w.define("Second", w.null()).entry();
+    w.define("Third", w.null()).exported();
+    w.define("Fourth", w.null());
+    ModelSetup setup;
+    setup.load(w);
+    std::string text;
+    const auto note = [&](AsnType *type, int nbr) {
+        text += nameOf(type) + std::to_string(nbr) + " ";
+    };
+    forEachEntryType(setup.module, note);
+    text += "| ";
+    forEachVisType(setup.module, note);
+    text += "| ";
+    forEachEntryVisType(setup.module, note);
+    EXPECT_EQ(text, "First0 Second1 | First0 Third1 | First0 Second1 Third2 ");
+
+    setup.withType("First", [](AsnType *type) {
+        EXPECT_TRUE(isEntryTypeFunction(type, 2));
+        EXPECT_FALSE(isEntryTypeFunction(type, 3));
+        EXPECT_TRUE(typeIsInEntryCategory(type, 2));
+        EXPECT_FALSE(typeIsInEntryCategory(type, 1));
+        Text symbol;
+        EXPECT_EQ(getEntrySymbol(symbol, "<", type, ">"), "<first_symbol>");
+    });
+    setup.withType("Second", [](AsnType *type) {
+        Text symbol = "x";
+        EXPECT_FALSE(isEntrySymbol(type));
+        EXPECT_EQ(getEntrySymbol(symbol, "<", type, ">"), "");
+    });
+
+    /* By number: a record that a walk passes over is no entry type of the module. */
+    text.clear();
+    const RecNr second = w.findType("Second").nr;
+    const RecNr hidden = w.findType("Hidden").nr;
+    setup.module->cursors[KIND_TYPE] = 3;
+    forEntryTypeByRecNr(setup.module, note, second);
+    forEntryTypeByRecNr(setup.module, note, hidden);
+    forEntryTypeByRecNr(setup.module, note, w.findType("Third").nr);
+    forTypeByRecNr(setup.module, note, KIND_TYPE, hidden);
+    forTypeByRecNr(setup.module, note, KIND_CLASS, hidden);
+    EXPECT_EQ(text, "Second1 Hidden0 ");
+    EXPECT_EQ(setup.module->cursors[KIND_TYPE], 3);
+}
+
+TEST(TypeQueries, LengthForms) {
+    TreeWriter w("Lengths", "lengths");
+    w.define("T", w.ref("S"));
+    w.define("S", w.ref("R").lengthForm(0));
+    w.define(
+        "R",
+        w.sequence({w.comp("a", w.null()), w.comp("b", w.null()).lengthForm(1)}).lengthForm(1));
+    ModelSetup setup;
+    setup.load(w);
+    const auto forms = [&](std::uint8_t form) {
+        getGlobalOptions(setup.module)->definiteLen = form;
+        std::string text;
+        forEachType(setup.module, [&](AsnType *type, int) {
+            text += isDefiniteLengthEncoding(type) ? "1" : "0";
+            forEachTypeComp(type, [&](AsnType *, AsnType *comp, int) {
+                text += isDefiniteLengthEncoding(comp) ? "y" : "n";
+            });
+        });
+        return text;
+    };
+    EXPECT_EQ(forms(LENGTH_INDEFINITE), "000nn");
+    EXPECT_EQ(forms(LENGTH_DEFINITE), "111yy");
+    /* T takes its form from S, the first on its chain that has one. */
+    EXPECT_EQ(forms(LENGTH_DEFINITE_INDEFINITE_COMPS), "001ny");
+    EXPECT_EQ(forms(LENGTH_DEFINITE_DEFINITE_COMPS), "001yy");
+    EXPECT_EQ(forms(4), "000nn");
+}
+
+TEST(TypeQueries, Names) {
+    TreeWriter w("Names", "names");
+    w.define("Leaf", w.integer().form(VF_UI16));
+    w.define("List", w.listOf(TYP_SEQOF, w.null()));
+    w.define("Renamed", w.sequence({w.comp("my_comp", w.ref("Leaf"))})).naming("-TNAME=Other");
+    w.define("Odd", w.integer().form(VF_STRU));
+    ModelSetup setup;
+    setup.load(w);
+    const auto names = [&](const std::string &name) {
+        Text a, b, c, d;
+        setup.withType(name, [&](AsnType *type) {
+            getBaseTypeId(a, nullptr, type, " ");
+            getBaseTypeRef(b, nullptr, type, " ");
+            getTypeMainTypeStri(c, "<", type, "> ");
+            getTypeCompStatusStri(d, nullptr, type, nullptr);
+        });
+        return a + b + c + d;
+    };
+    EXPECT_EQ(names("Leaf"), "uint16 INTEGER <TYP_INTEGER> TCS_HEADER");
+    EXPECT_EQ(names("List"), "List List <TYP_SEQOF> TCS_HEADER");
+    EXPECT_EQ(names("Renamed"), "Other Renamed <TYP_SEQ> TCS_HEADER");
+    EXPECT_EQ(names("Odd"), "?!? INTEGER <TYP_INTEGER> TCS_HEADER");
+    setup.withComp("Renamed", "my_comp", [](AsnType *comp) {
+        Text text;
+        EXPECT_EQ(getTypeCompId(text, "-", comp, "-"), "-my_comp-");
+        EXPECT_EQ(getDefTypeId(text, "", comp, ""), "Leaf");
+        const FixRec upper{"p_", "", "_s", "U", nullptr, 0, nullptr};
+        EXPECT_EQ(getTypeIdConvFix(text, "", comp, "", &upper), "my_comp");
+    });
+
+    std::vector<const char *> types(defaultCTypeArr, defaultCTypeArr + VF_COUNT);
+    types[VF_UI16] = "USHORT";
+    setTargetLangTypes(types.data());
+    EXPECT_EQ(names("Leaf"), "USHORT INTEGER <TYP_INTEGER> TCS_HEADER");
+    setTargetLangTypes(defaultCTypeArr);
+}
+
+TEST(TypeQueries, SameTypes) {
+    TreeWriter w("Same", "same");
+    w.define("I", w.integer());
+    w.define("J", w.integer(0, 5));
+    w.define("S", w.sequence({}));
+    w.define("R", w.ref("S"));
+    w.define("Q", w.sequence({}));
+    ModelSetup setup;
+    setup.load(w);
+    const auto same = [&](const std::string &a, const std::string &b) {
+        bool result = false;
+        setup.withType(a, [&](AsnType *first) {
+            setup.withType(b, [&](AsnType *second) { result = isTheSameType(first, second); });
+        });
+        return result;
+    };
+    EXPECT_TRUE(same("I", "J"));
+    EXPECT_FALSE(same("I", "S"));
+    EXPECT_TRUE(same("S", "R"));
+    EXPECT_FALSE(same("S", "Q"));
+}
+
+TEST(TypeQueries, StampsStandInTheRecords) {
+    TreeWriter w("Stamps", "stamps");
+    w.define("A", w.ref("B"));
+    w.define("B", w.null());
+    ModelSetup setup;
+    setup.load(w);
+    resetStamps();
+    EXPECT_EQ(stampGHD, 6);
+    setup.withType("A", [](AsnType *type) {
+        EXPECT_EQ(getTypeStamp(type), 5);
+        EXPECT_FALSE(processingStarted(type));
+        setProcessingNow(type);
+        EXPECT_TRUE(processingStarted(type));
+        setBaseTypeStamp(type, stampGHD);
+    });
+    setup.withType("A", [](AsnType *type) { EXPECT_EQ(type->stamp, stampGIP); });
+    setup.withType("B", [](AsnType *type) {
+        EXPECT_EQ(getTypeStamp(type), stampGHD);
+        EXPECT_FALSE(processingStarted(type));
+        setProcessingDone(type);
+    });
+    initStamps();
+    EXPECT_EQ(stampGHD, 9);
+    EXPECT_EQ(stampGAD, 11);
+    setup.withType("B", [](AsnType *type) {
+        EXPECT_FALSE(processingStarted(type)); /* done in the pass before */
+        EXPECT_LT(getTypeStamp(type), stampGHD);
+    });
+}
+
+TEST(TypeQueries, BoundsOfEnumerations) {
+    TreeWriter other("Far", "far");
+    other.define(
+        "Color",
+        other.enumerated(
+            {{"red", 4}, {"green", -2}, NamedNumber::extension(), {"blue", 9}, {"black", 7}}));
+    TreeWriter w("Near", "near");
+    w.import(other);
+    w.define("Own", w.enumerated({{"a", 3}, {"b", 1}}));
+    w.define("Synonym", w.ref("Own"));
+    w.define("Imported", w.ref(other, "Color"));
+    w.define("Holder",
+             w.sequence({w.comp("x", w.enumerated({{"p", 8}})), w.comp("y", w.ref("Own"))}));
+    ModelSetup setup;
+    setup.import(other, "far");
+    setup.load(w);
+    const auto bounds = [](AsnType *type) {
+        std::int32_t a = 0, b = 0, c = 0, d = 0;
+        getExtendedEnumeratedBounds(type, &a, &b, &c, &d);
+        getExtendedEnumeratedBounds(type, &a, nullptr, nullptr, nullptr);
+        const auto number = [](std::int32_t n) {
+            return (n == INT32_MIN ? "-" : std::to_string(n)) + " ";
+        };
+        return number(a) + number(b) + number(c) + number(d);
+    };
+    setup.withType("Own", [&](AsnType *t) { EXPECT_EQ(bounds(t), "1 3 - - "); });
+    setup.withType("Synonym", [&](AsnType *t) { EXPECT_EQ(bounds(t), "1 3 - - "); });
+    setup.withType("Imported", [&](AsnType *t) { EXPECT_EQ(bounds(t), "-2 4 7 9 "); });
+    setup.withComp("Holder", "x", [&](AsnType *t) { EXPECT_EQ(bounds(t), "8 8 - - "); });
+    setup.withComp("Holder", "y", [&](AsnType *t) { EXPECT_EQ(bounds(t), "1 3 - - "); });
+}
+
+TEST(TypeQueries, NumbersOf32Bits) {
+    TreeWriter w("Numbers", "numbers");
+    w.source("src/", "numbers.asn");
+    w.define("S", w.string(TYP_OCTSTR, 2, 9)).sizeLimit(5, false).line(12);
+    w.define("L", w.string(TYP_OCTSTR)).endpoints(1, MAX_VALUE);
+    ModelSetup setup;
+    setup.load(w);
+    const auto sizes = [](AsnType *type) {
+        std::int32_t low = 0, high = 0, alloc = 0;
+        getSizeEndpoints(type, &low, &high, &alloc);
+        return std::to_string(low) + " " + std::to_string(high) + " " + std::to_string(alloc);
+    };
+    testing::internal::CaptureStderr();
+    setup.withType("S", [&](AsnType *t) { EXPECT_EQ(sizes(t), "2 9 5"); });
+    setup.withType("L", [&](AsnType *t) { EXPECT_EQ(sizes(t), "1 2147483647 2147483647"); });
+    EXPECT_EQ(int64ToInt32(i64min(), setup.module, 1, "m"), INT32_MIN);
+    EXPECT_EQ(int64ToInt32(i64ultosint64(0x80000000u), nullptr, 1, "m"), INT32_MAX);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(int64ToInt32(i64ultosint64(0x80000000u), setup.module, 12, "Integer value"),
+              INT32_MAX);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "src/numbers.asn:12:BET Warning\n"
+              "** Type constraint information does not fit in 32 bits\n"
+              "** Integer value\n");
+}
+
+TEST(TypeQueries, AnyDefinedBy) {
+    TreeWriter w("Anys", "anys");
+    const TypeNode code = w.comp("code", w.integer());
+    const TypeNode any = w.anyDefinedBy(code);
+    w.anyEntry(any, "one", "First");
+    any.backendOption("-OTHER=1");
+    w.anyEntry(any, "missing", "First");
+    w.anyEntry(any, "two", "Second");
+    w.define("Before", w.sequence({w.comp("x", w.null()), w.comp("y", w.null())}));
+    w.define("S", w.sequence({w.componentsOf(w.ref("Before")), code, w.comp("arg", any)}));
+    w.define("First", w.boolean());
+    w.define("Second", w.null());
+    w.defineValue("one", w.anonymous(w.integer()), w.intValue(1));
+    w.defineValue("two", w.anonymous(w.integer()), w.intValue(2));
+    ModelSetup setup;
+    setup.load(w);
+    setup.withComp("S", "arg", [](AsnType *comp) {
+        ASSERT_TRUE(isAnyDefinedByType(comp));
+        std::string rows;
+        const int calls = forAnyDefinedByType(comp->father, comp,
+                                              [&](AsnType *, AsnType *classifier, AsnType *,
+                                                  AsnValue *value, AsnType *type, int nbr) {
+                                                  rows += nameOf(classifier) +
+                                                          std::to_string(classifier->compNbr) +
+                                                          " " + i64tostr(int64Value(value)) + " " +
+                                                          nameOf(type) + std::to_string(nbr) + ", ";
+                                              });
+        EXPECT_EQ(rows, "code2 1 First0, code2 2 Second1, ");
+        EXPECT_EQ(calls, 2);
+        const auto doNothing = [](AsnType *, AsnValue *, AsnType *, int) {};
+        EXPECT_EQ(forAnyType(comp, doNothing), 2);
+    });
+    setup.withType("S", [&](AsnType *father) {
+        setup.withComp("S", "arg", [&](AsnType *comp) {
+            comp->base.auxRecord = 0;
+            EXPECT_EQ(getClassifier(father, comp), nullptr);
+        });
+    });
+    const auto strangeFather = [&] {
+        setup.withType("Before", [&](AsnType *father) {
+            setup.withComp("S", "arg", [&](AsnType *comp) { getClassifier(father, comp); });
+        });
+    };
+    EXPECT_EXIT(strangeFather(), exitsWith2,
+                "Unable to construct AsnType for an ANY DEFINED BY classifier");
+}
+
+} // namespace
