@@ -11,7 +11,7 @@
 namespace {
 
 std::string committed(const std::string &name) {
-    std::ifstream in(VELMO_SOURCE_DIR "/examples/stx/" + name, std::ios::binary);
+    std::ifstream in(sourceDir + "/examples/stx/" + name, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
@@ -19,7 +19,7 @@ std::string committed(const std::string &name) {
 
 TEST(ExampleTrees, AreWhatTheProgramBesideThemMakes) {
     WorkDir dir;
-    ProgramRun run = runProgram(dir, VELMO_MAKETREES, {VELMO_SOURCE_DIR "/examples", "."});
+    ProgramRun run = runProgram(dir, maketreesProgram, {sourceDir + "/examples", "."});
     ASSERT_EQ(run.status, 0) << run.err;
     std::vector<std::string> names = {"basic.stx", "forms.stx", "shop.stx", "stock.stx"};
     EXPECT_EQ(dir.files(), names);
@@ -32,8 +32,8 @@ TEST(ExampleTrees, AreWhatTheProgramBesideThemMakes) {
 
 TEST(ExampleTrees, ProgramReportsWhatItCannotReadOrWrite) {
     WorkDir dir;
-    EXPECT_EQ(runProgram(dir, VELMO_MAKETREES, {VELMO_SOURCE_DIR "/examples"}).status, 1);
-    EXPECT_EQ(runProgram(dir, VELMO_MAKETREES, {VELMO_SOURCE_DIR "/examples", "nowhere"}).status,
+    EXPECT_EQ(runProgram(dir, maketreesProgram, {sourceDir + "/examples"}).status, 1);
+    EXPECT_EQ(runProgram(dir, maketreesProgram, {sourceDir + "/examples", "nowhere"}).status,
               1);
-    EXPECT_EQ(runProgram(dir, VELMO_MAKETREES, {".", "."}).status, 1);
+    EXPECT_EQ(runProgram(dir, maketreesProgram, {".", "."}).status, 1);
 }

@@ -14,12 +14,10 @@
 std::string compareGolden(const std::string &directory, const std::string &name,
                           const std::string &text);
 
-#ifdef VELMO_SOURCE_DIR
 /* The same below tests/golden. */
 inline std::string compareGolden(const std::string &name, const std::string &text) {
-    return compareGolden(VELMO_SOURCE_DIR "/tests/golden", name, text);
+    return compareGolden(sourceDir + "/tests/golden", name, text);
 }
-#endif
 
 /* "diff -u" of two texts; empty if they are equal. */
 std::string differenceOf(const std::string &before, const std::string &after);

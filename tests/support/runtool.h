@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/paths.h"
+
 /* Runs programs as a user does, each case in a directory of its own. */
 
 /* A directory that is removed with all that is in it. */
@@ -40,11 +42,9 @@ struct ProgramRun {
 ProgramRun runProgram(const WorkDir &dir, const std::string &program,
                       const std::vector<std::string> &arguments);
 
-#ifdef VELMO_PROGRAM
 inline ProgramRun runVelmo(const WorkDir &dir, const std::vector<std::string> &arguments) {
-    return runProgram(dir, VELMO_PROGRAM, arguments);
+    return runProgram(dir, velmoProgram, arguments);
 }
-#endif
 
 /* The text with "TIME" for each time stamp, "on 22.11.2026 at 9:05.00", the only thing in a
    generated file that changes from run to run. */
