@@ -1,0 +1,162 @@
+#include "gen/accessors.h"
+
+#include "cbet/names.h"
+#include "cbet/predicates.h"
+#include "driver/files.h"
+#include "gen/fileset.h"
+#include "gen/meta.h"
+#include "gen/typeshape.h"
+#include "model/control.h"
+#include "model/iterators.h"
+#include "model/typeextension.h"
+#include "model/typequeries.h"
+
+namespace {
+
+/* All access goes through this argument of the macro. */
+constexpr const char *HOME = "(home)->";
+/* From this column on a cast stands on a line of its own. */
+constexpr int LAST_CAST_COLUMN = 58;
+
+void genIntro(AsnType *type) {
+    Text id;
+    printfToF(fiDef, "\n/* accessors for %s */\n\n", cTypeId(id, nullptr, type, nullptr).c_str());
+}
+
+/* #define is_b_Msg(home) \ */
+void genCompMacroPrefix(AsnType *father, AsnType *comp, const char *word) {
+    printfToF(fiDef, "#define %s_%s_%s(home) \\\n", word, getMetaCompId(comp),
+              getMetaTypeId(father));
+    ++fArr[fiDef].indent;
+}
+
+void genMacroPostfix() {
+    --fArr[fiDef].indent;
+    wToF(fiDef, "\n");
+}
+
+void genMacro(AsnType *father, AsnType *comp, const char *word, const Text &body) {
+    genCompMacroPrefix(father, comp, word);
+    wToF(fiDef, body);
+    genMacroPostfix();
+}
+
+bool compsAreHeldAsPointers(AsnType *father) {
+    return testTypeOption(father, OPT_COMPS_AS_POINTERS);
+}
+
+/* ((home)->compmask & BIT(1)) or ((home)->b != NULL) */
+void genIsMacro(AsnType *father, AsnType *comp, int compNbr) {
+    Text body;
+    if (compsAreHeldAsPointers(father))
+        body = formatText("((home)->%s != NULL)", getMetaCompId(comp));
+    else
+        getControlMemberTst(body, nullptr, HOME, father, comp, compNbr, nullptr);
+    genMacro(father, comp, "is", body);
+}
+
+/* ((home)->compmask |= BIT(1)); without a control member there is nothing to set */
+void genSetMacro(AsnType *father, AsnType *comp, int compNbr) {
+    Text body = "(0)";
+    if (!compsAreHeldAsPointers(father))
+        getControlMemberRawSet(body, "(", HOME, father, comp, compNbr, ")");
+    genMacro(father, comp, "set", body);
+}
+
+/* ((home)->compmask &= ~BIT(1)) */
+void genRemMacro(AsnType *father, AsnType *comp, int compNbr) {
+    Text body = "(0)";
+    if (!compsAreHeldAsPointers(father))
+        getControlMemberRawClr(body, "(", HOME, father, comp, compNbr, ")");
+    genMacro(father, comp, "rem", body);
+}
+
+/* (&((home)->i1.a)) */
+void genAltMacro(AsnType *father, AsnType *comp) {
+    genMacro(father, comp, "alt",
+             compsAreHeldAsPointers(father)
+                 ? formatText("((home)->%s)", getMetaCompId(comp))
+                 : formatText("(&((home)->i1.%s))", getMetaCompId(comp)));
+}
+
+/* Macro groups of one type are set apart by an empty line. */
+void genGroupSeparator(bool *first) {
+    if (!*first)
+        wToF(fiDef, "\n");
+    *first = false;
+}
+
+void genSeqSetAccessRoutines(AsnType *type) {
+    if (!isOptionalTypeComps(type) && !isTypeExtensionmarkerComp(type))
+        return;
+    genIntro(type);
+    bool first = true;
+    auto genComp = [&first](AsnType *father, AsnType *comp, int compNbr) {
+        if (!isOptionalTypeComp(comp) && !isTypeExtensionmarker(comp))
+            return;
+        genGroupSeparator(&first);
+        genIsMacro(father, comp, compNbr);
+        genSetMacro(father, comp, compNbr);
+        genRemMacro(father, comp, compNbr);
+    };
+    forEachTypeComp(type, genComp);
+}
+
+void genChoiceAccessRoutines(AsnType *type) {
+    genIntro(type);
+    bool first = true;
+    auto genAlternative = [&first](AsnType *father, AsnType *comp, int compNbr) {
+        genGroupSeparator(&first);
+        genIsMacro(father, comp, compNbr);
+        genSetMacro(father, comp, compNbr);
+        genAltMacro(father, comp);
+    };
+    forEachTypeComp(type, genAlternative);
+}
+
+/* #define item_List(elem) \
+     ((Elem *)((elem)->val.stru)) */
+void genElemMacro(AsnType *father, AsnType *elem) {
+    printfToF(fiDef, "#define item_%s(elem) \\\n", getMetaTypeId(father));
+    ++fArr[fiDef].indent;
+    const bool isPointer = cIsPtrAsnHomeMember(elem);
+    if (isPointer) {
+        printfToF(fiDef, "((%s *)", getMetaBaseTypeId(elem));
+        if (columnsInF(fiDef) > LAST_CAST_COLUMN)
+            wToF(fiDef, " \\\n");
+    }
+    Text member;
+    wToF(fiDef, cAsnHomeMember(member, "((elem)->val.", elem, ")"));
+    if (isPointer)
+        wToF(fiDef, ")");
+    genMacroPostfix();
+}
+
+void genListAccessRoutines(AsnType *type) {
+    if (!isList(type))
+        return;
+    genIntro(type);
+    forTypeElem(type, genElemMacro);
+}
+
+} // namespace
+
+void genCompAccessRoutines(AsnType *type) {
+    if (getMetaTypeAccessRoutines(type) != ACCESS_MACROS)
+        return;
+    switch (getTypeMainType(type)) {
+    case TYP_SEQ:
+    case TYP_SET:
+        genSeqSetAccessRoutines(type);
+        break;
+    case TYP_CHOICE:
+        genChoiceAccessRoutines(type);
+        break;
+    case TYP_SEQOF:
+    case TYP_SETOF:
+        genListAccessRoutines(type);
+        break;
+    default:
+        break;
+    }
+}

@@ -1,0 +1,308 @@
+#include "gen/ask.h"
+
+#include "cbet/builtin.h"
+#include "cbet/comptests.h"
+#include "cbet/engine.h"
+#include "cbet/functions.h"
+#include "cbet/homes.h"
+#include "cbet/listsizes.h"
+#include "cbet/predicates.h"
+#include "cbet/vars.h"
+#include "driver/files.h"
+#include "gen/fileset.h"
+#include "gen/functionkinds.h"
+#include "gen/meta.h"
+#include "gen/nameddefs.h"
+#include "gen/valuetests.h"
+#include "gen/warnings.h"
+#include "model/iterators.h"
+#include "model/stamps.h"
+#include "model/typeextension.h"
+#include "model/typenames.h"
+#include "model/typequeries.h"
+#include "model/valuesets.h"
+
+namespace {
+
+bool isSkipped(AsnType *type) {
+    return testTypeOption(type, OPT_SKIPPED);
+}
+
+/* A value whose question is ended apart from its own. */
+bool isOpenOrChoice(AsnType *type) {
+    const int mainType = getTypeMainType(type);
+    return mainType == TYP_CHOICE || mainType == TYP_ANY || mainType == TYP_OPEN;
+}
+
+/* ask_BegComp ("id", TCS_MANDATORY, TYP_INTEGER) */
+void askBegComp(int file, AsnType *type, const char *postfix) {
+    Text text;
+    wToF(file, "ask_BegComp (");
+    tstCompId(file, nullptr, type, nullptr);
+    wToF(file, ", ");
+    wToF(file, getTypeCompStatusStri(text, nullptr, type, nullptr));
+    wToF(file, ", ");
+    if (isSkipped(type))
+        wToF(file, "TYP_NULL");
+    else
+        wToF(file, getTypeMainTypeStri(text, nullptr, type, nullptr));
+    wToF(file, ")");
+    wToF(file, postfix);
+}
+
+void askEndComp(int file, AsnType *type) {
+    if (!isSkipped(type))
+        wToF(file, "ask_EndComp ();\n");
+}
+
+void askEndAnyChoiceComp(int file, AsnType *type) {
+    if (isOpenOrChoice(type) && !isSkipped(type))
+        wToF(file, "ask_EndAnyChoiceComp ();\n");
+}
+
+bool isOnlyAlternative(AsnType *father) {
+    return getNrOfTypeComps(father) == 1;
+}
+
+/* Presence tests. Each component is a block that the user may enter or leave out; the engine opens
+   those that may be absent, and the alternatives of a CHOICE that has several. */
+
+void askIsSeqComp(int file, AsnType *comp) {
+    wToF(file, "if (");
+    askBegComp(file, comp, ")");
+    if (!isOptionalTypeComp(comp))
+        cOpenBrace(file);
+}
+
+void askIsChoiceComp(int file, AsnType *comp) {
+    printfToF(file, "%sif (", getTypeCompNbr(comp) == 0 ? "" : "else ");
+    askBegComp(file, comp, ")");
+    if (isOnlyAlternative(getFatherOfTypeComp(comp)))
+        cOpenBrace(file);
+}
+
+void askIsSeqOfComp(int file, AsnType *elem) {
+    cCheckListUpperBoundWithBreak(file, elem);
+    wToF(file, "if (!");
+    askBegComp(file, elem, ")");
+    cOpenBrace(file);
+    wToF(file, "break;\n");
+    cCloseBrace(file);
+}
+
+void askIsComp(AsnType *comp, const TypeFuncInfo *info) {
+    switch (getTypeMainType(getFatherOfTypeComp(comp))) {
+    case TYP_SEQ:
+    case TYP_SET:
+        askIsSeqComp(info->outFile, comp);
+        break;
+    case TYP_CHOICE:
+        askIsChoiceComp(info->outFile, comp);
+        break;
+    case TYP_SEQOF:
+    case TYP_SETOF:
+        askIsSeqOfComp(info->outFile, comp);
+        break;
+    default:
+        break;
+    }
+}
+
+void askCompPostfix(AsnType *comp, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    AsnType *father = getFatherOfTypeComp(comp);
+    const int mainType = getTypeMainType(father);
+    askEndAnyChoiceComp(file, comp);
+    if ((mainType == TYP_SEQ || mainType == TYP_SET) && !isOptionalTypeComp(comp))
+        cCloseBrace(file);
+    else if (mainType == TYP_CHOICE && isOnlyAlternative(father))
+        cCloseBrace(file);
+}
+
+void askStruPrefix(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    if (isListType(type) && cIsDynamicArray(type))
+        forTypeElem(type, [file](AsnType *list, AsnType *elem) {
+            genUpperBound(file, "a_UpperBound (", list, elem);
+        });
+}
+
+void askStruPostfix(AsnType *type, const TypeFuncInfo *info) {
+    if (getTypeMainType(type) != TYP_CHOICE)
+        askEndComp(info->outFile, type);
+}
+
+void askEntryPrefix(AsnType *type, const TypeFuncInfo *info) {
+    askBegComp(info->outFile, type, ";\n");
+}
+
+void askEntryPostfix(AsnType *type, const TypeFuncInfo *info) {
+    askEndAnyChoiceComp(info->outFile, type);
+}
+
+/* Leaves. */
+
+/* a_Boolean (&home->ok); */
+void askCall(int file, AsnType *type, const char *postfix) {
+    Text text;
+    wToF(file, cBuiltinCFunc(text, "a_", type, " ("));
+    wToF(file, cHome(text, nullptr, true, type, nullptr, postfix));
+}
+
+/* A value in a hole is set back to the least one, unless the enumeration can be extended. */
+void askTestHoles(int file, AsnType *type) {
+    if (isSimpleIntegerValueSet(type) || !cCheckIntegerValueSet(file, type))
+        return;
+    cOpenBrace(file);
+    if (isExtensibleEnumeratedList(type)) {
+        genExtendedMark(file, type);
+    } else {
+        Text text;
+        wToF(file, cHome(text, nullptr, false, type, nullptr, " = "));
+        printIntEndpoint(file, nullptr, getVF(type), leastValue(type), ";\n");
+    }
+    cCloseBrace(file);
+}
+
+/* a_IA5String8 (&home->name, 1, 8); */
+void askString(int file, AsnType *type) {
+    sint64 low, high, alloc;
+    getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
+    Text text;
+    wToF(file, cBuiltinStringCFunc(text, "a_", type, " ("));
+    wToF(file, cHome(text, nullptr, true, type, nullptr, ","));
+    printfToF(file, " %s,", i64tostr(low).c_str());
+    if (i64ismax(alloc))
+        wToF(file, " MAXLONG");
+    else
+        printfToF(file, " %s", i64tostr(alloc).c_str());
+    wToF(file, ");\n");
+}
+
+void askLeafValue(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    Text text;
+    switch (getTypeMainType(type)) {
+    case TYP_BOOLEAN:
+        askCall(file, type, ");\n");
+        genNormalisedTrue(file, type);
+        break;
+    case TYP_INTEGER:
+        askCall(file, type, ",");
+        genIntegerBounds(file, type);
+        break;
+    case TYP_ENUM:
+        askCall(file, type, ",");
+        genIntegerBounds(file, type);
+        askTestHoles(file, type);
+        break;
+    case TYP_REAL:
+        askCall(file, type, ",");
+        genRealBounds(file, type);
+        break;
+    case TYP_BITSTR:
+    case TYP_OCTSTR:
+    case TYP_NUMSTR:
+    case TYP_PRISTR:
+    case TYP_TELSTR:
+    case TYP_VIDSTR:
+    case TYP_VISSTR:
+    case TYP_IA5STR:
+    case TYP_GRASTR:
+    case TYP_GENSTR:
+    case TYP_BMPSTR:
+    case TYP_UNISTR:
+    case TYP_OBJDESCR:
+        askString(file, type);
+        break;
+    case TYP_NULL:
+        wToF(file, cBuiltinCFunc(text, "a_", type, " ("));
+        wToF(file, ");\n");
+        break;
+    case TYP_SEQ: /* an empty structure */
+    case TYP_SET:
+        askEndComp(file, type);
+        break;
+    case TYP_ANY:
+    case TYP_OPEN:
+        genAnyFunction(type, info, "anyAsk");
+        break;
+    case TYP_OBJID:
+    case TYP_GENTIME:
+    case TYP_UTCTIME:
+    case TYP_EXTERNAL_1990:
+    case TYP_EXTERNAL_1994:
+        askCall(file, type, ");\n");
+        break;
+    case TYP_EMB_PDV: /* the run-time library has no functions for these two */
+        notYetSupported(type, "EMBEDDED PDV");
+        break;
+    case TYP_INSTANCE_OF:
+        notYetSupported(type, "Instance-of");
+        break;
+    default:
+        wToF(file, "NOT YET IMPLEMENTED!!");
+        break;
+    }
+}
+
+void askLeaf(AsnType *type, const TypeFuncInfo *info) {
+    genNamedDefCalls(type, info);
+    askLeafValue(type, info);
+}
+
+/* a_Frame (&home->x, TYP_INTEGER); */
+void askFrame(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    const int mainType = getTypeMainType(type);
+    Text text;
+    if (mainType == TYP_ANY || mainType == TYP_OPEN) {
+        wToF(file, "a_Frame_0 (");
+        wToF(file, cHome(text, nullptr, true, type, nullptr, ");\n"));
+        return;
+    }
+    wToF(file, "a_Frame (");
+    wToF(file, cHome(text, nullptr, true, type, nullptr, ","));
+    wToF(file, getTypeMainTypeStri(text, " ", type, ");\n"));
+}
+
+void askSkip(AsnType *, const TypeFuncInfo *info) {
+    wToF(info->outFile, "a_NullType ();\n");
+}
+
+void askDefStruct(AsnType *type, const TypeFuncInfo *info) {
+    cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
+}
+
+} // namespace
+
+void generateAskingFunctions(AsnModule *module) {
+    TypeFuncInfo info;
+    cInitTypeFuncInfo(&info);
+    info.outFile = fiAsk;
+    info.extFile = fiAskE;
+    info.entryBit = ENTRY_ASKING;
+    info.tedBefore = PLACE_BEFORE_ASKING;
+    info.tedAfter = PLACE_AFTER_ASKING;
+    info.funcKind = askingKind;
+    info.noBodyFunc = genNamedDefFunc;
+    info.struPrefixFunc = askStruPrefix;
+    info.isCompFunc = askIsComp;
+    info.skipFunc = askSkip;
+    info.ignoreMode = 0;
+    info.ignoreFunc = askSkip;
+    info.frameFunc = askFrame;
+    info.leafFunc = askLeaf;
+    info.definedFunc = askDefStruct;
+    info.compPostfixFunc = askCompPostfix;
+    info.struPostfixFunc = askStruPostfix;
+    info.entryPrefixFunc = askEntryPrefix;
+    info.entryPostfixFunc = askEntryPostfix;
+    info.funcPrefix = "a";
+    info.entryFuncPrefix = "ask";
+    info.gIndex = GIDX_TESTING;
+    info.reverseComps = false;
+    info.trackPath = false;
+    initStamps();
+    cGenerateTypeFunctions(module, &info);
+}

@@ -1,0 +1,389 @@
+#include "gen/decode.h"
+
+#include "cbet/builtin.h"
+#include "cbet/comptests.h"
+#include "cbet/engine.h"
+#include "cbet/entryfuncs.h"
+#include "cbet/extensions.h"
+#include "cbet/functions.h"
+#include "cbet/homes.h"
+#include "cbet/predicates.h"
+#include "cbet/reports.h"
+#include "cbet/vars.h"
+#include "driver/files.h"
+#include "gen/decodeleaf.h"
+#include "gen/fileset.h"
+#include "gen/functionkinds.h"
+#include "gen/meta.h"
+#include "gen/valuetests.h"
+#include "gen/warnings.h"
+#include "model/iterators.h"
+#include "model/stamps.h"
+#include "model/tags.h"
+#include "model/typeextension.h"
+#include "model/typenames.h"
+#include "model/typequeries.h"
+#include "model/valuesets.h"
+
+namespace {
+
+/* A SET of fewer components, and a CHOICE of fewer alternatives, needs no test which one comes. */
+constexpr int SEVERAL = 2;
+
+constexpr const char *CURRENT_TAG = "d_CurrTag ()";
+constexpr const char *LOOK = "d_LookTagLen ();\n";
+constexpr const char *EOC = "d_EOC ();\n";
+
+bool isOpen(AsnType *type) {
+    return getTypeMainType(type) == TYP_ANY || getTypeMainType(type) == TYP_OPEN;
+}
+
+bool hasSeveralComps(AsnType *type) {
+    return getNrOfTypeComps(type) >= SEVERAL;
+}
+
+/* "{", the report, "}" behind an "if (...)". */
+void decReport(int file, const char *error) {
+    cOpenBrace(file);
+    cReportError(file, error);
+    cCloseBrace(file);
+}
+
+/* Tags. After a component of a SEQUENCE the next tag is in hand if and only if the component was
+   optional. */
+
+/* d_TagLen (TAG(TAG_CTX, TAG_PRI, 3)); */
+void decTagLen(int file, const AsnTag *tag) {
+    cTag32ToF(file, "d_TagLen (", tag, false, ");\n");
+}
+
+/* The alternative's tag decides, so it must be in hand. */
+bool tagMustBeLooked(AsnType *type) {
+    return getTypeMainType(type) == TYP_CHOICE && !testTypeOption(type, OPT_SKIPPED);
+}
+
+/* The run-time function of a value reads the end-of-contents of the tag that it was called for. */
+bool decodingFunctionConsumesEOC(AsnType *type) {
+    return !isOpen(type);
+}
+
+/* What stands between the outermost tag, which is done, and the value. `looked` says that the tag
+   behind it would be in hand. */
+void decInnermostCompTags(int file, AsnType *type, bool looked) {
+    if (getNrOfTags(type) > 1)
+        forInnermostTags(type, [file](AsnType *, const AsnTag *tag, int) { decTagLen(file, tag); });
+    if (getNrOfTags(type) > 0)
+        looked = false;
+    if (tagMustBeLooked(type) && !looked)
+        wToF(file, LOOK);
+}
+
+void decInnermostCompEOCs(int file, AsnType *type) {
+    if (getNrOfTags(type) > 1)
+        forInnermostTags(type, [file](AsnType *, const AsnTag *, int) { wToF(file, EOC); });
+    if ((tagMustBeLooked(type) || !decodingFunctionConsumesEOC(type)) && getNrOfTags(type) > 0)
+        wToF(file, EOC);
+}
+
+/* if (d_CurrTag () == TAG(TAG_CTX, TAG_PRI, 0)) */
+void decTestTag(int file, AsnType *type, bool isElse, bool equal) {
+    printIfTagForBER(file, type, CURRENT_TAG, isElse, equal);
+}
+
+/* Presence tests. */
+
+/* A component of a SEQUENCE that is found by looking ahead, not read with its tag. */
+bool seqCompIsTested(AsnType *comp) {
+    return isOptionalTypeComp(comp) || (getNrOfTags(comp) == 0 && tagMustBeLooked(comp));
+}
+
+void decIsSeqComp(int file, AsnType *comp) {
+    if (!seqCompIsTested(comp))
+        return;
+    if (!prevTypeCompIsOptional(comp))
+        wToF(file, LOOK);
+    if (getNrOfTags(comp) > 0 || isOptionalTypeComp(comp))
+        decTestTag(file, comp, false, true);
+}
+
+/* The end of a list's loop. An ANY may begin with anything, so the tag is only peeked at. */
+void decIsSeqOfComp(int file, AsnType *elem) {
+    if (isOpen(elem)) {
+        wToF(file, "peekT (*asncodg_frame, &asncodg_tag);\n");
+        wToF(file, "if (asncodg_tag == EOC_TAG)");
+        cOpenBrace(file);
+        wToF(file, LOOK);
+    } else {
+        wToF(file, "if (d_LookTagLen () == EOC_TAG)");
+        cOpenBrace(file);
+    }
+    wToF(file, "break;\n");
+    cCloseBrace(file);
+    if (getNrOfTags(elem) == 0)
+        return;
+    Text test;
+    wToF(file, cOutermostTag32Stri(test, "if (d_CurrTag () != ", elem, false, ")"));
+    decReport(file, "TAG_FAIL");
+}
+
+void decIsComp(AsnType *comp, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    AsnType *father = getFatherOfTypeComp(comp);
+    const bool isElse = !isFirstActualTypeComp(comp);
+    switch (getTypeMainType(father)) {
+    case TYP_SEQ:
+        decIsSeqComp(file, comp);
+        break;
+    case TYP_SEQOF:
+    case TYP_SETOF:
+        decIsSeqOfComp(file, comp);
+        break;
+    case TYP_SET:
+        if (hasSeveralComps(father))
+            decTestTag(file, comp, isElse, true);
+        else
+            decIsSeqComp(file, comp);
+        break;
+    case TYP_CHOICE:
+        decTestTag(file, comp, isElse, hasSeveralComps(father));
+        if (!hasSeveralComps(father))
+            decReport(file, "TAG_FAIL");
+        break;
+    default:
+        break;
+    }
+}
+
+/* Around a component. */
+
+/* Components stand in their order: in a SEQUENCE, and in a SET of one. */
+bool compsAreInSequence(AsnType *father) {
+    const int mainType = getTypeMainType(father);
+    return mainType == TYP_SEQ || (mainType == TYP_SET && !hasSeveralComps(father));
+}
+
+void decSeqCompPrefix(int file, AsnType *comp) {
+    if (seqCompIsTested(comp)) {
+        decInnermostCompTags(file, comp, true);
+    } else if (prevTypeCompIsOptional(comp)) {
+        decTestTag(file, comp, false, false);
+        decReport(file, "TAG_FAIL");
+        decInnermostCompTags(file, comp, true);
+    } else {
+        forOutermostTag(comp, [file](AsnType *, const AsnTag *tag, int) { decTagLen(file, tag); });
+        decInnermostCompTags(file, comp, false);
+    }
+}
+
+void decCompPrefix(AsnType *comp, const TypeFuncInfo *info) {
+    if (compsAreInSequence(getFatherOfTypeComp(comp)))
+        decSeqCompPrefix(info->outFile, comp);
+    else
+        decInnermostCompTags(info->outFile, comp, true);
+}
+
+void decCompPostfix(AsnType *comp, const TypeFuncInfo *info) {
+    decInnermostCompEOCs(info->outFile, comp);
+    if (compsAreInSequence(getFatherOfTypeComp(comp)) && isOptionalTypeComp(comp))
+        wToF(info->outFile, LOOK);
+}
+
+/* Around a structure or list. */
+
+void decStruPrefix(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    if (getTypeMainType(type) == TYP_SET && hasSeveralComps(type)) {
+        /* The look gives 0 at the end-of-contents. */
+        wToF(file, "while (d_LookTagLen ())");
+        cOpenBrace(file);
+    } else if (isListType(type)) {
+        if (isExtensibleSizeConstraintValueSet(type))
+            decWarnOfExtendedConstraint(file, type, "SET-OF/SEQ-OF");
+        else if (cIsDynamicArray(type))
+            forTypeElem(type, [file](AsnType *list, AsnType *elem) {
+                genUpperBound(file, "d_UpperBound (", list, elem);
+            });
+    }
+}
+
+/* The content of an extension marker is an ASNHOME of its own, made when something comes. */
+bool markerHasOwnHome(AsnType *type) {
+    return testTypeOption(type, OPT_COMPS_AS_POINTERS) || cIsHometab(type);
+}
+
+void decExtensionmarker(int file, AsnType *type) {
+    Text text;
+    if (testTypeOption(type, OPT_SAVE_EXTENSIONS))
+        wToF(file, cRefExtensionmarker(text, "d_Extensionmarker (", type, ");\n"));
+    else
+        wToF(file, "d_Skip ();\n");
+}
+
+void decPrepareExtensionmarker(const TypeFuncInfo *info, AsnType *type) {
+    const int file = info->outFile;
+    if (!markerHasOwnHome(type)) {
+        cSetExtensionmarkerControlMember(file, type);
+        /* Of the plain forms only a CHOICE sets its member up here: it shares the union. */
+        if (getTypeMainType(type) == TYP_CHOICE)
+            cInitExtensionmarker(file, type, info->gIndex, false);
+    } else if (getTypeMainType(type) == TYP_SET) {
+        cBeginTestNonexistentExtensionmarker(file, type);
+        cInitExtensionmarker(file, type, info->gIndex, false);
+        cEndTestExtensionmarker(file, type);
+    } else {
+        cInitExtensionmarker(file, type, info->gIndex, false);
+    }
+}
+
+/* The last "else" of a chain: a tag that none of the known ones is. */
+void decNoneAbove(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    wToF(file, "else ");
+    cOpenBrace(file);
+    if (isTypeExtensionmarkerComp(type)) {
+        decPrepareExtensionmarker(info, type);
+        decExtensionmarker(file, type);
+    } else {
+        cReportError(file, "TAG_FAIL");
+    }
+    cCloseBrace(file);
+}
+
+void decExpectEOC(int file, AsnType *type) {
+    if (lastTypeCompIsOptional(type)) {
+        wToF(file, "if (d_CurrTag () != EOC_TAG)");
+        decReport(file, "EOC_FAIL");
+    } else {
+        wToF(file, EOC);
+    }
+}
+
+/* Behind the last known component anything may come. */
+void decSeqExtendedCompsUntilEOC(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    if (!lastTypeCompIsOptional(type))
+        wToF(file, LOOK);
+    wToF(file, "if (d_CurrTag ())");
+    cOpenBrace(file);
+    if (markerHasOwnHome(type))
+        cInitExtensionmarker(file, type, info->gIndex, false);
+    else
+        cSetExtensionmarkerControlMember(file, type);
+    wToF(file, "while (d_CurrTag ())");
+    cOpenBrace(file);
+    decExtensionmarker(file, type);
+    wToF(file, LOOK);
+    cCloseBrace(file);
+    cCloseBrace(file);
+}
+
+void decSetPostfix(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    decNoneAbove(type, info);
+    cCloseBrace(file);
+    if (!isMandatoryTypeComps(type))
+        return;
+    cBeginTestMissingSetMandatoryComps(file, type);
+    cReportError(file, "MM_FAIL");
+    cEndTestMissingSetMandatoryComps(file, type);
+}
+
+void decStruPostfix(AsnType *type, const TypeFuncInfo *info) {
+    const int mainType = getTypeMainType(type);
+    if (compsAreInSequence(type)) {
+        if (isTypeExtensionmarkerComp(type))
+            decSeqExtendedCompsUntilEOC(type, info);
+        else
+            decExpectEOC(info->outFile, type);
+    } else if (mainType == TYP_SET) {
+        decSetPostfix(type, info);
+    } else if (mainType == TYP_CHOICE &&
+               (hasSeveralComps(type) || isTypeExtensionmarkerComp(type))) {
+        decNoneAbove(type, info);
+    }
+}
+
+/* Around an entry function's body. */
+
+void decEntryPrefix(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    forEachTag(type, [file](AsnType *, const AsnTag *tag, int) { decTagLen(file, tag); });
+    if (tagMustBeLooked(type))
+        wToF(file, LOOK);
+}
+
+void decEntryPostfix(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    if (getNrOfTags(type) == 0)
+        return;
+    if (!decodingFunctionConsumesEOC(type))
+        wToF(file, EOC);
+    if (getNrOfTags(type) > 1)
+        forOutermostTags(type, [file](AsnType *, const AsnTag *, int) { wToF(file, EOC); });
+}
+
+/* Values. */
+
+void decFrame(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    Text text;
+    if (isOpen(type)) {
+        /* In an optional component the tag with which the frame begins has been read already. */
+        const bool tagIsRead = getNrOfTags(type) == 0 && isOptionalTypeComp(type);
+        printfToF(file, "d_Frame_%c (", tagIsRead ? '1' : '0');
+        wToF(file, cHome(text, nullptr, true, type, nullptr, ");\n"));
+        return;
+    }
+    wToF(file, "d_Frame (");
+    wToF(file, cHome(text, nullptr, true, type, nullptr, ","));
+    wToF(file, getTypeMainTypeStri(text, " ", type, ");\n"));
+}
+
+void decDefStruct(AsnType *type, const TypeFuncInfo *info) {
+    cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
+}
+
+void decSkipIgnore(AsnType *, const TypeFuncInfo *info) {
+    wToF(info->outFile, "d_Skip ();\n");
+}
+
+void decSkipError(AsnType *, const TypeFuncInfo *info) {
+    cReportError(info->outFile, "SKIPPED_ENCOUNTERED");
+}
+
+} // namespace
+
+void generateDecodingFunctions(AsnModule *module) {
+    const Text codePrefix = getMetaCodFuncPref(module);
+    const Text funcPrefix = codePrefix + "d";
+    const Text entryFuncPrefix = codePrefix + "dec";
+    TypeFuncInfo info;
+    cInitTypeFuncInfo(&info);
+    info.outFile = fiDec;
+    info.extFile = fiDecE;
+    info.entryBit = ENTRY_DECODING;
+    info.tedBefore = PLACE_BEFORE_DECODING;
+    info.tedAfter = PLACE_AFTER_DECODING;
+    info.funcKind = decodingKind;
+    info.struPrefixFunc = decStruPrefix;
+    info.isCompFunc = decIsComp;
+    info.compPrefixFunc = decCompPrefix;
+    info.skipFunc = decSkipError;
+    info.ignoreMode = 0;
+    info.ignoreFunc = decSkipIgnore;
+    info.extraMoreFunc = decIsComp;
+    info.frameFunc = decFrame;
+    info.leafFunc = decLeaf;
+    info.definedFunc = decDefStruct;
+    info.compPostfixFunc = decCompPostfix;
+    info.struPostfixFunc = decStruPostfix;
+    info.entryPrefixFunc = decEntryPrefix;
+    info.entryPostfixFunc = decEntryPostfix;
+    info.funcPrefix = funcPrefix.c_str();
+    info.entryFuncPrefix = entryFuncPrefix.c_str();
+    info.gIndex = GIDX_CODING;
+    info.reverseComps = false;
+    info.trackPath = true;
+    initStamps();
+    cGenerateTypeFunctions(module, &info);
+}

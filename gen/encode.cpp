@@ -1,0 +1,345 @@
+#include "gen/encode.h"
+
+#include "cbet/builtin.h"
+#include "cbet/engine.h"
+#include "cbet/entryfuncs.h"
+#include "cbet/extensions.h"
+#include "cbet/functions.h"
+#include "cbet/homes.h"
+#include "cbet/predicates.h"
+#include "cbet/vars.h"
+#include "driver/files.h"
+#include "gen/fileset.h"
+#include "gen/functionkinds.h"
+#include "gen/meta.h"
+#include "gen/valuetests.h"
+#include "gen/warnings.h"
+#include "model/iterators.h"
+#include "model/modules.h"
+#include "model/stamps.h"
+#include "model/tags.h"
+#include "model/typeextension.h"
+#include "model/typequeries.h"
+#include "model/valuesets.h"
+#include "options/ketracnf.h"
+#include "store/records.h"
+
+namespace {
+
+/* Tags beyond this number don't fit the narrow form. */
+constexpr int LAST_NARROW_TAG = 30;
+
+void warningForExtendedConstraints(int file, AsnType *type, const char *what) {
+    notYetSupported(type, formatText("Encoding of extended %s constraint", what).c_str());
+    printfToF(file, " /*?!?: Invalid encoding follows - extended %s constraint. */\n", what);
+}
+
+/* Tags around a value. What closes a tag stands before the value, the tag itself behind it. */
+
+bool encodeUsingDefiniteLength(AsnType *type) {
+    return cIsSimpleType(type) || isDefiniteLengthEncoding(type);
+}
+
+void encEOC(int file, AsnType *type) {
+    wToF(file, encodeUsingDefiniteLength(type) ? "e_StoreEOC ();\n" : "e_EOC ();\n");
+}
+
+/* e_Tag8Len (TAG8(TAG_CTX8, TAG_STR8, 0)); */
+void encTagLen(int file, AsnType *type, const AsnTag *tag) {
+    printfToF(file, "e_Tag%s%sLen (", getTagNumber(tag) <= LAST_NARROW_TAG ? "8" : "",
+              encodeUsingDefiniteLength(type) ? "" : "Indef");
+    cTagToF(file, nullptr, tag, true, ");\n");
+}
+
+void encOuterEOCs(int file, AsnType *type) {
+    forOutermostTags(type, [file](AsnType *tagged, const AsnTag *, int) { encEOC(file, tagged); });
+}
+
+void encInnerEOC(int file, AsnType *type) {
+    forInnermostTag(type, [file](AsnType *tagged, const AsnTag *, int) { encEOC(file, tagged); });
+}
+
+void encInnerTagLen(int file, AsnType *type) {
+    forInnermostTag(
+        type, [file](AsnType *tagged, const AsnTag *tag, int) { encTagLen(file, tagged, tag); });
+}
+
+void encOuterTagLens(int file, AsnType *type) {
+    forOutermostTagsRevOrd(
+        type, [file](AsnType *tagged, const AsnTag *tag, int) { encTagLen(file, tagged, tag); });
+}
+
+/* The run-time functions of builtin types write the innermost tag themselves. */
+bool theInnermostTagIsNotGivenAsArgument(AsnType *type) {
+    const bool skipped = testTypeOption(type, OPT_SKIPPED);
+    if (isListType(type))
+        return !skipped;
+    const int form = getVF(type);
+    if ((form == VF_ANY || form == VF_OPEN) && !cIsFrameType(type))
+        return !skipped;
+    if (cIsPredefinedType(type) || cIsStaticString(type))
+        return false;
+    return !skipped;
+}
+
+void encCompPrefix(AsnType *type, const TypeFuncInfo *info) {
+    encOuterEOCs(info->outFile, type);
+    if (theInnermostTagIsNotGivenAsArgument(type))
+        encInnerEOC(info->outFile, type);
+}
+
+void encCompPostfix(AsnType *type, const TypeFuncInfo *info) {
+    if (theInnermostTagIsNotGivenAsArgument(type))
+        encInnerTagLen(info->outFile, type);
+    encOuterTagLens(info->outFile, type);
+}
+
+bool entryWritesInnermostTag(AsnType *type) {
+    return !testTypeOption(type, OPT_SKIPPED) && !testTypeOption(type, OPT_FRAME) &&
+           theInnermostTagIsNotGivenAsArgument(type);
+}
+
+void encEntryPrefix(AsnType *type, const TypeFuncInfo *info) {
+    encOuterEOCs(info->outFile, type);
+    if (entryWritesInnermostTag(type))
+        encInnerEOC(info->outFile, type);
+}
+
+void encEntryPostfix(AsnType *type, const TypeFuncInfo *info) {
+    if (entryWritesInnermostTag(type))
+        encInnerTagLen(info->outFile, type);
+    encOuterTagLens(info->outFile, type);
+}
+
+/* The content of an extension marker comes first, because it is the last thing in the encoding. */
+void encKeptExtensions(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    const bool isChoice = getTypeMainType(type) == TYP_CHOICE;
+    const bool hasSwitch = isChoice && cIsControlMember(type);
+    Text text;
+    if (hasSwitch) {
+        wToF(file, cHomeRef(text, "switch (", false, type, ".", "choice)"));
+        cOpenBrace(file);
+    }
+    cBeginTestExtensionmarker(file, type);
+    wToF(file, cRefExtensionmarker(text, "e_Extensionmarker (", type, ");\n"));
+    if (cIsHometab(type) || testTypeOption(type, OPT_COMPS_AS_POINTERS))
+        cFreeAsnExtensionmarker(file, type);
+    cEndTestExtensionmarker(file, type);
+    if (hasSwitch)
+        cCloseBrace(file);
+    else if (isChoice)
+        wToF(file, "else ");
+}
+
+void encStruPrefix(AsnType *type, const TypeFuncInfo *info) {
+    if (isTypeExtensionmarkerComp(type) && testTypeOption(type, OPT_SAVE_EXTENSIONS))
+        encKeptExtensions(type, info);
+    if (isListType(type) && isExtensibleSizeConstraintValueSet(type))
+        warningForExtendedConstraints(info->outFile, type, "SET-OF/SEQ-OF");
+}
+
+void encStruPostfix(AsnType *, const TypeFuncInfo *) {}
+
+/* Leaves. */
+
+/* e_uint8_8 (TAG8(TAG_UNI8, TAG_PRI8, 2), */
+void encName(int file, AsnType *type, bool constructed, const char *behindTag) {
+    Text text;
+    wToF(file, cBuiltinCodCFunc(text, "e_", type, " ("));
+    cInnermostTagToF(file, nullptr, type, constructed, behindTag);
+}
+
+void encRef(int file, AsnType *type, bool addressOf, const char *postfix) {
+    Text text;
+    wToF(file, cHome(text, " ", addressOf, type, nullptr, postfix));
+}
+
+void encScalar(int file, AsnType *type, bool addressOf) {
+    encName(file, type, false, ",");
+    encRef(file, type, addressOf, ");\n");
+}
+
+void encInteger(int file, AsnType *type) {
+    if (isExtensibleIntegerValueSet(type))
+        warningForExtendedConstraints(file, type, "INTEGER");
+    encScalar(file, type, getVF(type) == VF_I64);
+}
+
+void encReal(int file, AsnType *type) {
+    const int decimals = getGlobalOptions(getModuleOfType(type))->decimals;
+    encName(file, type, false, ",");
+    encRef(file, type, false, ",");
+    if (decimals == DECIMALS_BINARY)
+        wToF(file, " BIN_ENC, 0);\n");
+    else
+        printfToF(file, " NR2_ENC, %d) ;\n", decimals);
+}
+
+/* e_IA5String_8 (TAG8(TAG_CTX8, TAG_PRI8, 0), &home->name); */
+void encString(int file, AsnType *type) {
+    if (isExtensibleSizeConstraintValueSet(type)) {
+        warningForExtendedConstraints(file, type, "string");
+        return;
+    }
+    Text text;
+    wToF(file, cBuiltinStringCodCFunc(text, "e_", type, " ("));
+    cInnermostTagToF(file, nullptr, type, false, ",");
+    if (getVFSize(type) == VF_NONE && getVF(type) != VF_LIST) {
+        sint64 low, high, alloc;
+        getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
+        printfToF(file, " %s,", i64tostr(low).c_str());
+    }
+    encRef(file, type, true, ");\n");
+}
+
+void encLeaf(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    switch (getTypeMainType(type)) {
+    case TYP_BOOLEAN:
+        encScalar(file, type, false);
+        break;
+    case TYP_INTEGER:
+        encInteger(file, type);
+        break;
+    case TYP_ENUM:
+        encScalar(file, type, getVF(type) == VF_I64 || isExtensibleEnumeratedList(type));
+        break;
+    case TYP_REAL:
+        encReal(file, type);
+        break;
+    case TYP_BITSTR:
+    case TYP_OCTSTR:
+    case TYP_NUMSTR:
+    case TYP_PRISTR:
+    case TYP_TELSTR:
+    case TYP_VIDSTR:
+    case TYP_VISSTR:
+    case TYP_IA5STR:
+    case TYP_GRASTR:
+    case TYP_GENSTR:
+    case TYP_BMPSTR:
+    case TYP_OBJDESCR:
+        encString(file, type);
+        break;
+    case TYP_NULL:
+        encName(file, type, false, ");\n");
+        break;
+    case TYP_SEQ: /* an empty structure */
+    case TYP_SET:
+        break;
+    case TYP_ANY:
+    case TYP_OPEN:
+        genAnyFunction(type, info, "anyEnc");
+        break;
+    case TYP_OBJID:
+    case TYP_GENTIME:
+    case TYP_UTCTIME:
+        encScalar(file, type, true);
+        break;
+    case TYP_EXTERNAL_1990:
+    case TYP_EXTERNAL_1994:
+        encName(file, type, true, ",");
+        encRef(file, type, true, ");\n");
+        break;
+    case TYP_EMB_PDV:
+        notYetSupported(type, "EMBEDDED PDV");
+        break;
+    case TYP_CHASTR:
+        notYetSupported(type, "CHARACTER STRING");
+        break;
+    case TYP_INSTANCE_OF:
+        notYetSupported(type, "Instance-of");
+        break;
+    default:
+        bugInTool("Unrecognized leaf type.");
+        break;
+    }
+}
+
+/* A frame holds a ready encoding. */
+void encFrame(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    const int mainType = getTypeMainType(type);
+    const bool isOpen = mainType == TYP_ANY || mainType == TYP_OPEN;
+    Text text;
+    if (isOpen && getNrOfTags(type) == 0) {
+        wToF(file, "e_Frame_0 (");
+        wToF(file, cHome(text, nullptr, true, type, nullptr, ");\n"));
+        return;
+    }
+    printfToF(file, "e_Frame%s (", cTagFuncSuff(type));
+    cInnermostTagToF(file, nullptr, type, isOpen || isListType(type), ",");
+    encRef(file, type, true, ");\n");
+}
+
+/* The tag under which a skipped type leaves a null value: its outermost one, or that of its first
+   alternative; false if there is none. */
+bool selectTagForSkipped(AsnType *type, AsnTag *found, int *depth) {
+    const NestingGuard guard(depth, type->posModule);
+    bool hasTag = false;
+    if (getNrOfTags(type) > 0) {
+        forOutermostTag(type, [found, &hasTag](AsnType *, const AsnTag *tag, int) {
+            *found = *tag;
+            hasTag = true;
+        });
+    } else if (getTypeMainType(type) == TYP_CHOICE) {
+        forEachTypeComp(type, [found, depth, &hasTag](AsnType *, AsnType *comp, int nbr) {
+            if (nbr == 0)
+                hasTag = selectTagForSkipped(comp, found, depth);
+        });
+    }
+    return hasTag;
+}
+
+/* e_NullType_8 (TAG8(TAG_CTX8, TAG_PRI8, 3)); */
+void encSkip(AsnType *type, const TypeFuncInfo *info) {
+    AsnTag tag;
+    Text tagText = "TAG8(UNI8, PRI8, 5)";
+    bool narrow = true;
+    int depth = 0;
+    if (selectTagForSkipped(type, &tag, &depth)) {
+        cTagStri(tagText, nullptr, &tag, false, nullptr);
+        narrow = getTagNumber(&tag) <= LAST_NARROW_TAG;
+    }
+    printfToF(info->outFile, "%s (%s);\n", narrow ? "e_NullType_8" : "e_NullType", tagText.c_str());
+}
+
+void encDefStruct(AsnType *type, const TypeFuncInfo *info) {
+    cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
+}
+
+} // namespace
+
+void generateEncodingFunctions(AsnModule *module) {
+    const Text codePrefix = getMetaCodFuncPref(module);
+    const Text funcPrefix = codePrefix + "e";
+    const Text entryFuncPrefix = codePrefix + "enc";
+    TypeFuncInfo info;
+    cInitTypeFuncInfo(&info);
+    info.outFile = fiEnc;
+    info.extFile = fiEncE;
+    info.entryBit = ENTRY_ENCODING;
+    info.tedBefore = PLACE_BEFORE_ENCODING;
+    info.tedAfter = PLACE_AFTER_ENCODING;
+    info.funcKind = encodingKind;
+    info.struPrefixFunc = encStruPrefix;
+    info.compPrefixFunc = encCompPrefix;
+    info.skipFunc = encSkip;
+    info.ignoreMode = 0;
+    info.ignoreFunc = encSkip;
+    info.frameFunc = encFrame;
+    info.leafFunc = encLeaf;
+    info.definedFunc = encDefStruct;
+    info.compPostfixFunc = encCompPostfix;
+    info.struPostfixFunc = encStruPostfix;
+    info.entryPrefixFunc = encEntryPrefix;
+    info.entryPostfixFunc = encEntryPostfix;
+    info.funcPrefix = funcPrefix.c_str();
+    info.entryFuncPrefix = entryFuncPrefix.c_str();
+    info.gIndex = GIDX_CODING;
+    info.reverseComps = true;
+    info.trackPath = false;
+    initStamps();
+    cGenerateTypeFunctions(module, &info);
+}

@@ -1,0 +1,70 @@
+#include "gen/entryparams.h"
+
+#include "cbet/names.h"
+#include "driver/files.h"
+#include "gen/fileset.h"
+#include "gen/meta.h"
+#include "model/iterators.h"
+#include "model/modules.h"
+#include "model/othermodule.h"
+#include "model/typequeries.h"
+
+namespace {
+
+/* asn_a */
+void genVariable(AsnType *type) {
+    Text name;
+    wToF(fiTab, cASN1VariableName(name, "asn_", type, nullptr));
+}
+
+void genComponentVariables(AsnType *type) {
+    bool first = true;
+    auto genComp = [&first](AsnType *, AsnType *comp, int) {
+        if (!first)
+            wToF(fiTab, ",\n");
+        first = false;
+        genVariable(comp);
+    };
+    forEachTypeComp(type, genComp);
+}
+
+/* The type behind a synonym, wherever it lies. */
+void forTypeBehindSynonym(AsnType *type, BaseTypeCall func) {
+    if (isBaseTypeInCurrentModule(type))
+        forSynonymType(type, func);
+    else
+        forTypeDefinedInAnotherModule(type, func);
+}
+
+} // namespace
+
+int nrOfEntryParams(AsnType *type) {
+    const int comps = getNrOfTypeComps(type);
+    return comps == 0 ? 1 : comps;
+}
+
+void genETabElemCompsContents(AsnType *type) {
+    if (isMorlaLeafType(type))
+        genVariable(type);
+    else if (isSynonymType(type))
+        forTypeBehindSynonym(type, genETabElemCompsContents);
+    else
+        genComponentVariables(type);
+}
+
+void genETabSeparateAsnParams(AsnType *type, int index) {
+    if (!addMetaAsnParams(type, index))
+        return;
+    Text prefix;
+    getModulePrefix(prefix, nullptr, getModuleOfType(type), nullptr);
+    /* static const sint16 mEntryParam0 [] = { */
+    printfToF(fiTab, "\nstatic const %s %sEntryParam%d [] = {\n", getLangType(VF_I16),
+              prefix.c_str(), getMetaAsnParamIndex(type, index));
+    ++fArr[fiTab].indent;
+    if (isStructuredType(type))
+        genETabElemCompsContents(type);
+    else
+        genVariable(type);
+    --fArr[fiTab].indent;
+    wToF(fiTab, "\n};\n");
+}

@@ -1,0 +1,112 @@
+#include "gen/nameddefs.h"
+
+#include <algorithm>
+
+#include "cbet/functions.h"
+#include "cbet/predicates.h"
+#include "cbet/typefuncinfo.h"
+#include "driver/files.h"
+#include "model/modules.h"
+#include "model/typenames.h"
+#include "model/typequeries.h"
+#include "model/typevalues.h"
+#include "model/valuequeries.h"
+#include "options/ketracnf.h"
+
+namespace {
+
+/* Values of "SETN=". */
+enum SetNamedDefs : int { SETN_NUMBERS = 1, SETN_NUMBERS_AND_BITS = 2 };
+
+/* setNamedDef (ASNG_F(asntstg) "red", 1L); */
+void callSetNamedDef(const TypeFuncInfo *info, const Text *name, sint64 value) {
+    const char *quote = name == nullptr ? "" : "\"";
+    printfToF(info->outFile, "setNamedDef (ASNG_F(asntstg) %s%s%s, %sL);\n", quote,
+              name == nullptr ? "NULL" : name->c_str(), quote, i64tostr(value).c_str());
+}
+
+void setNamedDef(AsnType *type, AsnValue *value, const TypeFuncInfo *info) {
+    Text name;
+    getValueRef(name, nullptr, value, nullptr);
+    name.resize(
+        std::min<std::size_t>(name.size(), getGlobalOptions(getModuleOfType(type))->nameLen));
+    callSetNamedDef(info, &convertUnderscores(name), int64Value(value));
+}
+
+} // namespace
+
+bool needsSetNamedDefs(AsnType *type) {
+    if (testTypeOption(type, OPT_SKIPPED) || cIsFrameType(type) || !isNamedNumbers(type))
+        return false;
+    const int covered = getGlobalOptions(getModuleOfType(type))->setN;
+    return covered >= (getTypeMainType(type) == TYP_BITSTR ? SETN_NUMBERS_AND_BITS : SETN_NUMBERS);
+}
+
+void genNamedDefFunc(AsnType *type, const TypeFuncInfo *info) {
+    if (!isDefinedType(type) || !needsSetNamedDefs(type))
+        return;
+    endlToF(info->extFile);
+    endlToF(info->outFile);
+    cVoidFunctionProto(info->extFile, info->funcPrefix, info->gIndex, type);
+    cVoidFunctionDef(info->outFile, info->funcPrefix, info->gIndex, type);
+    wToF(info->outFile, "{\n");
+    ++fArr[info->outFile].indent;
+    tstInitTypeWithNamedNumbers(type, info);
+    --fArr[info->outFile].indent;
+    wToF(info->outFile, "}\n");
+}
+
+void tstInitTypeWithNamedNumbers(AsnType *type, const TypeFuncInfo *info) {
+    callSetNamedDef(info, nullptr, i64ltosint64(getNrOfNamedNumbers(type)));
+    auto callForEach = [info](AsnType *numbered, AsnValue *value, int) {
+        setNamedDef(numbered, value, info);
+    };
+    forEachNamedNumber(type, callForEach);
+}
+
+void callSeprSetNamedDefFunc(AsnType *type, const TypeFuncInfo *info) {
+    Text name;
+    /* aColor (ASNG_F(asntstg) NULL); */
+    printfToF(info->outFile, "%s%s (ASNG_F(%s) NULL);\n", info->funcPrefix,
+              getDefBaseTypeId(name, nullptr, type, nullptr).c_str(), cGetGName(info->gIndex));
+}
+
+void genNamedDefCalls(AsnType *type, const TypeFuncInfo *info) {
+    if (!needsSetNamedDefs(type))
+        return;
+    if (cIsDefinedBaseType(type))
+        callSeprSetNamedDefFunc(type, info);
+    else
+        tstInitTypeWithNamedNumbers(type, info);
+}
+
+void tstCompId(int file, const char *prefix, AsnType *type, const char *suffix) {
+    Text name;
+    if (isComponentType(type))
+        getTypeCompRef(name, nullptr, type, nullptr);
+    else if (!isElemType(type))
+        getTypeRef(name, nullptr, type, nullptr);
+    if (name.empty()) {
+        printfToF(file, "%sNULL%s", orEmpty(prefix), orEmpty(suffix));
+        return;
+    }
+    printfToF(file, "%s\"%.*s\"%s", orEmpty(prefix),
+              getGlobalOptions(getModuleOfType(type))->nameLen, convertUnderscores(name).c_str(),
+              orEmpty(suffix));
+}
+
+void printIntEndpoint(int file, const char *prefix, int valueForm, sint64 value,
+                      const char *suffix) {
+    if (valueForm == VF_I64 || valueForm == VF_UI64) {
+        int64AsSint64ToF(file, prefix, value, suffix);
+    } else if (i64ismax(value)) {
+        printfToF(file, "%sMAXLONG%s", orEmpty(prefix), orEmpty(suffix));
+    } else if (i64ismin(value)) {
+        printfToF(file, "%sMINLONG%s", orEmpty(prefix), orEmpty(suffix));
+    } else if (valueForm == VF_UI32 && i64cmpl(value, 0x7FFFFFFF) > 0) {
+        Text unsignedSuffix = "UL";
+        int64ToF(file, prefix, value, (unsignedSuffix += orEmpty(suffix)).c_str());
+    } else {
+        int64ToF(file, prefix, value, suffix);
+    }
+}

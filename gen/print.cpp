@@ -1,0 +1,206 @@
+#include "gen/print.h"
+
+#include "cbet/builtin.h"
+#include "cbet/engine.h"
+#include "cbet/extensions.h"
+#include "cbet/functions.h"
+#include "cbet/homes.h"
+#include "driver/files.h"
+#include "gen/fileset.h"
+#include "gen/functionkinds.h"
+#include "gen/meta.h"
+#include "gen/nameddefs.h"
+#include "gen/valuetests.h"
+#include "gen/warnings.h"
+#include "model/stamps.h"
+#include "model/typeextension.h"
+#include "model/typenames.h"
+#include "model/typequeries.h"
+#include "model/valuesets.h"
+
+namespace {
+
+/* A value that is shown in brackets; a leaf's own call shows its name. */
+bool hasBracket(AsnType *type) {
+    const int mainType = getTypeMainType(type);
+    if (testTypeOption(type, OPT_SKIPPED))
+        return false;
+    return (mainType >= TYP_SEQ && mainType <= TYP_ANY) || mainType == TYP_OPEN ||
+           testTypeOption(type, OPT_FRAME);
+}
+
+/* pri_BegComp ("Msg", TCS_HEADER, TYP_SEQ); */
+void priBegComp(AsnType *type, const TypeFuncInfo *info) {
+    if (!hasBracket(type))
+        return;
+    const int file = info->outFile;
+    Text text;
+    wToF(file, "pri_BegComp (");
+    tstCompId(file, nullptr, type, nullptr);
+    wToF(file, ", ");
+    wToF(file, getTypeCompStatusStri(text, nullptr, type, nullptr));
+    printfToF(file, ", %s);\n", getTypeMainTypeStri(text, nullptr, type, nullptr).c_str());
+}
+
+void priEndComp(AsnType *type, const TypeFuncInfo *info) {
+    if (hasBracket(type))
+        wToF(info->outFile, "pri_EndComp ();\n");
+}
+
+void priStruPrefix(AsnType *, const TypeFuncInfo *) {}
+void priStruPostfix(AsnType *, const TypeFuncInfo *) {}
+
+/* p_uint8 ("id" */
+void priName(int file, AsnType *type) {
+    Text text;
+    tstCompId(file, cBuiltinCFunc(text, "p_", type, " (").c_str(), type, nullptr);
+}
+
+/* p_uint8 ("id", home->id); */
+void priScalar(int file, AsnType *type, bool addressOf) {
+    Text text;
+    priName(file, type);
+    wToF(file, ",");
+    wToF(file, cHome(text, " ", addressOf, type, nullptr, ");\n"));
+}
+
+/* p_IA5String ("name", &home->name); */
+void priString(int file, AsnType *type) {
+    Text text;
+    tstCompId(file, cBuiltinStringTstCFunc(text, "p_", type, " (").c_str(), type, nullptr);
+    wToF(file, ",");
+    if (getVFSize(type) == VF_NONE && getVF(type) != VF_LIST) {
+        sint64 low, high, alloc;
+        getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
+        printfToF(file, " %s,", i64tostr(low).c_str());
+    }
+    wToF(file, cHome(text, " ", true, type, nullptr, ");\n"));
+}
+
+void priLeafValue(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    switch (getTypeMainType(type)) {
+    case TYP_BOOLEAN:
+    case TYP_REAL:
+        priScalar(file, type, false);
+        break;
+    case TYP_INTEGER:
+        priScalar(file, type, getVF(type) == VF_I64);
+        break;
+    case TYP_ENUM:
+        priScalar(file, type, getVF(type) == VF_I64 || isExtensibleEnumeratedList(type));
+        break;
+    case TYP_BITSTR:
+    case TYP_OCTSTR:
+    case TYP_NUMSTR:
+    case TYP_PRISTR:
+    case TYP_TELSTR:
+    case TYP_VIDSTR:
+    case TYP_VISSTR:
+    case TYP_IA5STR:
+    case TYP_GRASTR:
+    case TYP_GENSTR:
+    case TYP_BMPSTR:
+    case TYP_OBJDESCR:
+        priString(file, type);
+        break;
+    case TYP_NULL:
+        priName(file, type);
+        wToF(file, ");\n");
+        break;
+    case TYP_SEQ: /* an empty structure */
+    case TYP_SET:
+        break;
+    case TYP_ANY:
+    case TYP_OPEN:
+        genAnyFunction(type, info, "anyPri");
+        break;
+    case TYP_OBJID:
+    case TYP_GENTIME:
+    case TYP_UTCTIME:
+    case TYP_EXTERNAL_1990:
+    case TYP_EXTERNAL_1994:
+        priScalar(file, type, true);
+        break;
+    case TYP_EMB_PDV:
+        notYetSupported(type, "EMBEDDED PDV");
+        break;
+    case TYP_CHASTR:
+        notYetSupported(type, "CHARACTER STRING");
+        break;
+    case TYP_INSTANCE_OF:
+        notYetSupported(type, "Instance-of");
+        break;
+    default:
+        bugInTool("Unrecognized leaf type.");
+        break;
+    }
+}
+
+void priLeaf(AsnType *type, const TypeFuncInfo *info) {
+    if (isTypeExtensionmarker(type)) {
+        Text text;
+        wToF(info->outFile,
+             cRefExtensionmarker(text, "p_Extensionmarker (", getFatherOfTypeComp(type), ");\n"));
+        return;
+    }
+    genNamedDefCalls(type, info);
+    priLeafValue(type, info);
+}
+
+/* p_Frame (&home->x, TYP_INTEGER); */
+void priFrame(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    const int mainType = getTypeMainType(type);
+    Text text;
+    if (mainType == TYP_ANY || mainType == TYP_OPEN) {
+        wToF(file, "p_Frame_0 (");
+        wToF(file, cHome(text, nullptr, true, type, nullptr, ");\n"));
+        return;
+    }
+    wToF(file, "p_Frame (");
+    wToF(file, cHome(text, nullptr, true, type, nullptr, nullptr));
+    wToF(file, ", ");
+    wToF(file, getTypeMainTypeStri(text, nullptr, type, ");\n"));
+}
+
+void priSkip(AsnType *type, const TypeFuncInfo *info) {
+    tstCompId(info->outFile, "p_NullType (", type, ");\n");
+}
+
+void priDefStruct(AsnType *type, const TypeFuncInfo *info) {
+    cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
+}
+
+} // namespace
+
+void generatePrintingFunctions(AsnModule *module) {
+    TypeFuncInfo info;
+    cInitTypeFuncInfo(&info);
+    info.outFile = fiPri;
+    info.extFile = fiPriE;
+    info.entryBit = ENTRY_PRINTING;
+    info.tedBefore = PLACE_BEFORE_PRINTING;
+    info.tedAfter = PLACE_AFTER_PRINTING;
+    info.funcKind = printingKind;
+    info.noBodyFunc = genNamedDefFunc;
+    info.struPrefixFunc = priStruPrefix;
+    info.compPrefixFunc = priBegComp;
+    info.skipFunc = priSkip;
+    info.ignoreMode = 0;
+    info.ignoreFunc = priSkip;
+    info.frameFunc = priFrame;
+    info.leafFunc = priLeaf;
+    info.definedFunc = priDefStruct;
+    info.compPostfixFunc = priEndComp;
+    info.struPostfixFunc = priStruPostfix;
+    info.entryPrefixFunc = priBegComp;
+    info.entryPostfixFunc = priEndComp;
+    info.funcPrefix = "p";
+    info.entryFuncPrefix = "pri";
+    info.gIndex = GIDX_TESTING;
+    info.reverseComps = false;
+    info.trackPath = false;
+    initStamps();
+    cGenerateTypeFunctions(module, &info);
+}

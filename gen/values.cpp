@@ -1,0 +1,116 @@
+#include "gen/values.h"
+
+#include "cbet/constants.h"
+#include "driver/files.h"
+#include "gen/fileset.h"
+#include "gen/meta.h"
+#include "gen/warnings.h"
+#include "model/modules.h"
+#include "model/stamps.h"
+#include "model/typequeries.h"
+#include "model/valuequeries.h"
+#include "model/valuetexts.h"
+#include "model/valuewalk.h"
+#include "store/ketradef.h"
+
+namespace {
+
+/* #define name  */
+void genValuePrefix(AsnValue *value) {
+    AsnModule *module = getModuleOfValue(value);
+    if (!getMetaIntroPrinted(module)) {
+        wToF(fiDef, "\n/* values */\n\n");
+        setMetaIntroPrinted(module, true);
+    }
+    Text id;
+    printfToF(fiDef, "#define %s ", getValueId(id, nullptr, value, nullptr).c_str());
+}
+
+void genStringDefine(AsnValue *value, int, const char *text) {
+    genValue(value, "\"", text, "\"");
+}
+
+void genBinaryDefine(AsnValue *value, int, const char *text) {
+    genValue(value, "\"'", text, "'B\"");
+}
+
+/* A BIT STRING that was written in hexadecimal keeps the digits that it was written with; an OCTET
+   STRING has whole octets. */
+void genHexDefine(AsnValue *value, int length, const char *text) {
+    Text digits = text;
+    if (getTypeMainType(getTypeOfValue(value)) == TYP_BITSTR)
+        digits.resize(static_cast<std::size_t>(length));
+    genValue(value, "\"'", digits.c_str(), "'H\"");
+}
+
+/* #define id \
+     "{1 2 3}" */
+void genObjectIdentifierDefine(AsnValue *value) {
+    if (getNrOfObjectIdentifierComps(value) == 0) {
+        /* A "#define" that goes on to a next line must not swallow another one. */
+        Text message;
+        getValueRef(message, "No define for ", value, ": its object identifier is not resolved.");
+        bugInTool(message.c_str());
+        return;
+    }
+    genValuePrefix(value);
+    wToF(fiDef, "\\\n");
+    printObjectIdentifierValueToF(fiDef, "  \"{", value, nullptr, nullptr, nullptr, "}\"\n");
+}
+
+void genRootValue(AsnValue *value, int) {
+    Text text;
+    switch (getValueMainType(value)) {
+    case TYP_BOOLEAN:
+        genValue(value, nullptr, booleanValueStri(text, nullptr, value, nullptr).c_str(), nullptr);
+        break;
+    case TYP_INTEGER:
+    case TYP_ENUM:
+        genValue(value, nullptr, cIntegerValue(text, nullptr, value, nullptr).c_str(), nullptr);
+        break;
+    case TYP_REAL:
+        genValue(value, nullptr, doubleRealValueStri(text, nullptr, value, nullptr).c_str(),
+                 nullptr);
+        break;
+    case TYP_BITSTR:
+        forBitStringValueB(value, genBinaryDefine);
+        break;
+    case TYP_OCTSTR:
+        forOctetStringValue(value, genHexDefine);
+        break;
+    case TYP_OBJID:
+        genObjectIdentifierDefine(value);
+        break;
+    case TYP_NUMSTR:
+    case TYP_PRISTR:
+    case TYP_TELSTR:
+    case TYP_VIDSTR:
+    case TYP_VISSTR:
+    case TYP_IA5STR:
+    case TYP_GRASTR:
+    case TYP_GENSTR:
+    case TYP_GENTIME:
+    case TYP_UTCTIME:
+        forCharacterStringValue(value, genStringDefine);
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace
+
+void generateValues(AsnModule *module) {
+    if (fiDef == 0)
+        return;
+    initStamps();
+    forEachVisValue(module, genRootValue);
+}
+
+void genValue(AsnValue *value, const char *before, const char *text, const char *after) {
+    genValuePrefix(value);
+    putToF(fiDef, before);
+    putToF(fiDef, text);
+    putToF(fiDef, after);
+    putToF(fiDef, "\n");
+}

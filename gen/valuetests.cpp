@@ -1,0 +1,125 @@
+#include "gen/valuetests.h"
+
+#include "cbet/functions.h"
+#include "cbet/homes.h"
+#include "cbet/names.h"
+#include "cbet/predicates.h"
+#include "cbet/typefuncinfo.h"
+#include "cbet/vars.h"
+#include "driver/files.h"
+#include "gen/nameddefs.h"
+#include "model/any.h"
+#include "model/endpointvalues.h"
+#include "model/modules.h"
+#include "model/typequeries.h"
+#include "model/valuequeries.h"
+#include "model/valuesets.h"
+#include "options/ketracnf.h"
+
+namespace {
+
+/* Least and greatest value of the type's set, holes left out of account. */
+Int64Range outerBounds(AsnType *type) {
+    Int64Range bounds = {i64min(), i64max()};
+    auto widen = [&bounds](AsnType *, const Int64Range *range, int nbr) {
+        if (nbr == 0)
+            bounds.lower = range->lower;
+        bounds.upper = range->upper;
+    };
+    forInt64ValueSet(type, widen);
+    return bounds;
+}
+
+const char *closure(bool closed) {
+    return closed ? "CLOS" : "OPEN";
+}
+
+void genRealEndpoints(int file, AsnType *type, AsnValue *low, bool lowClosed, AsnValue *high,
+                      bool highClosed) {
+    Text number;
+    printfToF(file, " %s_%s,", closure(lowClosed), closure(highClosed));
+    if (testCGenerationOption(getModuleOfType(type), CGEN_REAL)) {
+        wToF(file, doubleRealValueStri(number, " ", low, ","));
+        wToF(file, doubleRealValueStri(number, " ", high, ");\n"));
+        return;
+    }
+    if (isMinusInfinity(low))
+        wToF(file, " REAL_MINUS_INF, 0.0,");
+    else
+        wToF(file, doubleRealValueStri(number, " REAL_NORMAL, ", low, ","));
+    if (isPlusInfinity(high))
+        wToF(file, " REAL_PLUS_INF, 0.0);\n");
+    else
+        wToF(file, doubleRealValueStri(number, " REAL_NORMAL, ", high, ");\n"));
+}
+
+} // namespace
+
+void genIntegerBounds(int file, AsnType *type) {
+    const Int64Range bounds = outerBounds(type);
+    printIntEndpoint(file, " ", getVF(type), bounds.lower, ",");
+    printIntEndpoint(file, " ", getVF(type), bounds.upper, ");\n");
+}
+
+sint64 leastValue(AsnType *type) {
+    return outerBounds(type).lower;
+}
+
+void genRealBounds(int file, AsnType *type) {
+    auto genEndpoints = [file](AsnType *real, AsnValue *low, bool lowClosed, AsnValue *high,
+                               bool highClosed) {
+        genRealEndpoints(file, real, low, lowClosed, high, highClosed);
+    };
+    forTypeEndpoints(type, genEndpoints);
+}
+
+void genExtendedMark(int file, AsnType *type) {
+    Text text;
+    wToF(file, cHome(text, nullptr, false, type, ".", "extended = TRUE;\n"));
+}
+
+void genNormalisedTrue(int file, AsnType *type) {
+    if (!testTypeOption(type, OPT_NORMALISE_TRUE))
+        return;
+    Text text;
+    wToF(file, cHome(text, "if (", false, type, nullptr, ")"));
+    cOpenBrace(file);
+    wToF(file, cHome(text, nullptr, false, type, nullptr, " = 0xFF;\n"));
+    cCloseBrace(file);
+}
+
+void genUpperBound(int file, const char *call, AsnType *list, AsnType *elem) {
+    Text text;
+    sint64 low, high, alloc;
+    getInt64SizeConstraintEndpoints(list, &low, &high, &alloc);
+    /* d_UpperBound ((AsnAllocType **) &home->elem, 9, sizeof (uint8)); */
+    wToF(file, call);
+    wToF(file, cHome(text, "(AsnAllocType **) ", true, list, ".", "elem,"));
+    printfToF(file, " %s,", i64tostr(alloc).c_str());
+    const bool inHome = testTypeOption(elem, OPT_HOME);
+    const bool isPointer =
+        inHome || testTypeOption(elem, OPT_POINTER) || cIsFrameType(elem) || isRecursiveType(elem);
+    if (inHome)
+        wToF(file, " sizeof (ASNHOME");
+    else
+        wToF(file, cBaseTypeId(text, " sizeof (", elem, nullptr));
+    if (isPointer)
+        wToF(file, " *");
+    wToF(file, "));\n");
+}
+
+void genAnyFunction(AsnType *type, const TypeFuncInfo *info, const char *prefix) {
+    endlToF(info->extFile);
+    cAnyFunctionProto(info->extFile, prefix, info->gIndex, type);
+    bool called = false;
+    auto callWithClassifier = [&called, info, prefix](AsnType *, AsnType *classifier,
+                                                      AsnType *any) {
+        cAnyFunctionRef(info->outFile, prefix, info->gIndex, any, classifier);
+        called = true;
+    };
+    AsnType *father = getFatherOfTypeComp(type);
+    if (isAnyDefinedByType(type) && father != nullptr)
+        forAnyDefinedByClassifierType(father, type, callWithClassifier);
+    if (!called)
+        cAnyFunctionRef(info->outFile, prefix, info->gIndex, type, nullptr);
+}

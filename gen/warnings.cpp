@@ -1,0 +1,36 @@
+#include "gen/warnings.h"
+
+#include <cstdio>
+
+#include "cbet/names.h"
+#include "model/modules.h"
+#include "model/typenames.h"
+#include "model/typequeries.h"
+
+void warning(const char *text) {
+    std::fprintf(stderr, "WARNING: %s\n", text);
+}
+
+void typeWarning(AsnType *type, const char *text) {
+    Text place, name;
+    getModuleRef(place, "Module ", getModuleOfType(type), ", line ");
+    place += formatText("%d, ", getTypeDefinitionLine(type));
+    if (isDefinedType(type))
+        place += "type " + convertUnderscores(getTypeRef(name, nullptr, type, nullptr));
+    else if (isComponentType(type))
+        place += "element " + convertUnderscores(getTypeCompRef(name, nullptr, type, nullptr));
+    else
+        place += "element " + convertUnderscores(cTypeId(name, nullptr, type, nullptr));
+    warning(place.c_str());
+    warning(text);
+}
+
+void notYetSupported(AsnType *type, const char *text) {
+    typeWarning(type, (Text(text) + " not yet supported, sorry.").c_str());
+}
+
+void bugInTool(const char *text) {
+    std::fprintf(stderr, "Warning VELMO: %s\n", text);
+}
+
+void helpWithTool() {}
