@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 
 namespace {
 
@@ -62,6 +63,10 @@ void fatalError(int code, const char *detail) {
         listener(row.text, detail);
     }
     std::exit(row.exitStatus);
+}
+
+void installMemoryHandler() {
+    std::set_new_handler([] { fatalError(FATAL_NO_SPACE, nullptr); });
 }
 
 void usageError(const char *const *text) {

@@ -11,5 +11,8 @@
    null). Null, the default, tells nobody. A fatal error inside the listener ends the process at once. */
 void setFatalErrorListener(void (*listener)(const char *text, const char *detail));
 
+/* From now on an allocation that fails is fatal error 5. */
+void installMemoryHandler();
+
 /* Writes the lines of `text`, up to a null entry, to the standard error and exits with status 1. */
 [[noreturn]] void usageError(const char *const *text);

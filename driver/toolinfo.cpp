@@ -50,6 +50,7 @@ void printVersionInfo() {
     printVersionStri(treeVersion, "", TREE_VERSION, -1, "\n");
     std::printf("\n%s version %s for KETRA version%s ", toolInfo.name, toolVersion.c_str(), "");
     std::printf("%s%s\n", treeVersion.c_str(), formatToolCopyright().c_str());
+    checkStandardOutput();
 }
 
 void checkStandardOutput() {

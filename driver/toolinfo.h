@@ -22,7 +22,8 @@ void setBackendVerbosity(int level);
 
 /* The copyright notice as it is printed: a line for each sentence, "(c)" for the sign. */
 const Text &formatToolCopyright();
-/* The block of text that the option "VERSION" asks for, on the standard output. */
+/* The block of text that the option "VERSION" asks for, on the standard output. Fatal
+   error 7 if it did not arrive there. */
 void printVersionInfo();
 /* What was written to the standard output has to arrive there: fatal error 7 if it did not. Called
    before each exit with status 0. */

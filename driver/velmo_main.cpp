@@ -1,5 +1,78 @@
 #include "driver/velmo_main.h"
 
+#include <cstdio>
+
+#include "cbet/cbet.h"
+#include "driver/fatal.h"
+#include "driver/init_backend.h"
+#include "driver/toolinfo.h"
+#include "driver/usage.h"
+#include "driver/wiring.h"
+#include "gen/fileset.h"
+#include "gen/meta.h"
+#include "gen/types.h"
+#include "model/modules.h"
+#include "model/stamps.h"
+#include "store/tree.h"
+
 int glbExitCode = 0;
 
-int velmo_main(int, char **) { return glbExitCode; }
+namespace {
+
+constexpr ToolInfo velmo = {
+    .name = "VELMO",
+    .version = 107,
+    .patchLevel = 0,
+    .usage = velmoUsage,
+    .copyrightNotice = "Copyright \xA9 2026 the authors of velmo. What it generates is yours.",
+};
+
+void printProgInfo(AsnModule *module) {
+    if (getMetaVerbosity(module) == VERBOSITY_QUIET)
+        return;
+    Text banner, part;
+    banner = Text("\n") + toolInfo.name + " ";
+    banner += printVersionStri(part, "Version ", toolInfo.version, toolInfo.patchLevel, "");
+    banner += printVersionStri(part, " for KETRA Version ", TREE_VERSION, -1, "\n");
+    banner += formatToolCopyright() + "\n";
+    std::printf("%s\n", banner.c_str());
+}
+
+/* What other modules may ask of this one has to be known before the first file is written. */
+void initModule(AsnModule *module) {
+    Text message;
+    getModuleRef(message, "initializing ", module, nullptr);
+    verboseMsg(module, VERBOSITY_VERBOSE, message.c_str());
+    resetStamps();
+}
+
+/* Tables name the functions, and the log names all files, so the order binds. */
+void genModule(AsnModule *module) {
+    Text message;
+    getModuleRef(message, "generating ", module, nullptr);
+    verboseMsg(module, VERBOSITY_VERBOSE, message.c_str());
+    resetStamps();
+    openModuleFiles(module);
+    generateTypes(module);
+    generateLogFile(module);
+    closeModuleFiles(module);
+}
+
+void printDone(AsnModule *module) {
+    verboseMsg(module, getMetaVerbosity(module), "done");
+}
+
+} // namespace
+
+int velmo_main(int argc, char **argv) {
+    installMemoryHandler();
+    toolInfo = velmo;
+    installHooks();
+    cInitCBET([&] { initBackend(argc, argv); });
+    forFirstModule(printProgInfo);
+    forEachModule(initModule);
+    forEachModule(genModule);
+    forFirstModule(printDone);
+    checkStandardOutput();
+    return glbExitCode;
+}

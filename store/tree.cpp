@@ -47,6 +47,8 @@ void stampNodes(ModRec *module) {
 
 /* Reads one tree, without its imports. */
 TreeStatus readOneTree(ModRec *module, Text *message) {
+    if (treeHooks.treeProgress != nullptr)
+        treeHooks.treeProgress(module);
     const TreeStatus status = readTree(module, message);
     if (status != TREE_READ) {
         module->state = MOD_FAILED;
@@ -59,6 +61,15 @@ TreeStatus readOneTree(ModRec *module, Text *message) {
 
 const char *optionalStri(ModRec *module, RecNr number) {
     return number == 0 ? "" : getStri(module, number);
+}
+
+/* A prefix names files and stands in the includes of generated code, so a tree may not lead
+   elsewhere with it. */
+bool isFilePrefix(std::string_view prefix) {
+    return std::all_of(prefix.begin(), prefix.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+               c == '-' || c == '_';
+    });
 }
 
 /* The import that MNode `nr` of a module describes. */
@@ -112,6 +123,10 @@ TreeStatus readSyntaxTree(ModRec *module, Text *message) {
         } else if (imported->state == MOD_FAILED) {
             return failOpenModules(open, TREE_MISSING);
         } else if (imported->state == MOD_NAMED) {
+            if (!isFilePrefix(imported->genPrefix)) {
+                *message = "not a file prefix: " + imported->genPrefix;
+                return failOpenModules(open, TREE_INVALID);
+            }
             const TreeStatus status = readOneTree(imported, message);
             if (status != TREE_READ)
                 return failOpenModules(open, status);

@@ -18,6 +18,8 @@ struct TreeHooks {
     /* Settles the options of a module whose header has just been read and is the current MNode:
        defaults, then the options stored in the tree. */
     void (*settleStoredOptions)(ModRec *module) = nullptr;
+    /* Told of each tree before it is read; null tells nobody. */
+    void (*treeProgress)(const ModRec *module) = nullptr;
 };
 extern TreeHooks treeHooks;
 

@@ -1,0 +1,62 @@
+#include "driver/init_backend.h"
+
+#include <cstdio>
+
+#include "driver/files.h"
+#include "driver/toolinfo.h"
+#include "options/catalogue.h"
+#include "options/cmdline.h"
+#include "store/ketravar.h"
+#include "store/tree.h"
+
+namespace {
+
+void progress(const char *text) {
+    if (backendVerbosity > 0)
+        std::fputs(text, stderr);
+}
+
+void moduleProgress(const ModRec *module) {
+    if (backendVerbosity > 0)
+        std::fprintf(stderr, "  %s", module->genPrefix.c_str());
+}
+
+/* Each module gets the options of the command line as records of its own, behind those of its tree,
+   so that they are checked against its own defaults and win. */
+void settleCmdLineOptions(ModRec *module, int argc, char **argv) {
+    cMP = module;
+    unsigned kinds = 0;
+    TedRange range;
+    parseCmdLineOptions(argc, argv, &kinds, &range);
+    module->cmdFirst = range.first;
+    module->cmdLast = range.last;
+    checkGlobalBEOptions(module, range);
+}
+
+} // namespace
+
+void initBackend(int argc, char **argv) {
+    initFiles();
+    getTimeStamp(&timeStamp);
+    ModRec *first = appendModRec(true);
+    cMP = first;
+    progress("  Parsing command line parameters ...\n");
+    parseCmdLineParams(argc, argv);
+
+    progress("  Reading syntax trees ...\n");
+    treeHooks.treeProgress = moduleProgress;
+    readAllSyntaxTrees();
+    progress("\n");
+    removeUnreferencedModuleRecords();
+    initBackendVars();
+
+    progress("  Parsing command line options ...\n");
+    for (const auto &module : modRecList.records) {
+        if (module->state == MOD_PREDEFINED)
+            continue;
+        moduleProgress(module.get());
+        settleCmdLineOptions(module.get(), argc, argv);
+    }
+    progress("\n");
+    cMP = first;
+}

@@ -1,0 +1,28 @@
+#include "driver/wiring.h"
+
+#include "driver/toolinfo.h"
+#include "gen/meta.h"
+#include "gen/tooloptions.h"
+#include "model/hooks.h"
+#include "options/catalogue.h"
+#include "options/hooks.h"
+#include "store/tree.h"
+
+void installHooks() {
+    treeHooks.newOptions = newGlobalOptions;
+    treeHooks.newMetaRec = newBEModMetaRec;
+    treeHooks.deleteOptions = deleteGlobalOptions;
+    treeHooks.deleteMetaRec = deleteBEModMetaRec;
+    treeHooks.settleStoredOptions = settleStoredOptions;
+
+    optionHooks.globalBEOptionOK = globalBEOptionOK;
+    optionHooks.usage = toolInfo.usage;
+
+    modelHooks.initBEModMetaRec = initBEModMetaRec;
+    modelHooks.newBETypMetaRec = newBETypMetaRec;
+    modelHooks.deleteBETypMetaRec = deleteBETypMetaRec;
+    modelHooks.typeBEOptionOK = typeBEOptionOK;
+    modelHooks.newBEValMetaRec = newBEValMetaRec;
+    modelHooks.deleteBEValMetaRec = deleteBEValMetaRec;
+    modelHooks.valueBEOptionOK = valueBEOptionOK;
+}
