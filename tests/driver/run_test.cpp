@@ -165,7 +165,7 @@ TEST_F(Run, FullDiskEndsTheRun) {
         std::filesystem::remove(dir_.path(file));
     }
     for (const char *arguments : {" post >/dev/full", " -VERSION >/dev/full"}) {
-        ProgramRun result = runProgram(dir_, "sh", {"-c", std::string(VELMO_PROGRAM) + arguments});
+        ProgramRun result = runProgram(dir_, "sh", {"-c", velmoProgram + arguments});
         EXPECT_EQ(result.status, 2) << arguments;
         EXPECT_NE(result.err.find("Can not write into file"), std::string::npos);
     }
