@@ -47,12 +47,6 @@ struct DynaNode {
     RecNr tedLast = 0;
 };
 
-/* Where a walk over constraints stands. */
-struct ConstraintCursor {
-    NodePlace place; /* the SubRec; none outside a walk */
-    int index = -1;  /* place in AsnType.constraintList, -1 inside a tree of constraints */
-};
-
 /* A type as it was met (its position) and as it is in the end (its base). */
 struct AsnType {
     AsnModule *walkModule =
@@ -90,7 +84,6 @@ struct AsnType {
     int nrOfConstraints = 0;              /* places in constraintList */
     int nrOfLocalConstraints = 0;         /* the last ones in reading order: of the position */
     NodeList constraintList{REC_SUB, {}}; /* the base's is read first */
-    ConstraintCursor constraintCursor;    /* of the constraint walk that is going on */
     int chainDepth = 0;                   /* records left along the synonym chain */
     sint64 lowerEndpoint;                 /* narrowest along the chain */
     sint64 upperEndpoint;

@@ -1,7 +1,5 @@
 #include "model/valuesets.h"
 
-#include <cstdio>
-
 #include "model/bounds.h"
 #include "model/constraints.h"
 #include "model/typequeries.h"

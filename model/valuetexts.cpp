@@ -1,7 +1,6 @@
 #include "model/valuetexts.h"
 
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <span>
 
