@@ -11,6 +11,7 @@
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "gen/types.h"
+#include "gen/values.h"
 #include "model/modules.h"
 #include "model/stamps.h"
 #include "store/tree.h"
@@ -54,6 +55,7 @@ void genModule(AsnModule *module) {
     resetStamps();
     openModuleFiles(module);
     generateTypes(module);
+    generateValues(module);
     generateLogFile(module);
     closeModuleFiles(module);
 }
