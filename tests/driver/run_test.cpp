@@ -8,6 +8,7 @@
 #include "driver/toolinfo.h"
 #include "driver/usage.h"
 #include "driver/wiring.h"
+#include "tests/support/paths.h"
 #include "tests/support/runtool.h"
 #include "tests/support/treewriter.h"
 
