@@ -27,11 +27,15 @@ void genNormalFunc(AsnType *type, bool generateBody);
 /* The body of a structure or list with all its components, in the current function. */
 void funcForStructuredTypeAndCompsOrElems(AsnType *type);
 
-/* True if the type is a structure or list that has something to walk, and isn't skipped. */
+/* True if the type has components to walk, or an extension marker, and isn't skipped. */
 bool typeHasBody(AsnType *type);
+/* True if the functions of the type are written in the module that is being generated. */
+bool isFuncGeneratedInThisModuleFile(AsnType *type);
 /* True for the kinds that fill a value: decoding and asking. */
 bool isConstructingKind();
-/* Embedded text of a function body at `place`: what is written on the definition itself. */
-void localTEDs(AsnType *type, int place);
+/* Embedded text of a component, and of a function body, at `place`: what is written on a definition
+   stands in its own function, and not at each use. */
+void printCompTEDs(AsnType *type, int place);
+void printLocalTEDs(AsnType *type, int place);
 /* Calls `func` unless it is null. */
 void callTypeFunc(TypeFunc func, AsnType *type);

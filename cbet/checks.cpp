@@ -1,0 +1,383 @@
+#include "cbet/checks.h"
+
+#include <cstdio>
+
+#include "cbet/comptests.h"
+#include "cbet/engine.h"
+#include "cbet/homes.h"
+#include "cbet/listsizes.h"
+#include "cbet/predicates.h"
+#include "cbet/reports.h"
+#include "cbet/vars.h"
+#include "driver/files.h"
+#include "model/constraints.h"
+#include "model/modules.h"
+#include "model/typequeries.h"
+#include "model/valuequeries.h"
+#include "model/valuesets.h"
+#include "model/valuetexts.h"
+#include "options/ketracnf.h"
+#include "store/records.h"
+#include "store/values.h"
+
+namespace {
+
+/* One check: the constraints of a type, collected in one variable. */
+struct Check {
+    int file = 0;
+    bool okDefined = false; /* the block with the variable is open */
+    bool sorry = false;     /* the constraint in hand can't be put into code */
+    int depth = 0;          /* of constraints within one another */
+};
+
+/* {
+   BOOLE ok1;
+   ok1 =          or later: ok1 = ok1 && */
+void assignOk(Check &check) {
+    Text text;
+    if (check.okDefined) {
+        wToF(check.file, cOkVarRef(text, nullptr, " ="));
+        wToF(check.file, cOkVarRef(text, " ", " && "));
+        return;
+    }
+    cOpenBrace(check.file);
+    cIncOkVarCount();
+    cOkVarDef(check.file);
+    wToF(check.file, cOkVarRef(text, nullptr, " = "));
+    check.okDefined = true;
+}
+
+void report(int file) {
+    cOpenBrace(file);
+    cReportError(file, "CONSTRAINT_FAIL");
+    cCloseBrace(file);
+}
+
+/* if (!ok1){
+   reportError (ASNG_F(asncodg) CONSTRAINT_FAIL);
+   }
+   } */
+void checkOk(Check &check) {
+    if (!check.okDefined)
+        return;
+    Text text;
+    wToF(check.file, cOkVarRef(text, "if (!", ")"));
+    report(check.file);
+    cCloseBrace(check.file);
+    cDecOkVarCount();
+}
+
+/* --- ranges --- */
+
+void printNumber(int file, const char *prefix, AsnValue *value, const char *suffix) {
+    if (getValueMainType(value) == TYP_REAL)
+        printDoubleRealValueToF(file, prefix, value, suffix);
+    else
+        printIntegerValueToF(file, prefix, value, suffix);
+}
+
+void simpleValueRangeConstr(Check &check, AsnType *type, AsnValue *low, bool lowClosed,
+                            AsnValue *high, bool highClosed) {
+    Text value;
+    cHome(value, "", false, type, nullptr, "");
+    bool hasLow = !isMinusInfinity(low);
+    if (hasLow) {
+        printNumber(check.file, "", low, lowClosed ? " <= " : " < ");
+        wToF(check.file, value);
+    }
+    if (isPlusInfinity(high))
+        return;
+    if (hasLow)
+        wToF(check.file, " && ");
+    wToF(check.file, value);
+    wToF(check.file, highClosed ? " <=" : " <");
+    printNumber(check.file, " ", high, "");
+}
+
+/* ok1 = (0.0 <= home->x && home->x < 1.0) ; */
+void valueRangeConstr(Check &check, AsnType *type, AsnValue *low, bool lowClosed, AsnValue *high,
+                      bool highClosed) {
+    int kind = getTypeMainType(type);
+    if (kind != TYP_INTEGER && kind != TYP_REAL) {
+        check.sorry = true;
+        return;
+    }
+    if (isMinusInfinity(low) && isPlusInfinity(high))
+        return; /* an empty pair of parentheses is no expression */
+    assignOk(check);
+    wToF(check.file, "(");
+    simpleValueRangeConstr(check, type, low, lowClosed, high, highClosed);
+    wToF(check.file, ") ;\n");
+}
+
+/* --- sizes --- */
+
+/* ok1 = (staArrLen (home) >= 1); The upper bound is checked by the list's loop. */
+void simpleSizeConstr(Check &check, AsnType *type, const Int64Range *range) {
+    if (!isListType(type) || i64iszero(range->lower))
+        return;
+    Text text;
+    assignOk(check);
+    wToF(check.file,
+         cGetSize(text, "(", type, false, range->lower == range->upper ? " ==" : " >="));
+    printfToF(check.file, " %s", i64tostr(range->lower).c_str());
+    wToF(check.file, ");\n");
+}
+
+/* One alternative of "ok1 = ((2 <= n1 && n1 <= 4) || (n1 == 7));". */
+void sizeConstr(Check &check, AsnType *type, const Int64Range *range, int nbr) {
+    Text size, lower = i64tostr(range->lower), upper = i64tostr(range->upper);
+    cGetSize(size, "", type, false, "");
+    const char *s = size.c_str();
+    if (nbr == 0) {
+        assignOk(check);
+        wToF(check.file, "(");
+    } else {
+        wToF(check.file, " || ");
+    }
+    if (range->lower == range->upper)
+        printfToF(check.file, "(%s == %s)", s, lower.c_str());
+    else if (i64ismax(range->upper))
+        printfToF(check.file, "(%s <= %s)", lower.c_str(), s);
+    else
+        printfToF(check.file, "(%s <= %s && %s <= %s)", lower.c_str(), s, s, upper.c_str());
+}
+
+void checkSize(Check &check, AsnType *type, AsnConstraint *constraint) {
+    /* A chain of constraints may leave one range where this one alone has several. */
+    int count =
+        forInt64SizeConstraintValueSet(type, constraint, [](AsnType *, const Int64Range *, int) {});
+    bool simple = isSimpleSizeConstraintValueSet(type) && count == 1;
+    forInt64SizeConstraintValueSet(type, constraint,
+                                   [&](AsnType *t, const Int64Range *range, int nbr) {
+                                       if (simple)
+                                           simpleSizeConstr(check, t, range);
+                                       else
+                                           sizeConstr(check, t, range, nbr);
+                                   });
+    if (!simple && count > 0)
+        wToF(check.file, ");\n");
+}
+
+/* --- permitted alphabets --- */
+
+/* More characters than a range of two-byte ones has are no text that a compiler would take. */
+constexpr std::uint32_t MAX_ALPHABET_RANGE = 0x10000;
+
+bool isRangedStringKind(int kind) {
+    return kind == TYP_NUMSTR || kind == TYP_PRISTR || kind == TYP_VISSTR || kind == TYP_IA5STR ||
+           kind == TYP_BMPSTR || kind == TYP_UNISTR;
+}
+
+bool singleCharacter(AsnValue *value, std::uint32_t *character) {
+    RestrCharStri text = makeRestrCharStri(value->baseModule, value->base);
+    if (text.length() != 1)
+        return false;
+    if (text.kind == TYP_BMPSTR)
+        *character = text.text16[0];
+    else if (text.kind == TYP_UNISTR)
+        *character = text.text32[0];
+    else
+        *character = static_cast<unsigned char>(text.text8[0]);
+    return true;
+}
+
+void constructRangeCharacters(Check &check, AsnValue *low, bool lowClosed, AsnValue *high,
+                              bool highClosed) {
+    int kind = getValueMainType(low);
+    std::uint32_t first = 0, last = 0;
+    if (!lowClosed || !highClosed || kind != getValueMainType(high) || !isRangedStringKind(kind) ||
+        !singleCharacter(low, &first) || !singleCharacter(high, &last) ||
+        (last >= first && last - first >= MAX_ALPHABET_RANGE)) {
+        check.sorry = true;
+        return;
+    }
+    for (std::uint32_t c = first; c <= last; ++c)
+        printfToF(check.file, "%c", static_cast<int>(c));
+}
+
+void constructAllowedCharacters(Check &check, AsnType *type, AsnConstraint *constraint) {
+    NestingGuard guard(&check.depth, type->posModule);
+    auto inner = [&](AsnType *t, AsnConstraint *c) { constructAllowedCharacters(check, t, c); };
+    check.sorry = false;
+    switch (getConstraintKind(constraint)) {
+    case SUB_UNION:
+        forUnionConstraint(type, constraint,
+                           [&](AsnType *t, AsnConstraint *c, int) { inner(t, c); });
+        break;
+    case SUB_RANGE:
+        forValueRangeConstraint(
+            type, constraint,
+            [&](AsnType *, AsnValue *low, bool lowClosed, AsnValue *high, bool highClosed) {
+                constructRangeCharacters(check, low, lowClosed, high, highClosed);
+            });
+        break;
+    case SUB_ALPHABET:
+        forPermittedAlphabetConstraint(type, constraint, inner);
+        break;
+    case SUB_SINGLE_VALUE:
+        forSingleValueConstraint(type, constraint, [&](AsnType *, AsnValue *value) {
+            putCharacterStringValueToF(check.file, "", value, "");
+        });
+        break;
+    case SUB_INCLUDES:
+        forContainedSubtypeConstraint(type, constraint, inner);
+        break;
+    default:
+        check.sorry = true;
+        break;
+    }
+}
+
+/* ok1 = (staChrStrStrspn (&home->x, "abc") == staStrLen (&home->x)); */
+void alphabetConstr(Check &check, AsnType *type, AsnConstraint *constraint) {
+    if (!cIsStaticString(type) && !cIsDynamicString(type)) {
+        check.sorry = true;
+        return;
+    }
+    Text text;
+    assignOk(check);
+    printfToF(check.file, "(%sChrStrStrspn%s (", cIsStaticString(type) ? "sta" : "dyn",
+              getVFSize(type) == VF_NONE ? "0" : "");
+    wToF(check.file, cHome(text, "", true, type, nullptr, ","));
+    wToF(check.file, " \"");
+    constructAllowedCharacters(check, type, constraint);
+    wToF(check.file, "\") ==");
+    wToF(check.file, cGetSize(text, " ", type, true, ");\n"));
+}
+
+/* --- single values --- */
+
+bool isComparedAsText(int kind) {
+    return (kind >= TYP_NUMSTR && kind <= TYP_GENSTR) || kind == TYP_UNISTR || kind == TYP_CHASTR ||
+           kind == TYP_OBJDESCR;
+}
+
+void singleValueConstr(Check &check, AsnType *type, AsnValue *value) {
+    Text text;
+    int kind = getTypeMainType(type);
+    bool inForm = getVF(type) != VF_LIST;
+    if (inForm && kind == TYP_BOOLEAN) {
+        assignOk(check);
+        wToF(check.file, cHome(text, "(", false, type, nullptr, " =="));
+        printBooleanValueToF(check.file, " ", value, ");\n");
+    } else if (inForm && isComparedAsText(kind)) {
+        assignOk(check);
+        wToF(check.file, cHome(text, "(strcmp (", false, type, ".", "st,"));
+        printCharacterStringValueToF(check.file, " \"", value, "\") == 0);\n");
+    } else {
+        check.sorry = true;
+    }
+}
+
+/* --- one constraint --- */
+
+void checkConstraint(Check &check, AsnType *type, AsnConstraint *constraint);
+
+void checkByKind(Check &check, AsnType *type, AsnConstraint *constraint) {
+    switch (getConstraintKind(constraint)) {
+    case SUB_CATENATION:
+        forEachCatenatedConstraint(
+            type, constraint, [&](AsnType *t, AsnConstraint *c) { checkConstraint(check, t, c); });
+        break;
+    case SUB_RANGE:
+        forValueRangeConstraint(
+            type, constraint,
+            [&](AsnType *t, AsnValue *low, bool lowClosed, AsnValue *high, bool highClosed) {
+                valueRangeConstr(check, t, low, lowClosed, high, highClosed);
+            });
+        break;
+    case SUB_ALPHABET:
+        forPermittedAlphabetConstraint(
+            type, constraint, [&](AsnType *t, AsnConstraint *c) { alphabetConstr(check, t, c); });
+        break;
+    case SUB_SIZE:
+        checkSize(check, type, constraint);
+        break;
+    case SUB_SINGLE_VALUE:
+        forSingleValueConstraint(type, constraint, [&](AsnType *t, AsnValue *value) {
+            singleValueConstr(check, t, value);
+        });
+        break;
+    case SUB_TABLE:
+    case SUB_PASSED_OVER:
+        break;
+    default:
+        check.sorry = true;
+        break;
+    }
+}
+
+void warnOfUnimplemented(int file) {
+    wToF(file, "/* WARNING: Unimplemented type constraint. */\n");
+    Text name;
+    nameOfF(name, nullptr, file, nullptr);
+    std::fprintf(stderr, "%s:%u: warning: Unimplemented type constraint.\n", name.c_str(),
+                 static_cast<unsigned>(linesInF(file)));
+}
+
+void checkConstraint(Check &check, AsnType *type, AsnConstraint *constraint) {
+    NestingGuard guard(&check.depth, type->posModule);
+    check.sorry = false;
+    checkByKind(check, type, constraint);
+    if (!check.sorry)
+        return;
+    warnOfUnimplemented(check.file);
+    check.sorry = false; /* a catenation around this one doesn't say it again */
+}
+
+/* --- the constraints of a type --- */
+
+/* The run-time function has the one range of sizes as its arguments. */
+bool isOnlyOneSimpleSizeConstraint(AsnType *type) {
+    if (!isSimpleSizeConstraintValueSet(type) || getNrOfTypeConstraints(type) != 1)
+        return false;
+    bool size = false;
+    forEachTypeConstraint(type, [&](AsnType *, AsnConstraint *constraint) {
+        size = getConstraintKind(constraint) == SUB_SIZE;
+    });
+    return size;
+}
+
+void checkLeaf(Check &check, AsnType *type) {
+    auto each = [&](AsnType *t, AsnConstraint *constraint) {
+        checkConstraint(check, t, constraint);
+    };
+    int kind = getTypeMainType(type);
+    if (kind == TYP_INTEGER || kind == TYP_ENUM) {
+        if (cCheckIntegerValueSet(check.file, type))
+            report(check.file);
+    } else if (kind == TYP_BITSTR || kind == TYP_OCTSTR || isRestrCharStringType(type)) {
+        if (!isOnlyOneSimpleSizeConstraint(type))
+            forEachTypeConstraint(type, each);
+    } else {
+        forEachTypeConstraint(type, each);
+    }
+}
+
+} // namespace
+
+void cCheckConstraints(int file, AsnType *type) {
+    if (testTypeOption(type, OPT_SKIPPED) || testTypeOption(type, OPT_FRAME))
+        return;
+    Check check;
+    check.file = file;
+    if (typeHasBody(type)) {
+        if (isLocalTypeConstraints(type))
+            forEachLocalTypeConstraint(type, [&](AsnType *t, AsnConstraint *constraint) {
+                checkConstraint(check, t, constraint);
+            });
+    } else if (isConstraints(type)) {
+        checkLeaf(check, type);
+    }
+    checkOk(check);
+}
+
+int cTableAccessFunctionIndexVF(AsnModule *module, long n) {
+    constexpr long BYTE_VALUES = 256, SHORT_VALUES = 65536;
+    if (testCGenerationOption(module, CGEN_OLD))
+        return n <= SHORT_VALUES ? VF_I16 : VF_I32;
+    if (n <= BYTE_VALUES)
+        return VF_UI8;
+    return n <= SHORT_VALUES ? VF_UI16 : VF_UI32;
+}

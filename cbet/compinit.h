@@ -1,0 +1,21 @@
+#pragma once
+
+struct AsnType;
+
+/* First values, memory and control members of components, for the table in use (engine.h). Those
+   that initialise are for the kinds that construct a value. */
+
+/* The value of the component doesn't lie in its father's C structure. `father` may be null. */
+bool isAsnHomeComp(AsnType *father, AsnType *comp);
+
+/* First values of a structure or list. */
+void initComponents(AsnType *type);
+/* A decoded SET that has no mask in its value works on a local one. */
+bool generateDummyCompmask(AsnType *type);
+
+/* Memory for a component or element, then the mark that it is present. */
+void initializeComp(AsnType *father, AsnType *comp);
+/* Gives back the home of a component, if it has one; nothing while printing. */
+void releaseComp(AsnType *father, AsnType *comp);
+/* The test that the list has room for one element more. */
+void checkListUpperBound(AsnType *father, AsnType *comp);

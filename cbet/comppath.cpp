@@ -1,0 +1,64 @@
+#include "cbet/comppath.h"
+
+#include <cstring>
+
+#include "cbet/vars.h"
+#include "driver/fatal.h"
+#include "model/typeextension.h"
+#include "model/typenames.h"
+#include "model/typepath.h"
+#include "model/typequeries.h"
+
+const char *cGetSeparatorInTypePath(AsnType *comp) {
+    AsnType *father = getFatherOfTypeComp(comp);
+    if (father == nullptr)
+        return "";
+    return testTypeOption(father, OPT_POINTER) ? "->" : ".";
+}
+
+void cAddNameToPath(AsnType *comp, const char *name) {
+    Text elem = Text(cGetSeparatorInTypePath(comp)) + name;
+    addElemToPath(elem.c_str());
+    comp->path = getPath();
+    comp->pathLength = static_cast<int>(std::strlen(comp->path));
+}
+
+namespace {
+
+bool standsInPath(AsnType *comp) {
+    AsnType *father = getFatherOfTypeComp(comp);
+    return !isTypeExtensionmarker(comp) && !(father != nullptr && getVF(father) == VF_LIST);
+}
+
+/* The text that names the component in its father's C structure. */
+Text pathElement(AsnType *comp) {
+    Text text;
+    AsnType *father = getFatherOfTypeComp(comp);
+    switch (getTypeCompStatus(comp)) {
+    case TCS_MANDATORY:
+    case TCS_OPTIONAL:
+        return getTypeCompId(text, nullptr, comp, nullptr);
+    case TCS_CHOICE: {
+        bool homes = father != nullptr && testTypeOption(father, OPT_COMPS_AS_POINTERS);
+        return getTypeCompId(text, homes ? nullptr : "i1.", comp, nullptr);
+    }
+    case TCS_MULTIPLE:
+        return formatText("elem [n%d]", cVarCount(VAR_N));
+    case TCS_HEADER:
+        return getDefTypeId(text, nullptr, comp, nullptr);
+    default:
+        fatalError(FATAL_INTERNAL, "Unable to construct a type name path.");
+    }
+}
+
+} // namespace
+
+void addCompNameToPath(AsnType *comp) {
+    if (standsInPath(comp))
+        cAddNameToPath(comp, pathElement(comp).c_str());
+}
+
+void removeCompNameFromPath(AsnType *comp) {
+    if (standsInPath(comp))
+        removeElemFromPath();
+}

@@ -1,0 +1,90 @@
+#include "cbet/reports.h"
+
+#include "cbet/listsizes.h"
+#include "cbet/vars.h"
+#include "driver/files.h"
+#include "model/modules.h"
+#include "model/typenames.h"
+#include "model/typequeries.h"
+#include "options/ketracnf.h"
+
+const char *const defaultErrorReportingFunctionFormat = "reportError (ASNG_F(asncodg) %s);\n";
+const char *g_errorReportingFunctionFormat = defaultErrorReportingFunctionFormat;
+
+const char *cSetErrorReportingFunctionFormat(const char *format) {
+    g_errorReportingFunctionFormat =
+        format == nullptr ? defaultErrorReportingFunctionFormat : format;
+    return g_errorReportingFunctionFormat;
+}
+
+void cReportError(int file, const char *name) {
+    Text text = g_errorReportingFunctionFormat;
+    std::size_t place = text.find("%s");
+    if (place != Text::npos)
+        text.replace(place, 2, name);
+    wToF(file, text);
+}
+
+void cReportFatalError(int file, int, const char *name) {
+    printfToF(file, "reportFatalError (%s);\n", name);
+}
+
+/* --- paths --- */
+
+namespace {
+
+bool tracksPath(AsnType *type) {
+    return getGlobalOptions(getModuleOfType(type))->pushPath != 0;
+}
+
+void pushName(int file, const Text &name) {
+    printfToF(file, "pushPath (ASNG_F(asncodg) \"%s\");\n", name.c_str());
+}
+
+void popLength(int file, std::size_t length) {
+    printfToF(file, "popPath (ASNG_F(asncodg) %d);\n", static_cast<int>(length));
+}
+
+/* An alternative stands in the union i1, unless its own components are held through pointers. */
+Text compPathName(AsnType *comp) {
+    bool inUnion =
+        getTypeCompStatus(comp) == TCS_CHOICE && !testTypeOption(comp, OPT_COMPS_AS_POINTERS);
+    Text name;
+    return getTypeCompId(name, inUnion ? "i1." : nullptr, comp, nullptr);
+}
+
+} // namespace
+
+void cPushEntryPath(int file, AsnType *type) {
+    Text name;
+    if (tracksPath(type))
+        pushName(file, getDefTypeId(name, nullptr, type, nullptr));
+}
+
+void cPopEntryPath(int file, AsnType *type) {
+    Text name;
+    if (tracksPath(type))
+        popLength(file, getDefTypeId(name, nullptr, type, nullptr).size() + 1);
+}
+
+void cPushPath(int file, AsnType *comp) {
+    if (tracksPath(comp))
+        pushName(file, compPathName(comp));
+}
+
+void cPopPath(int file, AsnType *comp) {
+    if (tracksPath(comp))
+        popLength(file,
+                  getTypeCompStatus(comp) == TCS_MULTIPLE ? 0 : compPathName(comp).size() + 1);
+}
+
+void cPushElem(int file, AsnType *list) {
+    if (!tracksPath(list))
+        return;
+    Text text;
+    if (getVF(list) == VF_LIST)
+        cGetSize(text, "pushElem (ASNG_F(asncodg) ", list, false, ");\n");
+    else
+        cNVarRef(text, "pushElem (ASNG_F(asncodg) ", ");\n");
+    wToF(file, text);
+}

@@ -1,0 +1,197 @@
+#include "tests/support/cbetrun.h"
+
+#include <sstream>
+
+#include "cbet/comppath.h"
+#include "cbet/comptests.h"
+#include "cbet/engine.h"
+#include "cbet/functions.h"
+#include "cbet/homes.h"
+#include "cbet/vars.h"
+#include "driver/files.h"
+#include "model/iterators.h"
+#include "model/modules.h"
+#include "model/stamps.h"
+#include "model/typeextension.h"
+#include "model/typenames.h"
+#include "model/typepath.h"
+#include "model/typequeries.h"
+#include "options/catalogue.h"
+#include "store/tree.h"
+#include "tests/support/loadtree.h"
+
+namespace {
+
+const char *const fileNames[] = {nullptr, "body.c", "protos.ext"};
+
+std::string withoutIndent(const std::string &text) {
+    std::istringstream lines(text);
+    std::string all, line;
+    while (std::getline(lines, line))
+        all += line.substr(std::min(line.find_first_not_of(' '), line.size())) + "\n";
+    return all;
+}
+
+} // namespace
+
+CbetRun::CbetRun(TreeWriter &tree, const std::vector<TreeWriter *> &imported) {
+    for (TreeWriter *other : imported)
+        other->save(dir.path(
+            other->strings8[static_cast<std::size_t>(other->header().filePrefix) - 1] + ".stx"));
+    treeHooks.newOptions = newGlobalOptions;
+    treeHooks.deleteOptions = deleteGlobalOptions;
+    treeHooks.settleStoredOptions = settleStoredOptions;
+    loadTree(dir, tree);
+    resetStamps();
+    cInitVars();
+    for (int slot : {BODY_FILE, PROTO_FILE})
+        openNamedF(slot, dir.path("").c_str(), fileNames[slot]);
+}
+
+GlobalOptions &CbetRun::options() {
+    return *modRecList.records.front()->options;
+}
+
+std::string CbetRun::taken(int slot) {
+    std::fflush(fArr[slot].stream);
+    std::string text = dir.read(fileNames[slot]).substr(read_[slot]);
+    read_[slot] += text.size();
+    return withoutIndent(text);
+}
+
+void CbetRun::forType(const std::string &name, const std::function<void(AsnType *)> &func) {
+    forEachModule([&](AsnModule *module) {
+        forEachType(module, [&](AsnType *type, int) {
+            Text id;
+            if (getTypeRef(id, nullptr, type, nullptr) != name)
+                return;
+            pushPath();
+            func(type);
+            popPath();
+        });
+    });
+}
+
+void CbetRun::forComp(const std::string &typeName, const std::string &compName,
+                      const std::function<void(AsnType *)> &func) {
+    forType(typeName, [&](AsnType *type) {
+        forEachTypeCompOrElem(type, [&](AsnType *, AsnType *comp, int) {
+            Text id;
+            if (isElemType(comp) ? !compName.empty()
+                                 : getTypeRef(id, nullptr, comp, nullptr) != compName)
+                return;
+            addCompNameToPath(comp);
+            func(comp);
+            removeCompNameFromPath(comp);
+        });
+    });
+}
+
+void CbetRun::generate(const TypeFuncInfo &info) {
+    forEachModule([&](AsnModule *module) {
+        initStamps();
+        cGenerateTypeFunctions(module, &info);
+    });
+}
+
+/* --- the generator that takes notes --- */
+
+namespace {
+
+void note(const char *word, AsnType *type, const TypeFuncInfo *info) {
+    Text text, ref;
+    cHome(ref, "", false, type, nullptr, "");
+    printfToF(info->outFile, "%s %s;\n", word, ref.c_str());
+}
+
+void noteLeaf(AsnType *type, const TypeFuncInfo *info) {
+    if (isTypeExtensionmarker(type))
+        wToF(info->outFile, "leaf ...;\n");
+    else
+        note("leaf", type, info);
+}
+
+void noteFrame(AsnType *type, const TypeFuncInfo *info) {
+    note("frame", type, info);
+}
+void noteSkip(AsnType *type, const TypeFuncInfo *info) {
+    note("skip", type, info);
+}
+void noteIgnore(AsnType *, const TypeFuncInfo *info) {
+    wToF(info->outFile, "ignore;\n");
+}
+
+void noteCall(AsnType *type, const TypeFuncInfo *info) {
+    cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
+}
+
+/* The presence test that each kind of father has, where the engine opens a brace behind it. */
+void noteIsComp(AsnType *comp, const TypeFuncInfo *info) {
+    AsnType *father = getFatherOfTypeComp(comp);
+    const int kind = getTypeMainType(father);
+    const bool several = cNrOfWalkedComps(father) > 1;
+    Text name;
+    getTypeCompRef(name, nullptr, comp, nullptr);
+    if (isListType(father))
+        wToF(info->outFile, "if (end) break;\n");
+    else if (getTypeCompStatus(comp) == TCS_OPTIONAL || (kind == TYP_CHOICE && several) ||
+             (kind == TYP_SET && several && info->funcKind == decodingKind))
+        printfToF(info->outFile, "if (is %s)", name.c_str());
+}
+
+struct KindTexts {
+    const char *funcPrefix;
+    const char *entryPrefix;
+    int entryBit;
+    int gIndex;
+};
+/* By FuncKind. */
+constexpr KindTexts kindTexts[] = {
+    {"d", "dec", 3, GIDX_CODING},
+    {"p", "pri", 5, GIDX_TESTING},
+    {"e", "enc", 2, GIDX_CODING},
+    {"a", "ask", 4, GIDX_TESTING},
+};
+
+} // namespace
+
+TypeFuncInfo CbetRun::notingInfo(FuncKind kind) {
+    TypeFuncInfo info;
+    cInitTypeFuncInfo(&info);
+    info.outFile = BODY_FILE;
+    info.extFile = PROTO_FILE;
+    info.funcKind = kind;
+    info.entryBit = kindTexts[kind].entryBit;
+    info.funcPrefix = kindTexts[kind].funcPrefix;
+    info.entryFuncPrefix = kindTexts[kind].entryPrefix;
+    info.gIndex = kindTexts[kind].gIndex;
+    info.reverseComps = kind == encodingKind;
+    info.trackPath = kind == decodingKind;
+    info.isCompFunc = noteIsComp;
+    info.leafFunc = noteLeaf;
+    info.frameFunc = noteFrame;
+    info.definedFunc = noteCall;
+    info.skipFunc = noteSkip;
+    info.ignoreFunc = noteIgnore;
+    return info;
+}
+
+std::string functionText(const std::string &bodies, const std::string &name) {
+    const std::size_t head = bodies.find("void " + name + " (");
+    if (head == std::string::npos)
+        return "";
+    const std::size_t start = bodies.find("{\n", head) + 2;
+    const std::size_t end = bodies.find("\n\nvoid ", start);
+    std::string text = bodies.substr(start, end == std::string::npos ? end : end + 1 - start);
+    return text.substr(0, text.rfind("}\n"));
+}
+
+std::vector<std::string> functionNames(const std::string &protos) {
+    std::vector<std::string> names;
+    const std::string before = "extern void ";
+    std::istringstream lines(protos);
+    for (std::string line; std::getline(lines, line);)
+        if (line.starts_with(before))
+            names.push_back(line.substr(before.size(), line.find(" (") - before.size()));
+    return names;
+}
