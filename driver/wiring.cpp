@@ -1,5 +1,7 @@
 #include "driver/wiring.h"
 
+#include "cbet/embedding.h"
+#include "driver/embedded.h"
 #include "driver/toolinfo.h"
 #include "gen/meta.h"
 #include "gen/tooloptions.h"
@@ -25,4 +27,7 @@ void installHooks() {
     modelHooks.newBEValMetaRec = newBEValMetaRec;
     modelHooks.deleteBEValMetaRec = deleteBEValMetaRec;
     modelHooks.valueBEOptionOK = valueBEOptionOK;
+
+    embeddingHooks.printTypeEmbeddingOptions = printTypeEmbeddingOptions;
+    embeddingHooks.printLocalTypeEmbeddingOptions = printLocalTypeEmbeddingOptions;
 }
