@@ -8,6 +8,7 @@
 #include "driver/toolinfo.h"
 #include "driver/usage.h"
 #include "driver/wiring.h"
+#include "gen/entrytable.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "gen/types.h"
@@ -55,6 +56,7 @@ void genModule(AsnModule *module) {
     resetStamps();
     openModuleFiles(module);
     generateTypes(module);
+    generateTables(module);
     generateValues(module);
     generateLogFile(module);
     closeModuleFiles(module);

@@ -2,6 +2,7 @@
 
 #include "cbet/embedding.h"
 #include "driver/embedded.h"
+#include "cbet/reserved.h"
 #include "driver/toolinfo.h"
 #include "gen/meta.h"
 #include "gen/tooloptions.h"
@@ -18,6 +19,7 @@ void installHooks() {
     treeHooks.settleStoredOptions = settleStoredOptions;
 
     optionHooks.globalBEOptionOK = globalBEOptionOK;
+    optionHooks.isReservedName = cIsReservedWord;
     optionHooks.usage = toolInfo.usage;
 
     modelHooks.initBEModMetaRec = initBEModMetaRec;

@@ -7,6 +7,7 @@
 #include "cbet/predicates.h"
 #include "driver/embedded.h"
 #include "driver/files.h"
+#include "gen/defines.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "gen/typeshape.h"
@@ -73,6 +74,7 @@ void genReferredType(AsnType *father, AsnType *son) {
         genTypedefContents(son);
         wToF(fiTyp, ";\n");
     }
+    genDefines(son);
 }
 
 void warnOfCircularImports(AsnModule *module) {
@@ -100,6 +102,7 @@ void genType(AsnType *type) {
     genTypedef(type);
     if (isEntryType(type))
         genEntryTypedef(type);
+    genDefines(type);
     setProcessingDone(type);
     if (defined)
         popPath();

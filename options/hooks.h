@@ -9,6 +9,9 @@ struct OptionHooks {
     bool (*globalBEOptionOK)(BEModMetaRec *meta, const char *option) = nullptr;
     /* The same for an option whose name begins "TAVI-"; null accepts every one. */
     bool (*taviOptionOK)(const char *option) = nullptr;
+    /* True if generated code can't use `name` as it stands, for it means something in the target
+       language; null knows no such name. */
+    bool (*isReservedName)(const char *name) = nullptr;
     /* Lines of the usage text, ended by a null entry. */
     const char *const *usage = nullptr;
 };

@@ -1,0 +1,23 @@
+#include "cbet/reserved.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace {
+
+/* In ascending order. */
+constexpr std::string_view keywords[] = {
+    "auto",    "break",  "case",     "char",   "const",    "continue", "default",
+    "do",      "double", "else",     "enum",   "extern",   "float",    "for",
+    "goto",    "if",     "inline",   "int",    "long",     "register", "restrict",
+    "return",  "short",  "signed",   "sizeof", "static",   "struct",   "switch",
+    "typedef", "union",  "unsigned", "void",   "volatile", "while",
+};
+static_assert(std::is_sorted(std::begin(keywords), std::end(keywords)));
+
+} // namespace
+
+bool cIsReservedWord(const char *name) {
+    return std::binary_search(std::begin(keywords), std::end(keywords), std::string_view(name));
+}
