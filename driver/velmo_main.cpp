@@ -8,9 +8,13 @@
 #include "driver/toolinfo.h"
 #include "driver/usage.h"
 #include "driver/wiring.h"
+#include "gen/ask.h"
+#include "gen/decode.h"
+#include "gen/encode.h"
 #include "gen/entrytable.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
+#include "gen/print.h"
 #include "gen/types.h"
 #include "gen/values.h"
 #include "model/modules.h"
@@ -56,6 +60,10 @@ void genModule(AsnModule *module) {
     resetStamps();
     openModuleFiles(module);
     generateTypes(module);
+    generateEncodingFunctions(module);
+    generateDecodingFunctions(module);
+    generateAskingFunctions(module);
+    generatePrintingFunctions(module);
     generateTables(module);
     generateValues(module);
     generateLogFile(module);

@@ -3,6 +3,7 @@
 #include "cbet/embedding.h"
 #include "driver/embedded.h"
 #include "cbet/reserved.h"
+#include "driver/embedded.h"
 #include "driver/toolinfo.h"
 #include "gen/meta.h"
 #include "gen/tooloptions.h"
@@ -21,6 +22,9 @@ void installHooks() {
     optionHooks.globalBEOptionOK = globalBEOptionOK;
     optionHooks.isReservedName = cIsReservedWord;
     optionHooks.usage = toolInfo.usage;
+
+    embeddingHooks.printTypeEmbeddingOptions = printTypeEmbeddingOptions;
+    embeddingHooks.printLocalTypeEmbeddingOptions = printLocalTypeEmbeddingOptions;
 
     modelHooks.initBEModMetaRec = initBEModMetaRec;
     modelHooks.newBETypMetaRec = newBETypMetaRec;
