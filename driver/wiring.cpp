@@ -1,7 +1,6 @@
 #include "driver/wiring.h"
 
 #include "cbet/embedding.h"
-#include "driver/embedded.h"
 #include "cbet/reserved.h"
 #include "driver/embedded.h"
 #include "driver/toolinfo.h"
@@ -33,7 +32,4 @@ void installHooks() {
     modelHooks.newBEValMetaRec = newBEValMetaRec;
     modelHooks.deleteBEValMetaRec = deleteBEValMetaRec;
     modelHooks.valueBEOptionOK = valueBEOptionOK;
-
-    embeddingHooks.printTypeEmbeddingOptions = printTypeEmbeddingOptions;
-    embeddingHooks.printLocalTypeEmbeddingOptions = printLocalTypeEmbeddingOptions;
 }

@@ -54,9 +54,11 @@ void addFacts(CompFacts &facts, const TreeWriter *tree, RecNr first, bool isAuto
                 addFacts(facts, base.tree, base.rec().refRecord, isAutomatic, depth + 1);
             continue;
         }
+        if (node.mainType == TYP_EXTENSION_MARKER && depth > 0)
+            break; /* what COMPONENTS OF brings in ends at the marker */
         ++facts.count;
         if (node.mainType == TYP_EXTENSION_MARKER)
-            facts.flags |= TYPE_EXTENSIBLE;
+            facts.flags |= TYPE_EXTENSIBLE | TYPE_HAS_OPTIONAL; /* its presence needs a bit */
         else if (node.compStatus == TCS_OPTIONAL)
             facts.flags |= TYPE_HAS_OPTIONAL;
         else if (node.compStatus == TCS_MANDATORY)
