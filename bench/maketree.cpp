@@ -14,6 +14,10 @@ std::string typeName(int i) {
     return "Type_" + std::to_string(i);
 }
 
+bool isSynonym(int i) {
+    return i % 10 == 9;
+}
+
 /* Modules are written from the top down, so a type refers to types behind it in its group of 50, or
    to any type of the group before. */
 TypeNode farRef(TreeWriter &w, int i, int count, int salt) {
@@ -23,6 +27,10 @@ TypeNode farRef(TreeWriter &w, int i, int count, int salt) {
     int target = i + distance + 1;
     if (target >= start + group || target >= count)
         target = start > 0 ? start - group + distance : 0;
+    /* A synonym stands for no other one: real modules have short chains, and each use of a type
+       costs the length of its chain. */
+    if (isSynonym(i) && isSynonym(target))
+        --target;
     return w.ref(typeName(target));
 }
 

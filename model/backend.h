@@ -49,8 +49,7 @@ struct DynaNode {
 
 /* A type as it was met (its position) and as it is in the end (its base). */
 struct AsnType {
-    AsnModule *walkModule =
-        nullptr; /* its cursors walk this type; borrowed, swapped by forEachSon */
+    AsnModule *walkModule = nullptr; /* its cursors walk this type; borrowed, forEachSon swaps it */
     AsnModule *ownerModule = nullptr; /* getModuleOfType; its options apply; borrowed */
     AsnType *father = nullptr;        /* enclosing type, null at the top level; borrowed */
 

@@ -14,8 +14,9 @@ bool glbCreateBETypMetaRecFlag = true;
 
 namespace {
 
-/* All handles, and those that were given back; their memory stays valid, so giving one back twice does
-   no harm. A fatal error leaves some in use, with all that they own: the list is never destroyed. */
+/* All handles, and those that were given back; their memory stays valid, so giving one back twice
+   does no harm. A fatal error leaves some in use, with all that they own: the list is never
+   destroyed. */
 std::vector<std::unique_ptr<AsnType>> &allTypes = *new std::vector<std::unique_ptr<AsnType>>;
 std::vector<AsnType *> freeTypes;
 
