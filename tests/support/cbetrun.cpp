@@ -9,6 +9,7 @@
 #include "cbet/homes.h"
 #include "cbet/vars.h"
 #include "driver/files.h"
+#include "gen/meta.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/stamps.h"
@@ -40,6 +41,8 @@ CbetRun::CbetRun(TreeWriter &tree, const std::vector<TreeWriter *> &imported) {
             other->strings8[static_cast<std::size_t>(other->header().filePrefix) - 1] + ".stx"));
     treeHooks.newOptions = newGlobalOptions;
     treeHooks.deleteOptions = deleteGlobalOptions;
+    treeHooks.newMetaRec = newBEModMetaRec;
+    treeHooks.deleteMetaRec = deleteBEModMetaRec;
     treeHooks.settleStoredOptions = settleStoredOptions;
     loadTree(dir, tree);
     resetStamps();
