@@ -242,7 +242,7 @@ void alphabetConstr(Check &check, AsnType *type, AsnConstraint *constraint) {
     wToF(check.file, cHome(text, "", true, type, nullptr, ","));
     wToF(check.file, " \"");
     constructAllowedCharacters(check, type, constraint);
-    wToF(check.file, "\") ==");
+    putToF(check.file, "\") =="); /* a line may not end within the literal */
     wToF(check.file, cGetSize(text, " ", type, true, ");\n"));
 }
 

@@ -39,7 +39,7 @@ bool isOpen(AsnType *type) {
 }
 
 bool hasSeveralComps(AsnType *type) {
-    return getNrOfTypeComps(type) >= SEVERAL;
+    return cNrOfWalkedComps(type) >= SEVERAL;
 }
 
 /* "{", the report, "}" behind an "if (...)". */

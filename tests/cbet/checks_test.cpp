@@ -81,6 +81,13 @@ const CheckRow rows[] = {
     {"AlphabetOfDynamicString",
      [](TreeWriter &w) { return w.string(TYP_IA5STR).constrained(w.alphabet(letter(w, "01"))); },
      "ok1 = (dynChrStrStrspn (&home->x, \"01\") == dynStrLen (&home->x));\n"},
+    {"LongAlphabetStaysOnItsLine",
+     [](TreeWriter &w) {
+         const char *all = "0123456789abcdefghijklmnopqrstuvwxyz";
+         return w.string(TYP_IA5STR).constrained(w.alphabet(letter(w, all)));
+     },
+     "ok1 = (dynChrStrStrspn (&home->x, \"0123456789abcdefghijklmnopqrstuvwxyz\") ==\n"
+     "dynStrLen (&home->x));\n"},
     {"AlphabetWithOpenEnd",
      [](TreeWriter &w) {
          return w.string(TYP_IA5STR)

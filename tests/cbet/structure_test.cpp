@@ -1,5 +1,10 @@
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
+#include "gen/decode.h"
+#include "gen/fileset.h"
+#include "model/modules.h"
 #include "tests/support/cbetrun.h"
 
 /* What stands around the components of structures, in all four kinds. */
@@ -248,6 +253,27 @@ TEST(Structure, UnknownSkipKindIsAFault) {
     CbetRun run(w);
     EXPECT_EXIT(run.generate(decodingKind), testing::ExitedWithCode(2),
                 "Unknown SKIP option value.");
+}
+
+/* A SET counts as its components do in a walk, whatever its record says. */
+TEST(Structure, ComponentsOfCountOneByOne) {
+    TreeWriter w("Mod", "mod");
+    w.define("Part", w.set({w.comp("a", w.boolean()), w.comp("b", w.null())}));
+    TypeNode whole = w.set({w.componentsOf(w.ref("Part"))});
+    w.define("Whole", whole);
+    w.finish();
+    whole->nrOfComps = 1;
+    CbetRun run(w);
+    fiDec = BODY_FILE;
+    fiDecE = PROTO_FILE;
+    forEachModule([](AsnModule *module) { generateDecodingFunctions(module); });
+    const std::string decoder = functionText(run.body(), "dWhole");
+    EXPECT_NE(decoder.find("else if (d_CurrTag () == TAG(TAG_UNI, TAG_PRI, 5)){\n"
+                           "if (compmask & BIT(1)){\n"),
+              std::string::npos)
+        << decoder;
+    EXPECT_EQ(std::count(decoder.begin(), decoder.end(), '{'),
+              std::count(decoder.begin(), decoder.end(), '}'));
 }
 
 } // namespace
