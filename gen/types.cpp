@@ -77,6 +77,15 @@ void genReferredType(AsnType *father, AsnType *son) {
     genDefines(son);
 }
 
+/* What a selection names: the definition that the alternative refers to, which may well stand
+   already, or one that is made of the alternative itself. */
+void genSelectedType(AsnType *selected) {
+    if (!cIsDefinedBaseType(selected))
+        genType(selected);
+    else if (cIsBaseTypeGeneratedInCurrentModule(selected))
+        cForTypeGeneratedInCurrentModule(selected, genType);
+}
+
 void warnOfCircularImports(AsnModule *module) {
     Text path;
     std::fprintf(stderr,
@@ -114,7 +123,8 @@ void genReferredTypes(AsnType *type) {
     if (!cIsBaseTypeGeneratedInCurrentModule(type) || isCarriedAsItIs(type))
         return;
     if (isSelectionType(type))
-        forSelectionType(type, [](AsnType *, AsnType *selected, AsnType *) { genType(selected); });
+        forSelectionType(
+            type, [](AsnType *, AsnType *selected, AsnType *) { genSelectedType(selected); });
     else if (isSynonymType(type))
         cForTypeGeneratedInCurrentModule(type, genType);
     else if (!isLeafType(type))

@@ -243,8 +243,7 @@ bool isInCategorySet(AsnType *type, unsigned set) {
 void genTypedefContents(AsnType *type) {
     if (isSelectionType(type)) {
         forSelectionType(type, [](AsnType *, AsnType *selected, AsnType *) {
-            Text text;
-            wToF(fiTyp, getDefTypeId(text, nullptr, selected, nullptr));
+            wToF(fiTyp, getMetaTypeId(selected));
         });
     } else if (isLeafType(type)) {
         genLeafType(type);

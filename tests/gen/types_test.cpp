@@ -37,11 +37,18 @@ ProgramRun generate(const WorkDir &dir, const std::vector<std::string> &modules)
     *out << value.name;
 }
 
+/* A tree whose module gets no functions, so that the types are alone with what they report. */
+struct TypesTree : TreeWriter {
+    TypesTree(const char *module, const char *prefix) : TreeWriter(module, prefix) {
+        option("-GENERATE=none");
+    }
+};
+
 class Types : public testing::TestWithParam<TypesCase> {};
 
 TEST_P(Types, AreWrittenAsExpectedAndCompile) {
     WorkDir dir;
-    TreeWriter tree("Case_Module", "t");
+    TypesTree tree("Case_Module", "t");
     for (const char *option : GetParam().options)
         tree.option(option);
     GetParam().build(tree);
@@ -153,6 +160,16 @@ void entries(TreeWriter &w) {
     w.define("User", w.sequence({w.comp("a", w.ref("A")), w.comp("f", w.ref("Frame"))}));
 }
 
+/* A selection names the alternative's type, which is made if it has none. */
+void selections(TreeWriter &w) {
+    const TypeNode pick =
+        w.define("Pick", w.choice({w.comp("number", w.integer(0, 9)), w.comp("u", w.ref("U"))}));
+    w.define("U", w.sequence({w.comp("x", w.boolean())}));
+    w.define("Named", w.selection("u", pick));
+    w.define("Plain", w.selection("number", pick)).entry();
+    w.define("User", w.sequence({w.comp("n", w.ref("Named")), w.comp("p", w.ref("Plain"))}));
+}
+
 /* Depth first, in the order of components; Hidden is needed by nobody, Used by others only. */
 void order(TreeWriter &w) {
     const auto of = [&](const char *a, const char *b) {
@@ -248,6 +265,7 @@ const TypesCase cases[] = {
     {"recursion", recursion},
     {"entries", entries},
     {"entries_morla", entries, {"-MORLA=2"}},
+    {"selections", selections},
     {"order", order},
     {"masks", masks},
     {"ignored", ignored},
@@ -259,15 +277,12 @@ const TypesCase cases[] = {
 INSTANTIATE_TEST_SUITE_P(Gen, Types, testing::ValuesIn(cases),
                          [](const auto &suite) { return suite.param.name; });
 
-/* What C can't take is written all the same: a member without a value form, which is reported, and
-   a selection of an alternative that has no name as a type. */
+/* What C can't take is written all the same: a member without a value form, which is reported. */
 TEST(TypesDirect, WritesWhatDoesNotCompile) {
     WorkDir dir;
-    TreeWriter w("Odd_Module", "t");
+    TypesTree w("Odd_Module", "t");
     w.source("asn/", "odd.asn");
-    w.option("-GENERATE=none"); /* no function can be named for a member without a form */
     w.define("T", w.sequence({w.comp("n", w.integer().form(VF_NONE).line(7))}));
-    w.define("S", w.selection("x", w.define("Ch", w.choice({w.comp("x", w.boolean())}))));
     ASSERT_TRUE(w.save(dir.path("t.stx")));
     const ProgramRun run = generate(dir, {"t"});
     EXPECT_EQ(run.status, 0);
@@ -278,7 +293,7 @@ TEST(TypesDirect, WritesWhatDoesNotCompile) {
 /* Types of other modules are named, not defined; the importing file includes theirs. */
 TEST(TypesDirect, CrossModuleBorders) {
     WorkDir dir;
-    TreeWriter base("Base_Module", "base");
+    TypesTree base("Base_Module", "base");
     base.define("Colour", base.enumerated({{"red", 0}}));
     base.define("Size", base.integer(0, 99));
     base.define(
@@ -288,7 +303,7 @@ TEST(TypesDirect, CrossModuleBorders) {
              base.comp("tags", base.listOf(TYP_SEQOF, base.string(TYP_IA5STR, 1, 4)).asList())}));
     base.define("Lid", base.sequence({base.comp("wide", base.ref("Size")),
                                       base.comp("inner", base.sequence({})).optional()}));
-    TreeWriter user("User_Module", "user");
+    TypesTree user("User_Module", "user");
     user.import(base);
     user.define("MyBox", user.ref(base, "Box"));
     user.define("Entry", user.ref(base, "Box")).entry();
@@ -308,8 +323,8 @@ TEST(TypesDirect, CrossModuleBorders) {
 
 TEST(TypesDirect, WarnsOfCircularImportsOncePerModule) {
     WorkDir dir;
-    TreeWriter a("A_Module", "a");
-    TreeWriter b("B_Module", "b");
+    TypesTree a("A_Module", "a");
+    TypesTree b("B_Module", "b");
     a.source("asn/", "a.asn");
     b.source("asn/", "b.asn");
     a.import(b);
@@ -329,8 +344,7 @@ TEST(TypesDirect, WarnsOfCircularImportsOncePerModule) {
 /* Structures in one another, each a definition of its own that the one before it needs, or all of
    them inside one definition. */
 ProgramRun generateNested(const WorkDir &dir, int levels, bool defined) {
-    TreeWriter w("Deep_Module", "deep");
-    w.option("-GENERATE=none"); /* functions give up earlier: a path has 512 characters at most */
+    TypesTree w("Deep_Module", "deep");
     const auto name = [](int level) { return "T" + std::to_string(level); };
     if (defined) {
         for (int level = 0; level < levels; ++level)
@@ -361,7 +375,7 @@ TEST(TypesDirect, DeepNestingEndsTheRunAndNothingElse) {
 
 TEST(TypesDirect, WithoutATypeFileTheWalkStillRuns) {
     WorkDir dir;
-    TreeWriter w("Quiet_Module", "t");
+    TypesTree w("Quiet_Module", "t");
     w.option("-TYP=no");
     recursion(w);
     ASSERT_TRUE(w.save(dir.path("t.stx")));
