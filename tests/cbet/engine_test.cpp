@@ -247,4 +247,19 @@ TEST(Engine, DeeperNestingIsAFault) {
     EXPECT_EXIT(run.generate(decodingKind), testing::ExitedWithCode(2), "mod");
 }
 
+/* Each refers to the one behind it, so all functions but the last wait for others. */
+TEST(Engine, LongChainsOfDefinitions) {
+    TreeWriter w("Mod", "mod");
+    for (int i = 0; i < MAX_NESTING; ++i)
+        w.define("T" + std::to_string(i),
+                 w.sequence({w.comp("a", i + 1 < MAX_NESTING ? w.ref("T" + std::to_string(i + 1))
+                                                             : w.null())}));
+    CbetRun run(w);
+    run.generate(encodingKind);
+    const Names names = functionNames(run.protos());
+    ASSERT_EQ(names.size(), static_cast<std::size_t>(MAX_NESTING));
+    EXPECT_EQ(names.front(), "eT" + std::to_string(MAX_NESTING - 1));
+    EXPECT_EQ(names.back(), "eT0");
+}
+
 } // namespace
