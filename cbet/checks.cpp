@@ -164,6 +164,22 @@ void checkSize(Check &check, AsnType *type, AsnConstraint *constraint) {
 /* More characters than a range of two-byte ones has are no text that a compiler would take. */
 constexpr std::uint32_t MAX_ALPHABET_RANGE = 0x10000;
 
+/* Characters as they stand between the quotes of a C string literal. A question mark may begin a
+   trigraph, and compilers warn of bytes that aren't ASCII. */
+Text literalText(const Text &characters) {
+    Text literal;
+    for (char c : characters) {
+        const unsigned byte = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\' || (c == '?' && literal.ends_with('?')))
+            literal.append("\\") += c;
+        else if (byte < ' ' || byte > '~')
+            literal += formatText("\\%03o", byte);
+        else
+            literal += c;
+    }
+    return literal;
+}
+
 bool isRangedStringKind(int kind) {
     return kind == TYP_NUMSTR || kind == TYP_PRISTR || kind == TYP_VISSTR || kind == TYP_IA5STR ||
            kind == TYP_BMPSTR || kind == TYP_UNISTR;
@@ -192,8 +208,10 @@ void constructRangeCharacters(Check &check, AsnValue *low, bool lowClosed, AsnVa
         check.sorry = true;
         return;
     }
+    Text characters;
     for (std::uint32_t c = first; c <= last; ++c)
-        printfToF(check.file, "%c", static_cast<int>(c));
+        characters += static_cast<char>(c);
+    putToF(check.file, literalText(characters).c_str());
 }
 
 void constructAllowedCharacters(Check &check, AsnType *type, AsnConstraint *constraint) {
@@ -217,7 +235,9 @@ void constructAllowedCharacters(Check &check, AsnType *type, AsnConstraint *cons
         break;
     case SUB_SINGLE_VALUE:
         forSingleValueConstraint(type, constraint, [&](AsnType *, AsnValue *value) {
-            putCharacterStringValueToF(check.file, "", value, "");
+            forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *text) {
+                putToF(check.file, literalText(text).c_str());
+            });
         });
         break;
     case SUB_INCLUDES:
@@ -264,7 +284,9 @@ void singleValueConstr(Check &check, AsnType *type, AsnValue *value) {
     } else if (inForm && isComparedAsText(kind)) {
         assignOk(check);
         wToF(check.file, cHome(text, "(strcmp (", false, type, ".", "st,"));
-        printCharacterStringValueToF(check.file, " \"", value, "\") == 0);\n");
+        forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *characters) {
+            wToF(check.file, " \"" + literalText(characters) + "\") == 0);\n");
+        });
     } else {
         check.sorry = true;
     }

@@ -75,8 +75,9 @@ Text &lengthCall(Text &dst, const char *prefix, const char *function, AsnType *t
                  const char *postfix) {
     Text before = Text(orEmpty(prefix)) + function;
     Text behind = Text(")") + orEmpty(postfix);
-    /* A list is reached as the structure that it is, since its own item variable may be open. */
-    if (isListType(type))
+    /* A list whose body is being written is reached as the structure that it is, since its own item
+       variable may be open. One that only refers to a definition has no body here. */
+    if (isListType(type) && !(getVF(type) == VF_LIST && cIsDefinedBaseType(type)))
         return cStructHomeRef(dst, before.c_str(), true, type, behind.c_str());
     return cHome(dst, before.c_str(), true, type, nullptr, behind.c_str());
 }

@@ -88,6 +88,18 @@ const CheckRow rows[] = {
      },
      "ok1 = (dynChrStrStrspn (&home->x, \"0123456789abcdefghijklmnopqrstuvwxyz\") ==\n"
      "dynStrLen (&home->x));\n"},
+    {"CharactersThatALiteralEscapes",
+     [](TreeWriter &w) {
+         const RecNr range = letters(w, " ", "#", CLOSED), list = letter(w, "\\??\xE9");
+         return w.string(TYP_VISSTR).constrained(w.alphabet(w.sub(SUB_UNION, {range, list})));
+     },
+     "ok1 = (dynChrStrStrspn (&home->x, \" !\\\"#\\\\?\\?\\351\") ==\n"
+     "dynStrLen (&home->x));\n"},
+    {"ValueThatALiteralEscapes",
+     [](TreeWriter &w) {
+         return w.string(TYP_VISSTR, 1, 4).constrained(w.single(w.textValue(TYP_VISSTR, "\"a\"")));
+     },
+     "ok1 = (strcmp (home->x.st, \"\\\"a\\\"\") == 0);\n"},
     {"AlphabetWithOpenEnd",
      [](TreeWriter &w) {
          return w.string(TYP_IA5STR)
@@ -177,6 +189,17 @@ TEST(ChecksInPlace, LocalAndEntryConstraints) {
     EXPECT_NE(user.find("ok1 = (staArrLen (&home->more) >= 4);\n"), std::string::npos);
     EXPECT_NE(functionText(decoders, "decFlag").find("ok1 = (*home == TRUE);\n"),
               std::string::npos);
+}
+
+/* An element that refers to a list is the item's, not that of the structure around. */
+TEST(ChecksInPlace, ReferenceToAListInAList) {
+    TreeWriter w("Mod", "mod");
+    w.define("List", w.listOf(TYP_SEQOF, w.null()).asList());
+    w.define("User", w.listOf(TYP_SEQOF, w.ref("List").constrained(w.size(2, 2))).asList());
+    CbetRun run(w);
+    run.generate(decodingKind);
+    const std::string user = functionText(run.body(), "dUser");
+    EXPECT_NE(user.find("ok1 = (listLen (&a1->val.list) == 2);\n"), std::string::npos) << user;
 }
 
 TEST(ChecksInPlace, IndexForms) {
