@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Measures the tool on trees of 1,000, 10,000 and 100,000 types: seconds, peak memory, bytes written
-# by it. The step from 10,000 to 100,000 types should cost at most 12 times the time.
+# Measures the tool on trees of 1,000, 10,000 and 100,000 types: seconds of processor time, peak
+# memory, bytes written by it. The step from 10,000 to 100,000 types costs at most 12 times the time.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 cmake --preset release -DVELMO_TESTS=OFF >/dev/null
