@@ -132,6 +132,7 @@ void makePlainStructures(TreeWriter &w) {
                                                      w.comp("to", w.ref("Point"))}))
                               .implicit(1),
                           w.comp("text", w.string(TYP_IA5STR, 1, 16)).implicit(2),
+                 w.comp("sealed", w.ref("Framed")).implicit(3),
                           w.marker(),
                       }))
         .entry();
@@ -227,12 +228,7 @@ void makeReferences(TreeWriter &w) {
     w.define("Tagged", w.ref("Point")).explicitly(5);
     w.define("Twice_Tagged", w.ref("Point")).tag(TAG_APP, 6, true).implicit(7).entry();
     TypeNode shape = w.findType("Shape");
-    w.define("Picked", w.selection("point", shape));
-    w.define("With_Picked",
-             w.sequence({
-                 w.comp("picked", w.selection("point", shape)).implicit(0).optional(),
-                 w.comp("size", w.ref("Byte")),
-             }));
+    w.define("Picked", w.selection("sealed", shape));
     auto couple = [&](std::string_view content) {
         return w.instance(w.parameterisedHead(
             "Couple", w.sequence({w.comp("first", w.ref(content)),

@@ -169,7 +169,7 @@ bool TreeWriter::save(const std::string &path) {
     return std::fclose(stream) == 0 && written;
 }
 
-/* --- broken trees --- */
+/* --- changes of a finished file --- */
 
 std::uint32_t peekTree(const std::string &file, std::size_t offset, int width) {
     std::uint32_t number = 0;
@@ -223,4 +223,24 @@ std::vector<std::size_t> recordBoundaries(const std::string &file) {
 void pokeCount(std::string &file, RecKind kind, std::int32_t count) {
     pokeTree(file, COUNTS_OFFSET + 4 * static_cast<std::size_t>(kind), 4,
              static_cast<std::uint32_t>(count));
+}
+
+bool addModuleOption(std::string &file, std::string_view option) {
+    constexpr std::size_t FIRST_OFFSET = 104, LAST_OFFSET = 108;
+    const auto teds = static_cast<std::int32_t>(countOf(file, REC_TED));
+    const auto strings = static_cast<std::int32_t>(countOf(file, REC_STRI8));
+    const std::uint32_t first = peekTree(file, FIRST_OFFSET, 4);
+    if (first != 0 && peekTree(file, LAST_OFFSET, 4) != static_cast<std::uint32_t>(teds))
+        return false;
+    std::string text, record;
+    putStrings(text, std::vector<std::string>{std::string(option)});
+    putRecords(record, REC_TED, std::vector<TedRec>{{TED_OPTION, strings + 1}});
+    file.insert(recordOffset(file, REC_STRI8, strings + 1), text);
+    file.insert(recordOffset(file, REC_TED, teds + 1), record);
+    pokeCount(file, REC_TED, teds + 1);
+    pokeCount(file, REC_STRI8, strings + 1);
+    if (first == 0)
+        pokeTree(file, FIRST_OFFSET, 4, static_cast<std::uint32_t>(teds + 1));
+    pokeTree(file, LAST_OFFSET, 4, static_cast<std::uint32_t>(teds + 1));
+    return true;
 }

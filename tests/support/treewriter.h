@@ -323,7 +323,7 @@ struct TreeWriter {
     std::map<std::int32_t, const TreeWriter *> importedTrees; /* by module number, where known */
 };
 
-/* --- broken trees: changes of a finished file --- */
+/* --- changes of a finished file, as for broken trees --- */
 
 /* Where record `nr` of a kind starts in a file whose counts are sound; for nr one behind the last,
    where the records of the kind end. */
@@ -335,3 +335,6 @@ std::uint32_t peekTree(const std::string &file, std::size_t offset, int width);
 void pokeTree(std::string &file, std::size_t offset, int width, std::uint64_t number);
 /* The header's count of a kind. */
 void pokeCount(std::string &file, RecKind kind, std::int32_t count);
+/* Appends a general option ("-TPREF=X") to those of the module. The module's options must be the
+   last ones of the file, or there must be none; false if that isn't so. */
+bool addModuleOption(std::string &file, std::string_view option);
