@@ -15,9 +15,6 @@
 
 namespace {
 
-/* Values of "SETN=". */
-enum SetNamedDefs : int { SETN_NUMBERS = 1, SETN_NUMBERS_AND_BITS = 2 };
-
 /* setNamedDef (ASNG_F(asntstg) "red", 1L); */
 void callSetNamedDef(const TypeFuncInfo *info, const Text *name, sint64 value) {
     const char *quote = name == nullptr ? "" : "\"";
@@ -39,7 +36,8 @@ bool needsSetNamedDefs(AsnType *type) {
     if (testTypeOption(type, OPT_SKIPPED) || cIsFrameType(type) || !isNamedNumbers(type))
         return false;
     const int covered = getGlobalOptions(getModuleOfType(type))->setN;
-    return covered >= (getTypeMainType(type) == TYP_BITSTR ? SETN_NUMBERS_AND_BITS : SETN_NUMBERS);
+    return covered >=
+           (getTypeMainType(type) == TYP_BITSTR ? SETN_NAMED_NUMBERS_AND_BITS : SETN_NAMED_NUMBERS);
 }
 
 void genNamedDefFunc(AsnType *type, const TypeFuncInfo *info) {
