@@ -2,7 +2,13 @@
 
 #include "model/backend.h"
 
+struct AsnObjClass;
+struct AsnObject;
+struct AsnObjectSet;
 struct AsnValue;
+struct BEClassMetaRec;
+struct BEObjMetaRec;
+struct BEObjSetMetaRec;
 struct BEValMetaRec;
 
 /* What the model needs of the generator that is built on it; the tool sets them before the first
@@ -24,5 +30,19 @@ struct ModelHooks {
     BEValMetaRec *(*newBEValMetaRec)() = nullptr;
     void (*deleteBEValMetaRec)(BEValMetaRec *meta) = nullptr;
     bool (*valueBEOptionOK)(AsnValue *value, BEValMetaRec *meta, const char *option) = nullptr;
+
+    /* The same for classes, which have `last` as types do, objects and object sets. Neither the
+       record of a class nor that of a set may start a walk of its kind. */
+    BEClassMetaRec *(*newBEClassMetaRec)(AsnObjClass *objClass) = nullptr;
+    void (*deleteBEClassMetaRec)(BEClassMetaRec *meta) = nullptr;
+    bool (*classBEOptionOK)(AsnObjClass *objClass, BEClassMetaRec *meta, const char *option,
+                            bool last) = nullptr;
+    BEObjMetaRec *(*newBEObjMetaRec)(AsnObject *object) = nullptr;
+    void (*deleteBEObjMetaRec)(BEObjMetaRec *meta) = nullptr;
+    bool (*objectBEOptionOK)(AsnObject *object, BEObjMetaRec *meta, const char *option) = nullptr;
+    BEObjSetMetaRec *(*newBEObjSetMetaRec)() = nullptr;
+    void (*deleteBEObjSetMetaRec)(BEObjSetMetaRec *meta) = nullptr;
+    bool (*objectSetBEOptionOK)(AsnObjectSet *objectSet, BEObjSetMetaRec *meta,
+                                const char *option) = nullptr;
 };
 extern ModelHooks modelHooks;

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+
+#include "gen/meta.h"
+
+/* What this generator keeps for each handle of a class, an object or an object set. */
+
+struct AsnObjClass;
+struct AsnObject;
+
+BEClassMetaRec *newBEClassMetaRec(AsnObjClass *objClass);
+void deleteBEClassMetaRec(BEClassMetaRec *meta);
+BEObjMetaRec *newBEObjMetaRec(AsnObject *object);
+void deleteBEObjMetaRec(BEObjMetaRec *meta);
+BEObjSetMetaRec *newBEObjSetMetaRec();
+void deleteBEObjSetMetaRec(BEObjSetMetaRec *meta);
+
+/* C names of a class where it was met and in the end; empty for a nameless class. */
+const char *getMetaClassId(AsnObjClass *objClass);
+const char *getMetaBaseClassId(AsnObjClass *objClass);
+int getMetaClassAccessRoutines(AsnObjClass *objClass);
+/* C name of an object, empty if it has none. */
+const char *getMetaObjectId(AsnObject *object);
+
+/* Row of an object in the table of its class and of its own module. Objects of a module that no
+   pass has numbered yet are numbered at the first question; an object that has no row gives 0. */
+void setMetaObjectNr(AsnObject *object, std::uint32_t nr);
+std::uint32_t getMetaObjectNr(AsnObject *object);
+/* Numbers the objects of a module. Every module that is generated calls it before the first file is
+   written. */
+void initializeObjects(AsnModule *module);
