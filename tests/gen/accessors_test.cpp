@@ -17,11 +17,12 @@ void structures(TreeWriter &w) {
     w.define("Bag", w.set({w.comp("m", flag()),
                            w.comp("d", w.integer(0, 9)).defaultTo(w.intValue(1)), w.marker()}));
     w.define("Kept", w.sequence({w.comp("x", flag()), w.marker()}).option(OPT_SAVE_EXTENSIONS));
-    w.define("Msg", w.sequence({w.comp("a", w.sequence({w.comp("b", w.set({w.comp("c", flag())
-                                                                              .optional()}))
-                                                            .optional(),
-                                                        w.marker()})),
-                                w.comp("b", w.set({w.comp("c", flag()).optional()}))}));
+    w.define("Msg",
+             w.sequence(
+                 {w.comp("a", w.sequence(
+                                  {w.comp("b", w.set({w.comp("c", flag()).optional()})).optional(),
+                                   w.marker()})),
+                  w.comp("b", w.set({w.comp("c", flag()).optional()}))}));
 }
 
 /* With more than 32 components the mask is an array of words with sign. */

@@ -48,9 +48,9 @@ TEST(Defines, ComponentIndices) {
     w.define("Gone", w.sequence({w.comp("z", byte())}).skipped());
     w.define("Same", w.ref("Plain"));
     w.define("List", w.listOf(TYP_SEQOF, w.sequence({w.comp("e", byte()), w.marker()})));
-    w.define("Deep", w.sequence({w.comp("up", w.sequence({w.comp("down", w.ref("Plain")),
-                                                          w.marker()})),
-                                 w.comp("side", w.choice({w.comp("n", w.null())}))}));
+    w.define("Deep",
+             w.sequence({w.comp("up", w.sequence({w.comp("down", w.ref("Plain")), w.marker()})),
+                         w.comp("side", w.choice({w.comp("n", w.null())}))}));
     EXPECT_EQ(compareGolden("defines/components.def", defines(w, dir)), "");
     dir.write("uses.c", usesOfDefines(dir, "t"));
     EXPECT_EQ(compilerMessages(dir, {"uses.c"}), "");
@@ -68,14 +68,14 @@ TEST(Defines, NothingToNameNothingWritten) {
 TEST(Defines, AccessorsAreChosenByModuleAndType) {
     TreeWriter w("Chosen_Module", "t");
     const auto inner = [&](const char *name) {
-        return w.sequence({w.comp(name, w.sequence({w.comp("i", w.boolean()).optional()}))
-                               .optional()});
+        return w.sequence(
+            {w.comp(name, w.sequence({w.comp("i", w.boolean()).optional()})).optional()});
     };
     w.define("Quiet", inner("q")).backendOption("-ACCESS-ROUTINES=NONE");
     w.define("Loud", inner("l")).backendOption("-ACCESS-ROUTINES=FUNCTIONS");
     const std::string text = generatedFiles(WorkDir(), {&w}, {".def"});
-    for (const char *heading : {"/* accessors for q_Quiet */", "/* accessors for Loud */",
-                                "/* accessors for l_Loud */"})
+    for (const char *heading :
+         {"/* accessors for q_Quiet */", "/* accessors for Loud */", "/* accessors for l_Loud */"})
         EXPECT_NE(text.find(heading), std::string::npos) << heading;
     EXPECT_EQ(text.find("/* accessors for Quiet */"), std::string::npos);
 }

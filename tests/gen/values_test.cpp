@@ -40,7 +40,8 @@ void integers(TreeWriter &w) {
     w.define("Colour", w.enumerated({{"red", 0}, {"green", 1}, {"blue", 6}}));
 }
 
-/* Digits of "DECIMALS=" behind the point, those of the mantissa counted; the exponent is decimal. */
+/* Digits of "DECIMALS=" behind the point, those of the mantissa counted; the exponent is decimal.
+ */
 void reals(TreeWriter &w) {
     const auto real = [&](const char *name, std::int64_t mantissa, int base, int exponent) {
         w.defineValue(name, w.real(), w.realValue(mantissa, base, exponent));
@@ -60,9 +61,9 @@ void bitsAndOctets(TreeWriter &w) {
     w.defineValue("bits", bits(), w.bitsValue("0101"));
     w.defineValue("no_bits", bits(), w.bitsValue(""));
     w.defineValue("bits_in_hex", bits(), w.hexValue("ABC"));
-    w.defineValue("named", w.ref("Rights"),
-                  w.listValue(TYP_BITSTR,
-                              {w.itemOf("Rights", "own"), w.itemOf("Rights", "write")}));
+    w.defineValue(
+        "named", w.ref("Rights"),
+        w.listValue(TYP_BITSTR, {w.itemOf("Rights", "own"), w.itemOf("Rights", "write")}));
     w.defineValue("octets", octets(), w.hexValue("0AFF"));
     w.defineValue("half_octet", octets(), w.hexValue("0AF"));
     w.defineValue("octets_in_binary", octets(), w.bitsValue("101010101"));
@@ -78,22 +79,19 @@ void texts(TreeWriter &w) {
                       w.textValue(kind, "1 2 " + std::to_string(kind)));
     w.defineValue("empty", w.string(TYP_IA5STR), w.textValue(TYP_IA5STR, ""));
     w.defineValue("parts", w.string(TYP_IA5STR),
-                  w.listValue(TYP_IA5STR,
-                              {w.textValue(TYP_IA5STR, "one, "), w.valueRef("text_20"),
-                               w.textValue(TYP_IA5STR, ", three")}));
-    w.defineValue("moment", w.type(TYP_GENTIME),
-                  w.timeValue(TYP_GENTIME, "20021231235959.5Z"));
-    w.defineValue("short_moment", w.type(TYP_UTCTIME),
-                  w.timeValue(TYP_UTCTIME, "0207121230+0200"));
+                  w.listValue(TYP_IA5STR, {w.textValue(TYP_IA5STR, "one, "), w.valueRef("text_20"),
+                                           w.textValue(TYP_IA5STR, ", three")}));
+    w.defineValue("moment", w.type(TYP_GENTIME), w.timeValue(TYP_GENTIME, "20021231235959.5Z"));
+    w.defineValue("short_moment", w.type(TYP_UTCTIME), w.timeValue(TYP_UTCTIME, "0207121230+0200"));
 }
 
 void objectIdentifiers(TreeWriter &w) {
     const auto identifier = [&] { return w.type(TYP_OBJID); };
     w.defineValue("root", identifier(),
                   w.objectIdentifier({w.intValue(1).named("iso"), w.intValue(2), w.intValue(3)}));
-    w.defineValue("leaf", identifier(),
-                  w.objectIdentifier({w.valueRef("root"), w.intValue(4294967295),
-                                      w.valueRef("last_arc")}));
+    w.defineValue(
+        "leaf", identifier(),
+        w.objectIdentifier({w.valueRef("root"), w.intValue(4294967295), w.valueRef("last_arc")}));
     w.defineValue("last_arc", w.integer(0, 9), w.intValue(7));
     w.defineValue("alias", identifier(), w.valueRef("leaf"));
 }
@@ -102,8 +100,7 @@ void objectIdentifiers(TreeWriter &w) {
    values has no heading. */
 void withoutLine(TreeWriter &w) {
     w.defineValue("nothing", w.null(), w.nullValue());
-    w.defineValue("record", w.ref("Record"),
-                  w.listValue(TYP_SEQ, {w.intValue(1).named("a")}));
+    w.defineValue("record", w.ref("Record"), w.listValue(TYP_SEQ, {w.intValue(1).named("a")}));
     w.defineValue("list", w.listOf(TYP_SEQOF, w.integer()),
                   w.listValue(TYP_SEQOF, {w.intValue(1)}));
     w.defineValue("pick", w.choice({w.comp("a", w.integer())}),
@@ -137,9 +134,9 @@ const ValuesCase cases[] = {
     *out << value.name;
 }
 
-class Values : public testing::TestWithParam<ValuesCase> {};
+class ValueLines : public testing::TestWithParam<ValuesCase> {};
 
-TEST_P(Values, AreWrittenAsExpectedAndCompile) {
+TEST_P(ValueLines, AreWrittenAsExpectedAndCompile) {
     WorkDir dir;
     TreeWriter w("Value_Module", "t");
     w.backendOption("-ACCESS-ROUTINES=NONE");
@@ -153,16 +150,15 @@ TEST_P(Values, AreWrittenAsExpectedAndCompile) {
     EXPECT_EQ(compilerMessages(dir, {"uses.c"}), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Gen, Values, testing::ValuesIn(cases),
+INSTANTIATE_TEST_SUITE_P(Gen, ValueLines, testing::ValuesIn(cases),
                          [](const auto &suite) { return suite.param.name; });
 
 /* A value of another module, by way of a synonym of its type. */
-TEST(ValuesDirect, OfOtherModules) {
+TEST(ValueLinesDirect, OfOtherModules) {
     WorkDir dir;
     TreeWriter base("Base_Module", "base");
     base.define("Size", base.integer(0, 4294967295));
-    const ValueNode limit =
-        base.defineValue("limit", base.ref("Size"), base.intValue(3000000000));
+    const ValueNode limit = base.defineValue("limit", base.ref("Size"), base.intValue(3000000000));
     const ValueNode root = base.defineValue(
         "root", base.type(TYP_OBJID), base.objectIdentifier({base.intValue(2), base.intValue(5)}));
     TreeWriter w("User_Module", "user");
@@ -170,10 +166,9 @@ TEST(ValuesDirect, OfOtherModules) {
     w.defineValue("own_limit", w.ref(base, "Size"), w.valueRefTo(module, limit));
     w.defineValue("leaf", w.type(TYP_OBJID),
                   w.objectIdentifier({w.valueRefTo(module, root), w.intValue(1)}));
-    EXPECT_EQ(generatedFiles(dir, {&w, &base}, {".def"}),
-              "== user.def\n\n/* values */\n\n"
-              "#define own_limit 3000000000UL\n"
-              "#define leaf \\\n  \"{2 5 1}\"\n");
+    EXPECT_EQ(generatedFiles(dir, {&w, &base}, {".def"}), "== user.def\n\n/* values */\n\n"
+                                                          "#define own_limit 3000000000UL\n"
+                                                          "#define leaf \\\n  \"{2 5 1}\"\n");
 }
 
 } // namespace

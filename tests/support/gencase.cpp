@@ -39,8 +39,8 @@ std::string generatedFiles(const WorkDir &dir, const std::vector<TreeWriter *> &
 
 std::string compilerMessages(const WorkDir &dir, const std::vector<std::string> &files,
                              const std::vector<std::string> &flags) {
-    std::vector<std::string> all = {"-std=c99", "-Wall", "-Wextra", "-pedantic", "-I.",
-                                    "-I" + sourceDir + "/rts"};
+    std::vector<std::string> all = {"-std=c99",  "-Wall", "-Wextra",
+                                    "-pedantic", "-I.",   "-I" + sourceDir + "/rts"};
     all.insert(all.end(), flags.begin(), flags.end());
     std::string messages;
     for (const std::string &file : files)

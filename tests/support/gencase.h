@@ -8,9 +8,9 @@
 
 /* Generated files of small modules, as far as they differ from module to module. */
 
-/* Saves the trees in `dir`, runs the tool on the first one and gives its exit status if that isn't 0,
-   its messages, and the files of the module that end in one of `suffixes` (as ".def"), each behind
-   its name and without header, guard and includes. A file that isn't there is told. */
+/* Saves the trees in `dir`, runs the tool on the first one and gives its exit status if that isn't
+   0, its messages, and the files of the module that end in one of `suffixes` (as ".def"), each
+   behind its name and without header, guard and includes. A file that isn't there is told. */
 std::string generatedFiles(const WorkDir &dir, const std::vector<TreeWriter *> &trees,
                            const std::vector<std::string> &suffixes);
 
