@@ -1,0 +1,164 @@
+/* Decoding of truth, nothing and whole numbers. */
+
+#include "asnint.h"
+
+void asnDecBoolean (ASNCODG *g, BOOLE *value)
+{
+  const BYTE_TYPE *p;
+  uint32 len;
+  if (!asnTakeContents (g, &p, &len))
+    return;
+  if (len == 1)
+    *value = *p ? TRUE : FALSE;
+  else
+    asnRaise (&g->util, VALUE_FAIL);
+}
+
+void asnDecNull (ASNCODG *g)
+{
+  const BYTE_TYPE *p;
+  uint32 len;
+  if (asnTakeContents (g, &p, &len) && len != 0)
+    asnRaise (&g->util, VALUE_FAIL);
+}
+
+/* --- whole numbers --- */
+
+/* Two's complement of up to eight octets. */
+static sint64 numberOf (const BYTE_TYPE *p, uint32 len)
+{
+  uint64 value = *p & 0x80 ? UINT64_MAX : 0;
+  for (; len > 0; len--)
+    value = value << 8 | *p++;
+  return (sint64)value;
+}
+
+/* The contents of a number, none of whose octets is idle. */
+static BOOLE takeNumber (ASNCODG *g, const BYTE_TYPE **p, uint32 *len)
+{
+  if (!asnTakeContents (g, p, len))
+    return FALSE;
+  if (*len == 0 || (*len > 1 && (((*p)[0] == 0 && (*p)[1] < 0x80) ||
+                                 ((*p)[0] == 0xFF && (*p)[1] >= 0x80)))) {
+    asnRaise (&g->util, VALUE_FAIL);
+    return FALSE;
+  }
+  return TRUE;
+}
+
+static BOOLE readLongNumber (ASNCODG *g, sint64 low, sint64 high, sint64 *value)
+{
+  const BYTE_TYPE *p;
+  uint32 len;
+  if (!takeNumber (g, &p, &len))
+    return FALSE;
+  if (len <= 8) {
+    *value = numberOf (p, len);
+    if (low <= *value && *value <= high)
+      return TRUE;
+  }
+  asnRaise (&g->util, CONSTRAINT_FAIL);
+  return FALSE;
+}
+
+static inline sint64 higher (sint64 a, sint64 b)
+{
+  return a > b ? a : b;
+}
+
+static inline sint64 lower (sint64 a, sint64 b)
+{
+  return a < b ? a : b;
+}
+
+/* The common case, a small number of one octet, goes without a call. */
+static inline BOOLE readNumber (ASNCODG *g, sint64 low, sint64 high, sint64 *value)
+{
+  if (g->state == ASN_PRIMITIVE_ && g->len == 1) {
+    *value = (sint8)*g->place;
+    if (low <= *value && *value <= high) {
+      g->place++;
+      g->state = ASN_BETWEEN_;
+      return TRUE;
+    }
+  }
+  return readLongNumber (g, low, high, value);
+}
+
+void asnDecUint8 (ASNCODG *g, uint8 *value, sint64 low, sint64 high)
+{
+  sint64 number;
+  if (readNumber (g, higher (low, 0), lower (high, UINT8_MAX), &number))
+    *value = (uint8)number;
+}
+
+void asnDecUint16 (ASNCODG *g, uint16 *value, sint64 low, sint64 high)
+{
+  sint64 number;
+  if (readNumber (g, higher (low, 0), lower (high, UINT16_MAX), &number))
+    *value = (uint16)number;
+}
+
+void asnDecUint32 (ASNCODG *g, uint32 *value, sint64 low, sint64 high)
+{
+  sint64 number;
+  if (readNumber (g, higher (low, 0), lower (high, UINT32_MAX), &number))
+    *value = (uint32)number;
+}
+
+void asnDecSint8 (ASNCODG *g, sint8 *value, sint64 low, sint64 high)
+{
+  sint64 number;
+  if (readNumber (g, higher (low, INT8_MIN), lower (high, INT8_MAX), &number))
+    *value = (sint8)number;
+}
+
+void asnDecSint16 (ASNCODG *g, sint16 *value, sint64 low, sint64 high)
+{
+  sint64 number;
+  if (readNumber (g, higher (low, INT16_MIN), lower (high, INT16_MAX), &number))
+    *value = (sint16)number;
+}
+
+void asnDecSint32 (ASNCODG *g, sint32 *value, sint64 low, sint64 high)
+{
+  sint64 number;
+  if (readNumber (g, higher (low, INT32_MIN), lower (high, INT32_MAX), &number))
+    *value = (sint32)number;
+}
+
+void asnDecSint64 (ASNCODG *g, sint64 *value, sint64 low, sint64 high)
+{
+  sint64 number;
+  if (readNumber (g, low, high, &number))
+    *value = number;
+}
+
+/* Numbers above what sint64 holds have a ninth octet for the sign; an upper bound of MAXLONG is none. */
+void asnDecUint64 (ASNCODG *g, uint64 *value, sint64 low, sint64 high)
+{
+  const BYTE_TYPE *p;
+  uint32 len;
+  if (g->state == ASN_PRIMITIVE_ && g->len == 9 && high == MAXLONG) {
+    if (!takeNumber (g, &p, &len))
+      return;
+    if (p[0] == 0)
+      *value = (uint64)numberOf (p + 1, 8);
+    else
+      asnRaise (&g->util, CONSTRAINT_FAIL);
+  } else {
+    sint64 number;
+    if (readNumber (g, higher (low, 0), high, &number))
+      *value = (uint64)number;
+  }
+}
+
+/* What lies outside the known items is one that a newer version of the type has. */
+void asnDecXEnum (ASNCODG *g, EXTENSIBLE_ENUMERATED *value, sint64 low, sint64 high)
+{
+  sint64 number;
+  if (readNumber (g, INT32_MIN, INT32_MAX, &number)) {
+    value->extended = number < low || number > high;
+    value->value = (sint32)number;
+  }
+}

@@ -1,0 +1,141 @@
+/* Frames: values that are kept as they are encoded, and what extension markers stand for. */
+
+#include "asnapi.h"
+#include "asnint.h"
+
+/* The octets follow the frame. */
+#define FRAME_SIZE(length) (sizeof (ASN_FRAME) + (length))
+
+static FRAME_PTR fillFrame (FRAME_PTR frame, const BYTE_TYPE *octets, uint32 length, BOOLE typed)
+{
+  frame->next = NULL;
+  frame->typed = typed;
+  frame->length = length;
+  frame->octets = (BYTE_TYPE *)(frame + 1);
+  if (length > 0)
+    memcpy (frame->octets, octets, length);
+  return frame;
+}
+
+FRAME_PTR asnNewFrame (ASNMEM *memory, const void *octets, size_t length, BOOLE typed)
+{
+  FRAME_PTR frame =
+    length > INT32_MAX ? NULL : (FRAME_PTR)asnNew (memory, FRAME_SIZE (length));
+  return frame ? fillFrame (frame, (const BYTE_TYPE *)octets, (uint32)length, typed) : NULL;
+}
+
+/* --- encoding --- */
+
+void asnEncFrame0 (ASNCODG *g, const FRAME_PTR *frame)
+{
+  if (!*frame || (*frame)->length == 0)
+    asnRaise (&g->util, VALUE_FAIL);
+  else
+    asnPutOctets (g, (*frame)->octets, (*frame)->length);
+}
+
+/* The frame with its own tag replaced. */
+static void putWithTag (ASNCODG *g, uint32 tag, const ASN_FRAME *frame)
+{
+  ASN_HEADER header;
+  const BYTE_TYPE *end = frame->octets + frame->length, *length = frame->octets + 1;
+  if (asnReadHeader (frame->octets, end, &header) != ASN_OK) {
+    asnRaise (&g->util, VALUE_FAIL);
+    return;
+  }
+  if ((frame->octets[0] & 0x1F) == ASN_LONG_NUMBER)
+    while (*length++ & 0x80) { /* octets of the old tag's number */
+    }
+  asnPutOctets (g, length, (size_t)(end - length));
+  if (asnRoomFor (g, ASN_MAX_HEADER))
+    g->front = asnPutTag (g->front, tag | (header.constructed ? ASN_FORM_BIT : 0));
+}
+
+void asnEncFrame (ASNCODG *g, uint32 tag, const FRAME_PTR *frame)
+{
+  uint32 used = asnUsed (g), plainTag = tag & ~ASN_FORM_BIT;
+  if (!*frame || (*frame)->length == 0) {
+    asnRaise (&g->util, VALUE_FAIL);
+  } else if (!(*frame)->typed && plainTag != tag) {
+    asnPutOctets (g, (*frame)->octets, (*frame)->length);
+    asnPutHeader (g, tag, used);
+  } else {
+    putWithTag (g, plainTag, *frame);
+    g->frameMark = asnUsed (g);
+    g->frameTag = plainTag;
+    g->frameLen = g->frameMark - used;
+  }
+}
+
+/* The frames stand in their order, so the room for all is taken at once. */
+void asnEncExtensionmarker (ASNCODG *g, const EXTENSIONMARKER *value)
+{
+  size_t length = 0;
+  BYTE_TYPE *p;
+  for (const ASN_FRAME *frame = value->first; frame; frame = frame->next)
+    length += frame->length;
+  if (length == 0 || !asnRoomFor (g, length))
+    return;
+  g->front -= length;
+  p = g->front;
+  for (const ASN_FRAME *frame = value->first; frame; frame = frame->next) {
+    memcpy (p, frame->octets, frame->length);
+    p += frame->length;
+  }
+}
+
+/* --- decoding --- */
+
+static FRAME_PTR frameInHand (ASNCODG *g, BOOLE typed)
+{
+  const BYTE_TYPE *octets = g->element;
+  FRAME_PTR frame;
+  uint32 length;
+  asnPassElement (g);
+  if (asnFailed (g))
+    return NULL;
+  length = (uint32)(g->place - octets);
+  frame = (FRAME_PTR)asnTake (&g->util, FRAME_SIZE (length));
+  return fillFrame (frame, octets, length, typed);
+}
+
+/* Takes what comes next in hand. */
+static BOOLE lookAtFrame (ASNCODG *g)
+{
+  if (asnLookTagLen (g) == EOC_TAG)
+    asnRaise (&g->util, TAG_FAIL);
+  return !asnFailed (g);
+}
+
+void asnDecFrameInHand (ASNCODG *g, FRAME_PTR *frame, BOOLE typed)
+{
+  if (asnFailed (g) || (g->state == ASN_BETWEEN_ && !lookAtFrame (g)))
+    return;
+  *frame = frameInHand (g, typed);
+}
+
+void asnDecNextFrame (ASNCODG *g, FRAME_PTR *frame)
+{
+  if (lookAtFrame (g))
+    *frame = frameInHand (g, FALSE);
+}
+
+void asnDecExtensionmarker (ASNCODG *g, EXTENSIONMARKER *value)
+{
+  FRAME_PTR frame;
+  if (asnFailed (g))
+    return;
+  if (g->state == ASN_BETWEEN_) { /* only what is in hand can be an unknown component */
+    asnRaise (&g->util, TAG_FAIL);
+    return;
+  }
+  frame = frameInHand (g, TRUE);
+  if (!frame)
+    return;
+  if (value->last)
+    value->last->next = frame;
+  else
+    value->first = frame;
+  value->last = frame;
+  value->n++;
+}

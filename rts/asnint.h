@@ -1,0 +1,136 @@
+/* What the sources of the run-time layer share. */
+
+#ifndef ASNINT_H
+#define ASNINT_H
+
+#include "asncodec.ext"
+
+/* --- tags --- */
+
+#define ASN_CLASS_BITS 0xC0000000u
+#define ASN_FORM_BIT 0x20000000u
+#define ASN_FORM_OCTET 0x20u
+#define ASN_NUMBER_BITS 0x1FFFFFFFu
+#define ASN_LONG_NUMBER 31u /* numbers from here on take octets of their own */
+
+#define ASN_TAG_BOOLEAN 1u
+#define ASN_TAG_INTEGER 2u
+#define ASN_TAG_BIT_STRING 3u
+#define ASN_TAG_OCTET_STRING 4u
+#define ASN_TAG_OBJECT_IDENTIFIER 6u
+#define ASN_TAG_OBJECT_DESCRIPTOR 7u
+
+static inline BOOLE asnFailed (const ASNCODG *g)
+{
+  return g->util.error.code != ASN_OK;
+}
+
+/* --- contexts --- */
+
+void asnInitUtil (ASNUTIG *util, int kind, ASNMEM *memory);
+
+/* --- memory --- */
+
+/* As asnAllocate from the memory in hand; null after a fatal report without a way out. */
+void *asnTake (ASNUTIG *util, size_t size);
+
+/* --- encoding --- */
+
+#define ASN_NO_MARK UINT32_MAX
+
+static inline uint32 asnUsed (const ASNCODG *g)
+{
+  return (uint32)(g->end - g->front);
+}
+
+/* Makes room for `size` more octets; false after an error. */
+BOOLE asnMakeRoom (ASNCODG *g, size_t size);
+
+static inline BOOLE asnRoomFor (ASNCODG *g, size_t size)
+{
+  return (size_t)(g->front - g->room) >= size || asnMakeRoom (g, size);
+}
+
+/* Most octets that a tag and a length take. */
+#define ASN_MAX_HEADER 12u
+
+/* Write in front of `p`, which has room, and return the new front. */
+BYTE_TYPE *asnPutLength (BYTE_TYPE *p, uint32 length);
+BYTE_TYPE *asnPutTag (BYTE_TYPE *p, uint32 tag);
+
+/* Writes octets; then a tag and the length of what was written since `used`. */
+void asnPutOctets (ASNCODG *g, const void *octets, size_t length);
+void asnPutHeader (ASNCODG *g, uint32 tag, uint32 used);
+
+/* --- decoding --- */
+
+/* A tag in primitive form and a length. */
+typedef struct {
+  uint32 tag;
+  uint32 len; /* 0 if it is indefinite */
+  BOOLE constructed;
+  BOOLE indefinite;
+  const BYTE_TYPE *contents;
+} ASN_HEADER;
+
+/* Reads no octet from `limit` on; ASN_OK or the error. Contents of definite length end before `limit`.
+   An end-of-contents is a tag 0 with length 0. */
+int asnReadHeader (const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *header);
+
+/* Passes over what is in hand, so that the decoder stands behind it. */
+void asnPassElement (ASNCODG *g);
+
+/* The contents of a primitive value, which count as read; false after an error. */
+BOOLE asnTakeContents (ASNCODG *g, const BYTE_TYPE **contents, uint32 *len);
+
+/* The segments of a string in hand, whatever its form. */
+typedef struct {
+  uint32 tag;       /* universal tag that a segment may have beside OCTET STRING's; 0: any tag */
+  uint32 depth;     /* where the constructed form ends */
+  BOOLE primitive;
+  BOOLE begun;
+} ASN_SEGMENTS;
+
+void asnStartSegments (ASNCODG *g, ASN_SEGMENTS *segments, uint32 tag);
+/* False behind the last one or after an error. */
+BOOLE asnNextSegment (ASNCODG *g, ASN_SEGMENTS *segments, const BYTE_TYPE **p, uint32 *len);
+
+/* A place to come back to, as long as what stands open further out stays open. */
+typedef struct {
+  const BYTE_TYPE *place, *limit, *element;
+  uint32 mode, state, tag, len, depth;
+} ASN_BOOKMARK;
+
+ASN_BOOKMARK asnMark (const ASNCODG *g);
+void asnGoBack (ASNCODG *g, const ASN_BOOKMARK *mark);
+
+/* --- strings --- */
+
+#define ASN_KIND_OF(how) ((how) & 0xFFu)
+#define ASN_LENGTH_SIZE(how) (((how) >> 8) & 0xFu)
+#define ASN_CHAR_SIZE(how) (((how) >> 12) & 0xFu)
+
+typedef struct {
+  uint32 tag;     /* universal */
+  uint32 width;   /* octets of a character in an encoding */
+  BOOLE text;     /* a zero follows the last character */
+  uint32 allowed; /* the bit of an octet in asnCharacters; 0: any octet */
+} ASN_STRING_KIND;
+
+extern const ASN_STRING_KIND asnStringKinds[];
+
+/* Whether all octets of a string may stand in one of its kind. */
+BOOLE asnCharactersAllowed (const ASN_STRING_KIND *kind, const BYTE_TYPE *p, uint32 len);
+/* The first element of a string, which the shape of a static string in a home may show misplaced. */
+BYTE_TYPE *asnElements (uint32 how, const void *st);
+void asnStoreCount (void *n, uint32 size, uint32 count);
+
+/* --- times --- */
+
+/* A moment and the characters of its encoding; false if they are not right. */
+BOOLE asnTimeFromText (const char *text, size_t length, int isUtc, DATETIMEZ *value);
+/* The number of characters, without the zero at their end; 0 if the moment has no encoding. */
+#define ASN_TIME_TEXT 40
+size_t asnTextFromTime (const DATETIMEZ *value, int isUtc, char *text);
+
+#endif /*ASNINT_H*/

@@ -1,0 +1,326 @@
+/* Memory, homes, lists and dynamic arrays. */
+
+#include "asnapi.h"
+#include "asnint.h"
+
+#include <stdlib.h>
+
+/* --- memory in chunks --- */
+
+typedef union {
+  REAL128 real;
+  void *pointer;
+  sint64 number;
+} STRICTEST;
+
+#define ROUND_UP(size) (((size) + sizeof (STRICTEST) - 1) / sizeof (STRICTEST) * sizeof (STRICTEST))
+#define FIRST_CHUNK ((size_t)1000)
+#define LAST_CHUNK ((size_t)64000)
+
+/* The octets follow it. */
+struct ASNCHUNK_ {
+  struct ASNCHUNK_ *next;
+  size_t size;
+  size_t used;
+};
+typedef struct ASNCHUNK_ CHUNK;
+
+/* A home with what it owns. A value behind a pointer follows it. */
+struct ASNHOLD_ {
+  struct ASNHOLD_ *next;
+  struct ASNHOLD_ **place; /* what points to this one */
+  ASNMEM *root;            /* where its octets count */
+  ASNMEM owned;
+  ASNHOME home;
+};
+typedef struct ASNHOLD_ HOLD;
+
+#define CHUNK_HEAD ROUND_UP (sizeof (CHUNK))
+#define HOLD_HEAD ROUND_UP (sizeof (HOLD))
+
+/* Takes `size` octets off what the handle may give. */
+static BOOLE charge (ASNMEM *root, size_t size)
+{
+  uint32 limit = root->limit ? root->limit : ASN_MEMORY_LIMIT;
+  if (root->inUse > limit || size > limit - root->inUse)
+    return FALSE;
+  root->inUse += (uint32)size;
+  return TRUE;
+}
+
+/* A chunk for at least `size` octets behind those of `mem`; their memory counts at `root`. */
+static CHUNK *addChunk (ASNMEM *mem, ASNMEM *root, size_t size)
+{
+  CHUNK *chunk;
+  size_t room = mem->chunks ? 2 * mem->chunks->size : FIRST_CHUNK;
+  if (room > LAST_CHUNK)
+    room = LAST_CHUNK;
+  if (room < size)
+    room = size;
+  room = ROUND_UP (room);
+  if (!charge (root, room))
+    return NULL;
+  chunk = (CHUNK *)calloc (1, CHUNK_HEAD + room);
+  if (!chunk) {
+    root->inUse -= (uint32)room;
+    return NULL;
+  }
+  chunk->size = room;
+  if (mem != root)
+    mem->inUse += (uint32)room;
+  /* A chunk that is full at once stays behind the one that is being filled. */
+  if (mem->chunks && size > LAST_CHUNK) {
+    chunk->next = mem->chunks->next;
+    mem->chunks->next = chunk;
+  } else {
+    chunk->next = mem->chunks;
+    mem->chunks = chunk;
+  }
+  return chunk;
+}
+
+static void *allocate (ASNMEM *mem, ASNMEM *root, size_t size)
+{
+  CHUNK *chunk = mem->chunks;
+  void *octets;
+  if (size > UINT32_MAX / 2)
+    return NULL;
+  size = ROUND_UP (size);
+  if (!chunk || chunk->size - chunk->used < size) {
+    chunk = addChunk (mem, root, size);
+    if (!chunk)
+      return NULL;
+  }
+  octets = (BYTE_TYPE *)chunk + CHUNK_HEAD + chunk->used;
+  chunk->used += size;
+  return octets;
+}
+
+static void freeChunks (CHUNK *chunk)
+{
+  while (chunk) {
+    CHUNK *next = chunk->next;
+    free (chunk);
+    chunk = next;
+  }
+}
+
+/* Frees homes with the homes that they own, whatever their nesting. */
+static void freeHolds (HOLD *work)
+{
+  while (work) {
+    HOLD *hold = work;
+    work = hold->next;
+    while (hold->owned.homes) {
+      HOLD *inner = hold->owned.homes;
+      hold->owned.homes = inner->next;
+      inner->next = work;
+      work = inner;
+    }
+    freeChunks (hold->owned.chunks);
+    hold->root->inUse -= hold->owned.inUse;
+    free (hold);
+  }
+}
+
+void asnFreeMemory (ASNMEM *memory)
+{
+  freeHolds (memory->homes);
+  freeChunks (memory->chunks);
+  memory->homes = NULL;
+  memory->chunks = NULL;
+  memory->inUse = 0;
+}
+
+/* What allocations count at. */
+static ASNMEM *rootOf (const ASNUTIG *util, ASNMEM *mem)
+{
+  return util->memory ? util->memory : mem;
+}
+
+void *asnAllocate (ASNUTIG *util, ASNMEM *memory, size_t size)
+{
+  ASNMEM *mem = memory ? memory : asnMemoryOfHome (util);
+  return mem ? allocate (mem, rootOf (util, mem), size) : NULL;
+}
+
+void *asnTake (ASNUTIG *util, size_t size)
+{
+  void *octets = asnAllocate (util, NULL, size);
+  if (!octets)
+    asnRaiseFatal (util, LACK_OF_MEMORY);
+  return octets;
+}
+
+void *asnNew (ASNMEM *memory, size_t size)
+{
+  return allocate (memory, memory, size);
+}
+
+/* --- homes --- */
+
+ASNMEM *asnMemoryOfHome (ASNUTIG *util)
+{
+  return util->homes ? util->homes->owned : util->memory;
+}
+
+static ASNHOME *newHome (ASNMEM *mem, ASNMEM *root, int format, size_t size)
+{
+  HOLD *hold;
+  size_t room = HOLD_HEAD + size;
+  if (size > UINT32_MAX / 2 || !charge (root, room))
+    return NULL;
+  hold = (HOLD *)calloc (1, room);
+  if (!hold) {
+    root->inUse -= (uint32)room;
+    return NULL;
+  }
+  hold->root = root;
+  hold->owned.inUse = (uint32)room;
+  hold->next = mem->homes;
+  hold->place = &mem->homes;
+  if (hold->next)
+    hold->next->place = &hold->next;
+  mem->homes = hold;
+  hold->home.format = (uint16)format;
+  hold->home.owned = &hold->owned;
+  if (size > 0)
+    hold->home.val.stru = (BYTE_TYPE *)hold + HOLD_HEAD;
+  return &hold->home;
+}
+
+void asnCreateHome (ASNUTIG *util, ASNMEM *memory, ASNHOME **home, int format, size_t size)
+{
+  ASNMEM *mem = memory ? memory : asnMemoryOfHome (util);
+  *home = mem ? newHome (mem, rootOf (util, mem), format, size) : NULL;
+  if (!*home)
+    asnRaiseFatal (util, LACK_OF_MEMORY);
+}
+
+ASNHOME *asnNewHome (ASNMEM *memory, int format, size_t size)
+{
+  return newHome (memory, memory, format, size);
+}
+
+void asnFreeHome (ASNHOME **home)
+{
+  HOLD *hold;
+  if (!*home)
+    return;
+  hold = (HOLD *)(void *)((BYTE_TYPE *)*home - offsetof (HOLD, home));
+  *home = NULL;
+  *hold->place = hold->next;
+  if (hold->next)
+    hold->next->place = hold->place;
+  hold->next = NULL;
+  freeHolds (hold);
+}
+
+void asnPushHome (ASNUTIG *util, ASNHOME *home)
+{
+  home->below = util->homes;
+  util->homes = home;
+}
+
+void asnPopHome (ASNUTIG *util)
+{
+  if (util->homes)
+    util->homes = util->homes->below;
+}
+
+/* --- lists --- */
+
+static void append (LIST *list, ASNHOME *item, int format, size_t size)
+{
+  item->format = (uint16)format;
+  if (size > 0)
+    item->val.stru = (BYTE_TYPE *)item + ROUND_UP (sizeof (ASNHOME));
+  item->prev = list->last;
+  if (list->last)
+    list->last->next = item;
+  else
+    list->first = item;
+  list->last = item;
+}
+
+void asnAppendItem (ASNUTIG *util, ASNMEM *memory, LIST *list, ASNHOME **item, int format,
+                    size_t size)
+{
+  *item = (ASNHOME *)asnAllocate (util, memory, ROUND_UP (sizeof (ASNHOME)) + size);
+  if (!*item)
+    asnRaiseFatal (util, LACK_OF_MEMORY);
+  append (list, *item, format, size);
+}
+
+ASNHOME *asnNewItem (ASNMEM *memory, LIST *list, int format, size_t size)
+{
+  ASNHOME *item = (ASNHOME *)asnNew (memory, ROUND_UP (sizeof (ASNHOME)) + size);
+  if (item) {
+    append (list, item, format, size);
+    list->n++;
+  }
+  return item;
+}
+
+/* --- dynamic arrays --- */
+
+const AsnAllocType asnFixedArray_ = 0;
+
+/* Stands before the first element. */
+typedef struct {
+  uint32 used;
+  uint32 room;
+} ARRAY;
+
+#define ARRAY_HEAD ROUND_UP (sizeof (ARRAY))
+#define FIRST_ELEMENTS 4
+
+static ARRAY *newArray (ASNUTIG *util, uint32 room, size_t size)
+{
+  ARRAY *array;
+  if (size > 0 && room > UINT32_MAX / 2 / size)
+    asnRaiseFatal (util, LACK_OF_MEMORY);
+  array = (ARRAY *)asnTake (util, ARRAY_HEAD + room * size);
+  array->room = room;
+  return array;
+}
+
+/* The pointer to the first element has a type that is not known here. */
+static void storeElements (void *elem, ARRAY *array)
+{
+  BYTE_TYPE *first = (BYTE_TYPE *)array + ARRAY_HEAD;
+  memcpy (elem, &first, sizeof first);
+}
+
+void asnFirstElements (ASNUTIG *util, void *elem, sint64 limit, size_t size)
+{
+  const AsnAllocType *first;
+  sint64 room = limit < 1 ? 1 : limit;
+  if (util->error.code != ASN_OK)
+    return;
+  memcpy (&first, elem, sizeof first);
+  if (first != &asnFixedArray_ && room > FIRST_ELEMENTS)
+    room = FIRST_ELEMENTS;
+  storeElements (elem, newArray (util, room > UINT32_MAX ? UINT32_MAX : (uint32)room, size));
+}
+
+void asnGrowArray (ASNUTIG *util, void *elem, size_t size, uint32 n)
+{
+  BYTE_TYPE *first;
+  ARRAY *array;
+  if (util->error.code != ASN_OK)
+    return;
+  memcpy (&first, elem, sizeof first);
+  array = (ARRAY *)(void *)(first - ARRAY_HEAD);
+  array->used++;
+  if (n != array->used) { /* the length member is too narrow for more */
+    asnRaise (util, AM_FAIL);
+    return;
+  }
+  if (array->used == array->room) {
+    ARRAY *wider = newArray (util, array->room * 2, size);
+    wider->used = array->used;
+    memcpy ((BYTE_TYPE *)wider + ARRAY_HEAD, first, array->used * size);
+    storeElements (elem, wider);
+  }
+}

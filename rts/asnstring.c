@@ -1,0 +1,228 @@
+/* Strings: their kinds, their elements and their encoding. */
+
+#include "asnint.h"
+
+#define NUMERIC 1u
+#define PRINTABLE 2u
+#define VISIBLE 4u
+#define IA5 8u
+
+/* In the order of ASN_BIT_ ... */
+const ASN_STRING_KIND asnStringKinds[] = {
+  { 3, 1, FALSE, 0 },         /* bits: n counts them, not octets */
+  { 4, 1, FALSE, 0 },         /* octets */
+  { 18, 1, TRUE, NUMERIC },   /* NumericString */
+  { 19, 1, TRUE, PRINTABLE }, /* PrintableString */
+  { 20, 1, TRUE, 0 },         /* T61String */
+  { 21, 1, TRUE, 0 },         /* VideotexString */
+  { 26, 1, TRUE, VISIBLE },   /* VisibleString */
+  { 22, 1, TRUE, IA5 },       /* IA5String */
+  { 25, 1, TRUE, 0 },         /* GraphicString and ObjectDescriptor */
+  { 27, 1, TRUE, 0 },         /* GeneralString */
+  { 30, 2, TRUE, 0 },         /* BMPString */
+  { 28, 4, TRUE, 0 },         /* UniversalString */
+};
+
+/* In which kinds of string an octet may stand. */
+static uint32 kindsOf (BYTE_TYPE octet)
+{
+  if (octet >= 0x80)
+    return 0;
+  if (octet < 0x20 || octet == 0x7F)
+    return IA5;
+  if (octet == ' ' || (octet >= '0' && octet <= '9'))
+    return IA5 | VISIBLE | PRINTABLE | NUMERIC;
+  if ((octet >= 'a' && octet <= 'z') || (octet >= 'A' && octet <= 'Z') ||
+      strchr ("'()+,-./:=?", octet))
+    return IA5 | VISIBLE | PRINTABLE;
+  return IA5 | VISIBLE;
+}
+
+BOOLE asnCharactersAllowed (const ASN_STRING_KIND *kind, const BYTE_TYPE *p, uint32 len)
+{
+  uint32 seen = 0;
+  if (kind->allowed == 0)
+    return TRUE;
+  if (kind->allowed == IA5) {
+    for (; len > 0; len--)
+      seen |= *p++;
+    return seen < 0x80;
+  }
+  for (; len > 0; len--)
+    if (!(kindsOf (*p++) & kind->allowed))
+      return FALSE;
+  return TRUE;
+}
+
+BYTE_TYPE *asnElements (uint32 how, const void *st)
+{
+  const ASN_STRING_KIND *kind = &asnStringKinds[ASN_KIND_OF (how)];
+  size_t gap = ASN_LENGTH_SIZE (how) % kind->width;
+  BYTE_TYPE *p = (BYTE_TYPE *)(size_t)st;
+  /* Wide elements stand at a multiple of their size; in a home they are shown as octets. */
+  return ASN_CHAR_SIZE (how) < kind->width && gap > 0 ? p + (kind->width - gap) : p;
+}
+
+void asnStoreCount (void *n, uint32 size, uint32 count)
+{
+  if (size == 1)
+    *(uint8 *)n = (uint8)count;
+  else if (size == 2)
+    *(uint16 *)n = (uint16)count;
+  else if (size == 4)
+    *(uint32 *)n = count;
+}
+
+/* --- constraint checks --- */
+
+static uint32 charAt (const void *st, size_t charSize, uint32 i)
+{
+  if (charSize == 1)
+    return ((const BYTE_TYPE *)st)[i];
+  if (charSize == 2)
+    return ((const uint16 *)st)[i];
+  return ((const uint32 *)st)[i];
+}
+
+static BOOLE isInSet (uint32 character, const char *set)
+{
+  for (; *set; set++)
+    if ((BYTE_TYPE)*set == character)
+      return TRUE;
+  return FALSE;
+}
+
+int asnBeyondSpan (const void *st, size_t charSize, uint32 n, const char *set)
+{
+  uint32 i = 0;
+  while (i < n && isInSet (charAt (st, charSize, i), set))
+    i++;
+  return (int)(n - i);
+}
+
+int asnSpan0 (const void *st, size_t charSize, const char *set)
+{
+  uint32 i = 0;
+  while (isInSet (charAt (st, charSize, i), set)) /* the zero at the end is in no set */
+    i++;
+  return (int)i;
+}
+
+/* --- encoding --- */
+
+static void putBits (ASNCODG *g, uint32 n, const BYTE_TYPE *p)
+{
+  uint32 octets = n / 8 + (n % 8 > 0), unused = octets * 8 - n;
+  BYTE_TYPE *front;
+  if (!asnRoomFor (g, (size_t)octets + 1))
+    return;
+  front = g->front - octets;
+  if (octets > 0) {
+    memcpy (front, p, octets);
+    front[octets - 1] &= (BYTE_TYPE)(0xFF << unused);
+  }
+  *--front = (BYTE_TYPE)unused;
+  g->front = front;
+}
+
+static void putWideCharacters (ASNCODG *g, uint32 n, const BYTE_TYPE *p)
+{
+  BYTE_TYPE *front;
+  if (n > INT32_MAX / 2 || !asnRoomFor (g, (size_t)n * 2))
+    return;
+  front = g->front;
+  while (n-- > 0) {
+    uint16 character;
+    memcpy (&character, p + 2 * n, sizeof character);
+    *--front = (BYTE_TYPE)character;
+    *--front = (BYTE_TYPE)(character >> 8);
+  }
+  g->front = front;
+}
+
+/* Whether a string of `n` lies within its array, if it is held in one. */
+static BOOLE isWithinArray (uint32 how, uint32 n, const void *st, const void *array,
+                            size_t arraySize)
+{
+  const ASN_STRING_KIND *kind = &asnStringKinds[ASN_KIND_OF (how)];
+  if (st != array)
+    return st != NULL || n == 0;
+  if (ASN_KIND_OF (how) == ASN_BIT_)
+    return n / 8 + (n % 8 > 0) <= arraySize;
+  return n <= arraySize / kind->width;
+}
+
+static BOOLE putString (ASNCODG *g, uint32 how, uint32 n, const void *st, const void *array,
+                        size_t arraySize)
+{
+  if (!isWithinArray (how, n, st, array, arraySize)) {
+    asnRaise (&g->util, VALUE_FAIL);
+    return FALSE;
+  }
+  if (ASN_KIND_OF (how) == ASN_BIT_)
+    putBits (g, n, (const BYTE_TYPE *)st);
+  else if (ASN_KIND_OF (how) == ASN_BMP_)
+    putWideCharacters (g, n, asnElements (how, st));
+  else
+    asnPutOctets (g, st, n);
+  return !asnFailed (g);
+}
+
+void asnEncString8 (ASNCODG *g, uint8 tag, uint32 how, uint32 n, const void *st,
+                    const void *array, size_t arraySize)
+{
+  uint32 used = asnUsed (g);
+  BYTE_TYPE *p;
+  if (!putString (g, how, n, st, array, arraySize) || !asnRoomFor (g, ASN_MAX_HEADER))
+    return;
+  p = asnPutLength (g->front, asnUsed (g) - used);
+  *--p = tag;
+  g->front = p;
+}
+
+void asnEncString (ASNCODG *g, uint32 tag, uint32 how, uint32 n, const void *st,
+                   const void *array, size_t arraySize)
+{
+  uint32 used = asnUsed (g);
+  if (putString (g, how, n, st, array, arraySize))
+    asnPutHeader (g, tag, used);
+}
+
+/* --- lists of segments --- */
+
+/* Bits of all segments but the last fill their octets, so one count of unused bits serves for all. */
+static void putBitSegments (ASNCODG *g, const LIST *list)
+{
+  BYTE_TYPE unused = 0;
+  for (const ASNHOME *item = list->last; item; item = item->prev) {
+    uint32 n = item->val.dyns.n, last = n % 8;
+    if (last > 0 && item != list->last) {
+      asnRaise (&g->util, VALUE_FAIL);
+      return;
+    }
+    asnPutOctets (g, item->val.dyns.st, n / 8 + (last > 0));
+    if (last > 0 && !asnFailed (g)) {
+      unused = (BYTE_TYPE)(8 - last);
+      g->front[n / 8] &= (BYTE_TYPE)(0xFF << unused);
+    }
+  }
+  asnPutOctets (g, &unused, 1);
+}
+
+void asnEncSegments (ASNCODG *g, uint32 tag, uint32 kind, const LIST *list)
+{
+  uint32 used = asnUsed (g);
+  if (kind == ASN_BIT_) {
+    putBitSegments (g, list);
+  } else {
+    uint32 width = asnStringKinds[kind].width;
+    for (const ASNHOME *item = list->last; item; item = item->prev)
+      asnPutOctets (g, item->val.dyns.st, (size_t)item->val.dyns.n * width);
+  }
+  asnPutHeader (g, tag, used);
+}
+
+void asnEncSegments8 (ASNCODG *g, uint8 tag, uint32 kind, const LIST *list)
+{
+  asnEncSegments (g, ASN_WIDE_ (tag), kind, list);
+}
