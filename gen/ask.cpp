@@ -11,10 +11,9 @@
 #include "driver/files.h"
 #include "gen/fileset.h"
 #include "gen/functionkinds.h"
-#include "gen/meta.h"
 #include "gen/nameddefs.h"
+#include "gen/valuecalls.h"
 #include "gen/valuetests.h"
-#include "gen/warnings.h"
 #include "model/iterators.h"
 #include "model/stamps.h"
 #include "model/typeextension.h"
@@ -30,8 +29,7 @@ bool isSkipped(AsnType *type) {
 
 /* A value whose question is ended apart from its own. */
 bool isOpenOrChoice(AsnType *type) {
-    const int mainType = getTypeMainType(type);
-    return mainType == TYP_CHOICE || mainType == TYP_ANY || mainType == TYP_OPEN;
+    return getTypeMainType(type) == TYP_CHOICE || isAnyOrOpen(type);
 }
 
 /* ask_BegComp ("id", TCS_MANDATORY, TYP_INTEGER) */
@@ -144,9 +142,7 @@ void askEntryPostfix(AsnType *type, const TypeFuncInfo *info) {
 
 /* a_Boolean (&home->ok); */
 void askCall(int file, AsnType *type, const char *postfix) {
-    Text text;
-    wToF(file, cBuiltinCFunc(text, "a_", type, " ("));
-    wToF(file, cHome(text, nullptr, true, type, nullptr, postfix));
+    genFillCall(file, "a_", type, postfix);
 }
 
 /* A value in a hole is set back to the least one, unless the enumeration can be extended. */
@@ -168,20 +164,16 @@ void askTestHoles(int file, AsnType *type) {
 void askString(int file, AsnType *type) {
     sint64 low, high, alloc;
     getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
-    Text text;
-    wToF(file, cBuiltinStringCFunc(text, "a_", type, " ("));
-    wToF(file, cHome(text, nullptr, true, type, nullptr, ","));
-    printfToF(file, " %s,", i64tostr(low).c_str());
-    if (i64ismax(alloc))
-        wToF(file, " MAXLONG");
-    else
-        printfToF(file, " %s", i64tostr(alloc).c_str());
-    wToF(file, ");\n");
+    genFillString(file, "a_", type, i64ismax(alloc));
 }
 
 void askLeafValue(AsnType *type, const TypeFuncInfo *info) {
     const int file = info->outFile;
     Text text;
+    if (isStringLeaf(type) || getTypeMainType(type) == TYP_UNISTR) {
+        askString(file, type);
+        return;
+    }
     switch (getTypeMainType(type)) {
     case TYP_BOOLEAN:
         askCall(file, type, ");\n");
@@ -199,21 +191,6 @@ void askLeafValue(AsnType *type, const TypeFuncInfo *info) {
     case TYP_REAL:
         askCall(file, type, ",");
         genRealBounds(file, type);
-        break;
-    case TYP_BITSTR:
-    case TYP_OCTSTR:
-    case TYP_NUMSTR:
-    case TYP_PRISTR:
-    case TYP_TELSTR:
-    case TYP_VIDSTR:
-    case TYP_VISSTR:
-    case TYP_IA5STR:
-    case TYP_GRASTR:
-    case TYP_GENSTR:
-    case TYP_BMPSTR:
-    case TYP_UNISTR:
-    case TYP_OBJDESCR:
-        askString(file, type);
         break;
     case TYP_NULL:
         wToF(file, cBuiltinCFunc(text, "a_", type, " ("));
@@ -234,14 +211,8 @@ void askLeafValue(AsnType *type, const TypeFuncInfo *info) {
     case TYP_EXTERNAL_1994:
         askCall(file, type, ");\n");
         break;
-    case TYP_EMB_PDV: /* the run-time library has no functions for these two */
-        notYetSupported(type, "EMBEDDED PDV");
-        break;
-    case TYP_INSTANCE_OF:
-        notYetSupported(type, "Instance-of");
-        break;
     default:
-        wToF(file, "NOT YET IMPLEMENTED!!");
+        genNoFillCall(file, type);
         break;
     }
 }
@@ -251,27 +222,15 @@ void askLeaf(AsnType *type, const TypeFuncInfo *info) {
     askLeafValue(type, info);
 }
 
-/* a_Frame (&home->x, TYP_INTEGER); */
 void askFrame(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
-    const int mainType = getTypeMainType(type);
-    Text text;
-    if (mainType == TYP_ANY || mainType == TYP_OPEN) {
-        wToF(file, "a_Frame_0 (");
-        wToF(file, cHome(text, nullptr, true, type, nullptr, ");\n"));
-        return;
-    }
-    wToF(file, "a_Frame (");
-    wToF(file, cHome(text, nullptr, true, type, nullptr, ","));
-    wToF(file, getTypeMainTypeStri(text, " ", type, ");\n"));
+    if (isAnyOrOpen(type))
+        genOpenFrame(info->outFile, "a_Frame_0 (", type);
+    else
+        genTypedFrame(info->outFile, "a_Frame (", type);
 }
 
 void askSkip(AsnType *, const TypeFuncInfo *info) {
     wToF(info->outFile, "a_NullType ();\n");
-}
-
-void askDefStruct(AsnType *type, const TypeFuncInfo *info) {
-    cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
 }
 
 } // namespace
@@ -293,7 +252,7 @@ void generateAskingFunctions(AsnModule *module) {
     info.ignoreFunc = askSkip;
     info.frameFunc = askFrame;
     info.leafFunc = askLeaf;
-    info.definedFunc = askDefStruct;
+    info.definedFunc = genNormalCall;
     info.compPostfixFunc = askCompPostfix;
     info.struPostfixFunc = askStruPostfix;
     info.entryPrefixFunc = askEntryPrefix;

@@ -15,13 +15,12 @@
 #include "gen/fileset.h"
 #include "gen/functionkinds.h"
 #include "gen/meta.h"
+#include "gen/valuecalls.h"
 #include "gen/valuetests.h"
-#include "gen/warnings.h"
 #include "model/iterators.h"
 #include "model/stamps.h"
 #include "model/tags.h"
 #include "model/typeextension.h"
-#include "model/typenames.h"
 #include "model/typequeries.h"
 #include "model/valuesets.h"
 
@@ -33,10 +32,6 @@ constexpr int SEVERAL = 2;
 constexpr const char *CURRENT_TAG = "d_CurrTag ()";
 constexpr const char *LOOK = "d_LookTagLen ();\n";
 constexpr const char *EOC = "d_EOC ();\n";
-
-bool isOpen(AsnType *type) {
-    return getTypeMainType(type) == TYP_ANY || getTypeMainType(type) == TYP_OPEN;
-}
 
 bool hasSeveralComps(AsnType *type) {
     return cNrOfWalkedComps(type) >= SEVERAL;
@@ -64,7 +59,7 @@ bool tagMustBeLooked(AsnType *type) {
 
 /* The run-time function of a value reads the end-of-contents of the tag that it was called for. */
 bool decodingFunctionConsumesEOC(AsnType *type) {
-    return !isOpen(type);
+    return !isAnyOrOpen(type);
 }
 
 /* What stands between the outermost tag, which is done, and the value. `looked` says that the tag
@@ -108,7 +103,7 @@ void decIsSeqComp(int file, AsnType *comp) {
 
 /* The end of a list's loop. An ANY may begin with anything, so the tag is only peeked at. */
 void decIsSeqOfComp(int file, AsnType *elem) {
-    if (isOpen(elem)) {
+    if (isAnyOrOpen(elem)) {
         wToF(file, "peekT (*asncodg_frame, &asncodg_tag);\n");
         wToF(file, "if (asncodg_tag == EOC_TAG)");
         cOpenBrace(file);
@@ -326,21 +321,13 @@ void decEntryPostfix(AsnType *type, const TypeFuncInfo *info) {
 
 void decFrame(AsnType *type, const TypeFuncInfo *info) {
     const int file = info->outFile;
-    Text text;
-    if (isOpen(type)) {
+    if (isAnyOrOpen(type)) {
         /* In an optional component the tag with which the frame begins has been read already. */
         const bool tagIsRead = getNrOfTags(type) == 0 && isOptionalTypeComp(type);
-        printfToF(file, "d_Frame_%c (", tagIsRead ? '1' : '0');
-        wToF(file, cHome(text, nullptr, true, type, nullptr, ");\n"));
-        return;
+        genOpenFrame(file, tagIsRead ? "d_Frame_1 (" : "d_Frame_0 (", type);
+    } else {
+        genTypedFrame(file, "d_Frame (", type);
     }
-    wToF(file, "d_Frame (");
-    wToF(file, cHome(text, nullptr, true, type, nullptr, ","));
-    wToF(file, getTypeMainTypeStri(text, " ", type, ");\n"));
-}
-
-void decDefStruct(AsnType *type, const TypeFuncInfo *info) {
-    cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
 }
 
 void decSkipIgnore(AsnType *, const TypeFuncInfo *info) {
@@ -374,7 +361,7 @@ void generateDecodingFunctions(AsnModule *module) {
     info.extraMoreFunc = decIsComp;
     info.frameFunc = decFrame;
     info.leafFunc = decLeaf;
-    info.definedFunc = decDefStruct;
+    info.definedFunc = genNormalCall;
     info.compPostfixFunc = decCompPostfix;
     info.struPostfixFunc = decStruPostfix;
     info.entryPrefixFunc = decEntryPrefix;

@@ -7,6 +7,7 @@
 #include "cbet/typefuncinfo.h"
 #include "cbet/vars.h"
 #include "driver/files.h"
+#include "gen/valuecalls.h"
 #include "gen/valuetests.h"
 #include "gen/warnings.h"
 #include "model/typeextension.h"
@@ -17,9 +18,7 @@ namespace {
 
 /* d_Boolean (&home->ok); */
 void decCall(int file, AsnType *type, const char *postfix) {
-    Text text;
-    wToF(file, cBuiltinCFunc(text, "d_", type, " ("));
-    wToF(file, cHome(text, nullptr, true, type, nullptr, postfix));
+    genFillCall(file, "d_", type, postfix);
 }
 
 /* d_uint8 (&home->id, 0, 255); */
@@ -62,15 +61,7 @@ void decString(int file, AsnType *type) {
     decTestSizeLimit(file, type);
     sint64 low, high, alloc;
     getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
-    Text text;
-    wToF(file, cBuiltinStringCFunc(text, "d_", type, " ("));
-    wToF(file, cHome(text, nullptr, true, type, nullptr, ","));
-    printfToF(file, " %s,", i64tostr(low).c_str());
-    if (i64ismax(high))
-        wToF(file, " MAXLONG");
-    else
-        printfToF(file, " %s", i64tostr(alloc).c_str());
-    wToF(file, ");\n");
+    genFillString(file, "d_", type, i64ismax(high));
 }
 
 } // namespace
@@ -83,6 +74,10 @@ void decWarnOfExtendedConstraint(int file, AsnType *type, const char *what) {
 void decLeaf(AsnType *type, const TypeFuncInfo *info) {
     const int file = info->outFile;
     Text text;
+    if (isStringLeaf(type) || getTypeMainType(type) == TYP_UNISTR) {
+        decString(file, type);
+        return;
+    }
     switch (getTypeMainType(type)) {
     case TYP_BOOLEAN:
         decCall(file, type, ");\n");
@@ -97,21 +92,6 @@ void decLeaf(AsnType *type, const TypeFuncInfo *info) {
     case TYP_REAL:
         decCall(file, type, ",");
         genRealBounds(file, type);
-        break;
-    case TYP_BITSTR:
-    case TYP_OCTSTR:
-    case TYP_NUMSTR:
-    case TYP_PRISTR:
-    case TYP_TELSTR:
-    case TYP_VIDSTR:
-    case TYP_VISSTR:
-    case TYP_IA5STR:
-    case TYP_GRASTR:
-    case TYP_GENSTR:
-    case TYP_BMPSTR:
-    case TYP_UNISTR:
-    case TYP_OBJDESCR:
-        decString(file, type);
         break;
     case TYP_NULL:
         wToF(file, cBuiltinCFunc(text, "d_", type, " ("));
@@ -132,14 +112,8 @@ void decLeaf(AsnType *type, const TypeFuncInfo *info) {
     case TYP_EXTERNAL_1994:
         decCall(file, type, ");\n");
         break;
-    case TYP_EMB_PDV: /* the run-time library has no functions for these two */
-        notYetSupported(type, "EMBEDDED PDV");
-        break;
-    case TYP_INSTANCE_OF:
-        notYetSupported(type, "Instance-of");
-        break;
     default:
-        wToF(file, "NOT YET IMPLEMENTED!!");
+        genNoFillCall(file, type);
         break;
     }
 }

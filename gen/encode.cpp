@@ -12,7 +12,7 @@
 #include "gen/fileset.h"
 #include "gen/functionkinds.h"
 #include "gen/meta.h"
-#include "gen/valuetests.h"
+#include "gen/valuecalls.h"
 #include "gen/warnings.h"
 #include "model/iterators.h"
 #include "model/modules.h"
@@ -185,16 +185,16 @@ void encString(int file, AsnType *type) {
     Text text;
     wToF(file, cBuiltinStringCodCFunc(text, "e_", type, " ("));
     cInnermostTagToF(file, nullptr, type, false, ",");
-    if (getVFSize(type) == VF_NONE && getVF(type) != VF_LIST) {
-        sint64 low, high, alloc;
-        getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
-        printfToF(file, " %s,", i64tostr(low).c_str());
-    }
+    genFixedSize(file, type);
     encRef(file, type, true, ");\n");
 }
 
 void encLeaf(AsnType *type, const TypeFuncInfo *info) {
     const int file = info->outFile;
+    if (isStringLeaf(type)) {
+        encString(file, type);
+        return;
+    }
     switch (getTypeMainType(type)) {
     case TYP_BOOLEAN:
         encScalar(file, type, false);
@@ -207,20 +207,6 @@ void encLeaf(AsnType *type, const TypeFuncInfo *info) {
         break;
     case TYP_REAL:
         encReal(file, type);
-        break;
-    case TYP_BITSTR:
-    case TYP_OCTSTR:
-    case TYP_NUMSTR:
-    case TYP_PRISTR:
-    case TYP_TELSTR:
-    case TYP_VIDSTR:
-    case TYP_VISSTR:
-    case TYP_IA5STR:
-    case TYP_GRASTR:
-    case TYP_GENSTR:
-    case TYP_BMPSTR:
-    case TYP_OBJDESCR:
-        encString(file, type);
         break;
     case TYP_NULL:
         encName(file, type, false, ");\n");
@@ -242,17 +228,8 @@ void encLeaf(AsnType *type, const TypeFuncInfo *info) {
         encName(file, type, true, ",");
         encRef(file, type, true, ");\n");
         break;
-    case TYP_EMB_PDV:
-        notYetSupported(type, "EMBEDDED PDV");
-        break;
-    case TYP_CHASTR:
-        notYetSupported(type, "CHARACTER STRING");
-        break;
-    case TYP_INSTANCE_OF:
-        notYetSupported(type, "Instance-of");
-        break;
     default:
-        bugInTool("Unrecognized leaf type.");
+        warnOfNoCall(type);
         break;
     }
 }
@@ -260,16 +237,12 @@ void encLeaf(AsnType *type, const TypeFuncInfo *info) {
 /* A frame holds a ready encoding. */
 void encFrame(AsnType *type, const TypeFuncInfo *info) {
     const int file = info->outFile;
-    const int mainType = getTypeMainType(type);
-    const bool isOpen = mainType == TYP_ANY || mainType == TYP_OPEN;
-    Text text;
-    if (isOpen && getNrOfTags(type) == 0) {
-        wToF(file, "e_Frame_0 (");
-        wToF(file, cHome(text, nullptr, true, type, nullptr, ");\n"));
+    if (isAnyOrOpen(type) && getNrOfTags(type) == 0) {
+        genOpenFrame(file, "e_Frame_0 (", type);
         return;
     }
     printfToF(file, "e_Frame%s (", cTagFuncSuff(type));
-    cInnermostTagToF(file, nullptr, type, isOpen || isListType(type), ",");
+    cInnermostTagToF(file, nullptr, type, isAnyOrOpen(type) || isListType(type), ",");
     encRef(file, type, true, ");\n");
 }
 
@@ -305,10 +278,6 @@ void encSkip(AsnType *type, const TypeFuncInfo *info) {
     printfToF(info->outFile, "%s (%s);\n", narrow ? "e_NullType_8" : "e_NullType", tagText.c_str());
 }
 
-void encDefStruct(AsnType *type, const TypeFuncInfo *info) {
-    cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
-}
-
 } // namespace
 
 void generateEncodingFunctions(AsnModule *module) {
@@ -330,7 +299,7 @@ void generateEncodingFunctions(AsnModule *module) {
     info.ignoreFunc = encSkip;
     info.frameFunc = encFrame;
     info.leafFunc = encLeaf;
-    info.definedFunc = encDefStruct;
+    info.definedFunc = genNormalCall;
     info.compPostfixFunc = encCompPostfix;
     info.struPostfixFunc = encStruPostfix;
     info.entryPrefixFunc = encEntryPrefix;

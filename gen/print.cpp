@@ -8,10 +8,8 @@
 #include "driver/files.h"
 #include "gen/fileset.h"
 #include "gen/functionkinds.h"
-#include "gen/meta.h"
 #include "gen/nameddefs.h"
-#include "gen/valuetests.h"
-#include "gen/warnings.h"
+#include "gen/valuecalls.h"
 #include "model/stamps.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
@@ -69,16 +67,16 @@ void priString(int file, AsnType *type) {
     Text text;
     tstCompId(file, cBuiltinStringTstCFunc(text, "p_", type, " (").c_str(), type, nullptr);
     wToF(file, ",");
-    if (getVFSize(type) == VF_NONE && getVF(type) != VF_LIST) {
-        sint64 low, high, alloc;
-        getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
-        printfToF(file, " %s,", i64tostr(low).c_str());
-    }
+    genFixedSize(file, type);
     wToF(file, cHome(text, " ", true, type, nullptr, ");\n"));
 }
 
 void priLeafValue(AsnType *type, const TypeFuncInfo *info) {
     const int file = info->outFile;
+    if (isStringLeaf(type)) {
+        priString(file, type);
+        return;
+    }
     switch (getTypeMainType(type)) {
     case TYP_BOOLEAN:
     case TYP_REAL:
@@ -89,20 +87,6 @@ void priLeafValue(AsnType *type, const TypeFuncInfo *info) {
         break;
     case TYP_ENUM:
         priScalar(file, type, getVF(type) == VF_I64 || isExtensibleEnumeratedList(type));
-        break;
-    case TYP_BITSTR:
-    case TYP_OCTSTR:
-    case TYP_NUMSTR:
-    case TYP_PRISTR:
-    case TYP_TELSTR:
-    case TYP_VIDSTR:
-    case TYP_VISSTR:
-    case TYP_IA5STR:
-    case TYP_GRASTR:
-    case TYP_GENSTR:
-    case TYP_BMPSTR:
-    case TYP_OBJDESCR:
-        priString(file, type);
         break;
     case TYP_NULL:
         priName(file, type);
@@ -122,17 +106,8 @@ void priLeafValue(AsnType *type, const TypeFuncInfo *info) {
     case TYP_EXTERNAL_1994:
         priScalar(file, type, true);
         break;
-    case TYP_EMB_PDV:
-        notYetSupported(type, "EMBEDDED PDV");
-        break;
-    case TYP_CHASTR:
-        notYetSupported(type, "CHARACTER STRING");
-        break;
-    case TYP_INSTANCE_OF:
-        notYetSupported(type, "Instance-of");
-        break;
     default:
-        bugInTool("Unrecognized leaf type.");
+        warnOfNoCall(type);
         break;
     }
 }
@@ -151,13 +126,11 @@ void priLeaf(AsnType *type, const TypeFuncInfo *info) {
 /* p_Frame (&home->x, TYP_INTEGER); */
 void priFrame(AsnType *type, const TypeFuncInfo *info) {
     const int file = info->outFile;
-    const int mainType = getTypeMainType(type);
-    Text text;
-    if (mainType == TYP_ANY || mainType == TYP_OPEN) {
-        wToF(file, "p_Frame_0 (");
-        wToF(file, cHome(text, nullptr, true, type, nullptr, ");\n"));
+    if (isAnyOrOpen(type)) {
+        genOpenFrame(file, "p_Frame_0 (", type);
         return;
     }
+    Text text;
     wToF(file, "p_Frame (");
     wToF(file, cHome(text, nullptr, true, type, nullptr, nullptr));
     wToF(file, ", ");
@@ -166,10 +139,6 @@ void priFrame(AsnType *type, const TypeFuncInfo *info) {
 
 void priSkip(AsnType *type, const TypeFuncInfo *info) {
     tstCompId(info->outFile, "p_NullType (", type, ");\n");
-}
-
-void priDefStruct(AsnType *type, const TypeFuncInfo *info) {
-    cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
 }
 
 } // namespace
@@ -191,7 +160,7 @@ void generatePrintingFunctions(AsnModule *module) {
     info.ignoreFunc = priSkip;
     info.frameFunc = priFrame;
     info.leafFunc = priLeaf;
-    info.definedFunc = priDefStruct;
+    info.definedFunc = genNormalCall;
     info.compPostfixFunc = priEndComp;
     info.struPostfixFunc = priStruPostfix;
     info.entryPrefixFunc = priBegComp;

@@ -1,6 +1,5 @@
 #include "gen/valuetests.h"
 
-#include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/names.h"
 #include "cbet/predicates.h"
@@ -8,7 +7,6 @@
 #include "cbet/vars.h"
 #include "driver/files.h"
 #include "gen/nameddefs.h"
-#include "model/any.h"
 #include "model/endpointvalues.h"
 #include "model/modules.h"
 #include "model/typequeries.h"
@@ -106,20 +104,4 @@ void genUpperBound(int file, const char *call, AsnType *list, AsnType *elem) {
     if (isPointer)
         wToF(file, " *");
     wToF(file, "));\n");
-}
-
-void genAnyFunction(AsnType *type, const TypeFuncInfo *info, const char *prefix) {
-    endlToF(info->extFile);
-    cAnyFunctionProto(info->extFile, prefix, info->gIndex, type);
-    bool called = false;
-    auto callWithClassifier = [&called, info, prefix](AsnType *, AsnType *classifier,
-                                                      AsnType *any) {
-        cAnyFunctionRef(info->outFile, prefix, info->gIndex, any, classifier);
-        called = true;
-    };
-    AsnType *father = getFatherOfTypeComp(type);
-    if (isAnyDefinedByType(type) && father != nullptr)
-        forAnyDefinedByClassifierType(father, type, callWithClassifier);
-    if (!called)
-        cAnyFunctionRef(info->outFile, prefix, info->gIndex, type, nullptr);
 }

@@ -3,7 +3,6 @@
 #include "store/i64.h"
 
 struct AsnType;
-struct TypeFuncInfo;
 
 /* What the functions that fill a value, decoding and asking, write alike: the bounds that they give
    to run-time functions, and the tests behind the call. */
@@ -21,7 +20,3 @@ void genExtendedMark(int file, AsnType *type);
 void genNormalisedTrue(int file, AsnType *type);
 /* Makes room for the elements of a dynamic array; `call` is the function's name with " (". */
 void genUpperBound(int file, const char *call, AsnType *list, AsnType *elem);
-
-/* The application's function for an ANY or open type that is no frame: its prototype and its call.
-   Encoding and printing use it, too. */
-void genAnyFunction(AsnType *type, const TypeFuncInfo *info, const char *prefix);

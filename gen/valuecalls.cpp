@@ -1,0 +1,131 @@
+#include "gen/valuecalls.h"
+
+#include "cbet/builtin.h"
+#include "cbet/functions.h"
+#include "cbet/homes.h"
+#include "cbet/typefuncinfo.h"
+#include "driver/files.h"
+#include "gen/warnings.h"
+#include "model/any.h"
+#include "model/typenames.h"
+#include "model/typequeries.h"
+#include "model/valuesets.h"
+
+bool isAnyOrOpen(AsnType *type) {
+    const int mainType = getTypeMainType(type);
+    return mainType == TYP_ANY || mainType == TYP_OPEN;
+}
+
+bool isStringLeaf(AsnType *type) {
+    switch (getTypeMainType(type)) {
+    case TYP_BITSTR:
+    case TYP_OCTSTR:
+    case TYP_NUMSTR:
+    case TYP_PRISTR:
+    case TYP_TELSTR:
+    case TYP_VIDSTR:
+    case TYP_VISSTR:
+    case TYP_IA5STR:
+    case TYP_GRASTR:
+    case TYP_GENSTR:
+    case TYP_BMPSTR:
+    case TYP_OBJDESCR:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void genNormalCall(AsnType *type, const TypeFuncInfo *info) {
+    cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
+}
+
+void genAnyFunction(AsnType *type, const TypeFuncInfo *info, const char *prefix) {
+    endlToF(info->extFile);
+    cAnyFunctionProto(info->extFile, prefix, info->gIndex, type);
+    bool called = false;
+    auto callWithClassifier = [&called, info, prefix](AsnType *, AsnType *classifier,
+                                                      AsnType *any) {
+        cAnyFunctionRef(info->outFile, prefix, info->gIndex, any, classifier);
+        called = true;
+    };
+    AsnType *father = getFatherOfTypeComp(type);
+    if (isAnyDefinedByType(type) && father != nullptr)
+        forAnyDefinedByClassifierType(father, type, callWithClassifier);
+    if (!called)
+        cAnyFunctionRef(info->outFile, prefix, info->gIndex, type, nullptr);
+}
+
+/* a_Frame_0 (&home->x); */
+void genOpenFrame(int file, const char *call, AsnType *type) {
+    Text text;
+    wToF(file, call);
+    wToF(file, cHome(text, nullptr, true, type, nullptr, ");\n"));
+}
+
+/* d_Frame (&home->x, TYP_INTEGER); */
+void genTypedFrame(int file, const char *call, AsnType *type) {
+    Text text;
+    wToF(file, call);
+    wToF(file, cHome(text, nullptr, true, type, nullptr, ","));
+    wToF(file, getTypeMainTypeStri(text, " ", type, ");\n"));
+}
+
+void genFillCall(int file, const char *prefix, AsnType *type, const char *postfix) {
+    Text text;
+    wToF(file, cBuiltinCFunc(text, prefix, type, " ("));
+    wToF(file, cHome(text, nullptr, true, type, nullptr, postfix));
+}
+
+void genFillString(int file, const char *prefix, AsnType *type, bool unbounded) {
+    sint64 low, high, alloc;
+    getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
+    Text text;
+    wToF(file, cBuiltinStringCFunc(text, prefix, type, " ("));
+    wToF(file, cHome(text, nullptr, true, type, nullptr, ","));
+    printfToF(file, " %s,", i64tostr(low).c_str());
+    if (unbounded)
+        wToF(file, " MAXLONG");
+    else
+        printfToF(file, " %s", i64tostr(alloc).c_str());
+    wToF(file, ");\n");
+}
+
+void genNoFillCall(int file, AsnType *type) {
+    switch (getTypeMainType(type)) {
+    case TYP_EMB_PDV:
+        notYetSupported(type, "EMBEDDED PDV");
+        break;
+    case TYP_INSTANCE_OF:
+        notYetSupported(type, "Instance-of");
+        break;
+    default:
+        wToF(file, "NOT YET IMPLEMENTED!!");
+        break;
+    }
+}
+
+void genFixedSize(int file, AsnType *type) {
+    if (getVFSize(type) != VF_NONE || getVF(type) == VF_LIST)
+        return;
+    sint64 low, high, alloc;
+    getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
+    printfToF(file, " %s,", i64tostr(low).c_str());
+}
+
+void warnOfNoCall(AsnType *type) {
+    switch (getTypeMainType(type)) {
+    case TYP_EMB_PDV:
+        notYetSupported(type, "EMBEDDED PDV");
+        break;
+    case TYP_CHASTR:
+        notYetSupported(type, "CHARACTER STRING");
+        break;
+    case TYP_INSTANCE_OF:
+        notYetSupported(type, "Instance-of");
+        break;
+    default:
+        bugInTool("Unrecognized leaf type.");
+        break;
+    }
+}

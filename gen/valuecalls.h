@@ -1,0 +1,36 @@
+#pragma once
+
+struct AsnType;
+struct TypeFuncInfo;
+
+/* The calls that the four kinds of function make alike. `prefix` is that of the kind's run-time
+   functions: "e_", "d_", "a_", "p_". */
+
+/* A value of any type whose encoding isn't looked into: ANY or an open type. */
+bool isAnyOrOpen(AsnType *type);
+/* A bit, octet or character string for which all kinds of function have a call. There is none for
+   UniversalString, which only decoding and asking treat as a string. */
+bool isStringLeaf(AsnType *type);
+
+/* The function of a defined type that has components: "eFoo (ASNG_F(asncodg) &home->x);\n". */
+void genNormalCall(AsnType *type, const TypeFuncInfo *info);
+/* The application's function for an ANY or open type that is no frame, named by the prefix
+   ("anyEnc") and the type: its prototype and its call. */
+void genAnyFunction(AsnType *type, const TypeFuncInfo *info, const char *prefix);
+/* A frame that holds a value of any type; `call` is the function's name with " (". */
+void genOpenFrame(int file, const char *call, AsnType *type);
+
+/* Decoding and asking: the call for a frame that holds a value of the type, and the start of a call
+   that fills the value: "d_uint8 (&home->id" and `postfix`. */
+void genTypedFrame(int file, const char *call, AsnType *type);
+void genFillCall(int file, const char *prefix, AsnType *type, const char *postfix);
+/* The call for a string with its bounds: "d_IA5String8 (&home->name, 1, 8);\n". The upper one is
+   that of the allocation; `unbounded` writes MAXLONG in its place. */
+void genFillString(int file, const char *prefix, AsnType *type, bool unbounded);
+/* What takes the place of the call where the run-time library has none. */
+void genNoFillCall(int file, AsnType *type);
+
+/* Encoding and printing: the size argument of a string that has no length of its own, " 16,". */
+void genFixedSize(int file, AsnType *type);
+/* The warning that takes the place of the call where the run-time library has none. */
+void warnOfNoCall(AsnType *type);
