@@ -1,6 +1,12 @@
 #include "tests/support/codingcase.h"
 
-#include <cstdio>
+#include <ostream>
+
+#include "tests/support/paths.h"
+
+void PrintTo(const CodingCase &value, std::ostream *out) {
+    *out << value.name;
+}
 
 std::string behindIncludes(const std::string &text) {
     const std::string end = "#endif\n";
@@ -12,18 +18,48 @@ std::string behindIncludes(const std::string &text) {
 
 std::string generatedFunctions(const WorkDir &dir, TreeWriter &tree,
                                const std::vector<std::string> &arguments) {
-    const std::string prefix = tree.strings8[static_cast<std::size_t>(tree.header().filePrefix) - 1];
+    const std::string prefix =
+        tree.strings8[static_cast<std::size_t>(tree.header().filePrefix) - 1];
     if (!tree.save(dir.path(prefix + ".stx")))
         return "no tree";
     std::vector<std::string> all = arguments;
     all.push_back(prefix);
     const ProgramRun run = runVelmo(dir, all);
-    if (run.status != 0)
+    if (run.status != '\0')
         return "status " + std::to_string(run.status) + "\n" + run.err;
     std::string functions = run.err.empty() ? "" : "messages:\n" + run.err;
     for (const char *word : {"cod", "enc", "dec", "tst", "ask", "pri"})
         if (dir.has(prefix + word + ".c"))
-            functions += "== " + prefix + word + ".c\n" +
-                         behindIncludes(dir.read(prefix + word + ".c"));
+            functions +=
+                "== " + prefix + word + ".c\n" + behindIncludes(dir.read(prefix + word + ".c"));
     return functions;
+}
+
+std::string compileFunctions(const WorkDir &dir, const std::vector<const char *> &quiet) {
+    std::vector<std::string> flags = {"-std=c99", "-Wall", "-Wextra", "-I.",
+                                      "-I" + sourceDir + "/rts"};
+    flags.insert(flags.end(), quiet.begin(), quiet.end());
+    std::string messages;
+    for (const std::string &file : dir.files()) {
+        if (!file.ends_with(".c"))
+            continue;
+        for (const char *compiler : {"gcc", "clang"})
+            messages += compileC(dir, compiler, file, flags);
+    }
+    return messages;
+}
+
+std::string faultsOf(const CodingCase &codingCase) {
+    WorkDir dir;
+    TreeWriter tree("Case_Module", "t");
+    for (const char *option : codingCase.options)
+        tree.option(option);
+    tree.option("-COD=1:1"); /* behind a category, which brings files of its own */
+    codingCase.build(tree);
+    const std::string functions = generatedFunctions(dir, tree);
+    std::string faults =
+        compareGolden(std::string("coding/") + codingCase.name + ".txt", functions);
+    if (codingCase.quiet.empty() || *codingCase.quiet.front() != '\0')
+        faults += compileFunctions(dir, codingCase.quiet);
+    return faults;
 }

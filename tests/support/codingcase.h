@@ -1,17 +1,39 @@
 #pragma once
 
+#include <functional>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
 #include "tests/support/golden.h"
 #include "tests/support/treewriter.h"
 
-/* Whole generated functions of small modules, compared with golden files and given to C compilers. */
+/* Whole generated functions of small modules, compared with golden files and given to C compilers.
+ */
+
+/* A module, its options, and where what is written for it must displease compilers. */
+struct CodingCase {
+    const char *name; /* of the golden file in coding/ */
+    std::function<void(TreeWriter &)> build;
+    std::vector<const char *> options = {}; /* stored in the tree */
+    /* "-Wno-...": warnings that the functions bring by their nature; "" : they aren't C at all. */
+    std::vector<const char *> quiet = {};
+};
+void PrintTo(const CodingCase &value, std::ostream *out);
+
+/* Encoding and decoding functions of the module "Case_Module", prefix "t", against the golden file
+   and against C compilers: empty if all is well, otherwise the differences and messages. */
+std::string faultsOf(const CodingCase &codingCase);
 
 /* Runs the tool on the tree in `dir` and gives all functions that it wrote for the module, file by
-   file, without headers and includes. Fails the calling test if the run does. */
+   file, without headers and includes, behind the messages of the run; a run that fails tells its
+   status. */
 std::string generatedFunctions(const WorkDir &dir, TreeWriter &tree,
                                const std::vector<std::string> &arguments = {});
+
+/* What C compilers say of the function files in the directory; empty if they take all without a
+   word. */
+std::string compileFunctions(const WorkDir &dir, const std::vector<const char *> &quiet = {});
 
 /* The text of a generated file behind its last include. */
 std::string behindIncludes(const std::string &text);

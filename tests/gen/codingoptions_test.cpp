@@ -1,0 +1,175 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/codingcase.h"
+
+/* How options shape encoding and decoding functions: which types get them, what stands in them. */
+
+namespace {
+
+TypeNode byte(TreeWriter &w) {
+    return w.integer(0, 255);
+}
+
+/* A type for each answer to "which functions": visible or not, entry or not, referred to or not. */
+void selection(TreeWriter &w) {
+    w.exportsMarked();
+    const auto part = [&](const char *name) {
+        return w.define(name, w.sequence({w.comp("x", byte(w))})).exported(false);
+    };
+    part("Hidden");
+    part("Referred");
+    part("Entry").entry();
+    part("Visible").exported();
+    w.define("Both", w.sequence({w.comp("part", w.ref("Referred"))})).entry().exported();
+    w.define("Synonym", w.ref("Both")).entry();
+    part("OnlyEncoded").entry(ENTRY_ENCODE);
+}
+
+/* A structure with what options change: times, reals, externals, ANY, counters, tags. */
+void mixture(TreeWriter &w) {
+    w.define(
+         "Mixed",
+         w.sequence({w.comp("number", byte(w)), w.comp("real", w.real()).optional(),
+                     w.comp("moment", w.type(TYP_GENTIME)), w.comp("utc", w.type(TYP_UTCTIME)),
+                     w.comp("outside", w.type(TYP_EXTERNAL_1990)),
+                     w.comp("newOutside", w.type(TYP_EXTERNAL_1994)),
+                     w.comp("any", w.any()).explicitly(0),
+                     w.comp("list", w.listOf(TYP_SEQOF, byte(w), 0, 9)),
+                     w.comp("pick", w.choice({w.comp("a", w.null()), w.comp("b", w.boolean())}))}))
+        .entry();
+}
+
+/* Structures within one another, with a length form of their own. */
+void lengths(TreeWriter &w) {
+    const auto inner = [&](std::uint8_t form) {
+        return w.sequence({w.comp("x", w.boolean())}).lengthForm(form);
+    };
+    w.define("Outer", w.sequence({w.comp("unset", inner(255)), w.comp("definite", inner(1)),
+                                  w.comp("indefinite", inner(0)), w.comp("part", w.ref("Part"))})
+                          .lengthForm(255))
+        .entry();
+    w.define("Part", inner(255));
+    w.define("Definite", inner(1)).entry();
+}
+
+/* Every kind of value that a run-time path leads through. */
+void paths(TreeWriter &w) {
+    w.define(
+         "Msg",
+         w.sequence(
+             {w.comp("id", byte(w)),
+              w.comp("pick", w.choice({w.comp("a", w.null()), w.comp("b", w.ref("Part"))})),
+              w.comp("linked", w.listOf(TYP_SEQOF, byte(w)).asList()),
+              w.comp("fixed", w.listOf(TYP_SEQOF, w.ref("Part"), 2, 2).form(VF_STRU, VF_NONE))}))
+        .entry();
+    w.define("Part", w.set({w.comp("x", byte(w)), w.comp("y", w.boolean()).optional()}));
+    w.define("Leaf", byte(w)).entry();
+}
+
+/* Lines of a user for each place, on definitions, components and uses of definitions. */
+void embedded(TreeWriter &w) {
+    const auto lines = [](TypeNode type, const std::string &name) {
+        return type.text("E1", "/* before encoding " + name + " */")
+            .text("E2", "/* after encoding " + name + " */")
+            .text("D1", "/* before decoding " + name + " */")
+            .text("D2", "/* after decoding " + name + " */");
+    };
+    lines(w.define("Msg", w.sequence({lines(w.comp("id", byte(w)), "id"),
+                                      lines(w.comp("may", w.boolean()).optional(), "may"),
+                                      lines(w.comp("part", w.ref("Part")), "part"),
+                                      lines(w.comp("leaf", w.ref("Leaf")), "leaf")})),
+          "Msg")
+        .entry();
+    lines(w.define("Part", w.sequence({w.comp("x", byte(w))})), "Part").entry();
+    lines(w.define("Leaf", byte(w)), "Leaf").entry();
+}
+
+/* Entries of a service, whose components lie in homes that come in a table. */
+void morla(TreeWriter &w) {
+    w.exportsMarked();
+    w.define("Ping", w.sequence({w.comp("id", byte(w)), w.comp("ok", w.boolean()).optional()}))
+        .entry();
+    const auto entry = [&](const char *name, TypeNode type) {
+        return w.define(name, type).entry().exported(false);
+    };
+    const auto members = [&](TypeNode last) {
+        return std::vector{w.comp("text", w.string(TYP_IA5STR)).optional(),
+                           w.comp("in", w.sequence({w.comp("z", byte(w)).optional()})).implicit(0),
+                           w.comp("part", w.ref("Part")),
+                           w.comp("list", w.listOf(TYP_SEQOF, byte(w), 0, 9)).implicit(1), last};
+    };
+    w.define("Part", w.sequence({w.comp("x", byte(w))}));
+    entry("Service", w.structure(TYP_SEQ, members(w.comp("any", w.any()).optional())));
+    entry("Kept", w.structure(TYP_SEQ, members(w.marker())).option(OPT_SAVE_EXTENSIONS));
+    entry("Dropped", w.structure(TYP_SET, members(w.marker())));
+    entry("KeptSet", w.set({w.comp("a", byte(w)), w.marker()}).option(OPT_SAVE_EXTENSIONS));
+    entry("Set", w.set({w.comp("a", byte(w)), w.comp("b", w.boolean())}));
+    entry("Choice", w.structure(TYP_CHOICE, members(w.comp("last", w.null()))));
+    entry("KeptChoice", w.choice({w.comp("a", byte(w)), w.marker()}).option(OPT_SAVE_EXTENSIONS));
+    entry("Leaf", byte(w));
+    entry("Text", w.string(TYP_OCTSTR, 1, 8));
+    entry("List", w.listOf(TYP_SEQOF, w.ref("Part")).asList());
+    entry("Synonym", w.ref("Behind"));
+    w.define("Behind", w.sequence({w.comp("x", byte(w))})).exported(false);
+    entry("HomeComps", w.sequence({w.comp("a", byte(w))}).option(OPT_COMPS_AS_POINTERS));
+}
+
+#define MORLA "-DEFINITION-CATEGORY=MORLA-SERVICE"
+
+const CodingCase cases[] = {
+    {"generate_none", selection, {"-GENERATE=none"}},
+    {"generate_entries", selection, {"-GENERATE=entries"}},
+    {"generate_visibles", selection, {"-GENERATE=visibles"}},
+    {"generate_both", selection, {"-GENERATE=entries-and-visibles"}},
+    {"cgen_none", mixture},
+    {"cgen_real", mixture, {"-C-GENERATION=REAL"}},
+    {"cgen_commontime", mixture, {"-C-GENERATION=COMMONTIME"}},
+    {"cgen_external", mixture, {"-C-GENERATION=EXTERNAL"}},
+    {"cgen_signed", mixture, {"-C-GENERATION=SIGNED-CONTROL-MEMBER"}},
+    {"cgen_anyfunctions", mixture, {"-C-GENERATION=ANY-FUNCTIONS"}},
+    {"cgen_old", mixture, {"-C-GENERATION=OLD"}},
+    {"definitelen_indefinite", lengths, {"-DEFINITELEN=indefinite"}},
+    {"definitelen_definite", lengths, {"-DEFINITELEN=definite"}},
+    {"definitelen_indefinitecomps", lengths, {"-DEFINITELEN=definite-indefinitecomps"}},
+    {"definitelen_definitecomps", lengths, {"-DEFINITELEN=definite-definitecomps"}},
+    {"pushpath", paths, {"-PUSHPATH=yes"}},
+    {"traditional", paths, {"-ANSI-C=no"}},
+    {"zerohome", paths, {"-ZEROHOME=yes"}},
+    {"codfuncpref", paths, {"-COD-FUNC-PREF=ber_"}},
+    {"embedded", embedded},
+    {"morla", morla, {MORLA}},
+    {"morla_pushpath", morla, {MORLA, "-PUSHPATH=yes"}},
+};
+
+class CodingOptions : public testing::TestWithParam<CodingCase> {};
+
+TEST_P(CodingOptions, AreWrittenAsExpectedAndCompile) {
+    EXPECT_EQ(faultsOf(GetParam()), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Options, CodingOptions, testing::ValuesIn(cases),
+                         [](const auto &row) { return std::string(row.param.name); });
+
+/* Functions of types that lie in another module are called; those of synonyms are the base's. */
+TEST(CodingModules, SynonymsAcrossModules) {
+    WorkDir dir;
+    TreeWriter base("Base_Module", "b");
+    base.define("Point", base.sequence({base.comp("x", base.integer(0, 255)),
+                                        base.comp("y", base.integer(0, 255)).optional()}));
+    base.define("Name", base.string(TYP_IA5STR, 1, 8));
+    base.define("Near", base.ref("Point"));
+    ASSERT_TRUE(base.save(dir.path("b.stx")));
+    TreeWriter user("User_Module", "u");
+    user.option("-COD=1:1");
+    user.define("Spot", user.ref(base, "Point")).entry();
+    user.define("Tagged", user.ref(base, "Near").implicit(3)).entry();
+    user.define("Title", user.ref(base, "Name")).entry();
+    user.define("Both", user.sequence({user.comp("spot", user.ref("Spot")),
+                                       user.comp("close", user.ref(base, "Near")).implicit(0),
+                                       user.comp("title", user.ref("Title"))}));
+    const std::string functions = generatedFunctions(dir, user, {"b"});
+    EXPECT_EQ("", compareGolden("coding/synonyms_acrossmodules.txt", functions));
+    EXPECT_EQ(compileFunctions(dir), "");
+}
+
+} // namespace

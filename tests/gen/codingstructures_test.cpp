@@ -1,0 +1,248 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/codingcase.h"
+
+/* Encoding and decoding functions of structures and lists: tags, presence, order, nesting. */
+
+namespace {
+
+TypeNode byte(TreeWriter &w) {
+    return w.integer(0, 255);
+}
+
+/* Mandatory and optional components behind one another in every order. */
+void optionalPlaces(TreeWriter &w) {
+    const auto must = [&](const char *name) { return w.comp(name, w.boolean()); };
+    const auto may = [&](const char *name, int tag) {
+        return w.comp(name, byte(w)).implicit(tag).optional();
+    };
+    w.define("First", w.sequence({may("a", 0), must("b")}));
+    w.define("Middle", w.sequence({must("a"), may("b", 0), may("c", 1), must("d"), must("e")}));
+    w.define("Last", w.sequence({must("a"), may("b", 0)}));
+    w.define("All", w.sequence({may("a", 0), may("b", 1)}));
+    w.define("None", w.sequence({must("a"), must("b")}));
+    w.define("Default", w.sequence({must("a"), w.comp("b", byte(w)).defaultTo(w.intValue(3))}));
+}
+
+/* An untagged CHOICE is found by the tags of its alternatives. */
+void untaggedChoices(TreeWriter &w) {
+    w.define("Pick", w.choice({w.comp("a", byte(w)).implicit(0), w.comp("b", w.boolean()),
+                               w.comp("c", w.ref("Inner")), w.marker()}));
+    w.define("Inner", w.choice({w.comp("d", w.null()), w.comp("e", w.null()).implicit(40)}));
+    w.define("Places",
+             w.sequence({w.comp("must", w.ref("Pick")), w.comp("may", w.ref("Inner")).optional(),
+                         w.comp("then", w.ref("Pick")), w.comp("number", byte(w)),
+                         w.comp("tagged", w.ref("Pick")).explicitly(1),
+                         w.comp("last", w.ref("Inner")).optional()}));
+    w.define("Members", w.set({w.comp("pick", w.ref("Pick")),
+                               w.comp("tagged", w.ref("Inner")).explicitly(1).optional()}));
+    w.define("List", w.listOf(TYP_SEQOF, w.ref("Pick")).asList());
+    w.define("TaggedTop", w.choice({w.comp("x", w.null()), w.comp("y", w.boolean())}).explicitly(2))
+        .entry();
+}
+
+void choices(TreeWriter &w) {
+    w.define("Single", w.choice({w.comp("only", byte(w)).implicit(0)})).entry();
+    w.define("SingleOpen", w.choice({w.comp("only", byte(w)).implicit(0), w.marker()}));
+    w.define(
+        "Nested",
+        w.choice(
+            {w.comp("inner", w.choice({w.comp("a", w.null()), w.comp("b", w.boolean())})),
+             w.comp("tagged", w.choice({w.comp("c", w.null())})).explicitly(3),
+             w.comp("list", w.listOf(TYP_SEQOF, byte(w), 0, 3)),
+             w.comp("structure", w.sequence({w.comp("d", w.null()).optional()})).implicit(1)}));
+}
+
+/* Two explicit tags and an implicit one around each kind of value. */
+void explicitTags(TreeWriter &w) {
+    const auto chain = [](TypeNode type) { return type.explicitly(7).explicitly(40); };
+    w.define("Chains",
+             w.sequence({w.comp("number", chain(byte(w))), w.comp("may", chain(byte(w))).optional(),
+                         w.comp("structure", chain(w.ref("Part"))),
+                         w.comp("list", chain(w.listOf(TYP_SEQOF, byte(w), 1, 5))),
+                         w.comp("pick", chain(w.choice({w.comp("x", w.null())}))),
+                         w.comp("any", chain(w.any())),
+                         w.comp("replaced", w.ref("Tagged")).implicit(2)}));
+    w.define("Part", w.sequence({w.comp("x", byte(w))}));
+    w.define("Tagged", w.boolean().explicitly(30)).entry();
+    w.define("Wide", w.boolean().implicit(31)).entry();
+    w.define("Outer", w.ref("Part").application(1).explicitly(31)).entry();
+    w.define("List", w.listOf(TYP_SETOF, chain(byte(w))).asList().explicitly(0)).entry();
+}
+
+TypeNode setOf(TreeWriter &w, int count, bool withOptional) {
+    std::vector<TypeNode> comps;
+    for (int i = 0; i < count; ++i) {
+        const TypeNode comp = w.comp("c" + std::to_string(i), byte(w)).implicit(i);
+        comps.push_back(withOptional && i % 5 == 1 ? comp.optional() : comp);
+    }
+    return w.structure(TYP_SET, comps);
+}
+
+void sets(TreeWriter &w) {
+    w.define("One", setOf(w, 1, false));
+    w.define("Three", setOf(w, 3, false)).entry();
+    w.define("Mixed", setOf(w, 3, true));
+    w.define("Eight", setOf(w, 8, false));
+    w.define("Open", w.set({w.comp("a", w.null()), w.comp("b", w.boolean()), w.marker()}));
+    w.define("OneMayBe", w.set({w.comp("a", w.null()).optional()}));
+}
+
+/* More components than a word has bits: the mask is an array. */
+void largeSets(TreeWriter &w) {
+    w.define("Forty", setOf(w, 40, false));
+    w.define("FortyMixed", setOf(w, 40, true));
+}
+
+void listForms(TreeWriter &w) {
+    w.define("Linked", w.listOf(TYP_SEQOF, byte(w))).entry();
+    w.define("Static", w.listOf(TYP_SETOF, byte(w), 1, 9).asArray());
+    w.define("Fixed", w.listOf(TYP_SEQOF, byte(w), 3, 3).form(VF_STRU, VF_NONE));
+    w.define("Dynamic", w.listOf(TYP_SEQOF, byte(w), 0, 500).asDynamicArray());
+    w.define("DynamicParts", w.listOf(TYP_SEQOF, w.ref("Part"), 0, 5).asDynamicArray());
+    w.define("Pointers", w.listOf(TYP_SEQOF, w.ref("Part").option(OPT_POINTER), 0, 300).asArray());
+    w.define("Homes", w.listOf(TYP_SEQOF, byte(w).option(OPT_HOME), 1, 5).asArray());
+    w.define("OpenSize", w.listOf(TYP_SEQOF, byte(w), 1, 5).extensible());
+    w.define("Holes",
+             w.listOf(TYP_SEQOF, byte(w))
+                 .asList()
+                 .constrained(w.size(w.sub(SUB_UNION, {w.range(2, 4), w.single(w.intValue(7))}))));
+    w.define("Part", w.sequence({w.comp("x", byte(w))}));
+    w.define("Members", w.sequence({w.comp("linked", w.listOf(TYP_SEQOF, byte(w)).asList()),
+                                    w.comp("array", w.listOf(TYP_SEQOF, byte(w), 2, 5)),
+                                    w.comp("more", w.ref("Static").constrained(w.size(2, 9)))}));
+}
+
+/* Each form of list in each other, and what else an element can be. */
+void listsInLists(TreeWriter &w) {
+    const auto linked = [&](TypeNode elem) { return w.listOf(TYP_SEQOF, elem).asList(); };
+    const auto array = [&](TypeNode elem) { return w.listOf(TYP_SEQOF, elem, 1, 4).asArray(); };
+    w.define("LinkedInLinked", linked(linked(byte(w))));
+    w.define("ArrayInLinked", linked(array(byte(w))));
+    w.define("LinkedInArray", array(linked(byte(w))));
+    w.define("ArrayInArray", array(array(array(byte(w)))));
+    w.define("DynamicInDynamic",
+             w.listOf(TYP_SEQOF, w.listOf(TYP_SEQOF, byte(w), 0, 9).asDynamicArray(), 0, 300)
+                 .asDynamicArray());
+    w.define("Structures",
+             linked(w.sequence({w.comp("x", linked(w.null())), w.comp("y", byte(w)).optional()})));
+    w.define("Choices", array(w.choice({w.comp("x", w.null()), w.comp("y", array(byte(w)))})));
+    w.define("Defined", linked(w.ref("ArrayInArray").constrained(w.size(2, 4))));
+}
+
+void recursion(TreeWriter &w) {
+    w.define("Ping", w.sequence({w.comp("pong", w.ref("Pong")).optional()})).entry();
+    w.define("Pong", w.choice({w.comp("ping", w.ref("Ping")), w.comp("end", w.null())}));
+    w.define("Tree", w.sequence({w.comp("leaf", byte(w)),
+                                 w.comp("sons", w.listOf(TYP_SEQOF, w.ref("Tree")).asList())}));
+    w.define("Filter",
+             w.choice({w.comp("all", w.listOf(TYP_SETOF, w.ref("Filter")).asList()).implicit(0),
+                       w.comp("not", w.ref("Filter")).explicitly(1), w.comp("item", w.null())}));
+}
+
+/* What stands behind the marker is passed over, or kept in the places that a value has for it. */
+void extensible(TreeWriter &w, bool kept, bool asHomes) {
+    const auto with = [&](TypeNode type) {
+        if (kept)
+            type.option(OPT_SAVE_EXTENSIONS);
+        return asHomes ? type.option(OPT_COMPS_AS_POINTERS) : type;
+    };
+    const auto comps = [&](TypeNode last) {
+        return std::vector{w.comp("a", byte(w)), last, w.marker()};
+    };
+    w.define("Ended", with(w.structure(TYP_SEQ, comps(w.comp("b", w.boolean())))));
+    w.define("MayEnd", with(w.structure(TYP_SEQ, comps(w.comp("b", w.boolean()).optional()))));
+    w.define("Only", with(w.sequence({w.marker()})));
+    w.define("Set", with(w.structure(TYP_SET, comps(w.comp("b", w.boolean()).optional()))));
+    w.define("SmallSet", with(w.set({w.comp("a", byte(w)), w.marker()})));
+    w.define("Choice", with(w.structure(TYP_CHOICE, comps(w.comp("b", w.boolean())))));
+    w.define("Added", with(w.sequence({w.comp("a", byte(w)), w.marker(),
+                                       w.comp("added", w.null()).optional()})));
+    w.define("Inner",
+             w.sequence({w.comp("in", with(w.sequence({w.comp("a", w.null()), w.marker()}))),
+                         w.comp("pick", with(w.choice({w.comp("b", w.boolean()), w.marker()})))}));
+}
+
+/* Components that lie in homes of their own. */
+void componentHomes(TreeWriter &w) {
+    const auto members = [&] {
+        return std::vector{
+            w.comp("number", byte(w)),
+            w.comp("text", w.string(TYP_IA5STR, 1, 8)).optional(),
+            w.comp("part", w.ref("Part")),
+            w.comp("inner", w.sequence({w.comp("z", byte(w)).optional()})).implicit(0),
+            w.comp("list", w.listOf(TYP_SEQOF, w.null()).asList()).implicit(1),
+            w.comp("pick", w.choice({w.comp("p", w.null()), w.comp("q", w.real())}))};
+    };
+    w.define("Sequence", w.structure(TYP_SEQ, members()).option(OPT_COMPS_AS_POINTERS)).entry();
+    w.define("Set", w.structure(TYP_SET, members()).option(OPT_COMPS_AS_POINTERS));
+    w.define("Choice", w.structure(TYP_CHOICE, members()).option(OPT_COMPS_AS_POINTERS));
+    w.define("Part", w.sequence({w.comp("x", byte(w))}));
+    w.define("Single",
+             w.sequence({w.comp("home", w.ref("Part").option(OPT_HOME)),
+                         w.comp("far", w.ref("Part").option(OPT_POINTER)),
+                         w.comp("inner",
+                                w.sequence({w.comp("x", byte(w)).optional()}).option(OPT_HOME))}));
+}
+
+/* Elements beyond the limit are passed over and counted, or an error. */
+void sizeLimits(TreeWriter &w) {
+    const auto list = [&] { return w.listOf(TYP_SEQOF, byte(w), 0, 200).asArray(); };
+    w.define("Ignoring", list().sizeLimit(10, false)).entry();
+    w.define("Refusing", list().sizeLimit(10, true));
+    w.define("Same", w.listOf(TYP_SEQOF, byte(w), 0, 10).asArray().sizeLimit(10, false));
+    w.define("Choices",
+             w.listOf(TYP_SEQOF, w.choice({w.comp("a", w.null()), w.comp("b", w.boolean())}), 2, 99)
+                 .asArray()
+                 .sizeLimit(5, false));
+    w.define("Member", w.sequence({w.comp("list", list().sizeLimit(3, false))}));
+    w.define("Strings",
+             w.sequence({w.comp("cut", w.string(TYP_IA5STR, 0, 200).sizeLimit(20, false)),
+                         w.comp("refused", w.string(TYP_OCTSTR, 0, 200).sizeLimit(20, true))}));
+}
+
+void componentsOf(TreeWriter &w) {
+    w.define("Base", w.sequence({w.comp("x", byte(w)), w.comp("y", w.boolean()).optional(),
+                                 w.marker(), w.comp("z", w.null()).optional()}));
+    w.define("Whole", w.sequence({w.comp("a", w.null()), w.componentsOf(w.ref("Base"))}));
+    w.define("Numbered",
+             w.sequence({w.comp("a", w.null()), w.componentsOf(w.ref("Base"))}).automaticTags());
+}
+
+const CodingCase cases[] = {
+    {"optionalplaces", optionalPlaces, {"-DEFINITELEN=definite"}},
+    {"untaggedchoices", untaggedChoices},
+    {"choices", choices},
+    {"explicittags", explicitTags},
+    {"explicittags_definite", explicitTags, {"-DEFINITELEN=definite"}},
+    {"sets", sets, {}, {"-Wno-sign-compare"}},
+    {"largesets", largeSets, {}, {"-Wno-int-in-bool-context"}},
+    {"listforms", listForms},
+    {"listsinlists", listsInLists},
+    {"recursion", recursion},
+    {"extensions_skipped",
+     [](TreeWriter &w) { extensible(w, false, false); },
+     {},
+     {"-Wno-unused-parameter"}},
+    {"extensions_kept", [](TreeWriter &w) { extensible(w, true, false); }},
+    {"extensions_skipped_homes",
+     [](TreeWriter &w) { extensible(w, false, true); },
+     {},
+     {"-Wno-unused-parameter"}},
+    {"extensions_kept_homes", [](TreeWriter &w) { extensible(w, true, true); }, {"-MEMORY=yes"}},
+    {"componenthomes", componentHomes},
+    {"componenthomes_memory", componentHomes, {"-MEMORY=yes"}},
+    {"sizelimits", sizeLimits, {}, {"-Wno-unused-but-set-variable"}},
+    {"componentsof", componentsOf},
+};
+
+class CodingStructures : public testing::TestWithParam<CodingCase> {};
+
+TEST_P(CodingStructures, AreWrittenAsExpectedAndCompile) {
+    EXPECT_EQ(faultsOf(GetParam()), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Constructs, CodingStructures, testing::ValuesIn(cases),
+                         [](const auto &row) { return std::string(row.param.name); });
+
+} // namespace
