@@ -374,4 +374,41 @@ INSTANTIATE_TEST_SUITE_P(
         TestingCase{"traditional", sets, {"-ANSI-C=no"}}),
     [](const auto &testCase) { return testCase.param.name; });
 
+/* Functions of an imported module are called by name, with those for its named numbers; those of
+   instances are written where they are used. */
+TEST(TestingOfImports, CallTheOtherModule) {
+    WorkDir dir;
+    TreeWriter base("Base_Module", "b"), user("User_Module", "u");
+    for (TreeWriter *tree : {&base, &user})
+        for (const char *option : {"-COD=0:0", "-TST=1:1", "-VERBOSE=QUIET"})
+            tree->option(option);
+    base.define("Colour", base.enumerated({{"red", 0}, {"blue", 1}}));
+    base.define("Size", base.sequence({base.comp("width", base.integer(0, 9))}));
+    base.define("Full", base.sequence({
+                            base.comp("kind", base.enumerated({{"odd", 1}, {"even", 6}})),
+                            base.comp("colour", base.ref("Colour")),
+                        }));
+    user.define("Wide", user.sequence({user.comp("a", user.boolean()),
+                                       user.componentsOf(user.ref(base, "Full"))}));
+    user.define("Shade", user.ref(base, "Colour")).entry();
+    user.define("Own_Size", user.ref(base, "Size")).entry();
+    user.define("Couple", user.type(TYP_NONE)).hidden();
+    user.define(
+            "Colours",
+            user.instance(user.parameterisedHead(
+                "Couple", user.sequence({user.comp("first", user.ref(base, "Colour")),
+                                         user.comp("size", user.ref(base, "Size")).optional()}))))
+        .entry();
+    user.define("Box", user.sequence({user.comp("colour", user.ref(base, "Colour")),
+                                      user.comp("size", user.ref("Own_Size")),
+                                      user.comp("shade", user.ref("Shade"))}));
+    ASSERT_TRUE(base.save(dir.path("b.stx")));
+    EXPECT_EQ(compareGolden("testing/imports.txt", generatedFunctions(dir, user, {"b"})), "");
+    for (const char *compiler : {"gcc", "clang"})
+        EXPECT_EQ(compileC(dir, compiler, "utst.c",
+                           {"-std=c99", "-Wall", "-Wextra", "-I.", "-I" + sourceDir + "/rts"}),
+                  "")
+            << compiler;
+}
+
 } // namespace
