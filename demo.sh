@@ -11,8 +11,8 @@ cmake --build build/release -j "$(nproc)" --target velmo
 rm -rf out
 mkdir out
 echo
-echo "== in out/: velmo -S=../examples/stx/ basic stock shop forms"
-(cd out && ../build/release/velmo -S=../examples/stx/ basic stock shop forms)
+echo "== in out/: velmo -S=../examples/stx/ basic stock shop forms value"
+(cd out && ../build/release/velmo -S=../examples/stx/ basic stock shop forms value)
 echo
 echo "== files in out/, with their lines"
 wc -l out/*

@@ -48,13 +48,18 @@ int main(int argc, char **argv) {
     }
     TreeWriter basic("Basic_Forms", "basic"), stock("Stock_Keeping", "stock");
     TreeWriter shop("Shop_Orders", "shop"), forms("All_Forms", "forms");
+    TreeWriter value("Value_Forms", "value");
     makeBasic(basic);
     makeStock(stock);
     makeShop(shop, stock);
     makeForms(forms, stock);
+    makeValue(value, stock);
     bool done = true;
-    const std::pair<TreeWriter *, const char *> all[] = {
-        {&basic, "basic"}, {&stock, "stock"}, {&shop, "shop"}, {&forms, "forms"}};
+    const std::pair<TreeWriter *, const char *> all[] = {{&basic, "basic"},
+                                                         {&stock, "stock"},
+                                                         {&shop, "shop"},
+                                                         {&forms, "forms"},
+                                                         {&value, "value"}};
     for (auto [tree, name] : all)
         done = write(*tree, argv[1], argv[2], name) && done;
     return done ? 0 : 1;

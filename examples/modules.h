@@ -9,3 +9,4 @@ void makeBasic(TreeWriter &w);
 void makeStock(TreeWriter &w);
 void makeShop(TreeWriter &w, const TreeWriter &stock);
 void makeForms(TreeWriter &w, const TreeWriter &stock);
+void makeValue(TreeWriter &w, const TreeWriter &stock);

@@ -21,7 +21,8 @@ TEST(ExampleTrees, AreWhatTheProgramBesideThemMakes) {
     WorkDir dir;
     ProgramRun run = runProgram(dir, maketreesProgram, {sourceDir + "/examples", "."});
     ASSERT_EQ(run.status, 0) << run.err;
-    std::vector<std::string> names = {"basic.stx", "forms.stx", "shop.stx", "stock.stx"};
+    std::vector<std::string> names = {"basic.stx", "forms.stx", "shop.stx", "stock.stx",
+                                      "value.stx"};
     EXPECT_EQ(dir.files(), names);
     for (const std::string &name : names) {
         SCOPED_TRACE(name);
@@ -33,7 +34,6 @@ TEST(ExampleTrees, AreWhatTheProgramBesideThemMakes) {
 TEST(ExampleTrees, ProgramReportsWhatItCannotReadOrWrite) {
     WorkDir dir;
     EXPECT_EQ(runProgram(dir, maketreesProgram, {sourceDir + "/examples"}).status, 1);
-    EXPECT_EQ(runProgram(dir, maketreesProgram, {sourceDir + "/examples", "nowhere"}).status,
-              1);
+    EXPECT_EQ(runProgram(dir, maketreesProgram, {sourceDir + "/examples", "nowhere"}).status, 1);
     EXPECT_EQ(runProgram(dir, maketreesProgram, {".", "."}).status, 1);
 }

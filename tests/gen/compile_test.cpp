@@ -36,7 +36,8 @@ void expectToCompile(const WorkDir &dir, const std::string &trees,
 
 TEST(TypeFiles, ExamplesCompileAlone) {
     WorkDir dir;
-    expectToCompile(dir, sourceDir + "/examples/stx/", {"basic", "stock", "shop", "forms"});
+    expectToCompile(dir, sourceDir + "/examples/stx/",
+                    {"basic", "stock", "shop", "forms", "value"});
 }
 
 /* The other words for the same formats. */
