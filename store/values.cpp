@@ -279,6 +279,9 @@ std::int32_t bitStringLength() {
     const VNode value = vNode;
     if (value.valueKind == TYP_BITSTR && value.refRecord != 0)
         return lenFromNamedBits(module, value.refRecord);
+    /* A named bit of the type is governed by it as well; it is a number and has no digits. */
+    if (value.valueKind != TYP_BITSTR && value.valueKind != TYP_OCTSTR)
+        return 0;
     std::int32_t limit = 0;
     if (tNode.namedNumbersRec != 0)
         limit = lenFromNamedBits(currModule(REC_TNODE), tNode.namedNumbersRec);

@@ -18,7 +18,7 @@ TEST(Defines, NamedNumbersAndBits) {
     WorkDir dir;
     TreeWriter w("Number_Module", "t");
     w.define("Grade", w.numbered(w.integer(-6, 6), {{"worst", -6}, {"best_of_all", 6}}));
-    w.define("Rights", w.numbered(w.string(TYP_BITSTR, 0, 9), {{"read", 0}, {"write", 1}}));
+    w.define("Rights", w.numbered(w.string(TYP_BITSTR, 0, 400), {{"read", 0}, {"write", 1}, {"far", 300}}));
     w.define("Signal",
              w.enumerated({{"stop", 0}, {"go", 1}, NamedNumber::extension(), {"wait", 300}}));
     w.define("Same", w.ref("Grade"));

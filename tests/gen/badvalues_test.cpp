@@ -1,0 +1,208 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "tests/support/runtool.h"
+#include "tests/support/treewriter.h"
+
+/* Trees whose values and constraints don't hold together: the run ends with a message, or goes on
+   where nothing is lost. */
+
+namespace {
+
+struct BadCase {
+    const char *name;
+    std::function<void(TreeWriter &)> build; /* may change records of the finished tree */
+    int status;
+    const char *message; /* the whole standard error of the run */
+};
+
+[[maybe_unused]] void PrintTo(const BadCase &value, std::ostream *out) {
+    *out << value.name;
+}
+
+constexpr std::int64_t BIG = std::int64_t{1} << 40;
+constexpr RecNr NOWHERE = 9999;
+
+SubRec &sub(TreeWriter &w, RecNr nr) {
+    return w.subRecs[static_cast<std::size_t>(nr - 1)];
+}
+
+/* A component that is checked against the constraint when it is asked for. */
+void checked(TreeWriter &w, RecNr constraint) {
+    w.define("T", w.sequence({w.comp("n", w.integer().constrained(constraint))})).entry();
+}
+
+void governorMissing(TreeWriter &w) {
+    ValueNode value = w.defineValue("v", w.integer(), w.intValue(1));
+    w.finish();
+    value->governorRec = 0;
+}
+
+void governorNowhere(TreeWriter &w) {
+    ValueNode value = w.defineValue("v", w.integer(), w.intValue(1));
+    w.finish();
+    value->governorRec = NOWHERE;
+}
+
+void namedBit(TreeWriter &w, std::int64_t bit) {
+    w.define("Rights", w.numbered(w.string(TYP_BITSTR), {{"far", bit}}));
+    w.defineValue("v", w.ref("Rights"), w.listValue(TYP_BITSTR, {w.itemOf("Rights", "far")}));
+}
+
+void namedBitIsText(TreeWriter &w) {
+    w.defineValue("v", w.string(TYP_BITSTR),
+                  w.listValue(TYP_BITSTR, {w.textValue(TYP_IA5STR, "far")}));
+}
+
+void defaultNowhere(TreeWriter &w) {
+    TypeNode comp = w.comp("n", w.integer()).defaultTo(w.intValue(1));
+    w.define("T", w.sequence({comp})).entry();
+    w.finish();
+    comp->defaultValue = NOWHERE;
+}
+
+void arcTooLarge(TreeWriter &w) {
+    w.defineValue("v", w.type(TYP_OBJID), w.objectIdentifier({w.intValue(1), w.intValue(BIG)}));
+}
+
+void arcIsText(TreeWriter &w) {
+    w.defineValue("v", w.type(TYP_OBJID),
+                  w.listValue(TYP_OBJID, {w.intValue(1), w.textValue(TYP_IA5STR, "x")}));
+}
+
+void arcsOfThemselves(TreeWriter &w) {
+    ValueNode value =
+        w.defineValue("v", w.type(TYP_OBJID), w.objectIdentifier({w.intValue(1), w.intValue(2)}));
+    w.finish();
+    VNode &first = w.vNodes[static_cast<std::size_t>(value->refRecord - 1)];
+    first.valueKind = TYP_SYNONYM;
+    first.refModule = 1;
+    first.refRecord = value.nr;
+}
+
+void valueOfItself(TreeWriter &w) {
+    ValueNode value = w.defineValue("v", w.integer(), w.valueRef("w"));
+    w.defineValue("w", w.integer(), w.valueRef("v"));
+    value.exported();
+}
+
+void singleValueMissing(TreeWriter &w) {
+    RecNr nr = w.single(w.intValue(1));
+    checked(w, nr);
+    w.finish();
+    sub(w, nr).first = NOWHERE;
+}
+
+void singleValueNone(TreeWriter &w) {
+    RecNr nr = w.single(w.intValue(1));
+    checked(w, nr);
+    w.finish();
+    sub(w, nr).first = 0;
+}
+
+void unionMemberMissing(TreeWriter &w) {
+    RecNr member = w.range(1, 2);
+    checked(w, w.sub(SUB_UNION, {member, w.range(4, 5)}));
+    w.finish();
+    sub(w, member).next = NOWHERE;
+}
+
+void unionInCircle(TreeWriter &w) {
+    RecNr first = w.range(1, 2), second = w.range(4, 5);
+    checked(w, w.sub(SUB_UNION, {first, second}));
+    w.finish();
+    sub(w, second).next = first;
+}
+
+void unionWithinItself(TreeWriter &w) {
+    RecNr member = w.sub(SUB_UNION, {w.range(1, 2)});
+    RecNr whole = w.sub(SUB_UNION, {member});
+    checked(w, whole);
+    w.finish();
+    sub(w, member).first = whole;
+}
+
+void sizeMissing(TreeWriter &w) {
+    RecNr size = w.size(1, 5);
+    w.define("T", w.sequence({w.comp("s", w.string(TYP_OCTSTR).constrained(size))})).entry();
+    w.finish();
+    sub(w, size).first = 0;
+}
+
+void containedInItself(TreeWriter &w) {
+    TypeNode other = w.integer(1, 2);
+    RecNr nr = w.includes(w.define("U", other));
+    TypeNode type = w.define("T", w.integer().constrained(nr)).entry();
+    w.finish();
+    w.vNodes[static_cast<std::size_t>(sub(w, nr).first - 1)].refRecord = type.nr;
+}
+
+void exceptWithOnePart(TreeWriter &w) {
+    checked(w, w.sub(SUB_EXCEPT, {w.range(1, 9)}));
+}
+
+void enumerationWithoutItems(TreeWriter &w) {
+    w.define("None", w.enumerated({})).entry();
+    w.define("Marker", w.enumerated({NamedNumber::extension()})).entry();
+    w.define("T", w.sequence({w.comp("e", w.ref("None")), w.comp("m", w.ref("Marker"))})).entry();
+}
+
+#define INTERNAL_FAULT(detail) "\nFATAL ERROR : Internal error\n" detail "\n"
+constexpr const char *UNREADABLE = "\nFATAL ERROR : Can not read record from syntax tree\n\n";
+constexpr const char *INCONSISTENT =
+    "\nFATAL ERROR : Syntax tree inconsistent\n              t\n\n";
+
+const BadCase cases[] = {
+    {"governor_missing", governorMissing, 2, INTERNAL_FAULT("")},
+    {"governor_nowhere", governorNowhere, 2, UNREADABLE},
+    {"named_bit_too_large", [](TreeWriter &w) { namedBit(w, BIG); }, 2,
+     INTERNAL_FAULT("              Too long named bit value\n")},
+    {"named_bit_far_out", [](TreeWriter &w) { namedBit(w, 2147483647); }, 2,
+     INTERNAL_FAULT("              Too long named bit value\n")},
+    {"named_bit_negative", [](TreeWriter &w) { namedBit(w, -5); }, 2,
+     INTERNAL_FAULT("              Too long named bit value\n")},
+    {"named_bit_is_text", namedBitIsText, 2, INTERNAL_FAULT("")},
+    {"default_nowhere", defaultNowhere, 0, ""},
+    {"arc_too_large", arcTooLarge, 2,
+     INTERNAL_FAULT("              Too large object identifier element value\n")},
+    {"arc_negative",
+     [](TreeWriter &w) {
+         w.defineValue("v", w.type(TYP_OBJID), w.objectIdentifier({w.intValue(1), w.intValue(-1)}));
+     },
+     2, INTERNAL_FAULT("              Too large object identifier element value\n")},
+    {"arc_is_text", arcIsText, 0,
+     "Warning VELMO: No define for v: its object identifier is not resolved.\n"},
+    {"arcs_of_themselves", arcsOfThemselves, 2, INCONSISTENT},
+    {"value_of_itself", valueOfItself, 2, INCONSISTENT},
+    {"single_value_missing", singleValueMissing, 2, UNREADABLE},
+    {"single_value_none", singleValueNone, 2,
+     INTERNAL_FAULT("              Unable to construct a value for a constraint.\n")},
+    {"union_member_missing", unionMemberMissing, 2, UNREADABLE},
+    {"union_in_circle", unionInCircle, 2, INCONSISTENT},
+    {"union_within_itself", unionWithinItself, 2, INCONSISTENT},
+    {"size_missing", sizeMissing, 2, UNREADABLE},
+    {"contained_in_itself", containedInItself, 2, INCONSISTENT},
+    {"except_with_one_part", exceptWithOnePart, 2, UNREADABLE},
+    {"enumeration_without_items", enumerationWithoutItems, 0, ""},
+};
+
+class BadValues : public testing::TestWithParam<BadCase> {};
+
+TEST_P(BadValues, EndWithAMessage) {
+    WorkDir dir;
+    TreeWriter w("Bad_Module", "t");
+    w.source("asn/", "t.asn");
+    w.option("-TST=1:1");
+    w.option("-TAB=yes");
+    GetParam().build(w);
+    ASSERT_TRUE(w.save(dir.path("t.stx")));
+    const ProgramRun run = runVelmo(dir, {"-VERBOSE=quiet", "t"});
+    EXPECT_EQ(run.status, GetParam().status);
+    EXPECT_EQ(run.err, GetParam().message);
+}
+
+INSTANTIATE_TEST_SUITE_P(Gen, BadValues, testing::ValuesIn(cases),
+                         [](const auto &suite) { return suite.param.name; });
+
+} // namespace
