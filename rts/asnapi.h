@@ -51,12 +51,18 @@ BOOLE asnDecodeWith (int reentrant, ENTRYFUNC decode, const void *buffer, size_t
 /* Frees all that values own in this memory; they must not be used any more. */
 void asnFreeMemory (ASNMEM *memory);
 
-/* Prints a value so that asking for it accepts the text again; false if writing fails. */
+/* Prints a value as a text that asking for it accepts again; docs/runtime.md describes it. False, with
+   ROOM_FAIL, if it cannot be written. A value that is none of its type, a choice of nothing say, is
+   printed as "?" and reported as VALUE_FAIL when all is printed. */
 BOOLE asnPrintWith (int reentrant, ENTRYFUNC print, const void *value, FILE *out, ASNERROR *error);
 #define asnPrint(print, value, out, error) \
   asnPrintWith (ASN_REENTRANT, (ENTRYFUNC)(print), value, out, error)
 
-/* Reads a value from a dialogue: a terminal or a text. `out` gets the questions, or is null. */
+/* Reads a value from `in` into *value, which is zeroed first; `memory` as in asnDecode. Where `out` is
+   null `in` is a script and its first fault an error, whose `offset` is the number of a line, and whose
+   path leads to the component that was asked for. Else `out` gets a question for each line, and who
+   answers wrongly is asked again; only the end of `in`, or an answer that leaves no question open, is an
+   error. What follows the value in `in` stays there. */
 BOOLE asnAskWith (int reentrant, ENTRYFUNC ask, void *value, size_t size, ASNMEM *memory, FILE *in,
                   FILE *out, ASNERROR *error);
 #define asnAsk(ask, value, size, memory, in, out, error) \
@@ -83,6 +89,12 @@ void asnOpenEncoder (ASNCODG *asncodg, void *buffer, size_t size);
 void asnOpenDecoder (ASNCODG *asncodg, const void *buffer, size_t length, ASNMEM *memory);
 BYTE_TYPE *asnEncoded (ASNCODG *asncodg, size_t *length, ASNERROR *error);
 BOOLE asnDecoded (ASNCODG *asncodg, size_t *used, ASNERROR *error);
+
+/* The same for printing, with null for `in` and `memory`, and for asking. What is opened must be closed:
+   the context holds memory in between. */
+struct ASNTSTG;
+void asnOpenTester (struct ASNTSTG *asntstg, FILE *in, FILE *out, ASNMEM *memory);
+BOOLE asnCloseTester (struct ASNTSTG *asntstg, ASNERROR *error);
 
 #ifdef __cplusplus
 }
