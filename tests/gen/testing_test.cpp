@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "examples/modules.h"
 #include "tests/support/codingcase.h"
 
@@ -9,41 +7,6 @@
    compilers take them. */
 
 namespace {
-
-struct TestingCase {
-    const char *name;
-    std::function<void(TreeWriter &)> build;
-    std::vector<const char *> options = {}; /* stored in the tree */
-    /* A flag for what compilers say of text that has to be as it is; null: it is no C at all. */
-    const char *warnings = "";
-};
-
-[[maybe_unused]] void PrintTo(const TestingCase &value, std::ostream *out) {
-    *out << value.name;
-}
-
-class Testing : public testing::TestWithParam<TestingCase> {};
-
-TEST_P(Testing, FunctionsAreWrittenAsExpectedAndCompile) {
-    WorkDir dir;
-    TreeWriter tree("Case_Module", "t");
-    for (const char *option : GetParam().options)
-        tree.option(option);
-    for (const char *option : {"-COD=0:0", "-TST=2:1", "-VERBOSE=QUIET"})
-        tree.option(option);
-    GetParam().build(tree);
-    const std::string functions = generatedFunctions(dir, tree);
-    EXPECT_EQ(compareGolden(std::string("testing/") + GetParam().name + ".txt", functions), "");
-    if (GetParam().warnings == nullptr)
-        return;
-    std::vector<std::string> flags = {"-std=c99", "-Wall", "-Wextra", "-I.",
-                                      "-I" + sourceDir + "/rts"};
-    if (*GetParam().warnings != '\0')
-        flags.push_back(GetParam().warnings);
-    for (const char *compiler : {"gcc", "clang"})
-        for (const char *file : {"task.c", "tpri.c"})
-            EXPECT_EQ(compileC(dir, compiler, file, flags), "") << compiler << ' ' << file;
-}
 
 /* --- leaves --- */
 
@@ -345,34 +308,60 @@ void morla(TreeWriter &w) {
     w.define("Anything", w.any()).entry(morlaEntry);
 }
 
-void basic(TreeWriter &w) {
-    makeBasic(w);
+/* Lines of a user for each place, on definitions, components and uses of definitions. */
+void embeddedText(TreeWriter &w) {
+    const auto lines = [](TypeNode type, const std::string &name) {
+        return type.text("A1", "/* before asking " + name + " */")
+            .text("A2", "/* after asking " + name + " */")
+            .text("P1", "/* before printing " + name + " */")
+            .text("P2", "/* after printing " + name + " */");
+    };
+    lines(w.define("T", w.sequence({lines(w.comp("may", w.boolean()).optional(), "may"),
+                                    lines(w.comp("part", w.ref("Part")), "part"),
+                                    lines(w.comp("leaf", w.ref("Leaf")), "leaf")})),
+          "T")
+        .entry();
+    lines(w.define("Part", w.sequence({w.comp("x", w.boolean())})), "Part");
+    lines(w.define("Leaf", w.integer(0, 9)), "Leaf").entry();
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    , Testing,
-    testing::Values(
-        TestingCase{"basic", basic}, TestingCase{"numbers", numbers},
-        TestingCase{"numbers_real", numbers, {"-C-GENERATION=REAL"}},
-        TestingCase{"enumerations", enumerations}, TestingCase{"strings", strings},
-        TestingCase{"other_leaves", otherLeaves},
-        TestingCase{"other_leaves_common", otherLeaves, {"-C-GENERATION=COMMONTIME:EXTERNAL"}},
-        TestingCase{"unsupported", unsupported, {}, nullptr},
-        TestingCase{"leaf_entries", leafEntries, {}, "-Wno-unused-parameter"},
-        TestingCase{"sets", sets}, TestingCase{"choices", choices}, TestingCase{"nesting", nesting},
-        TestingCase{"lists", lists},
-        TestingCase{"size_limits", sizeLimits, {}, "-Wno-unused-but-set-variable"},
-        TestingCase{"markers", markers, {}, "-Wno-unused-parameter"},
-        TestingCase{"skipped_and_frames", skippedAndFrames},
-        TestingCase{"any_functions", anyFunctions, {"-C-GENERATION=ANY-FUNCTIONS"}},
-        TestingCase{"named_numbers_and_bits", namedNumbers, {}, "-Wno-unused-parameter"},
-        TestingCase{
-            "named_numbers", namedNumbers, {"-SETN=named-numbers"}, "-Wno-unused-parameter"},
-        TestingCase{"named_numbers_none", namedNumbers, {"-SETN=none"}},
-        TestingCase{"long_names", longNames, {"-NAMELEN=8"}},
-        TestingCase{"morla", morla, {"-DEFINITION-CATEGORY=MORLA-PROTOCOL"}},
-        TestingCase{"traditional", sets, {"-ANSI-C=no"}}),
-    [](const auto &testCase) { return testCase.param.name; });
+const std::vector<const char *> unusedHome = {"-Wno-unused-parameter"};
+
+const CodingCase cases[] = {
+    {"basic", makeBasic},
+    {"numbers", numbers},
+    {"numbers_real", numbers, {"-C-GENERATION=REAL"}},
+    {"enumerations", enumerations},
+    {"strings", strings},
+    {"other_leaves", otherLeaves},
+    {"other_leaves_common", otherLeaves, {"-C-GENERATION=COMMONTIME:EXTERNAL"}},
+    {"unsupported", unsupported, {}, {""}},
+    {"leaf_entries", leafEntries, {}, unusedHome},
+    {"sets", sets},
+    {"traditional", sets, {"-ANSI-C=no"}},
+    {"choices", choices},
+    {"nesting", nesting},
+    {"lists", lists},
+    {"size_limits", sizeLimits, {}, {"-Wno-unused-but-set-variable"}},
+    {"markers", markers, {}, unusedHome},
+    {"skipped_and_frames", skippedAndFrames},
+    {"any_functions", anyFunctions, {"-C-GENERATION=ANY-FUNCTIONS"}},
+    {"named_numbers_and_bits", namedNumbers, {}, unusedHome},
+    {"named_numbers", namedNumbers, {"-SETN=named-numbers"}, unusedHome},
+    {"named_numbers_none", namedNumbers, {"-SETN=none"}},
+    {"long_names", longNames, {"-NAMELEN=8"}},
+    {"morla", morla, {"-DEFINITION-CATEGORY=MORLA-PROTOCOL"}},
+    {"embedded_text", embeddedText},
+};
+
+class Testing : public testing::TestWithParam<CodingCase> {};
+
+TEST_P(Testing, FunctionsAreWrittenAsExpectedAndCompile) {
+    EXPECT_EQ(testingFaultsOf(GetParam()), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, Testing, testing::ValuesIn(cases),
+                         [](const auto &testCase) { return std::string(testCase.param.name); });
 
 /* Functions of an imported module are called by name, with those for its named numbers; those of
    instances are written where they are used. */
@@ -404,11 +393,7 @@ TEST(TestingOfImports, CallTheOtherModule) {
                                       user.comp("shade", user.ref("Shade"))}));
     ASSERT_TRUE(base.save(dir.path("b.stx")));
     EXPECT_EQ(compareGolden("testing/imports.txt", generatedFunctions(dir, user, {"b"})), "");
-    for (const char *compiler : {"gcc", "clang"})
-        EXPECT_EQ(compileC(dir, compiler, "utst.c",
-                           {"-std=c99", "-Wall", "-Wextra", "-I.", "-I" + sourceDir + "/rts"}),
-                  "")
-            << compiler;
+    EXPECT_EQ(compileFunctions(dir, unusedHome), "");
 }
 
 } // namespace

@@ -25,7 +25,7 @@ std::string generatedFunctions(const WorkDir &dir, TreeWriter &tree,
     std::vector<std::string> all = arguments;
     all.push_back(prefix);
     const ProgramRun run = runVelmo(dir, all);
-    if (run.status != '\0')
+    if (run.status != 0)
         return "status " + std::to_string(run.status) + "\n" + run.err;
     std::string functions = run.err.empty() ? "" : "messages:\n" + run.err;
     for (const char *word : {"cod", "enc", "dec", "tst", "ask", "pri"})
@@ -40,26 +40,44 @@ std::string compileFunctions(const WorkDir &dir, const std::vector<const char *>
                                       "-I" + sourceDir + "/rts"};
     flags.insert(flags.end(), quiet.begin(), quiet.end());
     std::string messages;
+    bool hasFiles = false;
     for (const std::string &file : dir.files()) {
         if (!file.ends_with(".c"))
             continue;
+        hasFiles = true;
         for (const char *compiler : {"gcc", "clang"})
             messages += compileC(dir, compiler, file, flags);
     }
-    return messages;
+    return hasFiles ? messages : "no function files\n";
 }
 
-std::string faultsOf(const CodingCase &codingCase) {
+namespace {
+
+/* `files` are options that stand behind those of the case, since a category brings files of its
+ * own.
+ */
+std::string faultsOfKinds(const CodingCase &codingCase, const std::string &goldenFolder,
+                          const std::vector<const char *> &files) {
     WorkDir dir;
     TreeWriter tree("Case_Module", "t");
     for (const char *option : codingCase.options)
         tree.option(option);
-    tree.option("-COD=1:1"); /* behind a category, which brings files of its own */
+    for (const char *option : files)
+        tree.option(option);
     codingCase.build(tree);
     const std::string functions = generatedFunctions(dir, tree);
-    std::string faults =
-        compareGolden(std::string("coding/") + codingCase.name + ".txt", functions);
+    std::string faults = compareGolden(goldenFolder + '/' + codingCase.name + ".txt", functions);
     if (codingCase.quiet.empty() || *codingCase.quiet.front() != '\0')
         faults += compileFunctions(dir, codingCase.quiet);
     return faults;
+}
+
+} // namespace
+
+std::string faultsOf(const CodingCase &codingCase) {
+    return faultsOfKinds(codingCase, "coding", {"-COD=1:1"});
+}
+
+std::string testingFaultsOf(const CodingCase &testingCase) {
+    return faultsOfKinds(testingCase, "testing", {"-COD=0:0", "-TST=2:1"});
 }

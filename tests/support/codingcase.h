@@ -13,7 +13,7 @@
 
 /* A module, its options, and where what is written for it must displease compilers. */
 struct CodingCase {
-    const char *name; /* of the golden file in coding/ */
+    const char *name; /* of the golden file */
     std::function<void(TreeWriter &)> build;
     std::vector<const char *> options = {}; /* stored in the tree */
     /* "-Wno-...": warnings that the functions bring by their nature; "" : they aren't C at all. */
@@ -21,9 +21,11 @@ struct CodingCase {
 };
 void PrintTo(const CodingCase &value, std::ostream *out);
 
-/* Encoding and decoding functions of the module "Case_Module", prefix "t", against the golden file
-   and against C compilers: empty if all is well, otherwise the differences and messages. */
+/* Functions of the module "Case_Module", prefix "t", against the golden file and against C
+   compilers: empty if all is well, otherwise the differences and messages. Encoding and decoding
+   functions with golden files in coding/; asking and printing functions with those in testing/. */
 std::string faultsOf(const CodingCase &codingCase);
+std::string testingFaultsOf(const CodingCase &testingCase);
 
 /* Runs the tool on the tree in `dir` and gives all functions that it wrote for the module, file by
    file, without headers and includes, behind the messages of the run; a run that fails tells its
