@@ -1,12 +1,14 @@
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 #include "tests/support/treewriter.h"
 
-/* Writes a tree for measurements: maketree NUMBER-OF-TYPES FILE. The types are a mixture of leaves,
-   structures that refer to other types, lists, choices and enumerations, in the
-   proportions of large real modules; every tenth type is an entry type. */
+/* Writes a tree for measurements: maketree NUMBER FILE [components]. The tree has NUMBER types, a
+   mixture of leaves, structures that refer to other types, lists, choices and enumerations, in the
+   proportions of large real modules; every tenth type is an entry type. With "components" it has
+   few types, with NUMBER components in all, most of them in a SEQUENCE, a SET and a CHOICE. */
 
 namespace {
 
@@ -70,20 +72,63 @@ TypeNode makeType(TreeWriter &w, int i, int count) {
     }
 }
 
-} // namespace
-
-int main(int argc, char **argv) {
-    int count = argc == 3 ? std::atoi(argv[1]) : 0;
-    if (count < 1) {
-        std::fputs("usage: maketree NUMBER-OF-TYPES FILE\n", stderr);
-        return 1;
-    }
-    TreeWriter w("Large_Module", "large");
+void makeMixture(TreeWriter &w, int count) {
     for (int i = 0; i < count; ++i) {
         TypeNode type = w.define(typeName(i), makeType(w, i, count)).line(i + 1);
         if (i % 10 == 0)
             type.entry();
     }
+}
+
+constexpr MainType structureKinds[] = {TYP_SEQ, TYP_SET, TYP_CHOICE};
+
+TypeNode makeMember(TreeWriter &w, int i) {
+    switch (i % 5) {
+    case 0:
+        return w.string(TYP_OCTSTR, 1, 20);
+    case 1:
+        return w.listOf(TYP_SEQOF, w.boolean(), 0, 9);
+    case 2:
+        return w.ref("Type_0");
+    default:
+        return w.integer(0, i);
+    }
+}
+
+/* One structure of many components. */
+TypeNode makeLarge(TreeWriter &w, MainType kind, int count) {
+    std::vector<TypeNode> comps;
+    for (int i = 0; i < count; ++i) {
+        TypeNode comp = w.comp("member_" + std::to_string(i), makeMember(w, i)).implicit(i);
+        comps.push_back(kind != TYP_CHOICE && i % 3 == 1 ? comp.optional() : comp);
+    }
+    return w.structure(kind, comps);
+}
+
+void makeComponents(TreeWriter &w, int count) {
+    constexpr int parts = 10; /* three large structures of three parts each, the rest smaller */
+    w.option("-TST=1:1");
+    int type = 0;
+    for (int i = 0; i < parts; ++i)
+        w.define(typeName(type++), makeLarge(w, structureKinds[i % 3], count / parts / parts));
+    for (MainType kind : structureKinds)
+        w.define(typeName(type++), makeLarge(w, kind, count * 3 / parts)).entry();
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    int count = argc >= 3 ? std::atoi(argv[1]) : 0;
+    bool ofComponents = argc == 4 && std::strcmp(argv[3], "components") == 0;
+    if (count < 1 || argc > 4 || (argc == 4 && !ofComponents)) {
+        std::fputs("usage: maketree NUMBER FILE [components]\n", stderr);
+        return 1;
+    }
+    TreeWriter w("Large_Module", "large");
+    if (ofComponents)
+        makeComponents(w, count);
+    else
+        makeMixture(w, count);
     if (!w.save(argv[2])) {
         std::perror(argv[2]);
         return 1;
