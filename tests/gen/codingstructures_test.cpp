@@ -185,6 +185,18 @@ void componentHomes(TreeWriter &w) {
                                 w.sequence({w.comp("x", byte(w)).optional()}).option(OPT_HOME))}));
 }
 
+/* A dynamic array in a home of its own, and a frame of what has no tag: the functions name places
+   that aren't there. */
+void brokenPlaces(TreeWriter &w) {
+    w.define("Homes",
+             w.sequence({w.comp("array", w.listOf(TYP_SEQOF, byte(w), 0, 500).asDynamicArray())})
+                 .option(OPT_COMPS_AS_POINTERS));
+    w.define(
+        "Framed",
+        w.sequence({w.comp(
+            "pick", w.choice({w.comp("a", byte(w)), w.comp("b", w.real())}).option(OPT_FRAME))}));
+}
+
 /* Elements beyond the limit are passed over and counted, or an error. */
 void sizeLimits(TreeWriter &w) {
     const auto list = [&] { return w.listOf(TYP_SEQOF, byte(w), 0, 200).asArray(); };
@@ -232,6 +244,7 @@ const CodingCase cases[] = {
     {"extensions_kept_homes", [](TreeWriter &w) { extensible(w, true, true); }, {"-MEMORY=yes"}},
     {"componenthomes", componentHomes},
     {"componenthomes_memory", componentHomes, {"-MEMORY=yes"}},
+    {"brokenplaces", brokenPlaces, {}, {""}},
     {"sizelimits", sizeLimits, {}, {"-Wno-unused-but-set-variable"}},
     {"componentsof", componentsOf},
 };
