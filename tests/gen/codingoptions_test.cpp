@@ -150,6 +150,17 @@ TEST_P(CodingOptions, AreWrittenAsExpectedAndCompile) {
 INSTANTIATE_TEST_SUITE_P(Options, CodingOptions, testing::ValuesIn(cases),
                          [](const auto &row) { return std::string(row.param.name); });
 
+/* Words that take back what others set. */
+TEST(CodingWords, ClearWhatOldSets) {
+    WorkDir dir;
+    TreeWriter tree("Case_Module", "t");
+    mixture(tree);
+    tree.option("-C-GENERATION=OLD:REAL-N:DATETIMEZ:EXTERNAL-N:UNSIGNED-CONTROL-MEMBER:"
+                "NO-ANY-FUNCTIONS");
+    tree.option("-COD=1:1");
+    EXPECT_EQ(compareGolden("coding/cgen_none.txt", generatedFunctions(dir, tree)), "");
+}
+
 /* Functions of types that lie in another module are called; those of synonyms are the base's. */
 TEST(CodingModules, SynonymsAcrossModules) {
     WorkDir dir;

@@ -185,12 +185,13 @@ void componentHomes(TreeWriter &w) {
                                 w.sequence({w.comp("x", byte(w)).optional()}).option(OPT_HOME))}));
 }
 
-/* A dynamic array in a home of its own, and a frame of what has no tag: the functions name places
-   that aren't there. */
+/* A dynamic array in a home of its own, a linked list with a limit, and a frame of what has no tag:
+   the functions name places, variables and tags that aren't there. */
 void brokenPlaces(TreeWriter &w) {
     w.define("Homes",
              w.sequence({w.comp("array", w.listOf(TYP_SEQOF, byte(w), 0, 500).asDynamicArray())})
                  .option(OPT_COMPS_AS_POINTERS));
+    w.define("Limited", w.listOf(TYP_SEQOF, byte(w), 0, 200).asList().sizeLimit(10, false));
     w.define(
         "Framed",
         w.sequence({w.comp(
