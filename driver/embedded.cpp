@@ -4,6 +4,7 @@
 
 #include "driver/files.h"
 #include "model/backend.h"
+#include "model/classes.h"
 #include "store/ketramac.h"
 #include "store/records.h"
 #include "store/strings.h"
@@ -93,7 +94,8 @@ void printTEDs(int slot, ModRec *module, RecNr first, RecNr last, int place) {
     }
 }
 
-void printObjClassEmbeddingOptions(int slot, const std::vector<DynaNode> &entries, int place) {
+void printObjClassEmbeddingOptions(int slot, AsnObjClass *objClass, int place) {
+    const std::vector<DynaNode> &entries = objClass->embeddingEntries;
     printEntries(slot, entries, entries.size(), place);
 }
 

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <vector>
-
 #include "store/ketradef.h"
 
+struct AsnObjClass;
 struct AsnType;
-struct DynaNode;
 
 /* The user's own lines, written on types and classes, at fixed places of the generated files. */
 
@@ -29,8 +27,8 @@ enum TedPlace : int {
    "#" starts at column 0. Moves the current TedRec. */
 void printTEDs(int slot, ModRec *module, RecNr first, RecNr last, int place);
 
-/* Those of a class with all that it was derived from: the entries of its chain of references. */
-void printObjClassEmbeddingOptions(int slot, const std::vector<DynaNode> &entries, int place);
+/* Those of a class with its whole chain of references. */
+void printObjClassEmbeddingOptions(int slot, AsnObjClass *objClass, int place);
 /* Those of a type with its whole chain of references, as a member of a structure needs them. */
 void printTypeEmbeddingOptions(int slot, AsnType *type, int place);
 /* Those written on the type itself, as a definition needs them. */

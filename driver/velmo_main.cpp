@@ -9,6 +9,7 @@
 #include "driver/usage.h"
 #include "driver/wiring.h"
 #include "gen/ask.h"
+#include "gen/classmeta.h"
 #include "gen/decode.h"
 #include "gen/encode.h"
 #include "gen/entrytable.h"
@@ -50,6 +51,7 @@ void initModule(AsnModule *module) {
     getModuleRef(message, "initializing ", module, nullptr);
     verboseMsg(module, VERBOSITY_VERBOSE, message.c_str());
     resetStamps();
+    initializeObjects(module);
 }
 
 /* Tables name the functions, and the log names all files, so the order binds. */

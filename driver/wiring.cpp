@@ -4,6 +4,7 @@
 #include "cbet/reserved.h"
 #include "driver/embedded.h"
 #include "driver/toolinfo.h"
+#include "gen/classmeta.h"
 #include "gen/meta.h"
 #include "gen/tooloptions.h"
 #include "model/hooks.h"
@@ -24,6 +25,7 @@ void installHooks() {
 
     embeddingHooks.printTypeEmbeddingOptions = printTypeEmbeddingOptions;
     embeddingHooks.printLocalTypeEmbeddingOptions = printLocalTypeEmbeddingOptions;
+    embeddingHooks.printObjClassEmbeddingOptions = printObjClassEmbeddingOptions;
 
     modelHooks.initBEModMetaRec = initBEModMetaRec;
     modelHooks.newBETypMetaRec = newBETypMetaRec;
@@ -32,4 +34,13 @@ void installHooks() {
     modelHooks.newBEValMetaRec = newBEValMetaRec;
     modelHooks.deleteBEValMetaRec = deleteBEValMetaRec;
     modelHooks.valueBEOptionOK = valueBEOptionOK;
+    modelHooks.newBEClassMetaRec = newBEClassMetaRec;
+    modelHooks.deleteBEClassMetaRec = deleteBEClassMetaRec;
+    modelHooks.classBEOptionOK = classBEOptionOK;
+    modelHooks.newBEObjMetaRec = newBEObjMetaRec;
+    modelHooks.deleteBEObjMetaRec = deleteBEObjMetaRec;
+    modelHooks.objectBEOptionOK = objectBEOptionOK;
+    modelHooks.newBEObjSetMetaRec = newBEObjSetMetaRec;
+    modelHooks.deleteBEObjSetMetaRec = deleteBEObjSetMetaRec;
+    modelHooks.objectSetBEOptionOK = objectSetBEOptionOK;
 }

@@ -160,6 +160,15 @@ bool codFuncPrefOption(BEModMetaRec *meta, const char *value) {
     return alnumSpecialStriOptionOK(&meta->codFuncPref, value, "_", 1, MAX_LENGTH);
 }
 
+/* An option that is written on a type or class. */
+bool definitionOptionOK(int *accessRoutines, const char *option) {
+    const char *text = parseBEOption(option, toolWord.data(), toolWord.size());
+    if (text == nullptr)
+        return true;
+    const char *value = isOptionStri(text, "ACCESS-ROUTINES=");
+    return value == nullptr || accessRoutinesOptionOK(accessRoutines, value);
+}
+
 struct ToolOption {
     const char *name;
     bool (*check)(BEModMetaRec *meta, const char *value);
@@ -196,11 +205,19 @@ bool globalBEOptionOK(BEModMetaRec *meta, const char *option) {
 }
 
 bool typeBEOptionOK(AsnType *, BETypMetaRec *meta, const char *option, bool) {
-    const char *text = parseBEOption(option, toolWord.data(), toolWord.size());
-    if (text == nullptr || meta == nullptr)
-        return true;
-    const char *value = isOptionStri(text, "ACCESS-ROUTINES=");
-    return value == nullptr || accessRoutinesOptionOK(&meta->accessRoutines, value);
+    return meta == nullptr || definitionOptionOK(&meta->accessRoutines, option);
+}
+
+bool classBEOptionOK(AsnObjClass *, BEClassMetaRec *meta, const char *option, bool) {
+    return meta == nullptr || definitionOptionOK(&meta->accessRoutines, option);
+}
+
+bool objectBEOptionOK(AsnObject *, BEObjMetaRec *, const char *) {
+    return true;
+}
+
+bool objectSetBEOptionOK(AsnObjectSet *, BEObjSetMetaRec *, const char *) {
+    return true;
 }
 
 bool valueBEOptionOK(AsnValue *, BEValMetaRec *, const char *) {

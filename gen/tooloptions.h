@@ -1,8 +1,14 @@
 #pragma once
 
+struct AsnObjClass;
+struct AsnObject;
+struct AsnObjectSet;
 struct AsnType;
 struct AsnValue;
+struct BEClassMetaRec;
 struct BEModMetaRec;
+struct BEObjMetaRec;
+struct BEObjSetMetaRec;
 struct BETypMetaRec;
 struct BEValMetaRec;
 
@@ -16,5 +22,9 @@ struct BEValMetaRec;
 bool globalBEOptionOK(BEModMetaRec *meta, const char *option);
 /* An option that is written on a type; `last` marks those of its base. */
 bool typeBEOptionOK(AsnType *type, BETypMetaRec *meta, const char *option, bool last);
-/* No options are defined for values. */
+/* The same for a class. */
+bool classBEOptionOK(AsnObjClass *objClass, BEClassMetaRec *meta, const char *option, bool last);
+/* No options are defined for objects, object sets and values. */
+bool objectBEOptionOK(AsnObject *object, BEObjMetaRec *meta, const char *option);
+bool objectSetBEOptionOK(AsnObjectSet *objectSet, BEObjSetMetaRec *meta, const char *option);
 bool valueBEOptionOK(AsnValue *value, BEValMetaRec *meta, const char *option);

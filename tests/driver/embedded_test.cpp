@@ -4,6 +4,7 @@
 
 #include "driver/files.h"
 #include "model/backend.h"
+#include "model/classes.h"
 #include "store/strings.h"
 #include "tests/support/runtool.h"
 
@@ -95,7 +96,9 @@ TEST_F(Embedded, MemberHasTheTextOfItsWholeChainOnce) {
     EXPECT_EQ(written(), "position\nmiddle\nbase\n");
     printTypeEmbeddingOptions(SLOT, &type_, TED_TYP_BEHIND);
     EXPECT_EQ(written(), "/base\n/middle\n/position\n");
-    printObjClassEmbeddingOptions(SLOT, type_.tagEntries, TED_TYP_BEHIND);
+    AsnObjClass objClass;
+    objClass.embeddingEntries = type_.tagEntries;
+    printObjClassEmbeddingOptions(SLOT, &objClass, TED_TYP_BEHIND);
     EXPECT_EQ(written(), "/base\n/middle\n/position\n");
     printLocalTypeEmbeddingOptions(SLOT, &type_, TED_TYP_BEHIND);
     EXPECT_EQ(written(), "/position\n");

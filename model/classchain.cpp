@@ -1,0 +1,52 @@
+#include "model/classchain.h"
+
+#include "driver/fatal.h"
+
+namespace {
+
+void noteFirstName(NodePlace **firstName) {
+    if (*firstName == nullptr || isInstantiatedTNode())
+        return;
+    **firstName = saveNodeContext(REC_TNODE);
+    *firstName = nullptr;
+}
+
+} // namespace
+
+bool goThroughClassSynChain(const ClassChainWalk &walk) {
+    NodePlace *firstName = walk.firstName;
+    bool first = true;
+    ChainGuard guard(REC_TNODE);
+    for (;;) {
+        guard.step(currModule(REC_TNODE));
+        if (tNode.mainType == TYP_SYNONYM && tNode.refRecord != 0) {
+            const NodePlace place = saveNodeContext(REC_TNODE);
+            walk.leave(first);
+            restoreNodeContext(REC_TNODE, place);
+        } else if (tNode.mainType == TYP_SELECTION && tNode.auxRecord != 0 &&
+                   walk.selectionIsFatal) {
+            fatalError(FATAL_INTERNAL, nullptr);
+        }
+        if (!followClassReference())
+            return first;
+        noteFirstName(&firstName);
+        first = false;
+    }
+}
+
+void forEachClassOption(bool *hasComment, Call<void(const char *option)> option) {
+    if (tNode.tedFirst == 0)
+        return;
+    ModRec *module = currModule(REC_TNODE);
+    const RecNr last = tNode.tedLast;
+    for (RecNr nr = tNode.tedFirst; nr <= last; ++nr) {
+        readRec(module, REC_TED, nr);
+        if (tedRec.tedKind != TED_BACKEND_OPTION || tedRec.tedText == 0)
+            continue;
+        const char *text = getStri(module, tedRec.tedText);
+        if (parseBECommentOption(text) == nullptr)
+            option(text);
+        else if (hasComment != nullptr)
+            *hasComment = true;
+    }
+}

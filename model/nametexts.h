@@ -1,0 +1,23 @@
+#pragma once
+
+#include "options/naming.h"
+#include "store/text.h"
+
+/* Small helpers that the handles of classes, objects and sets share. */
+
+inline Text &joinTexts(Text &dst, const char *prefix, const char *text, const char *suffix) {
+    Text joined = orEmpty(prefix);
+    joined.append(orEmpty(text)).append(orEmpty(suffix));
+    return dst = std::move(joined);
+}
+
+/* The C name of a definition; only prefix and suffix if it has no name. */
+inline Text &joinFixRec(Text &dst, const char *prefix, const FixRec &fix, const char *suffix) {
+    if (fix.id == nullptr)
+        return joinTexts(dst, prefix, nullptr, suffix);
+    return printFixRec(dst, prefix, &fix, suffix);
+}
+
+inline bool testOptionBit(std::uint32_t bits, int bit) {
+    return ((bits >> (static_cast<unsigned>(bit) % 32u)) & 1u) != 0;
+}
