@@ -141,10 +141,10 @@ static BOOLE askComponent (ASNTSTG *g, const char *name, int status, int mainTyp
 {
   for (;;) {
     int word = peekKnown (g);
-    g->name = name;
-    g->hasName = TRUE;
     if (asnTestFailed (g))
       return FALSE;
+    g->name = name;
+    g->hasName = TRUE;
     if (isNamed (g, name)) {
       asnTakeWord (g);
       return TRUE;
