@@ -14,7 +14,6 @@
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
-#include "model/valuesets.h"
 
 namespace {
 

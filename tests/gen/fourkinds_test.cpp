@@ -1,0 +1,58 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+#include "examples/modules.h"
+#include "tests/support/runtool.h"
+
+/* The program of docs/generated-code.md that asks for a value, encodes, decodes and prints it. */
+
+namespace {
+
+/* The indented lines of the page from `first` to the next line that isn't indented. */
+std::string programInPage(const std::string &first) {
+    std::ifstream page(sourceDir + "/docs/generated-code.md");
+    const std::string indent = "    ";
+    std::string program;
+    for (std::string line; std::getline(page, line);) {
+        if (program.empty() && line != indent + first)
+            continue;
+        if (!line.empty() && !line.starts_with(indent))
+            break;
+        program += (line.empty() ? line : line.substr(indent.size())) + '\n';
+    }
+    return program;
+}
+
+TEST(FourKinds, AskEncodeDecodeAndPrintOneValue) {
+    WorkDir dir;
+    TreeWriter tree("Basic", "basic");
+    for (const char *option : {"-COD=1:1", "-TST=1:1", "-VERBOSE=QUIET"})
+        tree.option(option);
+    makeBasic(tree);
+    ASSERT_TRUE(tree.save(dir.path("basic.stx")));
+    ASSERT_EQ(runVelmo(dir, {"basic"}).status, 0);
+    dir.write("program.c", programInPage("#include \"asnapi.h\""));
+    const std::string rts = sourceDir + "/rts";
+    const ProgramRun compiler =
+        runProgram(dir, "sh",
+                   {"-c", "gcc -std=c99 -Wall -Wextra -I. -I'" + rts +
+                              "' -o program program.c basiccod.c basictst.c '" + rts + "'/*.c"});
+    ASSERT_EQ(compiler.status, 0) << compiler.err;
+    EXPECT_EQ(compiler.err, "");
+
+    dir.write("answers", "{ id: 7 name: \"abc\" ok: TRUE }\n");
+    const ProgramRun run = runProgram(dir, "sh", {"-c", "./program < answers"});
+    EXPECT_EQ(run.status, 0);
+    const std::string printed = "Msg: {\n  id: 7\n  name: \"abc\"\n  ok: TRUE\n}\n";
+    EXPECT_TRUE(run.out.ends_with(printed)) << run.out;
+
+    dir.write("answers", "{ id: 7 name: \"abc\"");
+    const ProgramRun cut = runProgram(dir, "sh", {"-c", "./program < answers"});
+    EXPECT_NE(cut.status, 0);
+    EXPECT_TRUE(cut.out.ends_with("INPUT_FAIL at Msg.ok\n")) << cut.out;
+}
+
+} // namespace
