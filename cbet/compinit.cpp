@@ -11,6 +11,7 @@
 #include "cbet/skipped.h"
 #include "cbet/vars.h"
 #include "driver/files.h"
+#include "model/compwalk.h"
 #include "model/control.h"
 #include "model/modules.h"
 #include "model/typeextension.h"
@@ -94,7 +95,7 @@ void initComponents(AsnType *type) {
 
 bool generateDummyCompmask(AsnType *type) {
     return glbInfo->funcKind == decodingKind && getTypeMainType(type) == TYP_SET &&
-           cNrOfWalkedComps(type) >= 2 &&
+           nrOfWalkedComps(type) >= 2 &&
            (!isOptionalTypeComps(type) || isHomeComponent(type) || cIsHometab(type));
 }
 
@@ -121,7 +122,7 @@ void allocateComp(AsnType *father, AsnType *comp) {
 
 /* Every component of a SET is marked while decoding, which finds those that come twice. */
 bool isMarkedAlways(AsnType *set) {
-    return glbInfo->funcKind != askingKind && cNrOfWalkedComps(set) > 1;
+    return glbInfo->funcKind != askingKind && nrOfWalkedComps(set) > 1;
 }
 
 bool needsControlMember(AsnType *father, AsnType *comp) {

@@ -1,9 +1,5 @@
 #include "cbet/comptests.h"
 
-#include <map>
-#include <utility>
-#include <vector>
-
 #include "cbet/entryfuncs.h"
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
@@ -15,24 +11,6 @@
 #include "model/typeextension.h"
 #include "model/typequeries.h"
 #include "model/valuesets.h"
-
-int cNrOfWalkedComps(AsnType *type) {
-    /* Asked for each component of a type, so a walk each time would cost the square of their
-     * number. */
-    static std::map<std::pair<ModRec *, RecNr>, int> known;
-    auto [place, isNew] = known.try_emplace({type->posModule, type->posRecord}, 0);
-    if (!isNew)
-        return place->second;
-    /* The question comes in the middle of a walk over the same type, whose state must stay. */
-    int counter = type->compCounter;
-    bool optional = type->lastCompOptional;
-    int count = 0;
-    forEachTypeCompOrElem(type, [&](AsnType *, AsnType *, int) { ++count; });
-    type->compCounter = counter;
-    type->lastCompOptional = optional;
-    place->second = count;
-    return count;
-}
 
 /* --- optional and duplicate components --- */
 
@@ -83,7 +61,7 @@ Text unseenMask(AsnType *set) {
 /* if ((~home->compmask & (BIT(0)|BIT(2)))) */
 void testMandatoryBits(int file, AsnType *set, const Text &mask) {
     const char *bit = getVFSize(set) == VF_I32 ? "BITL" : "BIT";
-    bool words = cNrOfWalkedComps(set) > WORD_BITS;
+    bool words = nrOfWalkedComps(set) > WORD_BITS;
     int wordInHand = -1;
     wToF(file, "if ((");
     auto checkIfMandatoryCompIsAbsent = [&](AsnType *, AsnType *comp, int nbr) {
@@ -123,7 +101,7 @@ int maskWidth(AsnType *set) {
 /* if ((sint8)((~compmask) << 3)): unused bits at the upper end are pushed out. */
 void testWholeMask(int file, AsnType *set, const Text &mask) {
     int width = maskWidth(set);
-    int shift = width - cNrOfWalkedComps(set);
+    int shift = width - nrOfWalkedComps(set);
     if (shift == 0)
         printfToF(file, "if (%s)", mask.c_str());
     else if (width == 8)
@@ -136,7 +114,7 @@ void testWholeMask(int file, AsnType *set, const Text &mask) {
 
 /* if (~compmask [0] || ((~compmask [1]) << 24)) */
 void testMaskWords(int file, AsnType *set, const Text &mask) {
-    int count = cNrOfWalkedComps(set);
+    int count = nrOfWalkedComps(set);
     int last = (count + WORD_BITS - 1) / WORD_BITS - 1;
     const char *m = mask.c_str();
     printfToF(file, "if (%s [0]", m);
@@ -156,7 +134,7 @@ void cBeginTestMissingSetMandatoryComps(int file, AsnType *set) {
     Text mask = unseenMask(set);
     if (isOptionalTypeComps(set))
         testMandatoryBits(file, set, mask);
-    else if (cNrOfWalkedComps(set) <= WORD_BITS)
+    else if (nrOfWalkedComps(set) <= WORD_BITS)
         testWholeMask(file, set, mask);
     else
         testMaskWords(file, set, mask);

@@ -5,10 +5,6 @@ struct AsnType;
 /* Tests on the components of a value: presence, duplicates, missing ones, holes in integer sets. A
    begin opens a brace and its end closes it. */
 
-/* The number of components that a walk over the type visits: with what COMPONENTS OF brings in, the
-   extension marker included, 1 for a list. Worked out once for each type. */
-int cNrOfWalkedComps(AsnType *type);
-
 /* Only for an optional component; nothing is written for others. */
 void cBeginTestOptionalComp(int file, AsnType *father, AsnType *comp);
 void cEndTestOptionalComp(int file, AsnType *father, AsnType *comp);

@@ -83,7 +83,7 @@ Text &extensionmarkerPath(Text &dst, const char *prefix, AsnType *type, bool add
 /* "compmask & BIT(3))", or for a mask of words "compmask [1] & BITL(3))". */
 Text maskTest(AsnType *type) {
     int number = getTypeExtensionmarkerCompNbr(type);
-    if (cNrOfWalkedComps(type) > CONTROL_WORD_BITS)
+    if (nrOfWalkedComps(type) > CONTROL_WORD_BITS)
         return formatText("compmask [%d] & BITL(%d))", number / CONTROL_WORD_BITS,
                           number % CONTROL_WORD_BITS);
     return formatText("compmask & BIT%s(%d))", getVFSize(type) == VF_I32 ? "L" : "", number);

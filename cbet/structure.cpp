@@ -40,7 +40,7 @@ bool isOptional(AsnType *comp) {
 }
 
 bool hasSeveralComps(AsnType *type) {
-    return cNrOfWalkedComps(type) >= 2;
+    return nrOfWalkedComps(type) >= 2;
 }
 
 /* --- around a structure or list --- */
@@ -121,7 +121,7 @@ void structPost(AsnType *type, bool vars) {
 bool isTheFirstChoiceComp(AsnType *father, AsnType *comp) {
     if (!glbInfo->reverseComps)
         return getTypeCompNbr(comp) == 0;
-    int last = cNrOfWalkedComps(father) - 1;
+    int last = nrOfWalkedComps(father) - 1;
     if (isTypeExtensionmarkerComp(father) && getTypeExtensionmarkerCompNbr(father) == last)
         --last;
     return getTypeCompNbr(comp) == last;

@@ -59,7 +59,7 @@ void askEndAnyChoiceComp(int file, AsnType *type) {
 }
 
 bool isOnlyAlternative(AsnType *father) {
-    return cNrOfWalkedComps(father) == 1;
+    return nrOfWalkedComps(father) == 1;
 }
 
 /* Presence tests. Each component is a block that the user may enter or leave out; the engine opens

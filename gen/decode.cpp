@@ -34,7 +34,7 @@ constexpr const char *LOOK = "d_LookTagLen ();\n";
 constexpr const char *EOC = "d_EOC ();\n";
 
 bool hasSeveralComps(AsnType *type) {
-    return cNrOfWalkedComps(type) >= SEVERAL;
+    return nrOfWalkedComps(type) >= SEVERAL;
 }
 
 /* "{", the report, "}" behind an "if (...)". */

@@ -1,8 +1,10 @@
 #include "model/compwalk.h"
 
+#include <map>
 #include <utility>
 
 #include "model/modules.h"
+#include "model/typequeries.h"
 #include "model/typewalk.h"
 #include "store/ketramac.h"
 #include "store/records.h"
@@ -304,4 +306,18 @@ void forEachTypeCompOrElem(AsnType *type, CompCall func) {
     int nr = 0;
     type->compCounter = 0;
     forEachSon(type, type, func, nullptr, false, !isListKind(type->base.mainType), &nr);
+}
+
+int nrOfWalkedComps(AsnType *type) {
+    /* Asked for each component of a type, so a walk each time would cost the square of their
+       number. */
+    static std::map<std::pair<const ModRec *, RecNr>, int> known;
+    if (isListKind(type->base.mainType))
+        return 1;
+    if (isSynonymType(type))
+        return type->base.nrOfComps;
+    const auto [place, isNew] = known.try_emplace({type->baseModule, type->baseRecord}, 0);
+    if (isNew)
+        place->second = countSons(type).all;
+    return place->second;
 }

@@ -24,6 +24,10 @@ void forEachTypeCompRevOrd(AsnType *type, CompCall func);
 void forTypeElem(AsnType *type, ElemCall func);
 void forEachTypeCompOrElem(AsnType *type, CompCall func);
 
+/* How many calls such a walk makes: 1 for a list. The record's own count needn't include what
+   COMPONENTS OF brings in, but it is the answer for a synonym. Worked out once for each type. */
+int nrOfWalkedComps(AsnType *type);
+
 /* The list of one record, without expansion of COMPONENTS OF. `nr` numbers automatic tags. With
    `compsOnly` a type without components shows nothing; without it a list shows its element. */
 AsnType *firstTypeComp(AsnType *type, bool compsOnly, int nr);

@@ -1,13 +1,9 @@
 #include "model/control.h"
 
-#include <map>
-
-#include "model/backvar.h"
-#include "model/iterators.h"
+#include "model/compwalk.h"
 #include "model/typeextension.h"
 #include "model/typequeries.h"
 #include "model/typetables.h"
-#include "model/typewalk.h"
 
 namespace {
 
@@ -21,34 +17,12 @@ bool isLengthType(AsnType *type) {
     return main == TYP_BITSTR || main == TYP_OCTSTR || isRestrCharStringType(type);
 }
 
-/* Components as a walk numbers them, since those numbers choose the bits of the mask. The record's
-   own count needn't include what COMPONENTS OF brings in. The texts of each component ask again, so
-   the answer is kept. */
-int nrOfMaskComps(AsnType *type) {
-    static std::map<std::pair<const ModRec *, RecNr>, int> counts;
-    if (isSynonymType(type)) /* a walk shows none */
-        return getNrOfTypeComps(type);
-    const auto key =
-        std::make_pair(static_cast<const ModRec *>(type->baseModule), type->baseRecord);
-    if (const auto known = counts.find(key); known != counts.end())
-        return known->second;
-    const int compCounter = type->compCounter;
-    const bool lastCompOptional = type->lastCompOptional;
-    const bool createMeta = setCreateBETypMetaFlag(false);
-    int count = 0;
-    forEachTypeComp(type, [&](AsnType *, AsnType *, int) { ++count; });
-    setCreateBETypMetaFlag(createMeta);
-    type->compCounter = compCounter;
-    type->lastCompOptional = lastCompOptional;
-    return counts[key] = count;
-}
-
 bool isMaskArray(AsnType *type) {
-    return isMaskType(type) && nrOfMaskComps(type) > CONTROL_WORD_BITS;
+    return isMaskType(type) && nrOfWalkedComps(type) > CONTROL_WORD_BITS;
 }
 
 int nrOfMaskWords(AsnType *type) {
-    return (nrOfMaskComps(type) + CONTROL_WORD_BITS - 1) / CONTROL_WORD_BITS;
+    return (nrOfWalkedComps(type) + CONTROL_WORD_BITS - 1) / CONTROL_WORD_BITS;
 }
 
 } // namespace
@@ -87,7 +61,7 @@ Text &getControlMemberDef(Text &dst, AsnType *type) {
     /* As the number of a component behind the last one, this makes the index the number of words.
      */
     const int size =
-        isMaskType(type) ? nrOfMaskComps(type) + (array ? CONTROL_WORD_BITS - 1 : 0) : 0;
+        isMaskType(type) ? nrOfWalkedComps(type) + (array ? CONTROL_WORD_BITS - 1 : 0) : 0;
     return getControlMemberOper(dst, cType.c_str(), nullptr, type, true, size,
                                 {";\n", ";\n", ";\n", ";\n", ";\n"});
 }

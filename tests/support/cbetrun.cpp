@@ -3,7 +3,6 @@
 #include <sstream>
 
 #include "cbet/comppath.h"
-#include "cbet/comptests.h"
 #include "cbet/engine.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
@@ -132,7 +131,7 @@ void noteCall(AsnType *type, const TypeFuncInfo *info) {
 void noteIsComp(AsnType *comp, const TypeFuncInfo *info) {
     AsnType *father = getFatherOfTypeComp(comp);
     const int kind = getTypeMainType(father);
-    const bool several = cNrOfWalkedComps(father) > 1;
+    const bool several = nrOfWalkedComps(father) > 1;
     Text name;
     getTypeCompRef(name, nullptr, comp, nullptr);
     if (isListType(father))
