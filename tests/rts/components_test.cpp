@@ -148,7 +148,8 @@ void priOuter(ASNTSTG *asntstg, const Outer *home) {
 }
 
 std::string askAgain(const std::string &script, Outer *value, Owned &owned) {
-    return asked(script, [&](ASNTSTG *g) { askOuter(g, value); }, owned);
+    return asked(
+        script, [&](ASNTSTG *g) { askOuter(g, value); }, owned);
 }
 
 std::string error(const std::string &script) {
@@ -185,7 +186,8 @@ TEST(Components, PrintedAsTheyAreAsked) {
     EXPECT_EQ(3, value.few.n);
     EXPECT_EQ(WHOLE, printed([&](ASNTSTG *g) { priOuter(g, &value); }));
 
-    const char *const least = "Outer: {\n  id: 7\n  inner: flag: FALSE\n  few: { }\n  inners: { }\n}\n";
+    const char *const least =
+        "Outer: {\n  id: 7\n  inner: flag: FALSE\n  few: { }\n  inners: { }\n}\n";
     EXPECT_EQ("ASN_OK", askAgain(least, &value, owned));
     EXPECT_EQ(least, printed([&](ASNTSTG *g) { priOuter(g, &value); }));
 }
@@ -197,7 +199,8 @@ TEST(Components, WrittenFreely) {
                                  &value, owned));
     EXPECT_EQ(0, value.compmask);
     EXPECT_EQ(2, value.few.n);
-    EXPECT_EQ("ASN_OK", askAgain("7 8 inner: flag: TRUE 1 } {}", &value, owned)) << "without braces";
+    EXPECT_EQ("ASN_OK", askAgain("7 8 inner: flag: TRUE 1 } {}", &value, owned))
+        << "without braces";
     EXPECT_EQ(2, value.compmask);
 }
 
@@ -214,9 +217,11 @@ TEST(Components, TheErrorTellsNameAndLine) {
         {"{ id: 1 inner: number: 1 few: { 1", "INPUT_FAIL 1 Outer.few[1]"},
         {"{ id: 1 inner: number: 1 few: { } inners: { number: 1 number: 2 number: 3 } }",
          "AM_FAIL 1 Outer.inners.number"},
-        {"{ id: 1 inner: number: 1 few: { } inners: { flag: 1 } }", "INPUT_FAIL 1 Outer.inners[0].flag"},
+        {"{ id: 1 inner: number: 1 few: { } inners: { flag: 1 } }",
+         "INPUT_FAIL 1 Outer.inners[0].flag"},
         {"{ id: 1 inner: number: 1 few: { } inners: { } any: '0203'H }", "VALUE_FAIL 1 Outer.any"},
-        {"{ id: 1 inner: number: 1 few: { } inners: { } framed: { } }", "INPUT_FAIL 1 Outer.framed"},
+        {"{ id: 1 inner: number: 1 few: { } inners: { } framed: { } }",
+         "INPUT_FAIL 1 Outer.framed"},
         {"{ id: 1 inner: number: 1 few: { } inners: { } id: 2 }", "INPUT_FAIL 1 Outer.id"},
         {"{ id: 1 inner: number: 1 few: { } inners: { }", "INPUT_FAIL 1 Outer"},
         {"{ id: 1 inner: number: 1 few: { ...: { } }", "INPUT_FAIL 1 Outer.few[0]"},
@@ -263,25 +268,27 @@ TEST(Components, NestingHasAnEnd) {
         },
         owned);
     EXPECT_EQ("DEPTH_FAIL 1 ", result.substr(0, 13));
-    EXPECT_EQ(ASN_PATH_TEXT - 1 - result.substr(13).size(), 0U) << "as much of the path as there is room";
+    EXPECT_EQ(ASN_PATH_TEXT - 1 - result.substr(13).size(), 0U)
+        << "as much of the path as there is room";
 }
 
 /* Elements that need no word would otherwise come without end. */
 TEST(Components, EachElementTakesAWord) {
     Owned owned;
     int elements = 0;
-    EXPECT_EQ("INPUT_FAIL 1 L[1]", asked("{ other: 5 }",
-                                          [&](ASNTSTG *asntstg) {
-                                              ask_BegComp("L", TCS_HEADER, TYP_SEQOF);
-                                              while (ask_BegComp(NULL, TCS_MULTIPLE, TYP_SEQ)) {
-                                                  ++elements;
-                                                  if (ask_BegComp("a", TCS_OPTIONAL, TYP_NULL))
-                                                      a_NullType();
-                                                  ask_EndComp();
-                                              }
-                                              ask_EndComp();
-                                          },
-                                          owned));
+    EXPECT_EQ("INPUT_FAIL 1 L[1]", asked(
+                                       "{ other: 5 }",
+                                       [&](ASNTSTG *asntstg) {
+                                           ask_BegComp("L", TCS_HEADER, TYP_SEQOF);
+                                           while (ask_BegComp(NULL, TCS_MULTIPLE, TYP_SEQ)) {
+                                               ++elements;
+                                               if (ask_BegComp("a", TCS_OPTIONAL, TYP_NULL))
+                                                   a_NullType();
+                                               ask_EndComp();
+                                           }
+                                           ask_EndComp();
+                                       },
+                                       owned));
     EXPECT_EQ(1, elements);
 }
 
@@ -309,7 +316,8 @@ TEST(Components, DynamicArrays) {
     EXPECT_EQ("ASN_OK", asked(script + "}", ask, owned));
     EXPECT_EQ(255, array.n);
     EXPECT_EQ(254, array.elem[254]);
-    EXPECT_EQ("AM_FAIL", asked(script + " 1 }", ask, owned).substr(0, 7)) << "the length counts to 255";
+    EXPECT_EQ("AM_FAIL", asked(script + " 1 }", ask, owned).substr(0, 7))
+        << "the length counts to 255";
 }
 
 /* --- a person --- */
@@ -318,9 +326,9 @@ TEST(Dialogue, AsksAgainAfterAWrongAnswer) {
     Owned owned;
     Outer value = {};
     std::string questions;
-    EXPECT_EQ("ASN_OK",
-              asked("{\nx y z\n300 4\n7\n-\ninner: number: 2000\n20\n1\n2\n}\n{}\n}\n",
-                    [&](ASNTSTG *g) { askOuter(g, &value); }, owned, &questions));
+    EXPECT_EQ("ASN_OK", asked(
+                            "{\nx y z\n300 4\n7\n-\ninner: number: 2000\n20\n1\n2\n}\n{}\n}\n",
+                            [&](ASNTSTG *g) { askOuter(g, &value); }, owned, &questions));
     EXPECT_EQ(7, value.id);
     EXPECT_EQ(20, value.inner.i1.number);
     EXPECT_EQ(2, value.few.n);
@@ -330,7 +338,8 @@ TEST(Dialogue, AsksAgainAfterAWrongAnswer) {
               "CONSTRAINT_FAIL, please answer once more\n",
               questions.substr(0, questions.find("Outer.inner.number")));
     EXPECT_EQ("INPUT_FAIL 3 Outer.id",
-              asked("{\nx\n", [&](ASNTSTG *g) { askOuter(g, &value); }, owned, &questions))
+              asked(
+                  "{\nx\n", [&](ASNTSTG *g) { askOuter(g, &value); }, owned, &questions))
         << "the end is no answer";
 }
 
@@ -358,13 +367,14 @@ TEST(Dialogue, TheRestStaysInTheStream) {
 
 /* --- hostile scripts --- */
 
-/* Whatever a script says, the sanitizers are content, the end comes, and what was accepted prints as a
-   text that is accepted again. */
+/* Whatever a script says, the sanitizers are content, the end comes, and what was accepted prints
+   as a text that is accepted again. */
 TEST(Dialogue, AnyScript) {
-    const std::string pieces[] = {"{",     "}",    "'",       "\"",   ":",      "-",   "--", "\n",
-                                  "\\",    "...:", "id:",     "0",    "9999",   "few", "'B", "'H",
-                                  "TRUE",  "few:", "inner: ", "any:", "flag: ", ",",   " ",  "\x80",
-                                  std::string(1, '\0')};
+    const std::string pieces[] = {"{",      "}",    "'",    "\"",      ":",
+                                  "-",      "--",   "\n",   "\\",      "...:",
+                                  "id:",    "0",    "9999", "few",     "'B",
+                                  "'H",     "TRUE", "few:", "inner: ", "any:",
+                                  "flag: ", ",",    " ",    "\x80",    std::string(1, '\0')};
     unsigned long long seed = 7;
     auto random = [&seed](std::size_t n) {
         seed = seed * 6364136223846793005ULL + 1442695040888963407ULL;

@@ -16,7 +16,9 @@ T again(const T &value, const std::string &text, void (*print)(ASNTSTG *, const 
         void (*ask)(ASNTSTG *, T *), Owned &owned) {
     EXPECT_EQ(text + "\n", printed([&](ASNTSTG *g) { print(g, value); }));
     T back = {};
-    EXPECT_EQ("ASN_OK", asked(text, [&](ASNTSTG *g) { ask(g, &back); }, owned)) << text;
+    EXPECT_EQ("ASN_OK", asked(
+                            text, [&](ASNTSTG *g) { ask(g, &back); }, owned))
+        << text;
     EXPECT_EQ(text + "\n", printed([&](ASNTSTG *g) { print(g, back); }));
     return back;
 }
@@ -31,11 +33,10 @@ T again(const T &value, const std::string &text, void (*print)(ASNTSTG *, const 
 TEST(PrintAsk, WholeNumbersOfAllWidths) {
 #define EDGES(type, low, high)                                                                     \
     for (type value : {std::numeric_limits<type>::min(), std::numeric_limits<type>::max()})        \
-        EXPECT_EQ(value,                                                                           \
-                  again<type>(                                                                     \
-                      value, std::to_string(value),                                                \
-                      [](ASNTSTG *asntstg, const type &v) { p_##type(nullptr, v); },               \
-                      [](ASNTSTG *asntstg, type *v) { a_##type(v, low, high); }))
+    EXPECT_EQ(value, again<type>(                                                                  \
+                         value, std::to_string(value),                                             \
+                         [](ASNTSTG *asntstg, const type &v) { p_##type(nullptr, v); },            \
+                         [](ASNTSTG *asntstg, type *v) { a_##type(v, low, high); }))
     EDGES(uint8, 0, 255);
     EDGES(uint16, 0, 65535);
     EDGES(uint32, 0, 4294967295UL);
@@ -151,13 +152,12 @@ TEST(PrintAsk, RealNumbersExactly) {
         }
     }
     for (REAL value : {REAL{REAL_NORMAL, 2.5}, REAL{REAL_MINUS_INF, 0}})
-        EXPECT_EQ(value.kind, again<REAL>(
-                                  value, value.kind == REAL_NORMAL ? "2.5" : "MINUS-INFINITY",
-                                  [](ASNTSTG *asntstg, const REAL &v) { p_Real(nullptr, v); },
-                                  [](ASNTSTG *asntstg, REAL *v) {
-                                      a_Real(v, CLOS_CLOS, MINREAL, MAXREAL);
-                                  })
-                                  .kind);
+        EXPECT_EQ(value.kind,
+                  again<REAL>(
+                      value, value.kind == REAL_NORMAL ? "2.5" : "MINUS-INFINITY",
+                      [](ASNTSTG *asntstg, const REAL &v) { p_Real(nullptr, v); },
+                      [](ASNTSTG *asntstg, REAL *v) { a_Real(v, CLOS_CLOS, MINREAL, MAXREAL); })
+                      .kind);
 }
 
 TEST(PrintAsk, RealNumbersOutOfRange) {
@@ -227,12 +227,13 @@ TEST(PrintAsk, ManyOctetsTakeLines) {
     EXPECT_EQ(3, std::count(text.begin(), text.end(), '\n'));
     Owned owned;
     DYNSTR back = {};
-    EXPECT_EQ("ASN_OK", asked(text,
-                              [&](ASNTSTG *asntstg) {
-                                  ask_BegComp("data", TCS_HEADER, TYP_OCTSTR);
-                                  a_DynOctetString(&back, 0, MAXLONG);
-                              },
-                              owned));
+    EXPECT_EQ("ASN_OK", asked(
+                            text,
+                            [&](ASNTSTG *asntstg) {
+                                ask_BegComp("data", TCS_HEADER, TYP_OCTSTR);
+                                a_DynOctetString(&back, 0, MAXLONG);
+                            },
+                            owned));
     ASSERT_EQ(70U, back.n);
     EXPECT_EQ(0, std::memcmp(octets.data(), back.st, 70));
 }
@@ -271,14 +272,16 @@ TEST(PrintAsk, WideCharacters) {
 
     Owned owned;
     ASN_BMPString0 dynamic = {};
-    EXPECT_EQ("ASN_OK", asked("\"\\u0041\\xFF\"",
-                              [&](ASNTSTG *asntstg) { a_DynBMPString0(&dynamic, 2, 2); }, owned));
+    EXPECT_EQ("ASN_OK", asked(
+                            "\"\\u0041\\xFF\"",
+                            [&](ASNTSTG *asntstg) { a_DynBMPString0(&dynamic, 2, 2); }, owned));
     EXPECT_EQ('A', dynamic.st[0]);
     EXPECT_EQ(0xFF, dynamic.st[1]);
 
     DYNSTR universal = {};
-    EXPECT_EQ("ASN_OK", asked("\"a\\U0001F600\"",
-                              [&](ASNTSTG *asntstg) { a_Dyn(&universal, 0, MAXLONG); }, owned));
+    EXPECT_EQ("ASN_OK", asked(
+                            "\"a\\U0001F600\"",
+                            [&](ASNTSTG *asntstg) { a_Dyn(&universal, 0, MAXLONG); }, owned));
     ASSERT_EQ(2U, universal.n);
     uint32 characters[2];
     std::memcpy(characters, universal.st, sizeof characters);
@@ -298,13 +301,16 @@ TEST(PrintAsk, SegmentsStayApart) {
     const LIST back = again<LIST>(list, "{ '6162'H ''H '636465'H }", print, ask, owned);
     EXPECT_EQ(3U, back.n);
     LIST other = {};
-    EXPECT_EQ("AM_FAIL 1 ", asked("{ '010203'H '040506'H }",
-                                  [&](ASNTSTG *g) { ask(g, &other); }, owned));
+    EXPECT_EQ("AM_FAIL 1 ",
+              asked(
+                  "{ '010203'H '040506'H }", [&](ASNTSTG *g) { ask(g, &other); }, owned));
     EXPECT_EQ("VALUE_FAIL 1 ",
-              asked("{ '101'B '1'B }",
-                    [&](ASNTSTG *asntstg) { a_SegBitString(&other, 0, MAXLONG); }, owned));
-    EXPECT_EQ("ASN_OK", asked("{ \"a\\u1234\" }",
-                              [&](ASNTSTG *asntstg) { a_SegBMPString(&other, 0, 9); }, owned));
+              asked(
+                  "{ '101'B '1'B }", [&](ASNTSTG *asntstg) { a_SegBitString(&other, 0, MAXLONG); },
+                  owned));
+    EXPECT_EQ("ASN_OK", asked(
+                            "{ \"a\\u1234\" }",
+                            [&](ASNTSTG *asntstg) { a_SegBMPString(&other, 0, 9); }, owned));
     EXPECT_EQ(0x12, other.first->val.dyns.st[2]) << "as it is encoded";
     EXPECT_EQ("{ \"a\\u1234\" }\n",
               printed([&](ASNTSTG *asntstg) { p_SegBMPString(nullptr, &other); }));
@@ -334,15 +340,16 @@ TEST(PrintAsk, IdentifiersAndTimes) {
                   p_GeneralizedTimeDT("when", &nothing);
               }));
     OBJECTIDENTIFIER id;
-    for (const char *wrong : {"{ 1 }", "{ 3 1 }", "{ 1 40 }", "{ 1 2 -3 }", "{ 1 2 4294967296 }", "1",
-                              "{ 1 2 3", "{ 1 2 { 3 } }"})
+    for (const char *wrong : {"{ 1 }", "{ 3 1 }", "{ 1 40 }", "{ 1 2 -3 }", "{ 1 2 4294967296 }",
+                              "1", "{ 1 2 3", "{ 1 2 { 3 } }"})
         EXPECT_NE("ASN_OK", asked(wrong, [&](ASNTSTG *asntstg) { a_ObjectIdentifier(&id); }))
             << wrong;
     std::string many = "{ 1 2";
     for (int i = 2; i < MAX_ASN_OBJID_ARCS; ++i)
         many += " 3";
     EXPECT_EQ("ASN_OK", asked(many + "}", [&](ASNTSTG *asntstg) { a_ObjectIdentifier(&id); }));
-    EXPECT_EQ("AM_FAIL 1 ", asked(many + " 3}", [&](ASNTSTG *asntstg) { a_ObjectIdentifier(&id); }));
+    EXPECT_EQ("AM_FAIL 1 ",
+              asked(many + " 3}", [&](ASNTSTG *asntstg) { a_ObjectIdentifier(&id); }));
 }
 
 TEST(PrintAsk, ExternalOfBothYears) {
@@ -367,7 +374,8 @@ TEST(PrintAsk, ExternalOfBothYears) {
     old.compmask = 0;
     old.choice = 0;
     old.i1.singleAsn1Type = asnNewFrame(&owned.memory, octets, 3, FALSE);
-    again<EXTERNAL_1990>(old, "e: {\n  encoding: single-ASN1-type: '0401F0'H\n}", print, ask, owned);
+    again<EXTERNAL_1990>(old, "e: {\n  encoding: single-ASN1-type: '0401F0'H\n}", print, ask,
+                         owned);
 
     for (const sint8 way : std::initializer_list<sint8>{1, 2, 3})
         for (const sint8 encoding : std::initializer_list<sint8>{0, 1, 2}) {
@@ -378,8 +386,7 @@ TEST(PrintAsk, ExternalOfBothYears) {
             value.identification.presentationContextId = 77;
             value.encoding = encoding;
             value.dataValue = {encoding == 2 ? 24U : 3U, octets};
-            std::string shown =
-                printed([&](ASNTSTG *asntstg) { p_External1994(nullptr, &value); });
+            std::string shown = printed([&](ASNTSTG *asntstg) { p_External1994(nullptr, &value); });
             shown.pop_back();
             const EXTERNAL_1994 back = again<EXTERNAL_1994>(
                 value, shown,

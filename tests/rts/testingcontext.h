@@ -39,8 +39,8 @@ inline std::string printed(const Testing &calls) {
     return done ? result : result + asnErrorName(error.code);
 }
 
-/* "ASN_OK", or the error's name with its line and path as "MM_FAIL 2 Msg.id". Questions go to `questions`
-   if that is given, and then a wrong answer may be corrected. */
+/* "ASN_OK", or the error's name with its line and path as "MM_FAIL 2 Msg.id". Questions go to
+   `questions` if that is given, and then a wrong answer may be corrected. */
 inline std::string asked(const std::string &script, const Testing &calls, Owned &owned,
                          std::string *questions = nullptr) {
     auto context = std::make_unique<ASNTSTG>();
