@@ -179,8 +179,15 @@ typedef struct {
   REAL64 low;
   int highKind;
   REAL64 high;
-  REAL128 most; /* of the form that holds the value */
+  REAL128 least; /* what the form that holds the value rounds to infinity, from here on */
 } RANGE;
+
+/* The largest number of a form and half of its last digit, which is what few decimal digits of that number
+   can stand for. */
+#define BEYOND(most, exponent, digits) \
+  ((REAL128)(most) + (REAL128)ldexp (1.0, (exponent) - (digits) - 1))
+#define BEYOND_REAL32 BEYOND (FLT_MAX, FLT_MAX_EXP, FLT_MANT_DIG)
+#define BEYOND_REAL64 BEYOND (DBL_MAX, DBL_MAX_EXP, DBL_MANT_DIG)
 
 /* "-12.5e-3", with the point that the C library takes in the program's language. */
 static BOOLE readDecimal (const char *word, REAL128 *value)
@@ -224,7 +231,7 @@ static BOOLE isInRange (REAL128 value, const RANGE *range)
   BOOLE lowOpen = range->closure == OPEN_CLOS || range->closure == OPEN_OPEN;
   BOOLE highOpen = range->closure == CLOS_OPEN || range->closure == OPEN_OPEN;
   REAL128 low = (REAL128)range->low, high = (REAL128)range->high;
-  if (!isinf (value) && (value > range->most || value < -range->most))
+  if (!isinf (value) && (value >= range->least || value <= -range->least))
     return FALSE;
   if (range->lowKind == REAL_NORMAL && !(lowOpen ? value > low : value >= low))
     return FALSE;
@@ -247,7 +254,7 @@ static BOOLE askReal (ASNTSTG *g, const RANGE *range, REAL128 *value)
   return FALSE;
 }
 
-static RANGE rangeOf (int closure, int lowKind, REAL64 low, int highKind, REAL64 high, REAL128 most)
+static RANGE rangeOf (int closure, int lowKind, REAL64 low, int highKind, REAL64 high, REAL128 least)
 {
   RANGE range;
   range.closure = closure;
@@ -255,14 +262,14 @@ static RANGE rangeOf (int closure, int lowKind, REAL64 low, int highKind, REAL64
   range.low = low;
   range.highKind = highKind;
   range.high = high;
-  range.most = most;
+  range.least = least;
   return range;
 }
 
 void asnAskReal32 (ASNTSTG *g, REAL32 *value, int closure, int lowKind, REAL64 low, int highKind,
                    REAL64 high)
 {
-  RANGE range = rangeOf (closure, lowKind, low, highKind, high, FLT_MAX);
+  RANGE range = rangeOf (closure, lowKind, low, highKind, high, BEYOND_REAL32);
   REAL128 number;
   if (askReal (g, &range, &number))
     *value = (REAL32)number;
@@ -271,7 +278,7 @@ void asnAskReal32 (ASNTSTG *g, REAL32 *value, int closure, int lowKind, REAL64 l
 void asnAskReal64 (ASNTSTG *g, REAL64 *value, int closure, int lowKind, REAL64 low, int highKind,
                    REAL64 high)
 {
-  RANGE range = rangeOf (closure, lowKind, low, highKind, high, DBL_MAX);
+  RANGE range = rangeOf (closure, lowKind, low, highKind, high, BEYOND_REAL64);
   REAL128 number;
   if (askReal (g, &range, &number))
     *value = (REAL64)number;
@@ -280,7 +287,7 @@ void asnAskReal64 (ASNTSTG *g, REAL64 *value, int closure, int lowKind, REAL64 l
 void asnAskReal128 (ASNTSTG *g, REAL128 *value, int closure, int lowKind, REAL64 low, int highKind,
                     REAL64 high)
 {
-  RANGE range = rangeOf (closure, lowKind, low, highKind, high, LDBL_MAX);
+  RANGE range = rangeOf (closure, lowKind, low, highKind, high, (REAL128)HUGE_VAL);
   REAL128 number;
   if (askReal (g, &range, &number))
     *value = number;
@@ -290,7 +297,7 @@ void asnAskReal128 (ASNTSTG *g, REAL128 *value, int closure, int lowKind, REAL64
 void asnAskReal (ASNTSTG *g, REAL *value, int closure, REAL64 low, REAL64 high)
 {
   RANGE range = rangeOf (closure, low <= MINREAL ? REAL_MINUS_INF : REAL_NORMAL, low,
-                         high >= MAXREAL ? REAL_PLUS_INF : REAL_NORMAL, high, DBL_MAX);
+                         high >= MAXREAL ? REAL_PLUS_INF : REAL_NORMAL, high, BEYOND_REAL64);
   REAL128 number;
   if (!askReal (g, &range, &number))
     return;

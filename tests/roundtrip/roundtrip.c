@@ -1,0 +1,419 @@
+/* Takes values of generated types through all generated functions: roundtrip SCRIPT ...
+
+   A script is named after its module and holds values as they are printed, each in lines of its own;
+   what belongs to a value stands on the lines behind it:
+
+     Msg: {
+       id: 5
+       ok: TRUE
+     }
+     = 3006 020105 0101FF       the encoding that has definite lengths
+     ~ 3080 020105 0101FF 0000  another encoding of the value
+     + 2480 040101 0000 = 040101  a value of the type that is printed in another way, and how it is encoded
+                                again; without = as it is
+     ! 3003 020105 TAG_FAIL     octets that are no value of this type, and what the decoder says
+
+   Each value is asked for, printed, encoded, decoded, and all that once more from the result; all texts
+   and all encodings have to agree, and no beginning of an encoding may pass for a value. Every row of
+   the entry tables has to come up. */
+
+#define _POSIX_C_SOURCE 200809L
+
+#define ASN_TABN 1
+#define ASNCODEC_MODULE 1
+#define ASNTST_MODULE 1
+
+#include "basic.tab"
+#include "forms.tab"
+#include "shop.tab"
+#include "stock.tab"
+#include "value.tab"
+
+#include "asnapi.h"
+
+#include "roundtrip.h"
+
+#include <ctype.h>
+#include <stdlib.h>
+
+#define ROWS(table) table, (int)(sizeof table / sizeof table[0])
+
+const MODULE modules[] = {
+  { "basic", ROWS (basicEntryDescr) }, { "forms", ROWS (formsEntryDescr) },
+  { "shop", ROWS (shopEntryDescr) },   { "stock", ROWS (stockEntryDescr) },
+  { "value", ROWS (valueEntryDescr) },
+};
+const int nrOfModules = sizeof modules / sizeof modules[0];
+
+/* One value, with all that it owns. */
+typedef struct {
+  const ENTRYDESCR *row;
+  void *value;
+  size_t size;
+  ASNMEM memory;
+} VALUE;
+
+static int failures;
+static const char *script;
+static int scriptLine;
+
+static void fail (const VALUE *v, const char *what, const char *detail)
+{
+  fprintf (stderr, "%s:%d: %s: %s %s\n", script, scriptLine, v->row->name, what, detail);
+  failures++;
+}
+
+static void openValue (VALUE *v, const ENTRYDESCR *row)
+{
+  v->row = row;
+  v->size = sizeOfValue (row);
+  v->value = calloc (1, v->size);
+  memset (&v->memory, 0, sizeof v->memory);
+}
+
+static void closeValue (VALUE *v)
+{
+  asnFreeMemory (&v->memory);
+  free (v->value);
+}
+
+static BOOLE ask (VALUE *v, char *text)
+{
+  ASNERROR error;
+  FILE *in = fmemopen (text, strlen (text), "r");
+  BOOLE done = asnAsk (v->row->ask, v->value, v->size, &v->memory, in, NULL, &error);
+  if (!done) {
+    fail (v, asnErrorName (error.code), "while it is asked for");
+    fprintf (stderr, "in line %lu, %s, of\n%s", (unsigned long)error.offset, error.path, text);
+  }
+  fclose (in);
+  return done;
+}
+
+/* Printing doesn't change a value. The caller frees the text. */
+static char *print (const VALUE *v)
+{
+  ASNERROR error;
+  char *text = NULL;
+  size_t length;
+  FILE *out = open_memstream (&text, &length);
+  if (!asnPrint (v->row->print, v->value, out, &error))
+    fail (v, asnErrorName (error.code), "while it is printed");
+  fclose (out);
+  return text;
+}
+
+typedef struct {
+  BYTE_TYPE *octets;
+  size_t length;
+} ENCODING;
+
+/* Uses up a value that stands in homes. */
+static ENCODING encode (const VALUE *v)
+{
+  ASNERROR error;
+  ENCODING e;
+  e.octets = asnEncodeNew (v->row->encode, v->value, &e.length, &error);
+  if (!e.octets) {
+    fail (v, asnErrorName (error.code), error.path);
+    e.length = 0;
+  }
+  return e;
+}
+
+/* The decoder gets octets that end where their memory ends. */
+static BOOLE decode (VALUE *v, const BYTE_TYPE *octets, size_t length, ASNERROR *error)
+{
+  BYTE_TYPE *exact = malloc (length ? length : 1);
+  BOOLE done;
+  memcpy (exact, octets, length);
+  done = asnDecode (v->row->decode, exact, length, v->value, v->size, &v->memory, NULL, error);
+  free (exact);
+  return done;
+}
+
+static void printOctets (const ENCODING *e)
+{
+  for (size_t i = 0; i < e->length; i++)
+    fprintf (stderr, "%02X", e->octets[i]);
+  fputc ('\n', stderr);
+}
+
+static BOOLE areSame (const ENCODING *a, const ENCODING *b)
+{
+  return a->length == b->length && memcmp (a->octets, b->octets, a->length) == 0;
+}
+
+static void expectSame (const VALUE *v, const ENCODING *a, const ENCODING *b, const char *what)
+{
+  if (areSame (a, b))
+    return;
+  fail (v, "encodings differ:", what);
+  printOctets (a);
+  printOctets (b);
+}
+
+/* Decodes octets and expects the text; encoding the result has to give `again`, where it isn't null. */
+static void expectDecoded (const ENTRYDESCR *row, const ENCODING *e, const char *text,
+                           const ENCODING *again)
+{
+  VALUE v;
+  ASNERROR error;
+  openValue (&v, row);
+  if (!decode (&v, e->octets, e->length, &error)) {
+    fail (&v, asnErrorName (error.code), "while it is decoded:");
+    printOctets (e);
+  } else {
+    char *printed = print (&v);
+    ENCODING own = encode (&v);
+    if (strcmp (printed, text) != 0) {
+      fail (&v, "is printed in another way when it was decoded", "");
+      fprintf (stderr, "%s%s", text, printed);
+    }
+    if (again)
+      expectSame (&v, &own, again, "of the decoded value");
+    free (own.octets);
+    free (printed);
+  }
+  closeValue (&v);
+}
+
+static void expectBeginningsRefused (const ENTRYDESCR *row, const ENCODING *e)
+{
+  /* of a long one some */
+  const size_t step = e->length < 2000 ? 1 : e->length / 500;
+  for (size_t length = 0; length < e->length; length += step) {
+    VALUE v;
+    ASNERROR error;
+    openValue (&v, row);
+    if (decode (&v, e->octets, length, &error))
+      fail (&v, "a beginning passes for a value", "");
+    closeValue (&v);
+  }
+}
+
+/* --- the lines of a script --- */
+
+static const ENTRYDESCR *rowOf (const MODULE *module, const char *line)
+{
+  const size_t length = strcspn (line, ":");
+  for (int i = 0; i < module->nrOfRows; i++)
+    if (strlen (module->rows[i].name) == length && strncmp (module->rows[i].name, line, length) == 0)
+      return &module->rows[i];
+  return NULL;
+}
+
+/* The digits up to the first word that has others; `rest` gets that word. */
+static ENCODING octetsOf (const char *text, const char **rest)
+{
+  ENCODING e;
+  int half = -1;
+  e.octets = malloc (strlen (text) + 1);
+  e.length = 0;
+  for (;; text++) {
+    if (isspace ((unsigned char)*text))
+      continue;
+    if (!isxdigit ((unsigned char)*text) || strspn (text, "0123456789ABCDEF") < strcspn (text, " \n"))
+      break;
+    int digit = *text <= '9' ? *text - '0' : *text - 'A' + 10;
+    if (half < 0) {
+      half = digit;
+      continue;
+    }
+    e.octets[e.length++] = (BYTE_TYPE)(half << 4 | digit);
+    half = -1;
+  }
+  *rest = text;
+  return e;
+}
+
+/* For what cannot be asked for: the value comes from octets, and has to last. */
+static void expectKept (const ENTRYDESCR *row, const ENCODING *e, const ENCODING *expected)
+{
+  VALUE v;
+  ASNERROR error;
+  openValue (&v, row);
+  if (!decode (&v, e->octets, e->length, &error)) {
+    fail (&v, asnErrorName (error.code), "while it is decoded:");
+    printOctets (e);
+  } else {
+    ENCODING own = encode (&v);
+    VALUE again;
+    openValue (&again, row);
+#if ROUNDTRIP_DEFINITE
+    expectSame (&v, &own, expected, "of the decoded value");
+#endif
+    if (decode (&again, own.octets, own.length, &error)) {
+      char *text = print (&again);
+      expectDecoded (row, expected, text, &own);
+      free (text);
+    } else {
+      fail (&again, asnErrorName (error.code), "while its own encoding is decoded");
+    }
+    closeValue (&again);
+    free (own.octets);
+  }
+  closeValue (&v);
+}
+
+static void expectRefused (const ENTRYDESCR *row, const ENCODING *e, const char *errorName)
+{
+  VALUE v;
+  ASNERROR error;
+  const char *name;
+  openValue (&v, row);
+  (void)decode (&v, e->octets, e->length, &error);
+  name = asnErrorName (error.code);
+  if (strlen (name) != strcspn (errorName, " \n") || strncmp (name, errorName, strlen (name)) != 0)
+    fail (&v, "is decoded with", name);
+  closeValue (&v);
+}
+
+/* A value in hand: its type, the text as it is printed, and the encoding of this program. */
+typedef struct {
+  const ENTRYDESCR *row;
+  char *text;
+  ENCODING encoding;
+} CASE;
+
+static void openCase (CASE *c, const ENTRYDESCR *row, char *asked)
+{
+  VALUE v;
+  memset (c, 0, sizeof *c);
+  openValue (&v, row);
+  if (ask (&v, asked)) {
+    c->row = row;
+    c->text = print (&v);
+    c->encoding = encode (&v);
+  }
+  closeValue (&v);
+  if (!c->encoding.octets)
+    return;
+  expectDecoded (row, &c->encoding, c->text, &c->encoding);
+  expectBeginningsRefused (row, &c->encoding);
+  openValue (&v, row);
+  if (ask (&v, c->text)) {
+    ENCODING own = encode (&v);
+    expectSame (&v, &c->encoding, &own, "of the value asked for as printed");
+    free (own.octets);
+  }
+  closeValue (&v);
+}
+
+static void closeCase (CASE *c)
+{
+  free (c->text);
+  free (c->encoding.octets);
+  memset (c, 0, sizeof *c);
+}
+
+static void checkLine (const CASE *c, const char *line)
+{
+  const char *rest;
+  ENCODING e = octetsOf (line + 1, &rest);
+  if (*line == '!')
+    expectRefused (c->row, &e, rest);
+  else if (*line == '+' && *rest == '=') {
+    ENCODING expected = octetsOf (rest + 1, &rest);
+    expectKept (c->row, &e, &expected);
+    free (expected.octets);
+  } else if (*line == '+')
+    expectKept (c->row, &e, &e);
+  else
+    expectDecoded (c->row, &e, c->text, &c->encoding);
+#if ROUNDTRIP_DEFINITE
+  if (*line == '=' && !areSame (&e, &c->encoding)) {
+    fprintf (stderr, "%s:%d: %s is encoded as\n", script, scriptLine, c->row->name);
+    printOctets (&c->encoding);
+    failures++;
+  }
+#endif
+  free (e.octets);
+}
+
+static BOOLE beginsValue (const char *line)
+{
+  return isalpha ((unsigned char)*line) != 0;
+}
+
+/* Reads lines up to the one that begins something else, which stays in `line`. */
+static char *wholeValue (FILE *in, char *line, size_t size, BOOLE *ended)
+{
+  size_t length = strlen (line);
+  char *text = malloc (length + 1);
+  memcpy (text, line, length + 1);
+  while (!(*ended = fgets (line, (int)size, in) == NULL)) {
+    scriptLine++;
+    if (beginsValue (line) || strchr ("=~+!-\n", *line))
+      break;
+    text = realloc (text, length + strlen (line) + 1);
+    strcpy (text + length, line);
+    length += strlen (line);
+  }
+  return text;
+}
+
+static void runScript (const MODULE *module, FILE *in, BOOLE *met)
+{
+  static char line[200000];
+  CASE c;
+  BOOLE ended = FALSE;
+  memset (&c, 0, sizeof c);
+  scriptLine = 0;
+  line[0] = '\n';
+  while (!ended) {
+    if (beginsValue (line)) {
+      const ENTRYDESCR *row = rowOf (module, line);
+      char *text = wholeValue (in, line, sizeof line, &ended);
+      closeCase (&c);
+      if (row) {
+        met[row - module->rows] = TRUE;
+        openCase (&c, row, text);
+      } else if (!isWithoutHome (text)) {
+        fprintf (stderr, "%s:%d: no type of %s", script, scriptLine, text);
+        failures++;
+      }
+      free (text);
+      continue;
+    }
+    if (strchr ("=~+!", *line) && c.encoding.octets)
+      checkLine (&c, line);
+    ended = fgets (line, sizeof line, in) == NULL;
+    scriptLine++;
+  }
+  closeCase (&c);
+}
+
+static const MODULE *moduleOf (const char *path)
+{
+  const char *name = strrchr (path, '/') ? strrchr (path, '/') + 1 : path;
+  for (int i = 0; i < nrOfModules; i++)
+    if (strncmp (name, modules[i].name, strlen (modules[i].name)) == 0)
+      return &modules[i];
+  return NULL;
+}
+
+int main (int argc, char **argv)
+{
+  for (int i = 1; i < argc; i++) {
+    const MODULE *module = moduleOf (argv[i]);
+    FILE *in = fopen (argv[i], "r");
+    BOOLE *met;
+    if (!module || !in) {
+      fprintf (stderr, "%s is no script of a module\n", argv[i]);
+      return 2;
+    }
+    script = argv[i];
+    met = calloc ((size_t)module->nrOfRows, sizeof *met);
+    runScript (module, in, met);
+    fclose (in);
+    for (int row = 0; row < module->nrOfRows; row++)
+      if (!met[row]) {
+        fprintf (stderr, "%s: there is no value of %s\n", script, module->rows[row].name);
+        failures++;
+      }
+    free (met);
+  }
+  printf ("%d failures\n", failures);
+  return failures != 0;
+}
