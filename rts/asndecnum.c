@@ -27,26 +27,28 @@ void asnDecNull (ASNCODG *g)
 /* Two's complement of up to eight octets. */
 static sint64 numberOf (const BYTE_TYPE *p, uint32 len)
 {
-  uint64 value = *p & 0x80 ? UINT64_MAX : 0;
-  for (; len > 0; len--)
+  const BYTE_TYPE *end = p + len;
+  uint64 value = (uint64)(sint64)(sint8)*p++;
+  while (p < end)
     value = value << 8 | *p++;
   return (sint64)value;
 }
 
 /* The contents of a number, none of whose octets is idle. */
-static BOOLE takeNumber (ASNCODG *g, const BYTE_TYPE **p, uint32 *len)
+static inline BOOLE takeNumber (ASNCODG *g, const BYTE_TYPE **p, uint32 *len)
 {
   if (!asnTakeContents (g, p, len))
     return FALSE;
-  if (*len == 0 || (*len > 1 && (((*p)[0] == 0 && (*p)[1] < 0x80) ||
-                                 ((*p)[0] == 0xFF && (*p)[1] >= 0x80)))) {
+  /* The first nine bits are not all alike. */
+  if (*len == 0 || (*len > 1 && (BYTE_TYPE)((*p)[0] + ((*p)[1] >> 7)) == 0)) {
     asnRaise (&g->util, VALUE_FAIL);
     return FALSE;
   }
   return TRUE;
 }
 
-static BOOLE readLongNumber (ASNCODG *g, sint64 low, sint64 high, sint64 *value)
+/* A number within its bounds. */
+static BOOLE readNumber (ASNCODG *g, sint64 low, sint64 high, sint64 *value)
 {
   const BYTE_TYPE *p;
   uint32 len;
@@ -69,20 +71,6 @@ static inline sint64 higher (sint64 a, sint64 b)
 static inline sint64 lower (sint64 a, sint64 b)
 {
   return a < b ? a : b;
-}
-
-/* The common case, a small number of one octet, goes without a call. */
-static inline BOOLE readNumber (ASNCODG *g, sint64 low, sint64 high, sint64 *value)
-{
-  if (g->state == ASN_PRIMITIVE_ && g->len == 1) {
-    *value = (sint8)*g->place;
-    if (low <= *value && *value <= high) {
-      g->place++;
-      g->state = ASN_BETWEEN_;
-      return TRUE;
-    }
-  }
-  return readLongNumber (g, low, high, value);
 }
 
 void asnDecUint8 (ASNCODG *g, uint8 *value, sint64 low, sint64 high)

@@ -308,19 +308,6 @@ void asnDecSkip (ASNCODG *g)
     asnPassElement (g);
 }
 
-BOOLE asnTakeContents (ASNCODG *g, const BYTE_TYPE **contents, uint32 *len)
-{
-  if (g->state != ASN_PRIMITIVE_) {
-    asnRaise (&g->util, FORM_FAIL);
-    return FALSE;
-  }
-  *contents = g->place;
-  *len = g->len;
-  g->place += g->len;
-  g->state = ASN_BETWEEN_;
-  return TRUE;
-}
-
 /* --- bookmarks --- */
 
 ASN_BOOKMARK asnMark (const ASNCODG *g)

@@ -178,8 +178,10 @@ void asnDecString (ASNCODG *g, uint32 how, void *n, void *st, size_t size, sint6
 /* Memory for a string of `n`, which is never nothing. */
 static BYTE_TYPE *newString (ASNCODG *g, uint32 kindNr, uint32 n)
 {
-  size_t octets = kindNr == ASN_BIT_ ? n / 8 : n;
-  return (BYTE_TYPE *)asnTake (&g->util, (octets + 1) * asnStringKinds[kindNr].width);
+  size_t width = asnStringKinds[kindNr].width, octets = (kindNr == ASN_BIT_ ? n / 8 : n) * width;
+  BYTE_TYPE *st = (BYTE_TYPE *)asnTake (&g->util, octets + width);
+  memset (st + octets, 0, width);
+  return st;
 }
 
 void asnDecDynString (ASNCODG *g, uint32 how, void *n, void *st, sint64 low, sint64 high)

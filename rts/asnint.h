@@ -31,7 +31,7 @@ void asnInitUtil (ASNUTIG *util, int kind, ASNMEM *memory);
 
 /* --- memory --- */
 
-/* As asnAllocate from the memory in hand; null after a fatal report without a way out. */
+/* Memory in hand that is not zeroed; lack of it is a fatal error. */
 void *asnTake (ASNUTIG *util, size_t size);
 
 /* --- encoding --- */
@@ -81,7 +81,18 @@ int asnReadHeader (const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *heade
 void asnPassElement (ASNCODG *g);
 
 /* The contents of a primitive value, which count as read; false after an error. */
-BOOLE asnTakeContents (ASNCODG *g, const BYTE_TYPE **contents, uint32 *len);
+static inline BOOLE asnTakeContents (ASNCODG *g, const BYTE_TYPE **contents, uint32 *len)
+{
+  if (g->state != ASN_PRIMITIVE_) {
+    asnRaise (&g->util, FORM_FAIL);
+    return FALSE;
+  }
+  *contents = g->place;
+  *len = g->len;
+  g->place += g->len;
+  g->state = ASN_BETWEEN_;
+  return TRUE;
+}
 
 /* The segments of a string in hand, whatever its form. */
 typedef struct {

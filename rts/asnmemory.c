@@ -60,12 +60,13 @@ static CHUNK *addChunk (ASNMEM *mem, ASNMEM *root, size_t size)
   room = ROUND_UP (room);
   if (!charge (root, room))
     return NULL;
-  chunk = (CHUNK *)calloc (1, CHUNK_HEAD + room);
+  chunk = (CHUNK *)malloc (CHUNK_HEAD + room);
   if (!chunk) {
     root->inUse -= (uint32)room;
     return NULL;
   }
   chunk->size = room;
+  chunk->used = 0;
   if (mem != root)
     mem->inUse += (uint32)room;
   /* A chunk that is full at once stays behind the one that is being filled. */
@@ -79,7 +80,8 @@ static CHUNK *addChunk (ASNMEM *mem, ASNMEM *root, size_t size)
   return chunk;
 }
 
-static void *allocate (ASNMEM *mem, ASNMEM *root, size_t size)
+/* Memory that is not zeroed. */
+static inline void *allocate (ASNMEM *mem, ASNMEM *root, size_t size)
 {
   CHUNK *chunk = mem->chunks;
   void *octets;
@@ -133,20 +135,26 @@ void asnFreeMemory (ASNMEM *memory)
 }
 
 /* What allocations count at. */
-static ASNMEM *rootOf (const ASNUTIG *util, ASNMEM *mem)
+static inline ASNMEM *rootOf (const ASNUTIG *util, ASNMEM *mem)
 {
   return util->memory ? util->memory : mem;
 }
 
-void *asnAllocate (ASNUTIG *util, ASNMEM *memory, size_t size)
+static inline void *allocateInHand (ASNUTIG *util, ASNMEM *memory, size_t size)
 {
   ASNMEM *mem = memory ? memory : asnMemoryOfHome (util);
   return mem ? allocate (mem, rootOf (util, mem), size) : NULL;
 }
 
+void *asnAllocate (ASNUTIG *util, ASNMEM *memory, size_t size)
+{
+  void *octets = allocateInHand (util, memory, size);
+  return octets ? memset (octets, 0, size) : NULL;
+}
+
 void *asnTake (ASNUTIG *util, size_t size)
 {
-  void *octets = asnAllocate (util, NULL, size);
+  void *octets = allocateInHand (util, NULL, size);
   if (!octets)
     asnRaiseFatal (util, LACK_OF_MEMORY);
   return octets;
@@ -154,7 +162,8 @@ void *asnTake (ASNUTIG *util, size_t size)
 
 void *asnNew (ASNMEM *memory, size_t size)
 {
-  return allocate (memory, memory, size);
+  void *octets = allocate (memory, memory, size);
+  return octets ? memset (octets, 0, size) : NULL;
 }
 
 /* --- homes --- */
@@ -230,11 +239,14 @@ void asnPopHome (ASNUTIG *util)
 
 /* --- lists --- */
 
-static void append (LIST *list, ASNHOME *item, int format, size_t size)
+#define ITEM_HEAD ROUND_UP (sizeof (ASNHOME))
+
+static inline void append (LIST *list, ASNHOME *item, int format, size_t size)
 {
+  memset (item, 0, sizeof *item);
   item->format = (uint16)format;
   if (size > 0)
-    item->val.stru = (BYTE_TYPE *)item + ROUND_UP (sizeof (ASNHOME));
+    item->val.stru = memset ((BYTE_TYPE *)item + ITEM_HEAD, 0, size);
   item->prev = list->last;
   if (list->last)
     list->last->next = item;
@@ -246,7 +258,7 @@ static void append (LIST *list, ASNHOME *item, int format, size_t size)
 void asnAppendItem (ASNUTIG *util, ASNMEM *memory, LIST *list, ASNHOME **item, int format,
                     size_t size)
 {
-  *item = (ASNHOME *)asnAllocate (util, memory, ROUND_UP (sizeof (ASNHOME)) + size);
+  *item = (ASNHOME *)allocateInHand (util, memory, ITEM_HEAD + size);
   if (!*item)
     asnRaiseFatal (util, LACK_OF_MEMORY);
   append (list, *item, format, size);
@@ -254,7 +266,7 @@ void asnAppendItem (ASNUTIG *util, ASNMEM *memory, LIST *list, ASNHOME **item, i
 
 ASNHOME *asnNewItem (ASNMEM *memory, LIST *list, int format, size_t size)
 {
-  ASNHOME *item = (ASNHOME *)asnNew (memory, ROUND_UP (sizeof (ASNHOME)) + size);
+  ASNHOME *item = (ASNHOME *)allocate (memory, memory, ITEM_HEAD + size);
   if (item) {
     append (list, item, format, size);
     list->n++;
@@ -281,6 +293,7 @@ static ARRAY *newArray (ASNUTIG *util, uint32 room, size_t size)
   if (size > 0 && room > UINT32_MAX / 2 / size)
     asnRaiseFatal (util, LACK_OF_MEMORY);
   array = (ARRAY *)asnTake (util, ARRAY_HEAD + room * size);
+  memset (array, 0, ARRAY_HEAD + room * size);
   array->room = room;
   return array;
 }
