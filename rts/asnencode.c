@@ -57,6 +57,12 @@ BOOLE asnMakeRoom (ASNCODG *g, size_t size)
   return TRUE;
 }
 
+/* Whether there is room without more memory. */
+static inline BOOLE hasRoom (const ASNCODG *g, size_t size)
+{
+  return (size_t)(g->front - g->room) >= size;
+}
+
 /* --- tags and lengths --- */
 
 BYTE_TYPE *asnPutLength (BYTE_TYPE *p, uint32 length)
@@ -94,11 +100,25 @@ void asnPutOctets (ASNCODG *g, const void *octets, size_t length)
   memcpy (g->front, octets, length);
 }
 
+/* Where there may be too little room for the longest header it is made aside, so that a buffer of just
+   the right size is enough. */
 void asnPutHeader (ASNCODG *g, uint32 tag, uint32 used)
 {
   uint32 length = asnUsed (g) - used;
-  if (asnRoomFor (g, ASN_MAX_HEADER))
+  if (hasRoom (g, ASN_MAX_HEADER)) {
     g->front = asnPutTag (asnPutLength (g->front, length), tag);
+  } else {
+    BYTE_TYPE aside[ASN_MAX_HEADER], *end = aside + sizeof aside;
+    BYTE_TYPE *p = asnPutTag (asnPutLength (end, length), tag);
+    asnPutOctets (g, p, (size_t)(end - p));
+  }
+}
+
+void asnPutTagAlone (ASNCODG *g, uint32 tag)
+{
+  BYTE_TYPE aside[ASN_MAX_HEADER], *end = aside + sizeof aside;
+  BYTE_TYPE *p = asnPutTag (end, tag);
+  asnPutOctets (g, p, (size_t)(end - p));
 }
 
 void asnStoreEOC (ASNCODG *g)
@@ -139,7 +159,7 @@ void asnEncTagLen8 (ASNCODG *g, uint8 tag)
 {
   uint32 used = asnUsed (g), length;
   BYTE_TYPE *p = g->front;
-  if (g->nrOfEnds == 0 || g->frameMark == used || (size_t)(p - g->room) < ASN_MAX_HEADER) {
+  if (g->nrOfEnds == 0 || g->frameMark == used || !hasRoom (g, ASN_MAX_HEADER)) {
     asnEncTagLen (g, ASN_WIDE_ (tag));
     return;
   }
@@ -158,10 +178,10 @@ void asnEncTagIndefLen (ASNCODG *g, uint32 tag)
     g->frameMark = ASN_NO_MARK;
     return;
   }
-  if (!asnRoomFor (g, ASN_MAX_HEADER))
+  if (!asnRoomFor (g, 1))
     return;
   *--g->front = 0x80;
-  g->front = asnPutTag (g->front, tag);
+  asnPutTagAlone (g, tag);
 }
 
 void asnEncTagIndefLen8 (ASNCODG *g, uint8 tag)
@@ -221,8 +241,10 @@ static BYTE_TYPE *putInteger (BYTE_TYPE *p, sint64 value)
 void asnEncInteger8 (ASNCODG *g, uint8 tag, sint64 value)
 {
   BYTE_TYPE *p, *end;
-  if (!asnRoomFor (g, MAX_INTEGER + 2))
+  if (!hasRoom (g, MAX_INTEGER + 2)) {
+    asnEncInteger (g, ASN_WIDE_ (tag), value);
     return;
+  }
   end = g->front;
   p = putInteger (end, value);
   p[-1] = (BYTE_TYPE)(end - p);
@@ -233,9 +255,9 @@ void asnEncInteger8 (ASNCODG *g, uint8 tag, sint64 value)
 void asnEncInteger (ASNCODG *g, uint32 tag, sint64 value)
 {
   uint32 used = asnUsed (g);
-  if (!asnRoomFor (g, MAX_INTEGER))
-    return;
-  g->front = putInteger (g->front, value);
+  BYTE_TYPE aside[MAX_INTEGER], *end = aside + sizeof aside;
+  BYTE_TYPE *p = putInteger (end, value);
+  asnPutOctets (g, p, (size_t)(end - p));
   asnPutHeader (g, tag, used);
 }
 

@@ -47,8 +47,7 @@ static void putWithTag (ASNCODG *g, uint32 tag, const ASN_FRAME *frame)
     while (*length++ & 0x80) { /* octets of the old tag's number */
     }
   asnPutOctets (g, length, (size_t)(end - length));
-  if (asnRoomFor (g, ASN_MAX_HEADER))
-    g->front = asnPutTag (g->front, tag | (header.constructed ? ASN_FORM_BIT : 0));
+  asnPutTagAlone (g, tag | (header.constructed ? ASN_FORM_BIT : 0));
 }
 
 void asnEncFrame (ASNCODG *g, uint32 tag, const FRAME_PTR *frame)

@@ -61,6 +61,7 @@ BYTE_TYPE *asnPutTag (BYTE_TYPE *p, uint32 tag);
 /* Writes octets; then a tag and the length of what was written since `used`. */
 void asnPutOctets (ASNCODG *g, const void *octets, size_t length);
 void asnPutHeader (ASNCODG *g, uint32 tag, uint32 used);
+void asnPutTagAlone (ASNCODG *g, uint32 tag);
 
 /* --- decoding --- */
 

@@ -7,14 +7,11 @@
 /* Seven bits an octet, all but the last marked. */
 static void putArc (ASNCODG *g, uint64 arc)
 {
-  BYTE_TYPE *p;
-  if (!asnRoomFor (g, ASN_MAX_HEADER))
-    return;
-  p = g->front;
+  BYTE_TYPE aside[10], *end = aside + sizeof aside, *p = end;
   *--p = (BYTE_TYPE)(arc & 0x7F);
   while ((arc >>= 7) > 0)
     *--p = (BYTE_TYPE)(0x80 | (arc & 0x7F));
-  g->front = p;
+  asnPutOctets (g, p, (size_t)(end - p));
 }
 
 void asnEncObjectIdentifier (ASNCODG *g, uint32 tag, const OBJECTIDENTIFIER *value)

@@ -172,12 +172,8 @@ void asnEncString8 (ASNCODG *g, uint8 tag, uint32 how, uint32 n, const void *st,
                     const void *array, size_t arraySize)
 {
   uint32 used = asnUsed (g);
-  BYTE_TYPE *p;
-  if (!putString (g, how, n, st, array, arraySize) || !asnRoomFor (g, ASN_MAX_HEADER))
-    return;
-  p = asnPutLength (g->front, asnUsed (g) - used);
-  *--p = tag;
-  g->front = p;
+  if (putString (g, how, n, st, array, arraySize))
+    asnPutHeader (g, ASN_WIDE_ (tag), used);
 }
 
 void asnEncString (ASNCODG *g, uint32 tag, uint32 how, uint32 n, const void *st,
