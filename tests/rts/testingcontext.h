@@ -8,8 +8,8 @@
 
 /* Tests write the calls of generated code with a context in scope, as reentrant code does. */
 #define ASN_REENTRANT 1
-#include "asnapi.h"
-#include "asntst.ext"
+#include "rts/asnapi.h"
+#include "rts/asntst.ext"
 
 using Testing = std::function<void(ASNTSTG *asntstg)>;
 
