@@ -11,6 +11,7 @@ void asnOpenDecoder (ASNCODG *g, const void *buffer, size_t length, ASNMEM *memo
   g->place = g->element = g->start;
   g->limit = g->start + (buffer ? length : 0);
   g->mode = 0;
+  g->elementsLeft = 0;
   g->state = ASN_BETWEEN_;
   g->tag = EOC_TAG;
   g->len = 0;
@@ -130,6 +131,7 @@ static BOOLE pushLevel (ASNCODG *g, const BYTE_TYPE *limit, uint32 mode)
   }
   g->levels[g->depth].limit = g->limit;
   g->levels[g->depth].mode = g->mode;
+  g->levels[g->depth].elementsLeft = g->elementsLeft;
   g->depth++;
   g->limit = limit;
   g->mode = mode;
@@ -141,6 +143,8 @@ static void popLevel (ASNCODG *g)
   g->depth--;
   g->limit = g->levels[g->depth].limit;
   g->mode = g->levels[g->depth].mode;
+  if (g->mode & ASN_COUNTED_)
+    g->elementsLeft = g->levels[g->depth].elementsLeft;
 }
 
 /* Whether what is open ends here; an end-of-contents is then read and the level closed. */
@@ -195,6 +199,7 @@ static uint32 look (ASNCODG *g)
   if (g->state == ASN_PRIMITIVE_) /* what was read last should have had components */
     return fail (g, FORM_FAIL);
   g->element = g->place;
+  g->util.allocated = FALSE;
   if (closeAtEnd (g))
     return EOC_TAG;
   error = asnReadHeader (g->place, g->limit, &header);
@@ -202,7 +207,7 @@ static uint32 look (ASNCODG *g)
     return fail (g, error);
   if (header.tag == EOC_TAG)
     return fail (g, TAG_FAIL);
-  if (g->mode & ASN_FULL_)
+  if ((g->mode & ASN_FULL_) || (g->mode & ASN_COUNTED_ && g->elementsLeft-- == 0))
     return fail (g, AM_FAIL);
   return enter (g, &header);
 }
@@ -211,7 +216,7 @@ static uint32 look (ASNCODG *g)
 uint32 asnLookTagLen (ASNCODG *g)
 {
   const BYTE_TYPE *p = g->place;
-  if (g->state != ASN_PRIMITIVE_ && g->limit - p >= 2 && !(g->mode & ASN_FULL_)) {
+  if (g->state != ASN_PRIMITIVE_ && g->limit - p >= 2 && !(g->mode & (ASN_FULL_ | ASN_COUNTED_))) {
     uint32 first = p[0], len = p[1];
     if ((first & 0x1F) != ASN_LONG_NUMBER && first != 0 && len < 0x80 &&
         len <= (size_t)(g->limit - p - 2)) {
@@ -227,6 +232,7 @@ uint32 asnLookTagLen (ASNCODG *g)
       } else {
         return look (g);
       }
+      g->util.allocated = FALSE;
       g->element = p;
       g->place = p + 2;
       g->len = len;

@@ -24,6 +24,7 @@ void asnOpenEncoder (ASNCODG *g, void *buffer, size_t size)
   g->start = g->place = g->limit = g->element = NULL;
   g->state = ASN_BETWEEN_;
   g->mode = 0;
+  g->elementsLeft = 0;
   g->depth = 0;
 }
 

@@ -25,6 +25,7 @@ void asnInitUtil (ASNUTIG *util, int kind, ASNMEM *memory)
   util->memory = memory;
   util->homes = NULL;
   util->leave = NULL;
+  util->allocated = FALSE;
   util->error.code = ASN_OK;
   util->error.offset = 0;
   util->error.path[0] = 0;

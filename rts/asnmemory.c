@@ -148,7 +148,9 @@ static inline void *allocateInHand (ASNUTIG *util, ASNMEM *memory, size_t size)
 
 void *asnAllocate (ASNUTIG *util, ASNMEM *memory, size_t size)
 {
-  void *octets = allocateInHand (util, memory, size);
+  void *octets;
+  util->allocated = TRUE;
+  octets = allocateInHand (util, memory, size);
   return octets ? memset (octets, 0, size) : NULL;
 }
 
@@ -201,6 +203,7 @@ static ASNHOME *newHome (ASNMEM *mem, ASNMEM *root, int format, size_t size)
 void asnCreateHome (ASNUTIG *util, ASNMEM *memory, ASNHOME **home, int format, size_t size)
 {
   ASNMEM *mem = memory ? memory : asnMemoryOfHome (util);
+  util->allocated = TRUE;
   *home = mem ? newHome (mem, rootOf (util, mem), format, size) : NULL;
   if (!*home)
     asnRaiseFatal (util, LACK_OF_MEMORY);
@@ -312,9 +315,11 @@ void asnFirstElements (ASNUTIG *util, void *elem, sint64 limit, size_t size)
   if (util->error.code != ASN_OK)
     return;
   memcpy (&first, elem, sizeof first);
-  if (first != &asnFixedArray_ && room > FIRST_ELEMENTS)
+  if (first == &asnFixedArray_ && room < UINT32_MAX)
+    room++;
+  else if (room > FIRST_ELEMENTS)
     room = FIRST_ELEMENTS;
-  storeElements (elem, newArray (util, room > UINT32_MAX ? UINT32_MAX : (uint32)room, size));
+  storeElements (elem, newArray (util, (uint32)room, size));
 }
 
 void asnGrowArray (ASNUTIG *util, void *elem, size_t size, uint32 n)
