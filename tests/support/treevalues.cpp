@@ -293,8 +293,12 @@ TypeNode TreeWriter::classField(TypeNode classRef, std::initializer_list<TypeNod
     return node;
 }
 
+/* No definition yet: an object may stand in a set, or in a field of another one. */
 ValueNode TreeWriter::object(TypeNode objClass, std::initializer_list<ValueNode> parts) {
-    return listValue(TYP_CLASS, parts).governedBy(objClass);
+    constexpr std::int32_t INLINE_OBJECT = 3;
+    ValueNode node = listValue(TYP_CLASS, parts).governedBy(objClass);
+    node->compStatus = INLINE_OBJECT;
+    return node;
 }
 
 ValueNode TreeWriter::fieldValue(TypeNode field, ValueNode value) {
@@ -303,7 +307,7 @@ ValueNode TreeWriter::fieldValue(TypeNode field, ValueNode value) {
 
 ValueNode TreeWriter::fieldType(TypeNode field, TypeNode type) {
     if (type->nameIdx == 0)
-        anonymous(type);
+        anonymous(type)->compStatus = TCS_MANDATORY; /* it is no definition */
     ValueNode place = value(TYP_NONE);
     place->refModule = 1;
     place->refRecord = type.nr;
