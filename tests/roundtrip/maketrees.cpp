@@ -1,10 +1,14 @@
 #include <algorithm>
 #include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <string>
 #include <string_view>
 
 #include "examples/modules.h"
 
-/* maketrees-all DIRECTORY [OPTION ...]: the trees of the example modules with general options, where
+/* maketrees_all TREE NEW-TREE [OPTION ...]: a copy of a tree with general options.
+   maketrees_all DIRECTORY [OPTION ...]: the trees of the example modules with general options, where
    every type that is not skipped is an entry type, so that a program can go through all of them by
    their entry tables. Modules whose C names would meet get a prefix. */
 
@@ -37,13 +41,25 @@ void enterAllTypes(TreeWriter &w, bool withHomes) {
     }
 }
 
+int copyTree(const char *from, const char *to, char **options, int nrOfOptions) {
+    std::ifstream in(from, std::ios::binary);
+    std::string file{std::istreambuf_iterator<char>(in), {}};
+    for (int i = 0; i < nrOfOptions; ++i)
+        if (!addModuleOption(file, options[i]))
+            return 1;
+    std::ofstream out(to, std::ios::binary);
+    return out << file ? 0 : 1;
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
     if (argc < 2) {
-        std::fputs("usage: maketrees-all DIRECTORY [OPTION ...]\n", stderr);
+        std::fputs("usage: maketrees_all DIRECTORY|TREE NEW-TREE [OPTION ...]\n", stderr);
         return 1;
     }
+    if (argc > 2 && std::string_view(argv[1]).ends_with(".stx"))
+        return copyTree(argv[1], argv[2], argv + 3, argc - 3);
     TreeWriter basic("Basic_Forms", "basic"), stock("Stock_Keeping", "stock");
     TreeWriter shop("Shop_Orders", "shop"), forms("All_Forms", "forms");
     TreeWriter value("Value_Forms", "value");
@@ -71,7 +87,7 @@ int main(int argc, char **argv) {
             tree->backendOption("-TAB-MORLA-PARAM=no");
         enterAllTypes(*tree, withHomes);
         if (!tree->save(std::string(argv[1]) + '/' + name + ".stx")) {
-            std::fprintf(stderr, "maketrees-all: %s failed\n", name);
+            std::fprintf(stderr, "maketrees_all: %s failed\n", name);
             return 1;
         }
     }

@@ -1,0 +1,18 @@
+/* The tables of the example modules. */
+
+#include "values.h"
+
+#include "basic.tab"
+#include "forms.tab"
+#include "shop.tab"
+#include "stock.tab"
+#include "value.tab"
+
+#define ROWS(table) table, (int)(sizeof table / sizeof table[0])
+
+const MODULE modules[] = {
+  { "basic", ROWS (basicEntryDescr) }, { "forms", ROWS (formsEntryDescr) },
+  { "shop", ROWS (shopEntryDescr) },   { "stock", ROWS (stockEntryDescr) },
+  { "value", ROWS (valueEntryDescr) },
+};
+const int nrOfModules = sizeof modules / sizeof modules[0];

@@ -1,0 +1,80 @@
+#define _POSIX_C_SOURCE 200809L
+
+#include "values.h"
+
+#include <stdlib.h>
+
+int failures;
+const char *script;
+int scriptLine;
+
+void fail (const VALUE *v, const char *what, const char *detail)
+{
+  fprintf (stderr, "%s:%d: %s: %s %s\n", script, scriptLine, v->row->name, what, detail);
+  failures++;
+}
+
+void openValue (VALUE *v, const ENTRYDESCR *row)
+{
+  v->row = row;
+#if ASN_TABPARAM /* an application that keeps components in homes has a table of pointers */
+  v->size = row->components * sizeof (ASNHOME *);
+#else
+  v->size = row->size;
+#endif
+  v->value = calloc (1, v->size);
+  memset (&v->memory, 0, sizeof v->memory);
+}
+
+void closeValue (VALUE *v)
+{
+  asnFreeMemory (&v->memory);
+  free (v->value);
+}
+
+BOOLE ask (VALUE *v, char *text)
+{
+  ASNERROR error;
+  FILE *in = fmemopen (text, strlen (text), "r");
+  BOOLE done = asnAsk (v->row->ask, v->value, v->size, &v->memory, in, NULL, &error);
+  if (!done) {
+    fail (v, asnErrorName (error.code), "while it is asked for");
+    fprintf (stderr, "in line %lu, %s, of\n%s", (unsigned long)error.offset, error.path, text);
+  }
+  fclose (in);
+  return done;
+}
+
+char *print (const VALUE *v)
+{
+  ASNERROR error;
+  char *text = NULL;
+  size_t length;
+  FILE *out = open_memstream (&text, &length);
+  if (!asnPrint (v->row->print, v->value, out, &error))
+    fail (v, asnErrorName (error.code), "while it is printed");
+  fclose (out);
+  return text;
+}
+
+ENCODING encode (const VALUE *v)
+{
+  ASNERROR error;
+  ENCODING e;
+  e.octets = asnEncodeNew (v->row->encode, v->value, &e.length, &error);
+  if (!e.octets) {
+    fail (v, asnErrorName (error.code), error.path);
+    e.length = 0;
+  }
+  return e;
+}
+
+BOOLE decode (VALUE *v, const BYTE_TYPE *octets, size_t length, ASNERROR *error)
+{
+  BYTE_TYPE *exact = malloc (length ? length : 1);
+  BOOLE done;
+  memcpy (exact, octets, length);
+  done = asnDecode (v->row->decode, exact, length, v->value, v->size, &v->memory, NULL, error);
+  free (exact);
+  return done;
+}

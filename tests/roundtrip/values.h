@@ -1,0 +1,53 @@
+/* Values of rows of entry tables, and what the generated functions do with them. */
+
+#ifndef VALUES_H
+#define VALUES_H
+
+#define ASN_TABN 1
+#define ASNCODEC_MODULE 1
+#define ASNTST_MODULE 1
+
+#include "asnapi.h"
+
+/* The modules of a program, in a file with their tables. */
+typedef struct {
+  const char *name;
+  const ENTRYDESCR *rows;
+  int nrOfRows;
+} MODULE;
+extern const MODULE modules[];
+extern const int nrOfModules;
+
+/* One value, with all that it owns. */
+typedef struct {
+  const ENTRYDESCR *row;
+  void *value;
+  size_t size;
+  ASNMEM memory;
+} VALUE;
+
+typedef struct {
+  BYTE_TYPE *octets;
+  size_t length;
+} ENCODING;
+
+/* Faults found so far, and where the script stands that finds them. */
+extern int failures;
+extern const char *script;
+extern int scriptLine;
+void fail (const VALUE *v, const char *what, const char *detail);
+
+void openValue (VALUE *v, const ENTRYDESCR *row);
+void closeValue (VALUE *v);
+BOOLE ask (VALUE *v, char *text);
+/* Printing doesn't change a value. The caller frees the text. */
+char *print (const VALUE *v);
+/* Uses up a value that stands in homes. The caller frees the octets. */
+ENCODING encode (const VALUE *v);
+/* The decoder gets octets that end where their memory ends. */
+BOOLE decode (VALUE *v, const BYTE_TYPE *octets, size_t length, ASNERROR *error);
+
+/* Decodes changed forms of an encoding: whatever a decoder takes for a value has to be one. */
+void mutate (const ENTRYDESCR *row, const ENCODING *e, int times);
+
+#endif /*VALUES_H*/
