@@ -119,11 +119,14 @@ static ENCODING octetsOf (const char *text, const char **rest)
   int half = -1;
   e.octets = malloc (strlen (text) + 1);
   e.length = 0;
-  for (;; text++) {
-    if (isspace ((unsigned char)*text))
+  for (BOOLE begins = TRUE;; text++) {
+    if (isspace ((unsigned char)*text)) {
+      begins = TRUE;
       continue;
-    if (!isxdigit ((unsigned char)*text) || strspn (text, "0123456789ABCDEF") < strcspn (text, " \n"))
+    }
+    if (!*text || (begins && strspn (text, "0123456789ABCDEF") < strcspn (text, " \n")))
       break;
+    begins = FALSE;
     int digit = *text <= '9' ? *text - '0' : *text - 'A' + 10;
     if (half < 0) {
       half = digit;
