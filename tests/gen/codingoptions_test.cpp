@@ -84,11 +84,15 @@ void embedded(TreeWriter &w) {
     lines(w.define("Leaf", byte(w)), "Leaf").entry();
 }
 
-/* Entries of a service, whose components lie in homes that come in a table. */
-void morla(TreeWriter &w) {
+/* An entry of a service: its components lie in homes that come in a table. */
+void ping(TreeWriter &w) {
     w.exportsMarked();
     w.define("Ping", w.sequence({w.comp("id", byte(w)), w.comp("ok", w.boolean()).optional()}))
         .entry();
+}
+
+void morla(TreeWriter &w) {
+    ping(w);
     const auto entry = [&](const char *name, TypeNode type) {
         return w.define(name, type).entry().exported(false);
     };
@@ -138,6 +142,7 @@ const CodingCase cases[] = {
     {"codfuncpref", paths, {"-COD-FUNC-PREF=ber_"}},
     {"embedded", embedded},
     {"morla", morla, {MORLA}},
+    {"morla_definite", ping, {MORLA, "-DEFINITELEN=definite"}},
     {"morla_pushpath", morla, {MORLA, "-PUSHPATH=yes"}},
 };
 
