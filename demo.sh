@@ -11,8 +11,8 @@ cmake --build build/release -j "$(nproc)" --target velmo
 rm -rf out
 mkdir out
 echo
-echo "== in out/: velmo -S=../examples/stx/ basic stock shop forms value"
-(cd out && ../build/release/velmo -S=../examples/stx/ basic stock shop forms value)
+echo "== in out/: velmo -S=../examples/stx/ basic stock shop forms value desk"
+(cd out && ../build/release/velmo -S=../examples/stx/ basic stock shop forms value desk)
 echo
 echo "== files in out/, with their lines"
 wc -l out/*
@@ -22,3 +22,15 @@ sed -n '/^BEGIN/,/^END/p' examples/basic.asn
 echo
 echo "== its types: out/basic.typ"
 cat out/basic.typ
+
+echo
+echo "== the module examples/operations.asn: what its tables in out/desktab.c tell examples/lookup.c"
+cc -std=c99 -Iout -Irts -o out/lookup examples/lookup.c out/desktab.c out/desk{enc,dec}.c rts/*.c -lm
+lookup() {
+  echo
+  echo "lookup $*"
+  out/lookup "$@"
+}
+lookup
+lookup 11
+lookup 11 300b800212678102008c82011c

@@ -4,6 +4,7 @@
 #include "driver/fatal.h"
 #include "model/backend.h"
 #include "model/backvar.h"
+#include "model/classes.h"
 #include "model/modules.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
@@ -208,4 +209,23 @@ Text &cASN1VariableName(Text &dst, const char *prefix, AsnType *type, const char
     if (name.size() > options->nameLen)
         name.resize(options->nameLen);
     return between(dst, prefix, name.c_str(), postfix);
+}
+
+void cUpdateBuiltinTypeFieldType(AsnType *type, AsnObjClassField *field) {
+    const AsnObjClass *objClass = field->fieldClass;
+    type->compId = field->compId;
+    type->baseId = objClass->compStatus == TCS_HEADER ? objClass->compId : objClass->baseId;
+}
+
+bool cIsSupportedObjClassField(AsnObjClassField *field) {
+    switch (getObjClassFieldKind(field)) {
+    case FIELD_TYPE:
+    case FIELD_FIXED_VALUE:
+    case FIELD_FIXED_VALUE_SET:
+    case FIELD_OBJECT:
+    case FIELD_OBJECT_SET:
+        return true;
+    default:
+        return false;
+    }
 }

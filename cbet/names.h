@@ -2,6 +2,7 @@
 
 #include "store/text.h"
 
+struct AsnObjClassField;
 struct AsnType;
 struct AsnValue;
 
@@ -38,6 +39,13 @@ const char *cSpecialType(int number);
 
 /* The ASN.1 name with a small first letter, cut to "NAMELEN=" characters. */
 Text &cASN1VariableName(Text &dst, const char *prefix, AsnType *type, const char *postfix);
+
+/* A type that is written in a field of a class goes by the names of both: those become the name of
+   its component and of its base. */
+void cUpdateBuiltinTypeFieldType(AsnType *type, AsnObjClassField *field);
+/* Generated C can hold such a field: all but values, and sets of values, of a type that another
+   field names. */
+bool cIsSupportedObjClassField(AsnObjClassField *field);
 
 /* Names of defines. Fatal error 13 for a value or component that can't have one. */
 Text &cNamedNumberMnemonic(Text &dst, const char *prefix, AsnType *type, AsnValue *value,

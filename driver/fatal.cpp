@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <new>
 
+int glbExitCode = 0;
+
 namespace {
 
 struct FatalRow {

@@ -2,17 +2,22 @@
 
 #include "store/ketraerr.h"
 
-/* Ends the run: writes "FATAL ERROR" with the text of `code` and, unless it is null, `detail` to the
-   standard error, tells the project summary if one is active, and exits with the status of the code.
-   Generated files stay as far as they were written. An unknown code counts as FATAL_OTHER. */
+/* Ends the run: writes "FATAL ERROR" with the text of `code` and, unless it is null, `detail` to
+   the standard error, tells the project summary if one is active, and exits with the status of the
+   code. Generated files stay as far as they were written. An unknown code counts as FATAL_OTHER. */
 [[noreturn]] void fatalError(int code, const char *detail);
 
 /* Told of each fatal error before the process ends, with the text of the code and the detail (or
-   null). Null, the default, tells nobody. A fatal error inside the listener ends the process at once. */
+   null). Null, the default, tells nobody. A fatal error inside the listener ends the process at
+   once. */
 void setFatalErrorListener(void (*listener)(const char *text, const char *detail));
 
 /* From now on an allocation that fails is fatal error 5. */
 void installMemoryHandler();
+
+/* The exit status that a run ends with unless a fatal error comes first. Starts at 0; a generator
+   that met an error and went on sets it to 1. */
+extern int glbExitCode;
 
 /* Writes the lines of `text`, up to a null entry, to the standard error and exits with status 1. */
 [[noreturn]] void usageError(const char *const *text);

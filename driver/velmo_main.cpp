@@ -22,8 +22,6 @@
 #include "model/stamps.h"
 #include "store/tree.h"
 
-int glbExitCode = 0;
-
 namespace {
 
 constexpr ToolInfo velmo = {

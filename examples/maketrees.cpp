@@ -30,12 +30,20 @@ bool setLines(TreeWriter &w, const std::string &path) {
     return text.eof();
 }
 
-bool write(TreeWriter &w, const std::string &source, const std::string &directory,
-           const std::string &name) {
-    w.source("", name + ".asn");
-    if (setLines(w, source + "/" + name + ".asn") && w.save(directory + "/" + name + ".stx"))
+/* A module, the name of its text and that of its tree. */
+struct Example {
+    TreeWriter &tree;
+    std::string text;
+    std::string name;
+};
+
+bool write(const Example &example, const std::string &source, const std::string &directory) {
+    const std::string file = example.text + ".asn";
+    example.tree.source("", file);
+    if (setLines(example.tree, source + "/" + file) &&
+        example.tree.save(directory + "/" + example.name + ".stx"))
         return true;
-    std::fprintf(stderr, "maketrees: %s failed\n", name.c_str());
+    std::fprintf(stderr, "maketrees: %s failed\n", example.name.c_str());
     return false;
 }
 
@@ -49,18 +57,18 @@ int main(int argc, char **argv) {
     TreeWriter basic("Basic_Forms", "basic"), stock("Stock_Keeping", "stock");
     TreeWriter shop("Shop_Orders", "shop"), forms("All_Forms", "forms");
     TreeWriter value("Value_Forms", "value");
+    TreeWriter operations("Library_Desk", "desk");
     makeBasic(basic);
     makeStock(stock);
     makeShop(shop, stock);
     makeForms(forms, stock);
     makeValue(value, stock);
+    makeOperations(operations);
     bool done = true;
-    const std::pair<TreeWriter *, const char *> all[] = {{&basic, "basic"},
-                                                         {&stock, "stock"},
-                                                         {&shop, "shop"},
-                                                         {&forms, "forms"},
-                                                         {&value, "value"}};
-    for (auto [tree, name] : all)
-        done = write(*tree, argv[1], argv[2], name) && done;
+    const Example all[] = {{basic, "basic", "basic"}, {stock, "stock", "stock"},
+                           {shop, "shop", "shop"},    {forms, "forms", "forms"},
+                           {value, "value", "value"}, {operations, "operations", "desk"}};
+    for (const Example &example : all)
+        done = write(example, argv[1], argv[2]) && done;
     return done ? 0 : 1;
 }

@@ -10,3 +10,4 @@ void makeStock(TreeWriter &w);
 void makeShop(TreeWriter &w, const TreeWriter &stock);
 void makeForms(TreeWriter &w, const TreeWriter &stock);
 void makeValue(TreeWriter &w, const TreeWriter &stock);
+void makeOperations(TreeWriter &w);

@@ -11,9 +11,12 @@
 #include "gen/fileset.h"
 #include "gen/functionkinds.h"
 #include "gen/meta.h"
+#include "gen/objecttables.h"
+#include "gen/settables.h"
 #include "gen/typeshape.h"
 #include "model/iterators.h"
 #include "model/modules.h"
+#include "model/objectsets.h"
 #include "model/stamps.h"
 #include "model/tags.h"
 #include "model/typenames.h"
@@ -222,6 +225,12 @@ void generateTables(AsnModule *module) {
         return;
     initStamps();
     genEntryTable(module);
+    /* Rows name value sets, object sets and rows of other classes; sets name rows. */
+    declareObjectInstanceArrays(module);
+    genFixedTypeValueSetTables(module);
+    genObjectSetTables(module);
+    genObjectTables(module);
+    resetNoObjectInstanceList();
 }
 
 void genTableAccessFunction(AsnModule *module, const char *elementType, const char *tableName,

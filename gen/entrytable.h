@@ -2,8 +2,9 @@
 
 struct AsnModule;
 
-/* The tables of a module: the entry table, through which a program reaches an entry type by number.
-   They come after the coding functions, because a row names those that exist. */
+/* The tables of a module: the entry table, through which a program reaches an entry type by number,
+   and those of values, objects and sets. They come after the coding functions, because a row names
+   those that exist. */
 void generateTables(AsnModule *module);
 
 /* The function that gives a row of a table by its index, and its declaration, where the module has

@@ -40,6 +40,13 @@ bool isCompOfItem(AsnType *type) {
     return type != nullptr && getTypeCompStatus(type) == TCS_COMPOF;
 }
 
+void replaceTypeInfo(AsnType *type, const BETypeInfo &info) {
+    getBETypeInfoCache(type);
+    *getTypeInfoCache(type)->generatorInfo = info;
+    if (BETypMetaRec *meta = getBETypMetaRec(type); meta != nullptr)
+        meta->names = info;
+}
+
 } // namespace
 
 BETypMetaRec *newBETypMetaRec(AsnType *type) {
@@ -96,6 +103,17 @@ const BETypeInfo *getBETypeInfoCache(AsnType *type) {
     if (cache->generatorInfo == nullptr)
         cache->generatorInfo = &typeInfos.emplace_back(makeTypeInfo(type));
     return cache->generatorInfo;
+}
+
+void renewBETypeInfo(AsnType *type) {
+    replaceTypeInfo(type, makeTypeInfo(type));
+}
+
+void setBETypeInfoNames(AsnType *type, const char *name) {
+    BETypeInfo info = *getBETypeInfoCache(type);
+    info.typeId = internStri(name);
+    info.baseTypeId = internStri((Text("struct t_") + name).c_str());
+    replaceTypeInfo(type, info);
 }
 
 const char *getMetaTypeId(AsnType *type) {

@@ -31,6 +31,12 @@ const char *homeTypeId(AsnType *type);
 /* The names of the record at which the type was met; worked out at first use. */
 const BETypeInfo *getBETypeInfoCache(AsnType *type);
 
+/* Works the names out anew, for the record and for this handle on it, which was renamed. */
+void renewBETypeInfo(AsnType *type);
+/* Gives the record, and this handle on it, the name of a structure: macros are named by `name`, and
+   values are declared by the tag made of it. */
+void setBETypeInfoNames(AsnType *type, const char *name);
+
 /* Empty for a type without a meta record. */
 const char *getMetaTypeId(AsnType *type);
 const char *getMetaBaseTypeId(AsnType *type);

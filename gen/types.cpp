@@ -7,6 +7,7 @@
 #include "cbet/predicates.h"
 #include "driver/embedded.h"
 #include "driver/files.h"
+#include "gen/classes.h"
 #include "gen/defines.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
@@ -138,4 +139,5 @@ void generateTypes(AsnModule *module) {
     resetPath();
     initStamps();
     forEachEntryVisType(module, [](AsnType *type, int) { genType(type); });
+    genClasses(module);
 }

@@ -3,9 +3,9 @@
 struct AsnModule;
 struct AsnType;
 
-/* C types: one definition in the ".typ" file for each type of a module that is to be generated. A
-   definition stands behind those of all types that it needs. Fatal error 15 for definitions that
-   nest without end. */
+/* C types: one definition in the ".typ" file for each type of a module that is to be generated,
+   then one for each class. A definition stands behind those of all that it needs. Fatal error 15
+   for definitions that nest without end. */
 void generateTypes(AsnModule *module);
 
 /* One definition with all that it needs, unless this pass has begun it already. */

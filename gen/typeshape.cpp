@@ -9,6 +9,7 @@
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "model/bounds.h"
+#include "model/classes.h"
 #include "model/control.h"
 #include "model/iterators.h"
 #include "model/modules.h"
@@ -16,6 +17,9 @@
 #include "model/typenames.h"
 #include "model/typequeries.h"
 #include "store/records.h"
+
+AsnObjClass *glbGovernorClass = nullptr;
+AsnObjClassField *glbClassField = nullptr;
 
 namespace {
 
@@ -67,6 +71,19 @@ void warnOfUnknownLeaf(AsnType *type) {
                  getModuleFilePath(path, nullptr, getModuleOfType(type), nullptr).c_str(),
                  getTypeDefinitionLine(type),
                  getTypeMainTypeStri(word, nullptr, type, nullptr).c_str());
+}
+
+/* "argument_OPERATION": the component's name, or the field's for its own type, and the
+   class. An element has no name of its own and keeps its place in the field. */
+Text fieldStructName(AsnType *type) {
+    Text whole, name;
+    if (getFatherOfTypeComp(type) == nullptr)
+        getObjClassFieldId(name, nullptr, glbClassField, nullptr);
+    else
+        name = orEmpty(getMetaCompId(type));
+    if (name.empty())
+        return cTypeId(whole, nullptr, type, nullptr);
+    return getDefObjClassId(whole, (name + "_").c_str(), glbGovernorClass, nullptr);
 }
 
 void genStructPostfix() {
@@ -253,6 +270,8 @@ void genTypedefContents(AsnType *type) {
 }
 
 void genStructPrefix(AsnType *type) {
+    if (glbGovernorClass != nullptr)
+        setBETypeInfoNames(type, fieldStructName(type).c_str());
     printfToF(fiTyp, "struct t_%s ", orEmpty(getMetaTypeId(type)));
     wToF(fiTyp, "{\n");
     ++fArr[fiTyp].indent;

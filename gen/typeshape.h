@@ -2,10 +2,17 @@
 
 #include "store/text.h"
 
+struct AsnObjClass;
+struct AsnObjClassField;
 struct AsnType;
 
 /* The C shape of one type: what stands between "typedef" and the identifier, nested structures
    included. */
+
+/* While a type is written that stands in a field of a class, the class and the field; else null.
+   Its structures are then tagged with the names of both. */
+extern AsnObjClass *glbGovernorClass;
+extern AsnObjClassField *glbClassField;
 
 /* Writes the shape. Nesting without end is fatal error 15. */
 void genTypedefContents(AsnType *type);

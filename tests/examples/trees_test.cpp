@@ -21,8 +21,8 @@ TEST(ExampleTrees, AreWhatTheProgramBesideThemMakes) {
     WorkDir dir;
     ProgramRun run = runProgram(dir, maketreesProgram, {sourceDir + "/examples", "."});
     ASSERT_EQ(run.status, 0) << run.err;
-    std::vector<std::string> names = {"basic.stx", "forms.stx", "shop.stx", "stock.stx",
-                                      "value.stx"};
+    std::vector<std::string> names = {"basic.stx", "desk.stx",  "forms.stx",
+                                      "shop.stx",  "stock.stx", "value.stx"};
     EXPECT_EQ(dir.files(), names);
     for (const std::string &name : names) {
         SCOPED_TRACE(name);

@@ -1,0 +1,101 @@
+#include "gen/classdefines.h"
+
+#include "driver/files.h"
+#include "gen/classes.h"
+#include "gen/classmeta.h"
+#include "gen/fileset.h"
+#include "gen/meta.h"
+#include "model/classes.h"
+#include "model/modules.h"
+#include "model/objects.h"
+#include "model/objectsets.h"
+
+/* A line that begins with "#define" must not be broken, so what follows its first piece is put. */
+
+namespace {
+
+char upperFirstChar(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+/* #define is_errors_OPERATION(obj) \
+     ((obj)->compmask & BIT(3)) */
+void genPresenceTest(AsnObjClass *objClass, AsnObjClassField *field, int number) {
+    constexpr int WORD_BITS = 32;
+    if (!isOptionalField(field)) {
+        putToF(fiDef, "TRUE\n");
+        return;
+    }
+    ++fArr[fiDef].indent;
+    putToF(fiDef, "\\\n((obj)->compmask");
+    if (getClassCompmaskWords(objClass) > 1) {
+        putToF(fiDef, formatText(" [%d]", number / WORD_BITS).c_str());
+        number %= WORD_BITS;
+    }
+    putToF(fiDef, formatText(" & %s(%d))\n", getClassCompmaskBit(objClass), number).c_str());
+    --fArr[fiDef].indent;
+}
+
+void genFieldDefines(AsnObjClass *objClass, AsnObjClassField *field, int number) {
+    Text id;
+    getObjClassFieldId(id, nullptr, field, "_");
+    id += getMetaClassId(objClass);
+    printfToF(fiDef, "\n#define %s %d", id.c_str(), number);
+    printfToF(fiDef, "\n#define is_%s(obj) ", id.c_str());
+    genPresenceTest(objClass, field, number);
+}
+
+} // namespace
+
+void genClassDefines(AsnObjClass *objClass) {
+    if (testObjClassOption(objClass, OPT_SKIPPED) || isPredefinedObjClass(objClass))
+        return;
+    printfToF(fiDef, "\n/* fields of %s */\n", getMetaClassId(objClass));
+    forEachObjClassField(objClass, genFieldDefines);
+}
+
+void genObjectDefines(AsnObject *object) {
+    AsnModule *module = getModuleOfObject(object);
+    if (!needsTableMacros(module))
+        return;
+    Text prefix;
+    getModulePrefix(prefix, nullptr, module, nullptr);
+    const char *classId = getMetaClassId(getObjClassOfObject(object));
+    const char *objectId = getMetaObjectId(object);
+    const auto nr = static_cast<long>(getMetaObjectNr(object));
+    if (nr == 0)
+        printfToF(fiDef, "\n/* objects in %s%s */\n\n", prefix.c_str(), classId);
+    if (*objectId == '\0') {
+        printfToF(fiDef, "/* <nameless> %ld */\n", nr);
+        return;
+    }
+    /* #define mlogin 0
+       #define login (mOPERATION + 0) */
+    printfToF(fiDef, "#define %s%s %ld\n", prefix.c_str(), objectId, nr);
+    printfToF(fiDef, "#define %s (%s%s + %ld)\n", objectId, prefix.c_str(), classId, nr);
+}
+
+void genObjectTableDefines(AsnModule *module, AsnObjClass *objClass, int count) {
+    if (getMetaClassAccessRoutines(objClass) != ACCESS_MACROS)
+        return;
+    Text table, walked;
+    getModulePrefix(table, nullptr, module, getMetaClassId(objClass));
+    walked = table + "Obj";
+    walked[0] = upperFirstChar(walked[0]);
+    printfToF(fiDef, "\n/* iterators for %s table */\n\n", table.c_str());
+    if (needsTableMacros(module))
+        printfToF(fiDef, "#define %s_cnt %d\n", table.c_str(), count);
+    printfToF(fiDef, "#define first%s() (%s)\n", walked.c_str(), table.c_str());
+    printfToF(fiDef, "#define next%s(iter) \\\n", walked.c_str());
+    ++fArr[fiDef].indent;
+    printfToF(fiDef, "((iter) < %s + %d ? (iter) + 1 : NULL)\n", table.c_str(), count - 1);
+    --fArr[fiDef].indent;
+}
+
+void genObjectSetTableDefines(AsnObjectSet *objectSet) {
+    Text set;
+    getDefObjectSetId(set, nullptr, objectSet, nullptr);
+    printfToF(fiDef, "\n/* iterators for %s table */\n\n", set.c_str());
+    printfToF(fiDef, "#define first%sObj() (%s)\n", set.c_str(), set.c_str());
+    printfToF(fiDef, "#define next%sObj(iter) ((iter) + 1)\n", set.c_str());
+}

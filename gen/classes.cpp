@@ -1,0 +1,317 @@
+#include "gen/classes.h"
+
+#include "cbet/names.h"
+#include "cbet/predicates.h"
+#include "driver/embedded.h"
+#include "driver/files.h"
+#include "gen/classdefines.h"
+#include "gen/classmeta.h"
+#include "gen/defines.h"
+#include "gen/fileset.h"
+#include "gen/meta.h"
+#include "gen/types.h"
+#include "gen/typeshape.h"
+#include "model/backvar.h"
+#include "model/classes.h"
+#include "model/iterators.h"
+#include "model/modules.h"
+#include "model/stamps.h"
+#include "model/typepath.h"
+#include "model/typequeries.h"
+#include "options/ketracnf.h"
+#include "store/records.h"
+
+namespace {
+
+/* Walks into the types of fields leave what is being written for another class or for a type. */
+class GovernorScope {
+public:
+    GovernorScope(AsnObjClass *governor, AsnObjClassField *field)
+        : governor_(glbGovernorClass), field_(glbClassField) {
+        glbGovernorClass = governor;
+        glbClassField = field;
+    }
+    ~GovernorScope() {
+        glbGovernorClass = governor_;
+        glbClassField = field_;
+    }
+    GovernorScope(const GovernorScope &) = delete;
+    GovernorScope &operator=(const GovernorScope &) = delete;
+
+private:
+    AsnObjClass *governor_;
+    AsnObjClassField *field_;
+};
+
+Text fieldId(AsnObjClassField *field) {
+    Text id;
+    return getObjClassFieldId(id, nullptr, field, nullptr);
+}
+
+bool isSkippedClass(AsnObjClass *objClass) {
+    return testObjClassOption(objClass, OPT_SKIPPED);
+}
+
+bool omitsSkippedFields(AsnObjClass *objClass) {
+    return getGlobalOptions(getModuleOfObjClass(objClass))->omitSkippedFields != 0;
+}
+
+const char *nearText(AsnObjClassField *field) {
+    return testObjClassFieldOption(field, OPT_NEAR) ? " near" : "";
+}
+
+/* --- what a class needs --- */
+
+/* Types of another module stand in its own file, which this one includes: to write them here too
+   would keep them out of it. Named numbers and components of a type that is written in the field
+   itself carry the names of field and class. */
+void genReferredTypeField(AsnObjClassField *field, AsnType *type) {
+    const GovernorScope none(nullptr, nullptr);
+    const bool isOwn = isCurrentModule(getModuleOfType(type));
+    if (!cIsDefinedBaseType(type)) {
+        cUpdateBuiltinTypeFieldType(type, field);
+        renewBETypeInfo(type);
+        pushPath();
+        addElemToPath(getMetaClassId(getObjClassOfField(field)));
+        if (isOwn)
+            genReferredTypes(type);
+        genDefines(type);
+        popPath();
+    } else if (isOwn) {
+        if (isDefinedType(type))
+            genType(type);
+        else
+            cForTypeGeneratedInCurrentModule(type, genType);
+    }
+}
+
+void genClass(AsnObjClass *objClass);
+
+void genReferredDefinitions(AsnObjClass *objClass) {
+    if (isSkippedClass(objClass) || isPredefinedObjClass(objClass))
+        return;
+    auto genGovernor = [](AsnObjClass *, AsnObjClassField *field, int) {
+        auto governorClass = [](AsnObjClassField *, AsnObjClass *governor) { genClass(governor); };
+        if (isFixedTypeValueField(field))
+            forFixedTypeValueField(field, genReferredTypeField);
+        else if (isFixedTypeValueSetField(field))
+            forFixedTypeValueSetField(field, genReferredTypeField);
+        else if (isObjectField(field))
+            forObjectField(field, governorClass);
+        else if (isObjectSetField(field))
+            forObjectSetField(field, governorClass);
+    };
+    forEachObjClassField(objClass, genGovernor);
+}
+
+/* --- fields --- */
+
+/* SKIPPED key; / * GOVERNOR SKIPPED * / */
+void genSkippedField(AsnObjClassField *field, const char *note) {
+    const bool noted = *note != '\0';
+    if (omitsSkippedFields(getObjClassOfField(field)))
+        printfToF(fiTyp, "/* SKIPPED %s%s%s */\n", fieldId(field).c_str(), noted ? " " : "", note);
+    else
+        printfToF(fiTyp, "SKIPPED %s;%s%s%s\n", fieldId(field).c_str(), noted ? " /* " : "", note,
+                  noted ? " */" : "");
+}
+
+constexpr const char *GOVERNOR_SKIPPED = "GOVERNOR SKIPPED";
+
+/* A CHOICE has its alternatives side by side here, since a constant can give a value to the first
+   member of a union only. */
+void genClassFieldChoiceTypedefContents(AsnObjClassField *field, AsnType *type) {
+    Text classId;
+    getDefObjClassId(classId, nullptr, getObjClassOfField(field), nullptr);
+    printfToF(fiTyp, "struct t_%s_%s ", fieldId(field).c_str(), classId.c_str());
+    wToF(fiTyp, "{\n");
+    ++fArr[fiTyp].indent;
+    genControlMember(type);
+    forEachTypeComp(type,
+                    [](AsnType *father, AsnType *son, int) { genNonLeafContents(father, son); });
+    --fArr[fiTyp].indent;
+    wToF(fiTyp, "}");
+}
+
+/* The governor's name, or the whole type where it has none. */
+void genGovernorType(AsnObjClassField *field, AsnType *type) {
+    if (cIsDefinedBaseType(type)) {
+        wToF(fiTyp, getMetaTypeId(type));
+        return;
+    }
+    const GovernorScope scope(getObjClassOfField(field), field);
+    cUpdateBuiltinTypeFieldType(type, field);
+    genTypedefContents(type);
+}
+
+void genFixedTypeValueField(AsnObjClassField *field, AsnType *type) {
+    if (testTypeOption(type, OPT_SKIPPED)) {
+        genSkippedField(field, GOVERNOR_SKIPPED);
+        return;
+    }
+    if (getTypeMainType(type) == TYP_CHOICE) {
+        const GovernorScope scope(getObjClassOfField(field), field);
+        genClassFieldChoiceTypedefContents(field, type);
+    } else {
+        genGovernorType(field, type);
+    }
+    printfToF(fiTyp, " %s;\n", fieldId(field).c_str());
+}
+
+/* struct {
+     uint16 n;
+     Code* elem;
+   } codes; */
+void genFixedTypeValueSetField(AsnObjClassField *field, AsnType *type) {
+    if (testTypeOption(type, OPT_SKIPPED)) {
+        genSkippedField(field, GOVERNOR_SKIPPED);
+        return;
+    }
+    AsnModule *module = getModuleOfObjClass(getObjClassOfField(field));
+    const bool counted = getBEModMetaRec(module)->tabValueSetN;
+    const bool separate = getGlobalOptions(module)->tabO != 0;
+    const char *pointer = testObjClassFieldOption(field, OPT_NEAR) ? " near*" : "*";
+    const char *array = separate ? "" : " [MAX_ASN_SET_ELEMS + 1]";
+    if (!separate)
+        pointer = "";
+    if (counted) {
+        wToF(fiTyp, "struct {\n");
+        ++fArr[fiTyp].indent;
+        wToF(fiTyp, "uint16 n;\n");
+    }
+    genGovernorType(field, type);
+    if (counted) {
+        printfToF(fiTyp, "%s elem%s;\n", pointer, array);
+        --fArr[fiTyp].indent;
+        printfToF(fiTyp, "} %s;\n", fieldId(field).c_str());
+    } else {
+        printfToF(fiTyp, "%s %s%s;\n", pointer, fieldId(field).c_str(), array);
+    }
+}
+
+/* A class that is just being written is known by its tag only. */
+const char *tagText(AsnObjClass *governor) {
+    return getObjClassStamp(governor) == stampGIP ? "const struct t_" : "";
+}
+
+/* ERROR* next; */
+void genObjectField(AsnObjClassField *field, AsnObjClass *governor) {
+    if (isSkippedClass(governor))
+        genSkippedField(field, GOVERNOR_SKIPPED);
+    else
+        printfToF(fiTyp, "%s%s%s* %s;\n", tagText(governor), getMetaClassId(governor),
+                  nearText(field), fieldId(field).c_str());
+}
+
+/* ERROR* const* errors; or ERROR* errors [MAX_ASN_SET_ELEMS + 1]; */
+void genObjectSetField(AsnObjClassField *field, AsnObjClass *governor) {
+    if (isSkippedClass(governor)) {
+        genSkippedField(field, GOVERNOR_SKIPPED);
+        return;
+    }
+    const bool separate =
+        getGlobalOptions(getModuleOfObjClass(getObjClassOfField(field)))->tabO != 0;
+    const char *pointer = testObjClassFieldOption(field, OPT_NEAR) ? " near* const" : "* const";
+    printfToF(fiTyp, "%s%s%s* %s%s;\n", tagText(governor), getMetaClassId(governor),
+              separate ? pointer : "", fieldId(field).c_str(),
+              separate ? "" : " [MAX_ASN_SET_ELEMS + 1]");
+}
+
+void genClassTypedefContents(AsnObjClass *, AsnObjClassField *field, int) {
+    if (isVariableTypeValueField(field) || isVariableTypeValueSetField(field))
+        genSkippedField(field, "NOT SUPPORTED");
+    else if (testObjClassFieldOption(field, OPT_SKIPPED))
+        genSkippedField(field, "");
+    else if (isTypeField(field))
+        printfToF(fiTyp, "ENTRYDESCR%s* %s;\n", nearText(field), fieldId(field).c_str());
+    else if (isFixedTypeValueField(field))
+        forFixedTypeValueField(field, genFixedTypeValueField);
+    else if (isFixedTypeValueSetField(field))
+        forFixedTypeValueSetField(field, genFixedTypeValueSetField);
+    else if (isObjectField(field))
+        forObjectField(field, genObjectField);
+    else if (isObjectSetField(field))
+        forObjectSetField(field, genObjectSetField);
+}
+
+/* --- the class --- */
+
+/* typedef const struct t_OPERATION {
+     ...
+   } OPERATION; */
+void genClassStructure(AsnObjClass *objClass) {
+    wToF(fiTyp, "\n");
+    printObjClassEmbeddingOptions(fiTyp, objClass, TED_TYP_BEFORE);
+    printfToF(fiTyp, "typedef const struct t_%s ", getMetaClassId(objClass));
+    wToF(fiTyp, "{\n");
+    ++fArr[fiTyp].indent;
+    if (isOptionalObjClassFields(objClass)) {
+        Text member;
+        wToF(fiTyp, getClassCompmaskField(member, "", objClass, ";\n"));
+    }
+    forEachObjClassField(objClass, genClassTypedefContents);
+    --fArr[fiTyp].indent;
+    printfToF(fiTyp, "} %s;\n", getMetaClassId(objClass));
+    printObjClassEmbeddingOptions(fiTyp, objClass, TED_TYP_BEHIND);
+}
+
+/* typedef OPERATION* OPERATION_iter; */
+void genClassIteratorTypedef(AsnObjClass *objClass) {
+    printfToF(fiTyp, "\ntypedef %s* %s_iter;\n", getMetaClassId(objClass),
+              getMetaClassId(objClass));
+}
+
+void genClassTypedef(AsnObjClass *objClass) {
+    if (isSkippedClass(objClass))
+        return;
+    if (isPredefinedObjClass(objClass))
+        printfToF(fiTyp, "\ntypedef %s %s;\n", getMetaBaseClassId(objClass),
+                  getMetaClassId(objClass));
+    else
+        genClassStructure(objClass);
+    genClassIteratorTypedef(objClass);
+}
+
+void genClass(AsnObjClass *objClass) {
+    static int nesting = 0;
+    const NestingGuard guard(&nesting, objClass->posModule);
+    if (!isBaseObjClassInCurrentModule(objClass) || getObjClassStamp(objClass) >= stampGIP)
+        return;
+    setObjClassStamp(objClass, stampGIP);
+    genReferredDefinitions(objClass);
+    genClassTypedef(objClass);
+    genClassDefines(objClass);
+    setObjClassStamp(objClass, stampGAD);
+}
+
+} // namespace
+
+void genClasses(AsnModule *module) {
+    forEachObjClass(module, [](AsnObjClass *objClass, int) { genClass(objClass); });
+}
+
+int getClassCompmaskSize(AsnObjClass *objClass) {
+    constexpr int BITS8 = 8, BITS16 = 16;
+    const int fields = getNrOfObjClassFields(objClass);
+    if (fields <= BITS8)
+        return VF_I8;
+    return fields <= BITS16 ? VF_I16 : VF_I32;
+}
+
+int getClassCompmaskWords(AsnObjClass *objClass) {
+    constexpr int WORD_BITS = 32;
+    return (getNrOfObjClassFields(objClass) + WORD_BITS - 1) / WORD_BITS;
+}
+
+const char *getClassCompmaskBit(AsnObjClass *objClass) {
+    return getClassCompmaskSize(objClass) == VF_I32 ? "BITL" : "BIT";
+}
+
+Text &getClassCompmaskField(Text &dst, const char *prefix, AsnObjClass *objClass,
+                            const char *suffix) {
+    dst =
+        Text(orEmpty(prefix)) + orEmpty(getLangType(getClassCompmaskSize(objClass))) + " compmask";
+    if (const int words = getClassCompmaskWords(objClass); words > 1)
+        dst += formatText(" [%d]", words);
+    return dst += orEmpty(suffix);
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "store/text.h"
+
+struct AsnModule;
+struct AsnObjClass;
+
+/* Information object classes in the ".typ" file: for each class a structure whose constants are its
+   objects, and a type for pointers that walk over them. */
+
+/* All classes of the module, each behind what its fields need. A class that stands for one of
+   another module is left to that module. */
+void genClasses(AsnModule *module);
+
+/* The form of the mask in a class's structure that tells which optional fields an object has:
+   VF_I8, VF_I16 or VF_I32, in words of 32 bits if there are more fields. */
+int getClassCompmaskSize(AsnObjClass *objClass);
+/* 1 unless the class has more than 32 fields. */
+int getClassCompmaskWords(AsnObjClass *objClass);
+/* Which macro makes a bit of the mask: "BIT", or "BITL" for a word of 32 bits. */
+const char *getClassCompmaskBit(AsnObjClass *objClass);
+/* The member itself: "sint8 compmask", "sint32 compmask [2]". */
+Text &getClassCompmaskField(Text &dst, const char *prefix, AsnObjClass *objClass,
+                            const char *suffix);

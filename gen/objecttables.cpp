@@ -1,0 +1,284 @@
+#include "gen/objecttables.h"
+
+#include <cstdio>
+
+#include "driver/fatal.h"
+#include "driver/files.h"
+#include "gen/classdefines.h"
+#include "gen/classes.h"
+#include "gen/classmeta.h"
+#include "gen/entrytable.h"
+#include "gen/fileset.h"
+#include "gen/meta.h"
+#include "gen/settables.h"
+#include "gen/staticvalues.h"
+#include "model/fieldvalues.h"
+#include "model/modules.h"
+#include "model/objectorder.h"
+#include "model/objectsets.h"
+#include "model/typequeries.h"
+#include "options/ketracnf.h"
+
+namespace {
+
+constexpr const char *NAMELESS = "<nameless>";
+
+/* What the rows of a pass share. */
+struct RowPass {
+    AsnModule *module;
+    SetTableNumbers numbers;
+    int fieldValues = 0; /* that the row has so far */
+};
+
+/* The tables are seen by other files. */
+bool isExported(AsnModule *module) {
+    return isMorlaApplication(module) || needsTableAccessFuncs(module);
+}
+
+const char *nameOf(AsnObject *object) {
+    const char *id = getMetaObjectId(object);
+    return *id == '\0' ? NAMELESS : id;
+}
+
+/* --- the mask of optional fields --- */
+
+/* BIT(1) | BIT(4), in words: { 0L, BITL(3) } */
+void genObjectCompmask(AsnObject *object) {
+    constexpr int WORD_BITS = 32;
+    AsnObjClass *objClass = getObjClassOfObject(object);
+    const bool isArray = getClassCompmaskWords(objClass) > 1;
+    const char *bit = getClassCompmaskBit(objClass);
+    int word = 0;
+    bool begun = false; /* the present word has a term */
+    if (isArray)
+        wToF(fiTab, "{ ");
+    auto genTerm = [&](AsnObject *, AsnFieldValue *, int, int fieldNr) {
+        for (; word < fieldNr / WORD_BITS; ++word) {
+            if (!begun)
+                wToF(fiTab, "0L");
+            wToF(fiTab, ", ");
+            begun = false;
+        }
+        if (begun)
+            wToF(fiTab, " | ");
+        wToF(fiTab, bit);
+        printfToF(fiTab, "(%d)", fieldNr % WORD_BITS);
+        begun = true;
+    };
+    if (forEachOptionalObjectFieldValue(object, genTerm) == 0)
+        wToF(fiTab, getClassCompmaskSize(objClass) == VF_I32 ? "0L" : "0");
+    if (isArray)
+        wToF(fiTab, " }");
+}
+
+/* --- fields --- */
+
+/* &mEntryDescr [0] / * Msg * / */
+void genEntryTypeReference(AsnType *type, int entryIndex) {
+    Text prefix;
+    getModulePrefix(prefix, nullptr, getModuleOfType(type), nullptr);
+    printfToF(fiTab, "&%sEntryDescr [%d] /* %s */", prefix.c_str(), entryIndex,
+              getMetaTypeId(type));
+}
+
+void genTypeField(AsnFieldValue *value) {
+    bool written = false;
+    auto genReference = [&](AsnFieldValue *, AsnType *type, int entryIndex) {
+        genEntryTypeReference(type, entryIndex);
+        written = true;
+    };
+    if (isEmptyFieldValue(value)) {
+        wToF(fiTab, "NULL");
+        return;
+    }
+    if (isEntryTypeFieldValue(value))
+        forEntryTypeFieldValue(value, genReference);
+    if (!written) {
+        Text file;
+        nameOfF(file, nullptr, fiTab, nullptr);
+        wToF(fiTab, "NULL /* ONLY ENTRY TYPES ARE SUPPORTED HERE */");
+        std::printf("WARNING: %s:%lu: Non-entry type as a type field value.\n", file.c_str(),
+                    static_cast<unsigned long>(linesInF(fiTab)) + 1);
+    }
+}
+
+void genFixedTypeValueField(AsnFieldValue *value) {
+    if (isEmptyFieldValue(value))
+        genEmptyFieldValue(getFieldBaseValueMainType(value), nullptr);
+    else
+        forFixedTypeValueFieldValue(value, [](AsnFieldValue *, AsnValue *asnValue) {
+            genFixedTypeValueFieldValue(asnValue);
+        });
+}
+
+void genObjectField(AsnFieldValue *value) {
+    if (isEmptyFieldValue(value))
+        wToF(fiTab, "NULL");
+    else
+        forObjectFieldValue(
+            value, [](AsnFieldValue *, AsnObject *object) { genObjObjectElement(object); });
+}
+
+void genFieldContents(AsnFieldValue *value, RowPass *pass) {
+    if (isTypeFieldValue(value))
+        genTypeField(value);
+    else if (isFixedTypeValueFieldValue(value))
+        genFixedTypeValueField(value);
+    else if (isFixedTypeValueSetFieldValue(value))
+        genObjectFixedTypeValueSetField(value, &pass->numbers);
+    else if (isObjectFieldValue(value))
+        genObjectField(value);
+    else if (isObjectSetFieldValue(value))
+        genObjectObjectSetField(value, &pass->numbers);
+}
+
+/* A field that the structure has no member for leaves only a comment in the row. */
+void genField(AsnObject *object, AsnFieldValue *value, int fieldNr, RowPass *pass) {
+    const char *note = nullptr;
+    const bool skipped = isSkippedField(getObjClassFieldOfFieldValue(value), &note);
+    const bool omitted = skipped && getGlobalOptions(pass->module)->omitSkippedFields != 0;
+    const bool masked = isOptionalObjClassFields(getObjClassOfObject(object));
+    if (fieldNr != 0 || masked)
+        wToF(fiTab, !omitted && (pass->fieldValues != 0 || masked) ? ",\n" : "\n");
+    if (skipped) {
+        Text id;
+        getObjClassFieldId(id, nullptr, getObjClassFieldOfFieldValue(value), nullptr);
+        printfToF(fiTab, "%s/* %s%s */", omitted ? "" : "0 ", id.c_str(), note);
+    } else {
+        genFieldContents(value, pass);
+    }
+    pass->fieldValues += omitted ? 0 : 1;
+}
+
+/* --- tables --- */
+
+/* ASN_DECL OPERATION mOPERATION [ASN_DECL_SIZE (12)]; */
+void declareArray(AsnModule *module, AsnObjClass *objClass, int count) {
+    const bool exported = isExported(module);
+    const int file = exported ? fiTabE : fiTab;
+    Text prefix;
+    getModulePrefix(prefix, nullptr, module, nullptr);
+    wToF(file, "\n");
+    wToF(file, exported ? "extern " : "ASN_DECL ");
+    wToF(file, getMetaClassId(objClass));
+    printfToF(file, " %s%s [%s];\n", prefix.c_str(), getMetaClassId(objClass),
+              exported ? "" : formatText("ASN_DECL_SIZE (%d)", count).c_str());
+}
+
+void reportPredefinedClass(AsnModule *module, AsnObjClass *objClass) {
+    Text prefix;
+    getModulePrefix(prefix, nullptr, module, nullptr);
+    std::fprintf(stderr,
+                 "ERROR: %s.asn: %s:\n"
+                 "ERROR: Predefined classes aren't supported yet in table generation.\n"
+                 "ERROR: You may write your own ASN.1 class with the properties of\n"
+                 "ERROR: the predefined class and use that instead for the time being.\n",
+                 prefix.c_str(), getMetaClassId(objClass));
+    glbExitCode = 1;
+}
+
+/* static OPERATION mOPERATION [] = { */
+void genObjectTablePrefix(AsnModule *module, AsnObjClass *objClass, bool skipped) {
+    if (skipped || isInNoObjectInstanceList(objClass))
+        return;
+    if (isPredefinedObjClass(objClass))
+        reportPredefinedClass(module, objClass);
+    Text prefix;
+    getModulePrefix(prefix, nullptr, module, nullptr);
+    const char *classId = getMetaClassId(objClass);
+    printfToF(fiTab, "\n%s%s %s%s [] = {\n", isExported(module) ? "" : "static ", classId,
+              prefix.c_str(), classId);
+    ++fArr[fiTab].indent;
+}
+
+void genObjectTableElement(AsnObject *object, int tableIndex, bool skipped, RowPass *pass) {
+    if (skipped)
+        return;
+    if (tableIndex != 0)
+        wToF(fiTab, ",\n\n");
+    printfToF(fiTab, "/* %s %d */\n", nameOf(object), tableIndex);
+    wToF(fiTab, "{\n");
+    ++fArr[fiTab].indent;
+    if (isOptionalObjClassFields(getObjClassOfObject(object)))
+        genObjectCompmask(object);
+    pass->fieldValues = 0;
+    auto genOne = [pass](AsnObject *of, AsnFieldValue *value, int fieldNr) {
+        genField(of, value, fieldNr, pass);
+    };
+    forEachPossibleObjectFieldValue(object, genOne);
+    --fArr[fiTab].indent;
+    wToF(fiTab, "\n}");
+    genObjectDefines(object);
+}
+
+void genObjectTablePostfix(AsnModule *module, AsnObjClass *objClass, int count, bool skipped) {
+    if (skipped || isInNoObjectInstanceList(objClass))
+        return;
+    --fArr[fiTab].indent;
+    wToF(fiTab, "\n};\n");
+    const Text classId = getMetaClassId(objClass);
+    genTableAccessFunction(module, classId.c_str(), classId.c_str(), count);
+    genObjectTableDefines(module, objClass, count);
+}
+
+} // namespace
+
+void declareObjectInstanceArrays(AsnModule *module) {
+    auto declare = [module](AsnObjClass *objClass, int count, bool skipped) {
+        if (skipped)
+            return;
+        if (count == 0)
+            addToNoObjectInstanceList(objClass);
+        else
+            declareArray(module, objClass, count);
+    };
+    forEachObjectInClassOrder(module, nullptr, nullptr, declare, true);
+}
+
+void genObjectTables(AsnModule *module) {
+    RowPass pass{module, {}};
+    auto prefix = [&](AsnObjClass *objClass, bool skipped) {
+        genObjectTablePrefix(module, objClass, skipped);
+    };
+    auto element = [&](AsnObjClass *, AsnObject *object, int tableIndex, bool skipped) {
+        genObjectTableElement(object, tableIndex, skipped, &pass);
+    };
+    auto postfix = [&](AsnObjClass *objClass, int count, bool skipped) {
+        genObjectTablePostfix(module, objClass, count, skipped);
+    };
+    forEachObjectInClassOrder(module, prefix, element, postfix, true);
+}
+
+void genObjObjectElement(AsnObject *object) {
+    Text prefix;
+    getModulePrefix(prefix, nullptr, getModuleOfObject(object), nullptr);
+    printfToF(fiTab, "&%s%s [%ld] /* %s */", prefix.c_str(),
+              getMetaClassId(getObjClassOfObject(object)),
+              static_cast<long>(getMetaObjectNr(object)), nameOf(object));
+}
+
+bool isSkippedField(AsnObjClassField *field, const char **note) {
+    bool skipped = false;
+    auto typeIsSkipped = [&](AsnObjClassField *, AsnType *type) {
+        skipped = testTypeOption(type, OPT_SKIPPED);
+    };
+    auto classIsSkipped = [&](AsnObjClassField *, AsnObjClass *governor) {
+        skipped = testObjClassOption(governor, OPT_SKIPPED);
+    };
+    *note = "";
+    if (isVariableTypeValueField(field) || isVariableTypeValueSetField(field)) {
+        *note = " NOT SUPPORTED";
+        return true;
+    }
+    if (testObjClassFieldOption(field, OPT_SKIPPED)) {
+        *note = " SKIPPED";
+        return true;
+    }
+    forFixedTypeValueField(field, typeIsSkipped);
+    forFixedTypeValueSetField(field, typeIsSkipped);
+    forObjectField(field, classIsSkipped);
+    forObjectSetField(field, classIsSkipped);
+    if (skipped)
+        *note = " GOVERNOR SKIPPED";
+    return skipped;
+}

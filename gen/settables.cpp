@@ -1,0 +1,235 @@
+#include "gen/settables.h"
+
+#include "driver/files.h"
+#include "gen/classdefines.h"
+#include "gen/classmeta.h"
+#include "gen/fileset.h"
+#include "gen/meta.h"
+#include "gen/objecttables.h"
+#include "gen/staticvalues.h"
+#include "model/fieldvalues.h"
+#include "model/modules.h"
+#include "model/objectorder.h"
+#include "model/objectsets.h"
+#include "model/typequeries.h"
+#include "model/valuequeries.h"
+#include "options/ketracnf.h"
+
+namespace {
+
+bool hasSeparateTables(AsnModule *module) {
+    return getGlobalOptions(module)->tabO != 0;
+}
+
+AsnModule *moduleOf(AsnFieldValue *value) {
+    return getModuleOfObject(getObjectOfFieldValue(value));
+}
+
+bool isStructureKind(int mainType) {
+    return mainType == TYP_SEQ || mainType == TYP_CHOICE;
+}
+
+/* A set that is there and yet names nothing is as good as none: it has no table, and no number. */
+int nrOfObjectsInField(AsnFieldValue *value) {
+    int count = 0;
+    forObjectSetFieldValue(value, [&](AsnFieldValue *, AsnObject *, int) { ++count; });
+    return count;
+}
+
+void beginTable() {
+    wToF(fiTab, "{\n");
+    ++fArr[fiTab].indent;
+}
+
+void endTable() {
+    --fArr[fiTab].indent;
+    wToF(fiTab, "\n};\n");
+}
+
+/* &mOPERATION [3] / * login * /, */
+void genSetObject(AsnObject *object) {
+    genObjObjectElement(object);
+    wToF(fiTab, ",\n");
+}
+
+/* --- value sets --- */
+
+void genObjFixedTypeValueSetField(AsnFieldValue *, AsnValue *asnValue, int index) {
+    if (index != 0)
+        wToF(fiTab, isStructureKind(getValueMainType(asnValue)) ? ",\n" : ", ");
+    genFixedTypeValueFieldValue(asnValue);
+}
+
+/* static Code mValueSet0 [] = { */
+void genValueSetTablePrefix(AsnFieldValue *value, int number) {
+    Text prefix;
+    getModulePrefix(prefix, nullptr, moduleOf(value), nullptr);
+    auto genHead = [&](AsnObjClassField *, AsnType *type) {
+        printfToF(fiTab, "\nstatic %s %sValueSet%d [] = ", getMetaBaseTypeId(type), prefix.c_str(),
+                  number);
+    };
+    forFixedTypeValueSetField(getObjClassFieldOfFieldValue(value), genHead);
+    beginTable();
+}
+
+void genFieldValueSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
+    const char *note = nullptr;
+    if (isEmptyFieldValue(value) || isSkippedField(getObjClassFieldOfFieldValue(value), &note) ||
+        getFixedTypeValueSetFieldSize(value) == 0)
+        return;
+    auto genElement = [&](AsnFieldValue *field, AsnValue *asnValue, int index) {
+        if (index == 0)
+            genValueSetTablePrefix(field, numbers->valueSets++);
+        genObjFixedTypeValueSetField(field, asnValue, index);
+    };
+    forFixedTypeValueSetFieldValue(value, genElement);
+    endTable();
+}
+
+/* --- object sets --- */
+
+/* static OPERATION* const mObjectSet0 [] = { */
+void genObjectSetTablePrefix(AsnFieldValue *value, int number) {
+    Text prefix;
+    getModulePrefix(prefix, nullptr, moduleOf(value), nullptr);
+    auto genHead = [&](AsnObjClassField *, AsnObjClass *governor) {
+        printfToF(fiTab, "\nstatic %s* const %sObjectSet%d [] = ", getMetaClassId(governor),
+                  prefix.c_str(), number);
+    };
+    forObjectSetField(getObjClassFieldOfFieldValue(value), genHead);
+    beginTable();
+}
+
+void genFieldObjectSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
+    const char *note = nullptr;
+    if (isEmptyFieldValue(value) || isSkippedField(getObjClassFieldOfFieldValue(value), &note))
+        return;
+    bool begun = false;
+    auto genElement = [&](AsnFieldValue *field, AsnObject *object, int) {
+        if (!begun)
+            genObjectSetTablePrefix(field, numbers->objectSets++);
+        begun = true;
+        genSetObject(object);
+    };
+    forObjectSetFieldValue(value, genElement);
+    if (!begun)
+        return;
+    wToF(fiTab, "NULL");
+    endTable();
+}
+
+/* Calls `genTable` for the fields of all rows, in the order in which rows are written. */
+void forEachFieldOfRows(AsnModule *module, Call<void(AsnFieldValue *value)> genTable) {
+    auto genField = [&](AsnObject *, AsnFieldValue *value, int) { genTable(value); };
+    auto genObject = [&](AsnObjClass *, AsnObject *object, int, bool skipped) {
+        if (!skipped)
+            forEachPossibleObjectFieldValue(object, genField);
+    };
+    forEachObjectInClassOrder(module, nullptr, genObject, nullptr, true);
+}
+
+/* { 1, 2, 3 } */
+void genInlineValueSet(AsnFieldValue *value, int size) {
+    const int mainType = getFieldBaseValueMainType(value);
+    const bool onLines = isStructureKind(mainType);
+    wToF(fiTab, "{ ");
+    if (onLines) {
+        wToF(fiTab, "\n");
+        ++fArr[fiTab].indent;
+    }
+    if (size == 0)
+        genEmptyFieldValue(mainType, nullptr);
+    else
+        forFixedTypeValueSetFieldValue(value, genObjFixedTypeValueSetField);
+    if (onLines) {
+        wToF(fiTab, "\n");
+        --fArr[fiTab].indent;
+    } else {
+        wToF(fiTab, " ");
+    }
+    wToF(fiTab, "}");
+}
+
+void genTableName(AsnFieldValue *value, const char *word, int number) {
+    Text prefix;
+    getModulePrefix(prefix, nullptr, moduleOf(value), nullptr);
+    printfToF(fiTab, "%s%s%d", prefix.c_str(), word, number);
+}
+
+} // namespace
+
+void genFixedTypeValueSetTables(AsnModule *module) {
+    if (!hasSeparateTables(module))
+        return;
+    SetTableNumbers numbers;
+    auto genTable = [&](AsnFieldValue *value) {
+        if (isFixedTypeValueSetFieldValue(value))
+            genFieldValueSetTable(value, &numbers);
+    };
+    forEachFieldOfRows(module, genTable);
+}
+
+void genObjectSetTables(AsnModule *module) {
+    SetTableNumbers numbers;
+    auto genTable = [&](AsnFieldValue *value) {
+        if (isObjectSetFieldValue(value))
+            genFieldObjectSetTable(value, &numbers);
+    };
+    if (hasSeparateTables(module))
+        forEachFieldOfRows(module, genTable);
+    forEachObjectSet(module, genObjectSetTable);
+}
+
+void genObjectSetTable(AsnObjectSet *objectSet, int) {
+    AsnObjClass *governor = getObjClassOfObjectSet(objectSet);
+    if (testObjClassOption(governor, OPT_SKIPPED))
+        return;
+    Text declarator, name;
+    declarator = Text(getMetaClassId(governor)) + "* const ";
+    declarator += getModulePrefix(name, nullptr, getModuleOfObjectSet(objectSet), nullptr);
+    declarator += getDefObjectSetId(name, nullptr, objectSet, " []");
+    printfToF(fiTabE, "\nextern %s;\n", declarator.c_str());
+    printfToF(fiTab, "\n%s%s = {\n", fiTabE != 0 ? "" : "static ", declarator.c_str());
+    ++fArr[fiTab].indent;
+    forObjectSet(objectSet, [](AsnObjectSet *, AsnObject *object, int) { genSetObject(object); });
+    wToF(fiTab, "NULL");
+    endTable();
+    genObjectSetTableDefines(objectSet);
+}
+
+void genObjectFixedTypeValueSetField(AsnFieldValue *value, SetTableNumbers *numbers) {
+    AsnModule *module = moduleOf(value);
+    const bool counted = getBEModMetaRec(module)->tabValueSetN;
+    const int size = isEmptyFieldValue(value) ? 0 : getFixedTypeValueSetFieldSize(value);
+    if (counted) {
+        beginTable();
+        printfToF(fiTab, "%d,\n", size);
+    }
+    if (!hasSeparateTables(module))
+        genInlineValueSet(value, size);
+    else if (size == 0)
+        wToF(fiTab, "NULL");
+    else
+        genTableName(value, "ValueSet", numbers->valueSets++);
+    if (counted) {
+        wToF(fiTab, "\n");
+        --fArr[fiTab].indent;
+        wToF(fiTab, "}");
+    }
+}
+
+void genObjectObjectSetField(AsnFieldValue *value, SetTableNumbers *numbers) {
+    if (!hasSeparateTables(moduleOf(value))) {
+        beginTable();
+        if (!isEmptyFieldValue(value))
+            forObjectSetFieldValue(
+                value, [](AsnFieldValue *, AsnObject *object, int) { genSetObject(object); });
+        wToF(fiTab, "NULL");
+        --fArr[fiTab].indent;
+        wToF(fiTab, "\n}");
+    } else if (isEmptyFieldValue(value) || nrOfObjectsInField(value) == 0) {
+        wToF(fiTab, "NULL");
+    } else {
+        genTableName(value, "ObjectSet", numbers->objectSets++);
+    }
+}

@@ -1,0 +1,273 @@
+#include "gen/staticvalues.h"
+
+#include "cbet/predicates.h"
+#include "driver/fatal.h"
+#include "driver/files.h"
+#include "gen/fileset.h"
+#include "gen/typeshape.h"
+#include "model/iterators.h"
+#include "model/typeextension.h"
+#include "model/typenames.h"
+#include "model/typequeries.h"
+#include "model/valuequeries.h"
+#include "model/valuetexts.h"
+#include "model/valuewalk.h"
+#include "store/records.h"
+
+namespace {
+
+bool isCharString(int mainType) {
+    return mainType >= TYP_NUMSTR && mainType <= TYP_GENSTR;
+}
+
+/* Suffix of constants for the control member. */
+const char *controlSuffix(AsnType *type) {
+    return getVFSize(type) == VF_I32 ? "L" : "";
+}
+
+/* --- strings --- */
+
+/* "4, " */
+void genLength(AsnType *type, std::int32_t length) {
+    if (needsControlMember(type))
+        printfToF(fiTab, "%ld%s, ", static_cast<long>(length), controlSuffix(type));
+}
+
+int digitValue(char digit) {
+    if (digit >= '0' && digit <= '9')
+        return digit - '0';
+    if (digit >= 'A' && digit <= 'F')
+        return digit - 'A' + 10;
+    if (digit >= 'a' && digit <= 'f')
+        return digit - 'a' + 10;
+    fatalError(FATAL_INTERNAL, "Table generation: octal conversion");
+}
+
+/* { 2, "\012\377" } */
+void genBitStringFieldValue(AsnValue *value, const char *digits) {
+    constexpr int HEX = 16;
+    wToF(fiTab, "{ ");
+    genLength(getTypeOfValue(value), octetStringLength(value));
+    /* One piece, since a line may not end inside a string of C. */
+    Text literal = "\"";
+    while (*digits != '\0') {
+        const int high = digitValue(*digits++);
+        const int low = *digits == '\0' ? 0 : digitValue(*digits++);
+        literal += formatText("\\%03o", static_cast<unsigned>(high * HEX + low));
+    }
+    wToF(fiTab, literal += "\" }");
+}
+
+/* { 5, "hello" } */
+void genCharStringFieldValue(AsnValue *value, std::int32_t length, const char *text) {
+    wToF(fiTab, "{ ");
+    genLength(getTypeOfValue(value), length);
+    printfToF(fiTab, "\"%s\" }", text);
+}
+
+void genBinaryFieldValue(AsnValue *value, std::int32_t, const char *digits) {
+    genBitStringFieldValue(value, digits);
+}
+
+/* { 3, { 1 / * iso * /, 3, 6 } } */
+void genObjectIdentifierFieldValue(AsnValue *value) {
+    Text arcs;
+    objectIdentifierValueStri(arcs, "{ ", value, ", ", " /* ", " */", " }");
+    printfToF(fiTab, "{ %d, %s }", getNrOfObjectIdentifierComps(value), arcs.c_str());
+}
+
+/* --- what an initialiser can hold --- */
+
+bool isSimpleLeafComp(AsnType *comp) {
+    switch (const int mainType = getTypeMainType(comp)) {
+    case TYP_BOOLEAN:
+    case TYP_INTEGER:
+    case TYP_ENUM:
+    case TYP_NULL:
+    case TYP_OBJID:
+        return true;
+    case TYP_BITSTR:
+    case TYP_OCTSTR:
+        return cIsStaticString(comp);
+    default:
+        return isCharString(mainType) && cIsStaticString(comp);
+    }
+}
+
+bool areSimpleComps(AsnType *type);
+
+bool isSimpleComp(AsnType *comp) {
+    if (isTypeExtensionmarker(comp) || testTypeOption(comp, OPT_HOME) || isRecursiveType(comp))
+        return false;
+    return getTypeMainType(comp) == TYP_SEQ ? areSimpleComps(comp) : isSimpleLeafComp(comp);
+}
+
+bool areSimpleComps(AsnType *type) {
+    static int nesting = 0;
+    const NestingGuard guard(&nesting, type->posModule);
+    bool simple = true;
+    forEachTypeComp(type,
+                    [&](AsnType *, AsnType *comp, int) { simple = simple && isSimpleComp(comp); });
+    return simple;
+}
+
+bool isSimpleSequence(AsnType *type) {
+    constexpr int MAX_COMPS = 32;
+    return !testTypeOption(type, OPT_COMPS_AS_POINTERS) && getNrOfTypeComps(type) <= MAX_COMPS &&
+           areSimpleComps(type);
+}
+
+bool isSimpleChoice(AsnType *type) {
+    bool simple = true;
+    auto check = [&](AsnType *, AsnType *comp, int) {
+        simple = simple && !isTypeExtensionmarker(comp) && isSimpleLeafComp(comp);
+    };
+    forEachTypeComp(type, check);
+    return simple;
+}
+
+/* --- structures --- */
+
+/* One place for each component, whether the value has it or not. */
+void genComps(AsnValue *value) {
+    auto genComp = [](AsnValue *, AsnType *comp, int compNbr, AsnValue *present, int) {
+        if (compNbr != 0)
+            wToF(fiTab, ",\n");
+        if (present != nullptr)
+            genFixedTypeValueFieldValue(present);
+        else
+            genEmptyFieldValue(getTypeMainType(comp), comp);
+    };
+    forEachPresentOrAbsentValueComp(value, genComp);
+}
+
+/* BIT(1)|BIT(2), */
+void genCompmask(AsnValue *value, AsnType *type) {
+    bool written = false;
+    auto genTerm = [&](AsnValue *, AsnType *comp, int compNbr, AsnValue *present, int) {
+        if (present == nullptr || !isOptionalTypeComp(comp))
+            return;
+        if (written)
+            wToF(fiTab, "|");
+        printfToF(fiTab, "BIT%s(%d)", controlSuffix(type), compNbr);
+        written = true;
+    };
+    forEachPresentOrAbsentValueComp(value, genTerm);
+    if (!written)
+        wToF(fiTab, "0");
+    wToF(fiTab, ",\n");
+}
+
+void genSeqFieldValue(AsnValue *value) {
+    AsnType *type = getTypeOfValue(value);
+    if (!isSimpleSequence(type)) {
+        wToF(fiTab, "0 /* Complex sequence: NOT YET IMPLEMENTED!! */");
+        return;
+    }
+    wToF(fiTab, "{\n");
+    ++fArr[fiTab].indent;
+    if (isOptionalTypeComps(type))
+        genCompmask(value, type);
+    genComps(value);
+    wToF(fiTab, "\n");
+    --fArr[fiTab].indent;
+    wToF(fiTab, "}");
+}
+
+/* 1, / * number * / */
+void genChosenAlternative(AsnValue *value) {
+    auto genChosen = [](AsnValue *, AsnType *comp, int compNbr, AsnValue *present, int) {
+        Text id;
+        if (present != nullptr)
+            printfToF(fiTab, "%d, /* %s */\n", compNbr,
+                      getTypeCompId(id, nullptr, comp, nullptr).c_str());
+    };
+    forEachPresentOrAbsentValueComp(value, genChosen);
+}
+
+void genChoiceFieldValue(AsnValue *value) {
+    if (!isSimpleChoice(getTypeOfValue(value))) {
+        wToF(fiTab, "0 /* Complex choice: NOT YET IMPLEMENTED!! */");
+        return;
+    }
+    wToF(fiTab, "{\n");
+    ++fArr[fiTab].indent;
+    genChosenAlternative(value);
+    genComps(value);
+    wToF(fiTab, "\n");
+    --fArr[fiTab].indent;
+    wToF(fiTab, "}");
+}
+
+void genNumber(AsnValue *value) {
+    const bool extensible = isExtensibleEnumeratedList(getTypeOfValue(value));
+    if (extensible)
+        wToF(fiTab, "{ FALSE, ");
+    printIntegerValueToF(fiTab, nullptr, value, nullptr);
+    if (extensible)
+        wToF(fiTab, " }");
+}
+
+} // namespace
+
+void genFixedTypeValueFieldValue(AsnValue *value) {
+    static int nesting = 0;
+    const NestingGuard guard(&nesting, value->posModule);
+    const int mainType = getValueMainType(value);
+    switch (mainType) {
+    case TYP_BOOLEAN:
+        wToF(fiTab, booleanValue(value) ? "TRUE" : "FALSE");
+        break;
+    case TYP_INTEGER:
+    case TYP_ENUM:
+        genNumber(value);
+        break;
+    case TYP_BITSTR:
+        forBitStringValueX(value, genBinaryFieldValue);
+        break;
+    case TYP_OCTSTR:
+        forOctetStringValue(value, genBinaryFieldValue);
+        break;
+    case TYP_NULL:
+        wToF(fiTab, "0");
+        break;
+    case TYP_SEQ:
+        genSeqFieldValue(value);
+        break;
+    case TYP_CHOICE:
+        genChoiceFieldValue(value);
+        break;
+    case TYP_OBJID:
+        genObjectIdentifierFieldValue(value);
+        break;
+    default:
+        if (isCharString(mainType))
+            forCharacterStringValue(value, genCharStringFieldValue);
+        else
+            wToF(fiTab, "0 /* NOT YET IMPLEMENTED!! */");
+    }
+}
+
+void genEmptyFieldValue(int mainType, AsnType *type) {
+    switch (mainType) {
+    case TYP_BOOLEAN:
+        wToF(fiTab, "FALSE");
+        break;
+    case TYP_INTEGER:
+    case TYP_ENUM:
+    case TYP_NULL:
+        wToF(fiTab, type != nullptr && isExtensibleEnumeratedList(type) ? "{ FALSE, 0 }" : "0");
+        break;
+    case TYP_BITSTR:
+    case TYP_OCTSTR:
+    case TYP_SEQ:
+    case TYP_CHOICE:
+        wToF(fiTab, "{ 0 }");
+        break;
+    case TYP_OBJID:
+        wToF(fiTab, "{ 0, { 0 } }");
+        break;
+    default:
+        wToF(fiTab, isCharString(mainType) ? "{ 0 }" : "0 /* NOT YET IMPLEMENTED!! */");
+    }
+}
