@@ -15,6 +15,7 @@
 #include "model/typepath.h"
 #include "model/typequeries.h"
 #include "options/ketracnf.h"
+#include "project/ketratavi.h"
 #include "store/records.h"
 
 const TypeFuncInfo *glbInfo = nullptr;
@@ -174,6 +175,7 @@ void genNormalFunc(AsnType *type, bool generateBody) {
             genReferredTypes(type);
     }
     if (!synonym) {
+        taviUseTypeNode(type);
         if (generateBody && typeHasBody(type))
             writeNormalFunc(type);
         else

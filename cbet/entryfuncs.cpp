@@ -19,6 +19,7 @@
 #include "model/typenames.h"
 #include "model/typequeries.h"
 #include "options/ketracnf.h"
+#include "project/ketratavi.h"
 
 bool isSeparateNormalFunction(AsnType *type) {
     return !isMorlaApplication(getModuleOfType(type)) || isMorlaLeafType(type) ||
@@ -239,6 +240,7 @@ void writeEntryBody(AsnType *type) {
 } // namespace
 
 void genEntryFunc(AsnType *type) {
+    taviUseTypeNode(type);
     callTypeFunc(glbInfo->beforeEntryFunc, type);
     glbGeneratingEntryFunction = true;
     glbEntryType = type;

@@ -8,6 +8,7 @@
 #include "model/typenames.h"
 #include "model/typequeries.h"
 #include "options/ketracnf.h"
+#include "project/ketratavi.h"
 
 const char *const externPrefix = "extern ";
 
@@ -149,6 +150,8 @@ void cFunc(int file, AsnType *type, const CFuncHead &head) {
     printfToF(file, "%s%s %s%s (", orEmpty(head.linkage),
               returnType != nullptr ? returnType : "void", orEmpty(head.prefix),
               orEmpty(head.name));
+    taviAddItem(head.linkage == externPrefix ? ITEM_EXTERN : ITEM_FUNCTION, file,
+                {head.prefix, head.name, "()"});
     if (head.argFunc == nullptr) {
         const char *macro = head.argText != nullptr ? "ASNG_F" : "ASNG_L";
         const char *blank = head.argText != nullptr ? " " : "";

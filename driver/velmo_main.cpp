@@ -20,6 +20,7 @@
 #include "gen/values.h"
 #include "model/modules.h"
 #include "model/stamps.h"
+#include "project/ketratavi.h"
 #include "store/tree.h"
 
 namespace {
@@ -59,6 +60,7 @@ void genModule(AsnModule *module) {
     verboseMsg(module, VERBOSITY_VERBOSE, message.c_str());
     resetStamps();
     openModuleFiles(module);
+    taviBeginModule(module);
     generateTypes(module);
     generateEncodingFunctions(module);
     generateDecodingFunctions(module);
@@ -81,9 +83,11 @@ int velmo_main(int argc, char **argv) {
     toolInfo = velmo;
     installHooks();
     cInitCBET([&] { initBackend(argc, argv); });
+    taviBeginProject();
     forFirstModule(printProgInfo);
     forEachModule(initModule);
     forEachModule(genModule);
+    taviEndProject();
     forFirstModule(printDone);
     checkStandardOutput();
     return glbExitCode;

@@ -3,6 +3,7 @@
 #include "cbet/embedding.h"
 #include "cbet/reserved.h"
 #include "driver/embedded.h"
+#include "driver/fatal.h"
 #include "driver/toolinfo.h"
 #include "gen/classmeta.h"
 #include "gen/meta.h"
@@ -10,9 +11,21 @@
 #include "model/hooks.h"
 #include "options/catalogue.h"
 #include "options/hooks.h"
+#include "project/ketratavi.h"
 #include "store/tree.h"
 
+namespace {
+
+void tellSummary(const char *text, const char *detail) {
+    if (taviIsActive())
+        taviSummaryFatalError(text, detail);
+}
+
+} // namespace
+
 void installHooks() {
+    setFatalErrorListener(tellSummary);
+
     treeHooks.newOptions = newGlobalOptions;
     treeHooks.newMetaRec = newBEModMetaRec;
     treeHooks.deleteOptions = deleteGlobalOptions;
@@ -20,6 +33,8 @@ void installHooks() {
     treeHooks.settleStoredOptions = settleStoredOptions;
 
     optionHooks.globalBEOptionOK = globalBEOptionOK;
+    optionHooks.isTAVIOption = taviIsTAVIOption;
+    optionHooks.taviOptionOK = taviOptionOK;
     optionHooks.isReservedName = cIsReservedWord;
     optionHooks.usage = toolInfo.usage;
 

@@ -10,6 +10,7 @@
 #include "model/iterators.h"
 #include "model/typeextension.h"
 #include "model/typequeries.h"
+#include "project/ketratavi.h"
 
 namespace {
 
@@ -27,6 +28,7 @@ void genIntro(AsnType *type) {
 void genCompMacroPrefix(AsnType *father, AsnType *comp, const char *word) {
     printfToF(fiDef, "#define %s_%s_%s(home) \\\n", word, getMetaCompId(comp),
               getMetaTypeId(father));
+    taviAddItem(ITEM_MACRO, fiDef, {word, "_", getMetaCompId(comp), "_", getMetaTypeId(father)});
     ++fArr[fiDef].indent;
 }
 
@@ -118,6 +120,7 @@ void genChoiceAccessRoutines(AsnType *type) {
      ((Elem *)((elem)->val.stru)) */
 void genElemMacro(AsnType *father, AsnType *elem) {
     printfToF(fiDef, "#define item_%s(elem) \\\n", getMetaTypeId(father));
+    taviAddItem(ITEM_DEFINE, fiDef, {"item_", getMetaTypeId(father)});
     ++fArr[fiDef].indent;
     const bool isPointer = cIsPtrAsnHomeMember(elem);
     if (isPointer) {

@@ -9,6 +9,7 @@
 #include "model/modules.h"
 #include "model/typequeries.h"
 #include "model/typevalues.h"
+#include "project/ketratavi.h"
 
 namespace {
 
@@ -16,6 +17,7 @@ void genNamedNumber(AsnType *type, AsnValue *value, int) {
     Text line;
     /* #define red_Color 1 */
     wToF(fiDef, cDefineForNamedNumber(line, type, value));
+    taviAddDefine(fiDef, line);
 }
 
 void genNamedNumbers(AsnType *type) {
@@ -32,6 +34,7 @@ void genCompDefine(AsnType *, AsnType *comp, int) {
     Text line;
     /* #define a_Msg 0 */
     wToF(fiDef, cDefineForComponentIndex(line, comp));
+    taviAddDefine(fiDef, line);
 }
 
 void genCompDefines(AsnType *type) {
@@ -73,6 +76,7 @@ void genEntryTableElementDefine(AsnType *type, int index) {
     /* #define mMsg 0 */
     printfToF(fiDef, "#define %s %d\n",
               getModulePrefix(name, nullptr, module, getMetaTypeId(type)).c_str(), index);
+    taviAddItem(ITEM_DEFINE, fiDef, {name.c_str()});
 }
 
 void genEntryTablePostfixDefine(AsnModule *module) {
@@ -83,4 +87,5 @@ void genEntryTablePostfixDefine(AsnModule *module) {
     printfToF(fiDef, "#define %s %d\n",
               getModulePrefix(name, nullptr, module, "EntryDescr_cnt").c_str(),
               getNrOfEntryTypes(module));
+    taviAddItem(g_taviModuleNode, ITEM_DEFINE, fiDef, {name.c_str()});
 }

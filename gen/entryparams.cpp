@@ -8,6 +8,7 @@
 #include "model/modules.h"
 #include "model/othermodule.h"
 #include "model/typequeries.h"
+#include "project/ketratavi.h"
 
 namespace {
 
@@ -38,6 +39,11 @@ void forTypeBehindSynonym(AsnType *type, BaseTypeCall func) {
 
 } // namespace
 
+Text &entryParamName(Text &dst, AsnType *type, int index) {
+    getModulePrefix(dst, nullptr, getModuleOfType(type), "EntryParam");
+    return dst += std::to_string(getMetaAsnParamIndex(type, index));
+}
+
 int nrOfEntryParams(AsnType *type) {
     const int comps = getNrOfTypeComps(type);
     return comps == 0 ? 1 : comps;
@@ -55,11 +61,12 @@ void genETabElemCompsContents(AsnType *type) {
 void genETabSeparateAsnParams(AsnType *type, int index) {
     if (!addMetaAsnParams(type, index))
         return;
-    Text prefix;
-    getModulePrefix(prefix, nullptr, getModuleOfType(type), nullptr);
+    Text name;
+    entryParamName(name, type, index);
     /* static const sint16 mEntryParam0 [] = { */
-    printfToF(fiTab, "\nstatic const %s %sEntryParam%d [] = {\n", getLangType(VF_I16),
-              prefix.c_str(), getMetaAsnParamIndex(type, index));
+    printfToF(fiTab, "\nstatic const %s %s [] = {\n", getLangType(VF_I16), name.c_str());
+    taviUseTypeNode(type);
+    taviAddItem(ITEM_VARIABLE, fiTab, {name.c_str(), "[]"});
     ++fArr[fiTab].indent;
     if (isStructuredType(type))
         genETabElemCompsContents(type);

@@ -22,6 +22,7 @@
 #include "model/typenames.h"
 #include "model/typequeries.h"
 #include "options/ketracnf.h"
+#include "project/ketratavi.h"
 
 namespace {
 
@@ -36,13 +37,16 @@ void genETabPrefix(AsnModule *module) {
         resetMetaAsnParams(module);
         forEachEntryType(module, genETabSeparateAsnParams);
     }
-    Text declarator;
-    getModulePrefix(declarator, "ENTRYDESCR ", module, "EntryDescr []");
-    printfToF(fiTab, "\n%s%s = ", exported ? "" : "static ", declarator.c_str());
+    Text table;
+    getModulePrefix(table, nullptr, module, "EntryDescr");
+    printfToF(fiTab, "\n%sENTRYDESCR %s [] = ", exported ? "" : "static ", table.c_str());
     wToF(fiTab, "{\n");
     ++fArr[fiTab].indent;
     if (exported)
-        printfToF(fiTabE, "\nextern %s;\n", declarator.c_str());
+        printfToF(fiTabE, "\nextern ENTRYDESCR %s [];\n", table.c_str());
+    taviAddItem(g_taviModuleNode, ITEM_VARIABLE, fiTab, {table.c_str(), "[]"});
+    if (exported)
+        taviAddItem(g_taviModuleNode, ITEM_EXTERN, fiTabE, {table.c_str(), "[]"});
     genEntryTablePrefixDefine(module);
 }
 
@@ -155,10 +159,8 @@ void genETabElemContents(AsnType *type, int index) {
     }
     printfToF(fiTab, "%d,\n", comps);
     if (getGlobalOptions(module)->tabO != 0) {
-        Text prefix;
-        printfToF(fiTab, "%sEntryParam%d",
-                  getModulePrefix(prefix, nullptr, module, nullptr).c_str(),
-                  getMetaAsnParamIndex(type, index));
+        Text name;
+        wToF(fiTab, entryParamName(name, type, index));
         return;
     }
     wToF(fiTab, "{\n");
@@ -186,10 +188,12 @@ void genETabElement(AsnType *type, int index) {
     Text reference, mainType;
     getTypeRef(reference, nullptr, type, nullptr);
     convertUnderscores(reference);
+    taviUseTypeNode(type);
     if (index != 0)
         wToF(fiTab, ",\n\n");
     printfToF(fiTab, "/* %.*s %d */\n", getGlobalOptions(getModuleOfType(type))->nameLen,
               reference.c_str(), index);
+    taviAddItem(ITEM_TABLE_ITEM, fiTab, {reference.c_str()});
     wToF(fiTab, "{\n");
     ++fArr[fiTab].indent;
     genNameColumn(type, reference.c_str());
@@ -206,7 +210,8 @@ void genETabElement(AsnType *type, int index) {
 void genETabPostfix(AsnModule *module) {
     --fArr[fiTab].indent;
     wToF(fiTab, "\n};\n");
-    genTableAccessFunction(module, "ENTRYDESCR", "EntryDescr", getNrOfEntryTypes(module));
+    genTableAccessFunction(module, "ENTRYDESCR", "EntryDescr", getNrOfEntryTypes(module),
+                           g_taviModuleNode);
     genEntryTablePostfixDefine(module);
 }
 
@@ -234,7 +239,7 @@ void generateTables(AsnModule *module) {
 }
 
 void genTableAccessFunction(AsnModule *module, const char *elementType, const char *tableName,
-                            int count) {
+                            int count, BrowserNode *browserParent) {
     if (!needsTableAccessFuncs(module))
         return;
     Text name, indexType;
@@ -248,6 +253,8 @@ void genTableAccessFunction(AsnModule *module, const char *elementType, const ch
     /* ENTRYDESCR* asnmEntryDescr (uint8 index) */
     printfToF(fiTab, "\n%s* asn%s (%sindex)\n", elementType, name.c_str(),
               ansi ? indexType.c_str() : "");
+    taviAddItem(browserParent, ITEM_EXTERN, fiTabE, {"asn", name.c_str(), "()"});
+    taviAddItem(browserParent, ITEM_FUNCTION, fiTab, {"asn", name.c_str(), "()"});
     if (!ansi) {
         ++fArr[fiTab].indent;
         printfToF(fiTab, "%sindex;\n", indexType.c_str());

@@ -8,9 +8,11 @@
 
 #include "driver/toolinfo.h"
 #include "gen/meta.h"
+#include "model/typequeries.h"
 #include "options/catalogue.h"
 #include "options/checkers.h"
 #include "options/hooks.h"
+#include "project/ketratavi.h"
 
 namespace {
 
@@ -97,16 +99,25 @@ bool tabValueSetNOption(BEModMetaRec *meta, const char *value) {
     return boolOptionOK(&meta->tabValueSetN, value);
 }
 
+void warnOfAccessFunctions() {
+    constexpr const char *WARNING =
+        "*** Warning: VELMO option ACCESS-ROUTINES=FUNCTIONS not yet implemented";
+    static bool warned = false;
+    if (warned)
+        return;
+    warned = true;
+    std::puts(WARNING);
+    if (taviIsActive())
+        taviSummaryMessage(WARNING);
+}
+
 /* Access functions are foreseen, but there are none yet: asking for them changes nothing. */
 bool accessRoutinesOptionOK(int *dst, const char *value) {
     std::uint8_t routines = 0;
     if (!byteOptionOK(&routines, value, ACCESS_NONE, ACCESS_FUNCTIONS, accessWords))
         return false;
     if (routines == ACCESS_FUNCTIONS) {
-        static bool warned = false;
-        if (!warned)
-            std::puts("*** Warning: VELMO option ACCESS-ROUTINES=FUNCTIONS not yet implemented");
-        warned = true;
+        warnOfAccessFunctions();
         return false;
     }
     *dst = routines;
@@ -149,10 +160,10 @@ bool brunGenerationOption(BEModMetaRec *meta, const char *value) {
     return true;
 }
 
-/* Only the browser tree has a use for it. */
+/* There is one browser tree for all modules. */
 bool treeFileSuffixOption(BEModMetaRec *, const char *value) {
     constexpr std::size_t MAX_LENGTH = 4;
-    return alnumSpecialStriOptionOK(nullptr, value, ".", 1, MAX_LENGTH);
+    return alnumSpecialStriOptionOK(&g_taviTreeFileSuffix, value, ".", 1, MAX_LENGTH);
 }
 
 bool codFuncPrefOption(BEModMetaRec *meta, const char *value) {
@@ -189,23 +200,29 @@ constexpr ToolOption toolOptions[] = {
     {"COD-FUNC-PREF=", codFuncPrefOption},
 };
 
+bool toolOptionOK(BEModMetaRec *meta, const char *text) {
+    for (const ToolOption &row : toolOptions)
+        if (const char *value = isOptionStri(text, row.name))
+            return row.check(meta, value);
+    return taviIsTAVIOption(text) && taviOptionOK(text);
+}
+
 } // namespace
 
 bool globalBEOptionOK(BEModMetaRec *meta, const char *option) {
     const char *text = parseBEOption(option, toolWord.data(), toolWord.size());
-    if (text == nullptr)
+    if (text == nullptr || toolOptionOK(meta, text))
         return true;
-    for (const ToolOption &row : toolOptions)
-        if (const char *value = isOptionStri(text, row.name))
-            return row.check(meta, value);
-    constexpr std::string_view taviPrefix = "TAVI-";
-    if (strnCaseComp(text, taviPrefix.data(), taviPrefix.size()) == 0)
-        return optionHooks.taviOptionOK == nullptr || optionHooks.taviOptionOK(text);
+    if (taviIsActive())
+        taviSummaryMessage(formatText("(W) Global option ignored: %.50s", option).c_str());
     return false;
 }
 
-bool typeBEOptionOK(AsnType *, BETypMetaRec *meta, const char *option, bool) {
-    return meta == nullptr || definitionOptionOK(&meta->accessRoutines, option);
+bool typeBEOptionOK(AsnType *type, BETypMetaRec *meta, const char *option, bool) {
+    if (meta == nullptr || definitionOptionOK(&meta->accessRoutines, option))
+        return true;
+    taviWarn(getModuleOfType(type), getTypeDefinitionLine(type), SUMMARY_OPTION_IGNORED, option);
+    return false;
 }
 
 bool classBEOptionOK(AsnObjClass *, BEClassMetaRec *meta, const char *option, bool) {

@@ -17,6 +17,7 @@
 #include "model/stamps.h"
 #include "model/typepath.h"
 #include "model/typequeries.h"
+#include "project/ketratavi.h"
 #include "store/records.h"
 
 namespace {
@@ -36,6 +37,7 @@ void genTypedefPrefix(AsnType *type) {
 /* " Msg;", the user's text. */
 void genTypedefPostfix(AsnType *type) {
     printfToF(fiTyp, " %s;\n", orEmpty(getMetaTypeId(type)));
+    taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaTypeId(type)});
     printLocalTypeEmbeddingOptions(fiTyp, type, TED_TYP_BEHIND);
 }
 
@@ -75,6 +77,7 @@ void genReferredType(AsnType *father, AsnType *son) {
         genTypedefContents(son);
         wToF(fiTyp, ";\n");
     }
+    taviUseTypeNode(son);
     genDefines(son);
 }
 
@@ -95,6 +98,9 @@ void warnOfCircularImports(AsnModule *module) {
                  "    types are used before they are defined. Split ASN.1 modules such\n"
                  "    that there are no circular references between modules.\n",
                  getModuleFilePath(path, nullptr, module, nullptr).c_str());
+    Text name;
+    taviWarn(module, 1, SUMMARY_CIRCULAR_IMPORTS,
+             getModuleRef(name, nullptr, module, nullptr).c_str());
 }
 
 } // namespace
@@ -108,7 +114,9 @@ void genType(AsnType *type) {
         pushPath();
         addElemToPath(orEmpty(getMetaTypeId(type)));
     }
+    const TaviNodeScope enclosing;
     genReferredTypes(type);
+    taviUseTypeNode(type);
     genTypedef(type);
     if (isEntryType(type))
         genEntryTypedef(type);

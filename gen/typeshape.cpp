@@ -16,6 +16,7 @@
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
+#include "project/ketratavi.h"
 #include "store/records.h"
 
 AsnObjClass *glbGovernorClass = nullptr;
@@ -71,6 +72,8 @@ void warnOfUnknownLeaf(AsnType *type) {
                  getModuleFilePath(path, nullptr, getModuleOfType(type), nullptr).c_str(),
                  getTypeDefinitionLine(type),
                  getTypeMainTypeStri(word, nullptr, type, nullptr).c_str());
+    taviWarn(getModuleOfType(type), getTypeDefinitionLine(type), SUMMARY_INTERNAL_ERROR,
+             "Unknown leaf type");
 }
 
 /* "argument_OPERATION": the component's name, or the field's for its own type, and the

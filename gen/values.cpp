@@ -11,6 +11,7 @@
 #include "model/valuequeries.h"
 #include "model/valuetexts.h"
 #include "model/valuewalk.h"
+#include "project/ketratavi.h"
 #include "store/ketradef.h"
 
 namespace {
@@ -24,6 +25,8 @@ void genValuePrefix(AsnValue *value) {
     }
     Text id;
     printfToF(fiDef, "#define %s ", getValueId(id, nullptr, value, nullptr).c_str());
+    taviUseTypeNodeOfValue(value);
+    taviAddItem(ITEM_DEFINE, fiDef, {id.c_str()});
 }
 
 void genStringDefine(AsnValue *value, int, const char *text) {

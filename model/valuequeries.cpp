@@ -64,6 +64,10 @@ int getValueCompStatus(AsnValue *value) {
 int getBaseValueCompStatus(AsnValue *value) {
     return value->base.compStatus;
 }
+
+std::int32_t getValueDefinitionLine(AsnValue *value) {
+    return value->base.lineNr;
+}
 BEValMetaRec *getBEValMetaRec(AsnValue *value) {
     return value->metaRec;
 }

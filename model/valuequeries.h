@@ -10,6 +10,7 @@ AsnModule *getModuleOfValue(AsnValue *value);
 int getValueMainType(AsnValue *value); /* MainType: the form in which the value was written */
 int getValueCompStatus(AsnValue *value);
 int getBaseValueCompStatus(AsnValue *value);
+std::int32_t getValueDefinitionLine(AsnValue *value);
 BEValMetaRec *getBEValMetaRec(AsnValue *value);
 bool isValueCommentOption(AsnValue *value);
 bool isValueExtensionmarker(AsnValue *value);

@@ -63,11 +63,6 @@ bool isRcsKeyword(const char *text) {
     return false;
 }
 
-bool isTaviOption(const char *text) {
-    constexpr std::string_view prefix = "TAVI-";
-    return strnCaseComp(text, prefix.data(), prefix.size()) == 0;
-}
-
 /* Options that the first pass or the compiler has settled. */
 bool isSettledElsewhere(const char *text) {
     for (const char *name : {"VERBOSE=", "A=", "L=", "PREFIXLEN=", "PREFIX="})
@@ -130,8 +125,8 @@ bool valueOptionOK(ModRec *module, const char *text) {
     const bool ok = tableOptionOK(module, text, &known);
     if (known)
         return ok;
-    if (isTaviOption(text))
-        return optionHooks.taviOptionOK == nullptr || optionHooks.taviOptionOK(text);
+    if (optionHooks.isTAVIOption != nullptr && optionHooks.isTAVIOption(text))
+        return optionHooks.taviOptionOK(text);
     return isRcsKeyword(text);
 }
 

@@ -7,7 +7,9 @@ struct OptionHooks {
     /* Checks an option of the tool itself and stores it; false if it is invalid. "VERSION" ends the
        run. */
     bool (*globalBEOptionOK)(BEModMetaRec *meta, const char *option) = nullptr;
-    /* The same for an option whose name begins "TAVI-"; null accepts every one. */
+    /* Is it an option of the project outputs; stores it, false if it is invalid. Both or neither
+       are set; without them such an option is unknown. */
+    bool (*isTAVIOption)(const char *option) = nullptr;
     bool (*taviOptionOK)(const char *option) = nullptr;
     /* True if generated code can't use `name` as it stands, for it means something in the target
        language; null knows no such name. */

@@ -32,7 +32,7 @@ Text &setFileName(Text &dst, const char *name, const char *suffix, bool replace)
 }
 
 std::FILE *fopenTextFile(const char *directory, const char *name, const char *mode) {
-    const int code = mode[0] == 'w' ? FATAL_OPEN_WRITE : FATAL_OPEN_READ;
+    const int code = mode[0] == 'r' ? FATAL_OPEN_READ : FATAL_OPEN_WRITE;
     const Text path = Text(orEmpty(directory)) + orEmpty(name);
     if (path.size() > MAX_PATH_LENGTH)
         fatalError(code, nullptr);

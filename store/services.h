@@ -12,7 +12,7 @@
 Text &setFileName(Text &dst, const char *name, const char *suffix, bool replace);
 
 /* Opens `directory` and `name` joined. A path of over 512 characters (reported without a name) or a
-   failure to open is fatal error 2 if `mode` begins with "w", otherwise 1. */
+   failure to open is fatal error 1 if `mode` begins with "r", otherwise 2. */
 std::FILE *fopenTextFile(const char *directory, const char *name, const char *mode);
 
 /* References to records of one kind, the most recent one in front. */

@@ -18,7 +18,7 @@ TEST(ToolOptions, AcceptedAndRefused) {
          {"-VERBOSE=quiet", "-VERBOSE=0", "-ENTRYTAG=Warn", "-LOGFILE=./a-b_[1]\\x.log",
           "-TAB-MORLA-PARAM=no", "-TAB-VALUE-SET-N=TRUE", "-ACCESS-ROUTINES=macros",
           "-ACCESS-ROUTINES=0", "-TREE-FILE-SUFFIX=.a1", "-COD-FUNC-PREF=a_1", "-BRUN-GENERATION=",
-          "-TAVI-PREFIX=x", "-tavi-anything", "-BEO=OTHER=VERBOSE=9", "-BEO=VELMO=VERBOSE=2"})
+          "-TAVI-PREFIX=x", "-BEO=OTHER=VERBOSE=9", "-BEO=VELMO=VERBOSE=2"})
         EXPECT_TRUE(isOK(meta, option)) << option;
     for (const char *option : {"-VERBOSE=3",
                                "-VERBOSE=03",
@@ -40,6 +40,7 @@ TEST(ToolOptions, AcceptedAndRefused) {
                                "",
                                "--VERBOSE=1",
                                "-NAMELEN=9",
+                               "-TAVI-ANYTHING=x",
                                "-ENTRY=X:7"})
         EXPECT_FALSE(isOK(meta, option)) << option;
     EXPECT_EQ(meta.verbosity, VERBOSITY_VERBOSE);

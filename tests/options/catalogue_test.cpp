@@ -137,8 +137,6 @@ TEST_F(Catalogue, AcceptedNames) {
                              "RECURSION=warning",
                              "EXTENSIONS=SAVE",
                              "DIAGLEVEL=what",
-                             "TAVI-PREFIX=p",
-                             "tavi-x=1",
                              "AUTHOR",
                              "DATE:today",
                              "LOG:a=b",

@@ -1,0 +1,140 @@
+#include "project/browsernodes.h"
+
+#include "driver/fatal.h"
+#include "model/classes.h"
+#include "model/modules.h"
+#include "model/objects.h"
+#include "model/objectsets.h"
+#include "model/othermodule.h"
+#include "model/typenames.h"
+#include "model/typequeries.h"
+#include "model/typewalk.h"
+#include "model/valuequeries.h"
+#include "options/ketracnf.h"
+#include "project/taviconf.h"
+
+namespace {
+
+struct NodeTexts {
+    const char *kind;
+    const char *aux1;
+    const char *aux2;
+};
+
+BrowserNode *newSourceNode(Text name, AsnModule *module, std::int32_t line,
+                           const NodeTexts &texts) {
+    const GlobalOptions *options = getGlobalOptions(module);
+    return taviBrowserNewNode(convertUnderscores(name).c_str(), options->sourceDirectory,
+                              options->sourceFileName, line, texts.kind, texts.aux1, texts.aux2);
+}
+
+Text typeName(AsnType *type) {
+    Text name;
+    return getTypeRef(name, nullptr, type, nullptr);
+}
+
+BrowserNode *newNodeOfType(AsnType *type, std::int32_t line, const NodeTexts &texts) {
+    return newSourceNode(typeName(type), getModuleOfType(type), line, texts);
+}
+
+/* The root's child for the type's module; null if there is none. */
+BrowserNode *findModuleNode(AsnType *type) {
+    Text name;
+    getModuleRef(name, nullptr, getModuleOfType(type), nullptr);
+    if (g_taviBrowserTree == nullptr)
+        return nullptr;
+    return taviBrowserFindSubNode(g_taviBrowserTree, convertUnderscores(name).c_str());
+}
+
+} // namespace
+
+BrowserNode *taviBrowserNewProjectTree(const char *kind, const char *aux1, const char *aux2) {
+    if (!taviIsActive())
+        fatalError(FATAL_OPEN_READ, "No TAVI-PREFIX");
+    return taviBrowserNewNode(taviRecord.prefix.c_str(), nullptr, nullptr, 0, kind, aux1, aux2);
+}
+
+BrowserNode *taviBrowserNewModuleNode(AsnModule *module, const char *kind, const char *aux1,
+                                      const char *aux2) {
+    Text name;
+    return newSourceNode(getModuleRef(name, nullptr, module, nullptr), module, 1,
+                         {kind, aux1, aux2});
+}
+
+BrowserNode *taviBrowserNewTypeNode(AsnType *type, const char *kind, const char *aux1,
+                                    const char *aux2) {
+    const NodeTexts texts = {kind, aux1, aux2};
+    BrowserNode *node = nullptr;
+    if (!isBaseTypeInCurrentModule(type)) {
+        /* The handle is asked for its place alone, so the generator need not name it. */
+        const bool before = setCreateBETypMetaFlag(false);
+        forTypeDefinedInAnotherModule(type, [&](AsnType *defined) {
+            node = newSourceNode(typeName(type), getModuleOfType(defined),
+                                 getTypeDefinitionLine(defined), texts);
+        });
+        setCreateBETypMetaFlag(before);
+    }
+    return node != nullptr ? node : newNodeOfType(type, getTypeDefinitionLine(type), texts);
+}
+
+BrowserNode *taviBrowserNewClassNode(AsnObjClass *objClass, const char *kind, const char *aux1,
+                                     const char *aux2) {
+    const NodeTexts texts = {kind, aux1, aux2};
+    Text name;
+    getObjClassRef(name, nullptr, objClass, nullptr);
+    BrowserNode *node = nullptr;
+    auto nodeAtDefinition = [&](AsnObjClass *defined) {
+        node = newSourceNode(name, getModuleOfObjClass(defined), getClassDefinitionLine(defined),
+                             texts);
+    };
+    if (!isBaseObjClassInCurrentModule(objClass))
+        forObjClassDefinedInAnotherModule(objClass, nodeAtDefinition);
+    if (node == nullptr)
+        nodeAtDefinition(objClass);
+    return node;
+}
+
+BrowserNode *taviBrowserNewObjectSetNode(AsnObjectSet *objectSet, const char *kind,
+                                         const char *aux1, const char *aux2) {
+    Text name;
+    return newSourceNode(getDefObjectSetId(name, nullptr, objectSet, nullptr),
+                         getModuleOfObjectSet(objectSet), getObjectSetDefinitionLine(objectSet),
+                         {kind, aux1, aux2});
+}
+
+BrowserNode *taviBrowserNewObjectNode(AsnObject *object, const char *kind, const char *aux1,
+                                      const char *aux2) {
+    Text name;
+    return newSourceNode(getObjectRef(name, nullptr, object, nullptr), getModuleOfObject(object),
+                         getObjectDefinitionLine(object), {kind, aux1, aux2});
+}
+
+BrowserNode *taviBrowserNewValueNode(AsnValue *value, const char *kind, const char *aux1,
+                                     const char *aux2) {
+    Text name;
+    return newSourceNode(getValueRef(name, nullptr, value, nullptr), getModuleOfValue(value),
+                         getValueDefinitionLine(value), {kind, aux1, aux2});
+}
+
+BrowserNode *taviBrowserFindOrCreateModuleNode(AsnType *type, const char *kind, const char *aux1,
+                                               const char *aux2) {
+    if (BrowserNode *known = findModuleNode(type))
+        return known;
+    return taviBrowserNewModuleNode(getModuleOfType(type), kind, aux1, aux2);
+}
+
+BrowserNode *taviBrowserFindOrCreateXRefDefinitionNode(AsnType *type, const char *aux1,
+                                                       const char *aux2) {
+    Text name = typeName(type);
+    convertUnderscores(name);
+    BrowserNode *module = findModuleNode(type);
+    BrowserNode *known = module == nullptr ? nullptr : taviBrowserFindSubNode(module, name.c_str());
+    if (known != nullptr)
+        return known;
+    return newNodeOfType(type, getTypeDefinitionLine(type), {"Definition", aux1, aux2});
+}
+
+BrowserNode *taviBrowserNewXRefUsageNode(AsnType *type, std::int32_t line, const char *aux1,
+                                         const char *aux2) {
+    return newNodeOfType(type, line, {"Usage", aux1, aux2});
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "project/browser.h"
+
+struct AsnModule;
+struct AsnObjClass;
+struct AsnObject;
+struct AsnObjectSet;
+struct AsnType;
+struct AsnValue;
+
+/* Nodes of definitions. Their names are those of ASN.1, with hyphens; they stand at the source file
+   and line of the definition. None of them is inserted yet. The current records move. */
+
+/* Named after the prefix of the outputs, without a place. Fatal error 1 without outputs. */
+BrowserNode *taviBrowserNewProjectTree(const char *kind, const char *aux1, const char *aux2);
+BrowserNode *taviBrowserNewModuleNode(AsnModule *module, const char *kind, const char *aux1,
+                                      const char *aux2);
+/* A type or class that refers to one of another module stands where that one is defined. */
+BrowserNode *taviBrowserNewTypeNode(AsnType *type, const char *kind, const char *aux1,
+                                    const char *aux2);
+BrowserNode *taviBrowserNewClassNode(AsnObjClass *objClass, const char *kind, const char *aux1,
+                                     const char *aux2);
+BrowserNode *taviBrowserNewObjectSetNode(AsnObjectSet *objectSet, const char *kind,
+                                         const char *aux1, const char *aux2);
+BrowserNode *taviBrowserNewObjectNode(AsnObject *object, const char *kind, const char *aux1,
+                                      const char *aux2);
+BrowserNode *taviBrowserNewValueNode(AsnValue *value, const char *kind, const char *aux1,
+                                     const char *aux2);
+
+/* For cross references, which another generator on this back end may write. */
+
+/* The child of the root for the type's module, or a new node. */
+BrowserNode *taviBrowserFindOrCreateModuleNode(AsnType *type, const char *kind, const char *aux1,
+                                               const char *aux2);
+/* The type's node below that of its module, or a new node of kind "Definition". */
+BrowserNode *taviBrowserFindOrCreateXRefDefinitionNode(AsnType *type, const char *aux1,
+                                                       const char *aux2);
+/* A new node of kind "Usage" for line `line` of the type's module. */
+BrowserNode *taviBrowserNewXRefUsageNode(AsnType *type, std::int32_t line, const char *aux1,
+                                         const char *aux2);
