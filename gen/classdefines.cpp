@@ -9,6 +9,7 @@
 #include "model/modules.h"
 #include "model/objects.h"
 #include "model/objectsets.h"
+#include "project/ketratavi.h"
 
 /* A line that begins with "#define" must not be broken, so what follows its first piece is put. */
 
@@ -41,7 +42,9 @@ void genFieldDefines(AsnObjClass *objClass, AsnObjClassField *field, int number)
     getObjClassFieldId(id, nullptr, field, "_");
     id += getMetaClassId(objClass);
     printfToF(fiDef, "\n#define %s %d", id.c_str(), number);
+    taviAddItem(ITEM_DEFINE, fiDef, {id.c_str()});
     printfToF(fiDef, "\n#define is_%s(obj) ", id.c_str());
+    taviAddItem(ITEM_MACRO, fiDef, {"is_", id.c_str(), "()"});
     genPresenceTest(objClass, field, number);
 }
 
@@ -72,7 +75,9 @@ void genObjectDefines(AsnObject *object) {
     /* #define mlogin 0
        #define login (mOPERATION + 0) */
     printfToF(fiDef, "#define %s%s %ld\n", prefix.c_str(), objectId, nr);
+    taviAddItem(ITEM_DEFINE, fiDef, {prefix.c_str(), objectId});
     printfToF(fiDef, "#define %s (%s%s + %ld)\n", objectId, prefix.c_str(), classId, nr);
+    taviAddItem(ITEM_DEFINE, fiDef, {objectId});
 }
 
 void genObjectTableDefines(AsnModule *module, AsnObjClass *objClass, int count) {
@@ -83,10 +88,14 @@ void genObjectTableDefines(AsnModule *module, AsnObjClass *objClass, int count) 
     walked = table + "Obj";
     walked[0] = upperFirstChar(walked[0]);
     printfToF(fiDef, "\n/* iterators for %s table */\n\n", table.c_str());
-    if (needsTableMacros(module))
+    if (needsTableMacros(module)) {
         printfToF(fiDef, "#define %s_cnt %d\n", table.c_str(), count);
+        taviAddItem(ITEM_DEFINE, fiDef, {table.c_str(), "_cnt"});
+    }
     printfToF(fiDef, "#define first%s() (%s)\n", walked.c_str(), table.c_str());
+    taviAddItem(ITEM_MACRO, fiDef, {"first", walked.c_str(), "()"});
     printfToF(fiDef, "#define next%s(iter) \\\n", walked.c_str());
+    taviAddItem(ITEM_MACRO, fiDef, {"next", walked.c_str(), "()"});
     ++fArr[fiDef].indent;
     printfToF(fiDef, "((iter) < %s + %d ? (iter) + 1 : NULL)\n", table.c_str(), count - 1);
     --fArr[fiDef].indent;
@@ -97,5 +106,7 @@ void genObjectSetTableDefines(AsnObjectSet *objectSet) {
     getDefObjectSetId(set, nullptr, objectSet, nullptr);
     printfToF(fiDef, "\n/* iterators for %s table */\n\n", set.c_str());
     printfToF(fiDef, "#define first%sObj() (%s)\n", set.c_str(), set.c_str());
+    taviAddItem(ITEM_MACRO, fiDef, {"first", set.c_str(), "Obj()"});
     printfToF(fiDef, "#define next%sObj(iter) ((iter) + 1)\n", set.c_str());
+    taviAddItem(ITEM_MACRO, fiDef, {"next", set.c_str(), "Obj()"});
 }

@@ -19,6 +19,7 @@
 #include "model/typepath.h"
 #include "model/typequeries.h"
 #include "options/ketracnf.h"
+#include "project/ketratavi.h"
 #include "store/records.h"
 
 namespace {
@@ -71,6 +72,7 @@ void genReferredTypeField(AsnObjClassField *field, AsnType *type) {
     if (!cIsDefinedBaseType(type)) {
         cUpdateBuiltinTypeFieldType(type, field);
         renewBETypeInfo(type);
+        taviUseClassNode(getObjClassOfField(field));
         pushPath();
         addElemToPath(getMetaClassId(getObjClassOfField(field)));
         if (isOwn)
@@ -252,6 +254,7 @@ void genClassStructure(AsnObjClass *objClass) {
     forEachObjClassField(objClass, genClassTypedefContents);
     --fArr[fiTyp].indent;
     printfToF(fiTyp, "} %s;\n", getMetaClassId(objClass));
+    taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassId(objClass)});
     printObjClassEmbeddingOptions(fiTyp, objClass, TED_TYP_BEHIND);
 }
 
@@ -259,16 +262,19 @@ void genClassStructure(AsnObjClass *objClass) {
 void genClassIteratorTypedef(AsnObjClass *objClass) {
     printfToF(fiTyp, "\ntypedef %s* %s_iter;\n", getMetaClassId(objClass),
               getMetaClassId(objClass));
+    taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassId(objClass), "_iter"});
 }
 
 void genClassTypedef(AsnObjClass *objClass) {
     if (isSkippedClass(objClass))
         return;
-    if (isPredefinedObjClass(objClass))
+    if (isPredefinedObjClass(objClass)) {
         printfToF(fiTyp, "\ntypedef %s %s;\n", getMetaBaseClassId(objClass),
                   getMetaClassId(objClass));
-    else
+        taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassId(objClass)});
+    } else {
         genClassStructure(objClass);
+    }
     genClassIteratorTypedef(objClass);
 }
 
@@ -278,7 +284,9 @@ void genClass(AsnObjClass *objClass) {
     if (!isBaseObjClassInCurrentModule(objClass) || getObjClassStamp(objClass) >= stampGIP)
         return;
     setObjClassStamp(objClass, stampGIP);
+    const TaviNodeScope enclosing;
     genReferredDefinitions(objClass);
+    taviUseClassNode(objClass);
     genClassTypedef(objClass);
     genClassDefines(objClass);
     setObjClassStamp(objClass, stampGAD);

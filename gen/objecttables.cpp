@@ -18,6 +18,7 @@
 #include "model/objectsets.h"
 #include "model/typequeries.h"
 #include "options/ketracnf.h"
+#include "project/ketratavi.h"
 
 namespace {
 
@@ -163,6 +164,9 @@ void declareArray(AsnModule *module, AsnObjClass *objClass, int count) {
     wToF(file, getMetaClassId(objClass));
     printfToF(file, " %s%s [%s];\n", prefix.c_str(), getMetaClassId(objClass),
               exported ? "" : formatText("ASN_DECL_SIZE (%d)", count).c_str());
+    taviUseClassNode(objClass);
+    taviAddItem(exported ? ITEM_EXTERN : ITEM_VARIABLE, file,
+                {prefix.c_str(), getMetaClassId(objClass), "[]"});
 }
 
 void reportPredefinedClass(AsnModule *module, AsnObjClass *objClass) {
@@ -188,15 +192,19 @@ void genObjectTablePrefix(AsnModule *module, AsnObjClass *objClass, bool skipped
     const char *classId = getMetaClassId(objClass);
     printfToF(fiTab, "\n%s%s %s%s [] = {\n", isExported(module) ? "" : "static ", classId,
               prefix.c_str(), classId);
+    taviUseClassNode(objClass);
+    taviAddItem(ITEM_VARIABLE, fiTab, {prefix.c_str(), classId, "[]"});
     ++fArr[fiTab].indent;
 }
 
 void genObjectTableElement(AsnObject *object, int tableIndex, bool skipped, RowPass *pass) {
     if (skipped)
         return;
+    taviUseObjectNode(object);
     if (tableIndex != 0)
         wToF(fiTab, ",\n\n");
     printfToF(fiTab, "/* %s %d */\n", nameOf(object), tableIndex);
+    taviAddItem(ITEM_TABLE_ITEM, fiTab, {nameOf(object)});
     wToF(fiTab, "{\n");
     ++fArr[fiTab].indent;
     if (isOptionalObjClassFields(getObjClassOfObject(object)))
@@ -217,7 +225,8 @@ void genObjectTablePostfix(AsnModule *module, AsnObjClass *objClass, int count, 
     --fArr[fiTab].indent;
     wToF(fiTab, "\n};\n");
     const Text classId = getMetaClassId(objClass);
-    genTableAccessFunction(module, classId.c_str(), classId.c_str(), count);
+    taviUseClassNode(objClass);
+    genTableAccessFunction(module, classId.c_str(), classId.c_str(), count, g_taviTypeNode);
     genObjectTableDefines(module, objClass, count);
 }
 

@@ -14,6 +14,7 @@
 #include "model/typequeries.h"
 #include "model/valuequeries.h"
 #include "options/ketracnf.h"
+#include "project/ketratavi.h"
 
 namespace {
 
@@ -34,6 +35,13 @@ int nrOfObjectsInField(AsnFieldValue *value) {
     int count = 0;
     forObjectSetFieldValue(value, [&](AsnFieldValue *, AsnObject *, int) { ++count; });
     return count;
+}
+
+/* mValueSet0 */
+Text tableName(AsnFieldValue *value, const char *word, int number) {
+    Text name;
+    getModulePrefix(name, nullptr, moduleOf(value), word);
+    return name += std::to_string(number);
 }
 
 void beginTable() {
@@ -62,14 +70,13 @@ void genObjFixedTypeValueSetField(AsnFieldValue *, AsnValue *asnValue, int index
 
 /* static Code mValueSet0 [] = { */
 void genValueSetTablePrefix(AsnFieldValue *value, int number) {
-    Text prefix;
-    getModulePrefix(prefix, nullptr, moduleOf(value), nullptr);
+    const Text name = tableName(value, "ValueSet", number);
     auto genHead = [&](AsnObjClassField *, AsnType *type) {
-        printfToF(fiTab, "\nstatic %s %sValueSet%d [] = ", getMetaBaseTypeId(type), prefix.c_str(),
-                  number);
+        printfToF(fiTab, "\nstatic %s %s [] = ", getMetaBaseTypeId(type), name.c_str());
     };
     forFixedTypeValueSetField(getObjClassFieldOfFieldValue(value), genHead);
     beginTable();
+    taviAddItem(ITEM_VARIABLE, fiTab, {name.c_str(), "[]"});
 }
 
 void genFieldValueSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
@@ -90,14 +97,13 @@ void genFieldValueSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
 
 /* static OPERATION* const mObjectSet0 [] = { */
 void genObjectSetTablePrefix(AsnFieldValue *value, int number) {
-    Text prefix;
-    getModulePrefix(prefix, nullptr, moduleOf(value), nullptr);
+    const Text name = tableName(value, "ObjectSet", number);
     auto genHead = [&](AsnObjClassField *, AsnObjClass *governor) {
-        printfToF(fiTab, "\nstatic %s* const %sObjectSet%d [] = ", getMetaClassId(governor),
-                  prefix.c_str(), number);
+        printfToF(fiTab, "\nstatic %s* const %s [] = ", getMetaClassId(governor), name.c_str());
     };
     forObjectSetField(getObjClassFieldOfFieldValue(value), genHead);
     beginTable();
+    taviAddItem(ITEM_VARIABLE, fiTab, {name.c_str(), "[]"});
 }
 
 void genFieldObjectSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
@@ -122,8 +128,10 @@ void genFieldObjectSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
 void forEachFieldOfRows(AsnModule *module, Call<void(AsnFieldValue *value)> genTable) {
     auto genField = [&](AsnObject *, AsnFieldValue *value, int) { genTable(value); };
     auto genObject = [&](AsnObjClass *, AsnObject *object, int, bool skipped) {
-        if (!skipped)
-            forEachPossibleObjectFieldValue(object, genField);
+        if (skipped)
+            return;
+        taviUseClassNode(getObjClassOfObject(object));
+        forEachPossibleObjectFieldValue(object, genField);
     };
     forEachObjectInClassOrder(module, nullptr, genObject, nullptr, true);
 }
@@ -148,12 +156,6 @@ void genInlineValueSet(AsnFieldValue *value, int size) {
         wToF(fiTab, " ");
     }
     wToF(fiTab, "}");
-}
-
-void genTableName(AsnFieldValue *value, const char *word, int number) {
-    Text prefix;
-    getModulePrefix(prefix, nullptr, moduleOf(value), nullptr);
-    printfToF(fiTab, "%s%s%d", prefix.c_str(), word, number);
 }
 
 } // namespace
@@ -184,12 +186,15 @@ void genObjectSetTable(AsnObjectSet *objectSet, int) {
     AsnObjClass *governor = getObjClassOfObjectSet(objectSet);
     if (testObjClassOption(governor, OPT_SKIPPED))
         return;
-    Text declarator, name;
-    declarator = Text(getMetaClassId(governor)) + "* const ";
-    declarator += getModulePrefix(name, nullptr, getModuleOfObjectSet(objectSet), nullptr);
-    declarator += getDefObjectSetId(name, nullptr, objectSet, " []");
-    printfToF(fiTabE, "\nextern %s;\n", declarator.c_str());
-    printfToF(fiTab, "\n%s%s = {\n", fiTabE != 0 ? "" : "static ", declarator.c_str());
+    Text prefix, table;
+    getModulePrefix(prefix, nullptr, getModuleOfObjectSet(objectSet), nullptr);
+    getDefObjectSetId(table, prefix.c_str(), objectSet, nullptr);
+    const Text declarator = Text(getMetaClassId(governor)) + "* const " + table;
+    printfToF(fiTabE, "\nextern %s [];\n", declarator.c_str());
+    printfToF(fiTab, "\n%s%s [] = {\n", fiTabE != 0 ? "" : "static ", declarator.c_str());
+    taviUseObjectSetNode(objectSet);
+    taviAddItem(ITEM_VARIABLE, fiTab, {table.c_str(), "[]"});
+    taviAddItem(ITEM_EXTERN, fiTabE, {table.c_str(), "[]"});
     ++fArr[fiTab].indent;
     forObjectSet(objectSet, [](AsnObjectSet *, AsnObject *object, int) { genSetObject(object); });
     wToF(fiTab, "NULL");
@@ -210,7 +215,7 @@ void genObjectFixedTypeValueSetField(AsnFieldValue *value, SetTableNumbers *numb
     else if (size == 0)
         wToF(fiTab, "NULL");
     else
-        genTableName(value, "ValueSet", numbers->valueSets++);
+        wToF(fiTab, tableName(value, "ValueSet", numbers->valueSets++));
     if (counted) {
         wToF(fiTab, "\n");
         --fArr[fiTab].indent;
@@ -230,6 +235,6 @@ void genObjectObjectSetField(AsnFieldValue *value, SetTableNumbers *numbers) {
     } else if (isEmptyFieldValue(value) || nrOfObjectsInField(value) == 0) {
         wToF(fiTab, "NULL");
     } else {
-        genTableName(value, "ObjectSet", numbers->objectSets++);
+        wToF(fiTab, tableName(value, "ObjectSet", numbers->objectSets++));
     }
 }

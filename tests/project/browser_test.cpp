@@ -1,0 +1,134 @@
+#include "project/ketratavi.h"
+
+#include <algorithm>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "tests/model/modelsetup.h"
+
+/* The browser tree itself: order of nodes, search by name, its lines. */
+
+namespace {
+
+BrowserNode *plainNode(const char *name) {
+    return taviBrowserNewNode(name, nullptr, nullptr, 1, "kind", nullptr, nullptr);
+}
+
+std::vector<const BrowserNode *> childrenOf(BrowserNode *parent) {
+    std::vector<const BrowserNode *> children;
+    for (const BrowserNode *child = parent->firstChild; child != nullptr; child = child->next)
+        children.push_back(child);
+    return children;
+}
+
+/* Where a node goes by a walk over all children. */
+void insertByWalk(std::vector<const BrowserNode *> *children, const BrowserNode *node,
+                  bool sorted) {
+    const std::string name = taviBrowserName(node);
+    const auto isLater = [&](const BrowserNode *child) { return name < taviBrowserName(child); };
+    const auto end = children->end();
+    children->insert(sorted ? std::find_if(children->begin(), end, isLater) : end, node);
+}
+
+/* Sorted and unsorted children together, many of one name, against a walk over all. */
+TEST(BrowserTree, ChildrenAreFoundAndKeptInOrder) {
+    std::mt19937 numbers(7);
+    for (int round = 0; round < 200; ++round) {
+        BrowserNode *root = plainNode("root");
+        std::vector<const BrowserNode *> expected;
+        const auto names = 1 + numbers() % 30, sortedOfTen = numbers() % 11;
+        for (int i = 0; i < 60; ++i) {
+            const std::string name(1, static_cast<char>('A' + numbers() % names));
+            BrowserNode *node = plainNode(name.c_str());
+            const bool sorted = numbers() % 10 < sortedOfTen;
+            taviBrowserInsertSubNode(root, node, sorted);
+            insertByWalk(&expected, node, sorted);
+            ASSERT_EQ(childrenOf(root), expected);
+            ASSERT_EQ(root->lastChild, expected.back());
+            const std::string sought(1, static_cast<char>('A' + numbers() % names));
+            const auto first =
+                std::find_if(expected.begin(), expected.end(), [&](const BrowserNode *child) {
+                    return taviBrowserName(child) == sought;
+                });
+            ASSERT_EQ(taviBrowserFindSubNode(root, sought.c_str()),
+                      first == expected.end() ? nullptr : *first);
+        }
+        taviBrowserDeleteTree(root);
+    }
+}
+
+TEST(BrowserTree, LinesOfTheFile) {
+    const WorkDir dir;
+    ASSERT_TRUE(taviOptionOK("TAVI-PREFIX=p-1_"));
+    ASSERT_TRUE(taviOptionOK(("TAVI-DIRECTORY=" + dir.path()).c_str()));
+    BrowserNode *root = taviBrowserNewProjectTree("Type", nullptr, nullptr);
+    BrowserNode *child = taviBrowserNewNode("c", "d/", "f.x", -1, "k", "one", "two");
+    taviBrowserInsertSubNode(root, child, true);
+    taviBrowserInsertSubNode(child, taviBrowserNewNode("", "", nullptr, 7, nullptr, "", ""), false);
+    taviBrowserInsertSubNode(root, plainNode(nullptr), false);
+    taviBrowserPrintTree(root, ".x");
+    taviBrowserDeleteTree(root);
+    EXPECT_EQ(dir.read("p-1_.x"), "0:p-1_:'':0:Type::\n"
+                                  "1:c:'d/f.x':0:k:one:two\n"
+                                  "2::'':7:::\n"
+                                  "1::'':1:kind::\n");
+}
+
+TEST(BrowserTreeDeathTest, WithoutAPrefix) {
+    const auto exitsWith2 = testing::ExitedWithCode(2);
+    EXPECT_FALSE(taviOptionOK("TAVI-PREFIX="));
+    EXPECT_FALSE(taviOptionOK("tavi-prefix=x"));
+    EXPECT_FALSE(taviOptionOK("TAVI-PREFIX=a.b"));
+    EXPECT_FALSE(taviOptionOK(("TAVI-PREFIX=" + std::string(33, 'x')).c_str()));
+    EXPECT_TRUE(taviOptionOK("TAVI-DIRECTORY=d"));
+    EXPECT_FALSE(taviIsActive());
+    EXPECT_EXIT(taviBrowserNewProjectTree("Type", nullptr, nullptr), exitsWith2,
+                "for reading\n +No TAVI-PREFIX");
+    EXPECT_EXIT(taviOpenTextFile(".x", "r"), exitsWith2, "for reading\n +No TAVI-PREFIX");
+    EXPECT_EXIT(taviOpenTextFile(".x", "a"), exitsWith2, "for writing\n +No TAVI-PREFIX");
+    EXPECT_TRUE(taviOptionOK(("TAVI-PREFIX=" + std::string(32, 'x')).c_str()));
+    EXPECT_TRUE(taviIsActive());
+}
+
+/* Nodes that no generator here makes: of values, and for cross references. */
+TEST(BrowserTree, NodesOfValuesAndUses) {
+    ModelSetup model;
+    TreeWriter w("My_Module", "m");
+    w.source("asn/", "m.asn");
+    w.define("My_Type", w.boolean()).line(5);
+    w.defineValue("my_value", w.ref("My_Type"), w.boolValue(true)).line(9);
+    model.load(w);
+    ASSERT_TRUE(taviOptionOK("TAVI-PREFIX=p"));
+    g_taviBrowserTree = taviBrowserNewProjectTree("Type", nullptr, nullptr);
+    std::string lines;
+    const auto show = [&](BrowserNode *node) {
+        lines += std::string(taviBrowserName(node)) + " " +
+                 getSymbol(taviBrowserSymbolTable, node->kind) + " " +
+                 getSymbol(taviBrowserSymbolTable, node->file) + " " + std::to_string(node->line) +
+                 "\n";
+    };
+    model.withType("My_Type", [&](AsnType *type) {
+        BrowserNode *module = taviBrowserFindOrCreateModuleNode(type, "module", nullptr, nullptr);
+        show(module);
+        taviBrowserInsertSubNode(g_taviBrowserTree, module, true);
+        EXPECT_EQ(taviBrowserFindOrCreateModuleNode(type, "module", nullptr, nullptr), module);
+        BrowserNode *node = taviBrowserFindOrCreateXRefDefinitionNode(type, nullptr, nullptr);
+        show(node);
+        taviBrowserInsertSubNode(module, node, true);
+        EXPECT_EQ(taviBrowserFindOrCreateXRefDefinitionNode(type, nullptr, nullptr), node);
+        BrowserNode *use = taviBrowserNewXRefUsageNode(type, 12, nullptr, nullptr);
+        show(use);
+        taviBrowserInsertSubNode(node, use, false);
+    });
+    model.withValue("my_value", [&](AsnValue *value) {
+        BrowserNode *node = taviBrowserNewValueNode(value, "value", nullptr, nullptr);
+        show(node);
+        taviBrowserInsertSubNode(g_taviBrowserTree, node, false);
+    });
+    EXPECT_EQ(lines, "My-Module module m.asn 1\nMy-Type Definition m.asn 5\n"
+                     "My-Type Usage m.asn 12\nmy-value value m.asn 9\n");
+    taviBrowserDeleteTree(g_taviBrowserTree);
+}
+
+} // namespace
