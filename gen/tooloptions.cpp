@@ -221,7 +221,9 @@ bool globalBEOptionOK(BEModMetaRec *meta, const char *option) {
 bool typeBEOptionOK(AsnType *type, BETypMetaRec *meta, const char *option, bool) {
     if (meta == nullptr || definitionOptionOK(&meta->accessRoutines, option))
         return true;
-    taviWarn(getModuleOfType(type), getTypeDefinitionLine(type), SUMMARY_OPTION_IGNORED, option);
+    if (taviIsActive())
+        taviWarn(getModuleOfType(type), getTypeDefinitionLine(type), SUMMARY_OPTION_IGNORED,
+                 option);
     return false;
 }
 
