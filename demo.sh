@@ -34,3 +34,14 @@ lookup() {
 lookup
 lookup 11
 lookup 11 300b800212678102008c82011c
+
+# A program that codes values: its main part, and what it prints.
+show_orders() {
+  echo
+  echo "== examples/orders.c encodes, decodes and prints orders with the code of stock and shop"
+  sed -n '/^static void receive/,$p' examples/orders.c
+  cc -std=c99 -Iout -Irts -o out/orders examples/orders.c out/{stock,shop}{enc,dec,tst}.c rts/*.c -lm
+  echo "== out/orders"
+  out/orders
+}
+show_orders

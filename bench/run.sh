@@ -3,7 +3,9 @@
 # and 30,000 information objects in 50 classes: seconds of processor time, peak memory, bytes written
 # by it. The last step costs at most 1.2 times what the growth of the tree accounts for. The tree of
 # components gets asking and printing functions too. "browser" is the tree of types with a browser tree.
-# usage: bench/run.sh [types|components|objects|browser]
+# "messages" measures generated code instead: coding of the messages in bench/messages.asn, with the code
+# that asn1c and esnacc generate beside it where these are installed.
+# usage: bench/run.sh [types|components|objects|browser|messages]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 cmake --preset release -DVELMO_TESTS=OFF >/dev/null
@@ -37,8 +39,61 @@ components() { measure components '1000 10000 100000' maketree components; }
 objects() { measure objects '1000 30000' makeobjects; }
 browser() { measure browser '1000 10000 100000' maketree '' -TAVI-PREFIX=p; }
 
+# codec NAME PROGRAM: a line for each message and direction of a program made of messages.c.
+codec() {
+  local type direction octets time allocations instructions
+  while read -r type direction octets time allocations; do
+    instructions=-
+    [ -z "$valgrind" ] ||
+      instructions=$(timeout -s KILL 20 "$valgrind" --tool=callgrind --callgrind-out-file=/dev/null \
+        --toggle-collect=measured "$2" $type $direction 2>&1 | sed -n 's/.*Collected : //p' || true)
+    printf '%-7s %-8s %-7s %7d %11d %13s %12d\n' "$1" $type $direction $octets $time \
+      "${instructions:->20 s}" $allocations
+  done < <("$2")
+}
+
+# build NAME SOURCE... : the program messages with another tool's codec.
+build() {
+  local name=$1
+  shift
+  cc -O2 -DNDEBUG -w -o "$work/$name/messages" bench/messages.c bench/${name}codec.c "$@" \
+    -Ibench -I"$work/$name" -Wl,--wrap=malloc,--wrap=calloc,--wrap=realloc
+}
+
+asn1c() {
+  (cd "$work/asn1c" && command asn1c -fcompound-names -fnative-types "$OLDPWD/bench/messages.asn" &&
+    rm converter-sample.c) >/dev/null 2>&1
+  build asn1c "$work"/asn1c/*.c '-DASN_DEBUG(...)=' # else arguments are made for messages of debugging
+}
+
+# Its types are marked by comments in the text. The package lacks a header that needs not say anything.
+esnacc() {
+  sed 's/^\(Small\|Numbers\|Chain\|Search\|Level[0-9]*\) ::=/& --snacc isPdu:"TRUE" --/' \
+    bench/messages.asn >"$work/esnacc/coded.asn"
+  : >"$work/esnacc/policy.h"
+  (cd "$work/esnacc" && command esnacc -c coded.asn) >/dev/null
+  build esnacc "$work/esnacc/coded.c" -I/usr/include/c-lib/inc -l:libcasn1.a -lm
+}
+
+messages() {
+  local tool
+  cmake --build build/release --target messages >/dev/null
+  valgrind=$(command -v valgrind) || echo 'valgrind is not installed: instructions are not counted'
+  printf '%-7s %-8s %-7s %7s %11s %13s %12s\n' code message what octets nanoseconds instructions allocations
+  codec velmo "$built/bench/messages"
+  for tool in asn1c esnacc; do
+    if ! command -v $tool >/dev/null; then
+      echo "$tool is not installed: not measured"
+      continue
+    fi
+    mkdir "$work/$tool"
+    $tool
+    codec $tool "$work/$tool/messages"
+  done
+}
+
 case ${1:-all} in
-types | components | objects | browser) $1 ;;
+types | components | objects | browser | messages) $1 ;;
 all)
   types
   components
@@ -46,7 +101,7 @@ all)
   browser
   ;;
 *)
-  sed -n '6s/^# //p' "$0" >&2
+  sed -n 's/^# \(usage\)/\1/p' "$0" >&2
   exit 1
   ;;
 esac

@@ -3,6 +3,7 @@
 /* stock.asn and shop.asn */
 
 void makeStock(TreeWriter &w) {
+    w.option("-TST=1:1"); /* orders.c prints values */
     w.exportsMarked();
     w.define("Article",
              w.sequence({
@@ -72,6 +73,7 @@ void makeAnswer(TreeWriter &w, const TreeWriter &stock) {
 } // namespace
 
 void makeShop(TreeWriter &w, const TreeWriter &stock) {
+    w.option("-TST=1:1");
     makeOrder(w, stock);
     w.define("Measure", w.ref(stock, "Unit")).entry();
     w.define("Place", w.ref(stock, "Address")).entry(ENTRY_ENCODE | ENTRY_DECODE);
