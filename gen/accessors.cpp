@@ -26,9 +26,10 @@ void genIntro(AsnType *type) {
 
 /* #define is_b_Msg(home) \ */
 void genCompMacroPrefix(AsnType *father, AsnType *comp, const char *word) {
-    printfToF(fiDef, "#define %s_%s_%s(home) \\\n", word, getMetaCompId(comp),
-              getMetaTypeId(father));
-    taviAddItem(ITEM_MACRO, fiDef, {word, "_", getMetaCompId(comp), "_", getMetaTypeId(father)});
+    Text id;
+    cTypeId(id, nullptr, father, nullptr);
+    printfToF(fiDef, "#define %s_%s_%s(home) \\\n", word, getMetaCompId(comp), id.c_str());
+    taviAddItem(ITEM_MACRO, fiDef, {word, "_", getMetaCompId(comp), "_", id.c_str()});
     ++fArr[fiDef].indent;
 }
 
@@ -119,8 +120,10 @@ void genChoiceAccessRoutines(AsnType *type) {
 /* #define item_List(elem) \
      ((Elem *)((elem)->val.stru)) */
 void genElemMacro(AsnType *father, AsnType *elem) {
-    printfToF(fiDef, "#define item_%s(elem) \\\n", getMetaTypeId(father));
-    taviAddItem(ITEM_DEFINE, fiDef, {"item_", getMetaTypeId(father)});
+    Text id;
+    cTypeId(id, nullptr, father, nullptr);
+    printfToF(fiDef, "#define item_%s(elem) \\\n", id.c_str());
+    taviAddItem(ITEM_DEFINE, fiDef, {"item_", id.c_str()});
     ++fArr[fiDef].indent;
     const bool isPointer = cIsPtrAsnHomeMember(elem);
     if (isPointer) {

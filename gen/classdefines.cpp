@@ -63,7 +63,7 @@ void genObjectDefines(AsnObject *object) {
         return;
     Text prefix;
     getModulePrefix(prefix, nullptr, module, nullptr);
-    const char *classId = getMetaClassId(getObjClassOfObject(object));
+    const char *classId = getMetaObjectTableId(object);
     const char *objectId = getMetaObjectId(object);
     const auto nr = static_cast<long>(getMetaObjectNr(object));
     if (nr == 0)
@@ -84,7 +84,7 @@ void genObjectTableDefines(AsnModule *module, AsnObjClass *objClass, int count) 
     if (getMetaClassAccessRoutines(objClass) != ACCESS_MACROS)
         return;
     Text table, walked;
-    getModulePrefix(table, nullptr, module, getMetaClassId(objClass));
+    getModulePrefix(table, nullptr, module, tableClassId(objClass));
     walked = table + "Obj";
     walked[0] = upperFirstChar(walked[0]);
     printfToF(fiDef, "\n/* iterators for %s table */\n\n", table.c_str());

@@ -5,15 +5,17 @@
 #include "model/objectorder.h"
 #include "model/objects.h"
 #include "store/records.h"
+#include "store/strings.h"
 
 namespace {
 
-/* The number of an object's row, kept with the module that defines the object: null for a record
-   that the module's table of numbers has no place for. */
-std::uint32_t *objectNrPlace(const AsnObject *object) {
-    std::vector<std::uint32_t> &numbers = object->posModule->metaRec->objectNrs;
+/* What is known of an object in a table of its own module: null for a record that the table has no
+   place for. */
+template <typename Entry>
+Entry *placeOfObject(const AsnObject *object, std::vector<Entry> BEModMetaRec::*table) {
+    std::vector<Entry> &entries = object->posModule->metaRec->*table;
     const auto index = static_cast<std::size_t>(object->posRecord) - 1;
-    return index < numbers.size() ? &numbers[index] : nullptr;
+    return index < entries.size() ? &entries[index] : nullptr;
 }
 
 /* A module that isn't named on the command line is numbered when a row of it is first asked for. */
@@ -80,23 +82,41 @@ const char *getMetaObjectId(AsnObject *object) {
 }
 
 void setMetaObjectNr(AsnObject *object, std::uint32_t nr) {
-    if (std::uint32_t *place = objectNrPlace(object))
+    if (std::uint32_t *place = placeOfObject(object, &BEModMetaRec::objectNrs))
         *place = nr;
 }
 
 std::uint32_t getMetaObjectNr(AsnObject *object) {
     if (!object->posModule->metaRec->objectsNumbered)
         numberObjectsOf(object->posModule);
-    const std::uint32_t *place = objectNrPlace(object);
+    const std::uint32_t *place = placeOfObject(object, &BEModMetaRec::objectNrs);
     return place == nullptr ? 0 : *place;
+}
+
+const char *tableClassId(AsnObjClass *objClass) {
+    const char *id = nullptr;
+    if (isBaseObjClassInCurrentModule(objClass))
+        return internStri(getMetaClassId(objClass));
+    forObjClassDefinedInAnotherModule(
+        objClass, [&](AsnObjClass *defined) { id = internStri(getMetaClassId(defined)); });
+    return id;
+}
+
+const char *getMetaObjectTableId(AsnObject *object) {
+    getMetaObjectNr(object);
+    const auto *place = placeOfObject(object, &BEModMetaRec::objectTableIds);
+    return place == nullptr || *place == nullptr ? tableClassId(getObjClassOfObject(object))
+                                                 : *place;
 }
 
 void initializeObjects(AsnModule *module) {
     getBEModMetaRec(module)->objectsNumbered = true;
-    forEachObjectInClassOrder(
-        module, nullptr,
-        [](AsnObjClass *, AsnObject *object, int tableIndex, bool) {
-            setMetaObjectNr(object, static_cast<std::uint32_t>(tableIndex));
-        },
-        nullptr, true);
+    const char *tableId = nullptr;
+    auto beginTable = [&](AsnObjClass *objClass, bool) { tableId = tableClassId(objClass); };
+    auto numberObject = [&](AsnObjClass *, AsnObject *object, int tableIndex, bool) {
+        setMetaObjectNr(object, static_cast<std::uint32_t>(tableIndex));
+        if (const char **place = placeOfObject(object, &BEModMetaRec::objectTableIds))
+            *place = tableId;
+    };
+    forEachObjectInClassOrder(module, beginTable, numberObject, nullptr, true);
 }

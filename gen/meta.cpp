@@ -40,8 +40,11 @@ void deleteBEModMetaRec(BEModMetaRec *meta) {
 }
 
 void initBEModMetaRec(AsnModule *module, BEModMetaRec *meta) {
-    if (meta->objectNrs.empty())
-        meta->objectNrs.resize(static_cast<std::size_t>(getNrOfValueNodes(module)) + 1);
+    if (!meta->objectNrs.empty())
+        return;
+    const auto count = static_cast<std::size_t>(getNrOfValueNodes(module)) + 1;
+    meta->objectNrs.resize(count);
+    meta->objectTableIds.resize(count);
 }
 
 BEValMetaRec *newBEValMetaRec() {

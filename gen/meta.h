@@ -32,9 +32,10 @@ struct TabFuncNames {
 struct BEModMetaRec {
     std::vector<AsnParamRec> asnParams;                            /* by entry number */
     std::unordered_map<std::uint64_t, std::int32_t> asnParamLists; /* type -> index of its list */
-    std::vector<std::uint32_t> objectNrs; /* row of an object in its table, by unique number */
-    bool objectsNumbered = false;         /* a pass has filled them */
-    bool introPrinted = false;            /* the heading of values is out */
+    std::vector<std::uint32_t> objectNrs;     /* row of an object in its table, by unique number */
+    std::vector<const char *> objectTableIds; /* name of that table, in the same way */
+    bool objectsNumbered = false;             /* a pass has filled them */
+    bool introPrinted = false;                /* the heading of values is out */
     std::uint8_t verbosity = VERBOSITY_TERSE;
     std::uint8_t entryTag = ENTRYTAG_IGNORE;
     Text logFile; /* empty for none */

@@ -82,42 +82,51 @@ void genEntryTypeReference(AsnType *type, int entryIndex) {
               getMetaTypeId(type));
 }
 
+void warnOfNonEntryType() {
+    Text file;
+    nameOfF(file, nullptr, fiTab, nullptr);
+    std::printf("WARNING: %s:%lu: Non-entry type as a type field value.\n", file.c_str(),
+                static_cast<unsigned long>(linesInF(fiTab)) + 1);
+}
+
+/* A setting that leads to nothing leaves what a field without one does: each member of the
+   structure has its place in the row. */
+
 void genTypeField(AsnFieldValue *value) {
     bool written = false;
     auto genReference = [&](AsnFieldValue *, AsnType *type, int entryIndex) {
         genEntryTypeReference(type, entryIndex);
         written = true;
     };
-    if (isEmptyFieldValue(value)) {
-        wToF(fiTab, "NULL");
+    forEntryTypeFieldValue(value, genReference);
+    if (written)
         return;
-    }
-    if (isEntryTypeFieldValue(value))
-        forEntryTypeFieldValue(value, genReference);
-    if (!written) {
-        Text file;
-        nameOfF(file, nullptr, fiTab, nullptr);
-        wToF(fiTab, "NULL /* ONLY ENTRY TYPES ARE SUPPORTED HERE */");
-        std::printf("WARNING: %s:%lu: Non-entry type as a type field value.\n", file.c_str(),
-                    static_cast<unsigned long>(linesInF(fiTab)) + 1);
-    }
+    wToF(fiTab,
+         isEmptyFieldValue(value) ? "NULL" : "NULL /* ONLY ENTRY TYPES ARE SUPPORTED HERE */");
+    if (!isEmptyFieldValue(value))
+        warnOfNonEntryType();
 }
 
 void genFixedTypeValueField(AsnFieldValue *value) {
-    if (isEmptyFieldValue(value))
+    bool written = false;
+    auto genValue = [&](AsnFieldValue *, AsnValue *asnValue) {
+        genFixedTypeValueFieldValue(asnValue);
+        written = true;
+    };
+    forFixedTypeValueFieldValue(value, genValue);
+    if (!written)
         genEmptyFieldValue(getFieldBaseValueMainType(value), nullptr);
-    else
-        forFixedTypeValueFieldValue(value, [](AsnFieldValue *, AsnValue *asnValue) {
-            genFixedTypeValueFieldValue(asnValue);
-        });
 }
 
 void genObjectField(AsnFieldValue *value) {
-    if (isEmptyFieldValue(value))
+    bool written = false;
+    auto genReference = [&](AsnFieldValue *, AsnObject *object) {
+        genObjObjectElement(object);
+        written = true;
+    };
+    forObjectFieldValue(value, genReference);
+    if (!written)
         wToF(fiTab, "NULL");
-    else
-        forObjectFieldValue(
-            value, [](AsnFieldValue *, AsnObject *object) { genObjObjectElement(object); });
 }
 
 void genFieldContents(AsnFieldValue *value, RowPass *pass) {
@@ -161,12 +170,12 @@ void declareArray(AsnModule *module, AsnObjClass *objClass, int count) {
     getModulePrefix(prefix, nullptr, module, nullptr);
     wToF(file, "\n");
     wToF(file, exported ? "extern " : "ASN_DECL ");
-    wToF(file, getMetaClassId(objClass));
-    printfToF(file, " %s%s [%s];\n", prefix.c_str(), getMetaClassId(objClass),
+    const char *classId = tableClassId(objClass);
+    wToF(file, classId);
+    printfToF(file, " %s%s [%s];\n", prefix.c_str(), classId,
               exported ? "" : formatText("ASN_DECL_SIZE (%d)", count).c_str());
     taviUseClassNode(objClass);
-    taviAddItem(exported ? ITEM_EXTERN : ITEM_VARIABLE, file,
-                {prefix.c_str(), getMetaClassId(objClass), "[]"});
+    taviAddItem(exported ? ITEM_EXTERN : ITEM_VARIABLE, file, {prefix.c_str(), classId, "[]"});
 }
 
 void reportPredefinedClass(AsnModule *module, AsnObjClass *objClass) {
@@ -189,7 +198,7 @@ void genObjectTablePrefix(AsnModule *module, AsnObjClass *objClass, bool skipped
         reportPredefinedClass(module, objClass);
     Text prefix;
     getModulePrefix(prefix, nullptr, module, nullptr);
-    const char *classId = getMetaClassId(objClass);
+    const char *classId = tableClassId(objClass);
     printfToF(fiTab, "\n%s%s %s%s [] = {\n", isExported(module) ? "" : "static ", classId,
               prefix.c_str(), classId);
     taviUseClassNode(objClass);
@@ -224,9 +233,9 @@ void genObjectTablePostfix(AsnModule *module, AsnObjClass *objClass, int count, 
         return;
     --fArr[fiTab].indent;
     wToF(fiTab, "\n};\n");
-    const Text classId = getMetaClassId(objClass);
+    const char *classId = tableClassId(objClass);
     taviUseClassNode(objClass);
-    genTableAccessFunction(module, classId.c_str(), classId.c_str(), count, g_taviTypeNode);
+    genTableAccessFunction(module, classId, classId, count, g_taviTypeNode);
     genObjectTableDefines(module, objClass, count);
 }
 
@@ -261,8 +270,7 @@ void genObjectTables(AsnModule *module) {
 void genObjObjectElement(AsnObject *object) {
     Text prefix;
     getModulePrefix(prefix, nullptr, getModuleOfObject(object), nullptr);
-    printfToF(fiTab, "&%s%s [%ld] /* %s */", prefix.c_str(),
-              getMetaClassId(getObjClassOfObject(object)),
+    printfToF(fiTab, "&%s%s [%ld] /* %s */", prefix.c_str(), getMetaObjectTableId(object),
               static_cast<long>(getMetaObjectNr(object)), nameOf(object));
 }
 

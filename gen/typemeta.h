@@ -33,8 +33,8 @@ const BETypeInfo *getBETypeInfoCache(AsnType *type);
 
 /* Works the names out anew, for the record and for this handle on it, which was renamed. */
 void renewBETypeInfo(AsnType *type);
-/* Gives the record, and this handle on it, the name of a structure: macros are named by `name`, and
-   values are declared by the tag made of it. */
+/* Gives the record, and this handle on it, the name of a structure; values are declared by the tag
+   made of it. */
 void setBETypeInfoNames(AsnType *type, const char *name);
 
 /* Empty for a type without a meta record. */

@@ -198,6 +198,16 @@ void nested(TreeWriter &w) {
     w.define("ALIAS", w.ref("NEST"));
 }
 
+/* Objects that name their class in two ways stand in one table, which is named as the first of them
+   does. */
+void alias(TreeWriter &w) {
+    const TypeNode next = w.valueField("next", w.ref("OP")).optional();
+    w.define("OP", w.objectClass({next}));
+    w.define("ALIAS", w.ref("OP"));
+    define(w, "plain", "OP", {w.fieldValue(next, w.valueRef("other"))});
+    define(w, "other", "ALIAS", {w.fieldValue(next, w.valueRef("plain"))});
+}
+
 const ObjectCase cases[] = {
     {"kinds", kinds, {"-TDEFS=yes"}},
     {"kinds_separate",
@@ -217,6 +227,7 @@ const ObjectCase cases[] = {
     {"omitted", skipped, {"-OMIT-SKIPPED-FIELDS=yes"}, {}, {".typ", ".tab"}},
     {"masks", masks, {"-TDEFS=no"}, {}, {".tab"}},
     {"nested", nested, {}, {}, {".typ", ".def"}},
+    {"alias", alias, {"-TDEFS=yes"}, {}, {".tab", ".def"}},
 };
 
 [[maybe_unused]] void PrintTo(const ObjectCase &value, std::ostream *out) {
@@ -316,6 +327,7 @@ TEST(ObjectTablesDirect, OtherModules) {
     define(w, "user", "USER",
            {w.fieldValue(op, w.valueRefTo(import, base.findValue("second").nr)),
             w.fieldValue(code, w.intValue(9))});
+    define(w, "local", "LOCAL", {});
     EXPECT_EQ(compareGolden("objecttables/other_modules.txt",
                             generatedFiles(dir, {&w, &base}, {".typ", "tab.c", "tab.ext"})),
               "");
