@@ -35,18 +35,11 @@ bool goThroughClassSynChain(const ClassChainWalk &walk) {
 }
 
 void forEachClassOption(bool *hasComment, Call<void(const char *option)> option) {
-    if (tNode.tedFirst == 0)
-        return;
-    ModRec *module = currModule(REC_TNODE);
-    const RecNr last = tNode.tedLast;
-    for (RecNr nr = tNode.tedFirst; nr <= last; ++nr) {
-        readRec(module, REC_TED, nr);
-        if (tedRec.tedKind != TED_BACKEND_OPTION || tedRec.tedText == 0)
-            continue;
-        const char *text = getStri(module, tedRec.tedText);
-        if (parseBECommentOption(text) == nullptr)
+    auto apply = [&](const char *text, const char *comment) {
+        if (comment == nullptr)
             option(text);
         else if (hasComment != nullptr)
             *hasComment = true;
-    }
+    };
+    forEachBackendOption(currModule(REC_TNODE), tNode.tedFirst, tNode.tedLast, apply);
 }

@@ -279,14 +279,11 @@ void forEachGlobalCommentOption(AsnModule *module,
         return;
     const TedRange range = getGlobalOptions(module)->comments;
     int index = 0;
-    for (RecNr nr = range.first; nr <= range.last; ++nr) {
-        readRec(module->modRec, REC_TED, nr);
-        if (tedRec.tedKind != TED_BACKEND_OPTION || tedRec.tedText == 0)
-            continue;
-        const char *comment = parseBECommentOption(getStri(module->modRec, tedRec.tedText));
-        if (comment != nullptr)
-            func(module, comment, index++);
-    }
+    forEachBackendOption(module->modRec, range.first, range.last,
+                         [&](const char *, const char *comment) {
+                             if (comment != nullptr)
+                                 func(module, comment, index++);
+                         });
 }
 
 InfoCache *getModuleInfoCache(AsnModule *module) {

@@ -4,6 +4,7 @@
 #include "model/hooks.h"
 #include "model/modules.h"
 #include "model/nametexts.h"
+#include "model/valuechain.h"
 #include "model/valuewalk.h"
 #include "options/catalogue.h"
 #include "store/classify.h"
@@ -14,47 +15,13 @@ namespace {
 
 /* The options of the current VNode; comments count only on the position. */
 void applyObjectOptions(AsnObject *object, bool first) {
-    if (vNode.tedFirst == 0)
-        return;
-    ModRec *module = currModule(REC_VNODE);
-    const RecNr last = vNode.tedLast;
-    for (RecNr nr = vNode.tedFirst; nr <= last; ++nr) {
-        readRec(module, REC_TED, nr);
-        if (tedRec.tedKind != TED_BACKEND_OPTION || tedRec.tedText == 0)
-            continue;
-        const char *text = getStri(module, tedRec.tedText);
-        if (parseBECommentOption(text) != nullptr)
+    auto apply = [&](const char *text, const char *comment) {
+        if (comment != nullptr)
             object->hasCommentOption = object->hasCommentOption || first;
         else if (modelHooks.objectBEOptionOK != nullptr)
             modelHooks.objectBEOptionOK(object, object->metaRec, text);
-    }
-}
-
-/* The VNode at the end of a path of fields is written as a negated number. */
-void followFieldPath(ModRec *module) {
-    readLastSNode(module, vNode.auxRecord);
-    const RecNr nr = sNode.refRecord == INT32_MIN ? 0 : -sNode.refRecord;
-    readRec(getModPtr(module, sNode.refModule), REC_VNODE, nr);
-}
-
-/* From the current VNode to the one that it finally means; `leave` sees each record passed. */
-void goThroughObjectChain(Call<void(bool first)> leave) {
-    bool first = true;
-    ChainGuard guard(REC_VNODE);
-    for (;;) {
-        ModRec *module = currModule(REC_VNODE);
-        guard.step(module);
-        if (vNode.valueKind == TYP_SYNONYM && vNode.refRecord != 0) {
-            leave(first);
-            followSynonymValue();
-        } else if (vNode.valueKind == TYP_FIELDLIST && vNode.auxRecord != 0) {
-            leave(first);
-            followFieldPath(module);
-        } else {
-            return;
-        }
-        first = false;
-    }
+    };
+    forEachBackendOption(currModule(REC_VNODE), vNode.tedFirst, vNode.tedLast, apply);
 }
 
 RecNr &objectCursor(AsnModule *module) {
@@ -112,8 +79,7 @@ void getObjectPath(AsnObject *father, AsnObject *object, int kind) {
     getFixRec(&object->compId, kind);
 
     std::uint8_t flags = 0;
-    goThroughObjectChain(
-        [&](bool) { flags = static_cast<std::uint8_t>(flags | vNode.valueFlags); });
+    goThroughValueChain([&](bool) { flags = static_cast<std::uint8_t>(flags | vNode.valueFlags); });
     const NodePlace base = saveNodeContext(REC_VNODE);
     object->baseModule = base.module;
     object->baseRecord = base.nr;
@@ -133,7 +99,7 @@ void getObjectPath(AsnObject *father, AsnObject *object, int kind) {
 
     readRec(position.module, REC_VNODE, position.nr);
     bool atStart = true;
-    goThroughObjectChain([&](bool first) {
+    goThroughValueChain([&](bool first) {
         applyObjectOptions(object, first);
         atStart = false;
     });

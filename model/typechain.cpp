@@ -71,22 +71,15 @@ void getSynonymTypeInfo(AsnType *son, ChainWalk *walk) {
 
 /* The options written on the current record. */
 void getTypeSpecificBEOpts(AsnType *son, bool first, bool last) {
-    if (!glbCreateBETypMetaRecFlag || tNode.tedFirst == 0)
+    if (!glbCreateBETypMetaRecFlag)
         return;
-    ModRec *module = currModule(REC_TNODE);
-    const RecNr end = tNode.tedLast;
-    for (RecNr nr = tNode.tedFirst; nr <= end; ++nr) {
-        readRec(module, REC_TED, nr);
-        if (tedRec.tedKind != TED_BACKEND_OPTION || tedRec.tedText == 0)
-            continue;
-        const char *text = getStri(module, tedRec.tedText);
-        if (parseBECommentOption(text) != nullptr) {
-            if (first)
-                son->hasCommentOption = true;
-        } else if (modelHooks.typeBEOptionOK != nullptr) {
+    auto apply = [&](const char *text, const char *comment) {
+        if (comment != nullptr)
+            son->hasCommentOption = son->hasCommentOption || first;
+        else if (modelHooks.typeBEOptionOK != nullptr)
             modelHooks.typeBEOptionOK(son, son->metaRec, text, last);
-        }
-    }
+    };
+    forEachBackendOption(currModule(REC_TNODE), tNode.tedFirst, tNode.tedLast, apply);
 }
 
 void leaveRecord(ChainWalk *walk) {

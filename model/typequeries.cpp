@@ -329,14 +329,10 @@ void forEachTypeCommentOption(AsnType *type,
     if (!type->hasCommentOption)
         return;
     readRec(type->posModule, REC_TNODE, type->posRecord);
-    const RecNr last = tNode.tedLast;
     int nbr = 0;
-    for (RecNr nr = tNode.tedFirst; nr <= last; ++nr) {
-        readRec(type->posModule, REC_TED, nr);
-        if (tedRec.tedKind != TED_BACKEND_OPTION || tedRec.tedText == 0)
-            continue;
-        const char *option = parseBECommentOption(getStri(type->posModule, tedRec.tedText));
-        if (option != nullptr)
-            func(type, option, nbr++);
-    }
+    forEachBackendOption(type->posModule, tNode.tedFirst, tNode.tedLast,
+                         [&](const char *, const char *comment) {
+                             if (comment != nullptr)
+                                 func(type, comment, nbr++);
+                         });
 }

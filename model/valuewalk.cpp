@@ -8,6 +8,7 @@
 #include "model/othermodule.h"
 #include "model/typequeries.h"
 #include "model/typewalk.h"
+#include "model/valuechain.h"
 #include "model/valuequeries.h"
 #include "options/catalogue.h"
 #include "store/classify.h"
@@ -28,48 +29,13 @@ void deleteGovernor(AsnType *governor) {
 /* Hands the options of the current VNode to the generator; a comment counts only on the position.
  */
 void getValueSpecificBEOpts(AsnValue *value, bool first) {
-    if (vNode.tedFirst == 0)
-        return;
-    ModRec *module = currModule(REC_VNODE);
-    const RecNr last = vNode.tedLast;
-    for (RecNr nr = vNode.tedFirst; nr <= last; ++nr) {
-        readRec(module, REC_TED, nr);
-        if (tedRec.tedKind != TED_BACKEND_OPTION || tedRec.tedText == 0)
-            continue;
-        const char *text = getStri(module, tedRec.tedText);
-        if (parseBECommentOption(text) != nullptr)
+    auto apply = [&](const char *text, const char *comment) {
+        if (comment != nullptr)
             value->hasCommentOption = value->hasCommentOption || first;
         else if (modelHooks.valueBEOptionOK != nullptr)
             modelHooks.valueBEOptionOK(value, value->metaRec, text);
-    }
-}
-
-/* From a TYP_FIELDLIST to the value at the end of its path. */
-void followFieldPath() {
-    ModRec *module = currModule(REC_VNODE);
-    readLastSNode(module, vNode.auxRecord);
-    readRec(getModPtr(currModule(REC_SNODE), sNode.refModule), REC_VNODE, -sNode.refRecord);
-}
-
-/* From the current VNode to the one that it finally means. With `flags` the synonyms passed leave
-   theirs there; without it their options are applied. `first` becomes false behind the position. */
-void goThroughSynonymChain(AsnValue *value, std::uint8_t *flags, bool *first) {
-    ChainGuard guard(REC_VNODE);
-    for (;;) {
-        guard.step(currModule(REC_VNODE));
-        if (vNode.valueKind == TYP_SYNONYM && vNode.refRecord != 0) {
-            if (flags != nullptr)
-                *flags = static_cast<std::uint8_t>(*flags | vNode.valueFlags);
-            else
-                getValueSpecificBEOpts(value, *first);
-            followSynonymValue();
-        } else if (vNode.valueKind == TYP_FIELDLIST && vNode.auxRecord != 0) {
-            followFieldPath();
-        } else {
-            return;
-        }
-        *first = false;
-    }
+    };
+    forEachBackendOption(currModule(REC_VNODE), vNode.tedFirst, vNode.tedLast, apply);
 }
 
 /* The length depends on the type that governs the base, as it finally is. */
@@ -188,8 +154,10 @@ void getValuePath(AsnValue *father, AsnValue *value, int kind) {
     getFixRec(&value->valueId, kind);
 
     std::uint8_t flags = 0;
-    bool first = true;
-    goThroughSynonymChain(value, &flags, &first);
+    goThroughValueChain([&](bool) {
+        if (vNode.valueKind == TYP_SYNONYM)
+            flags = static_cast<std::uint8_t>(flags | vNode.valueFlags);
+    });
     const NodePlace base = saveNodeContext(REC_VNODE);
     value->baseModule = base.module;
     value->baseRecord = base.nr;
@@ -206,11 +174,14 @@ void getValuePath(AsnValue *father, AsnValue *value, int kind) {
         fatalError(FATAL_INTERNAL, nullptr);
     value->metaRec = modelHooks.newBEValMetaRec == nullptr ? nullptr : modelHooks.newBEValMetaRec();
 
-    /* Options come when the meta record is there. `first` isn't set again, so a value that was
-       reached through a reference shows no comments. */
+    /* Options come when the meta record is there. A value that was reached through a reference
+       shows no comments. */
     readRec(position.module, REC_VNODE, position.nr);
-    goThroughSynonymChain(value, nullptr, &first);
-    getValueSpecificBEOpts(value, first);
+    goThroughValueChain([&](bool) {
+        if (vNode.valueKind == TYP_SYNONYM)
+            getValueSpecificBEOpts(value, false);
+    });
+    getValueSpecificBEOpts(value, base == position);
 
     if (hasStringLength(value->governor->base.mainType))
         value->stringLength = baseStringLength(*value);
@@ -358,14 +329,10 @@ void forEachValueCommentOption(AsnValue *value,
     if (!value->hasCommentOption)
         return;
     readRec(value->posModule, REC_VNODE, value->posRecord);
-    const RecNr last = vNode.tedLast;
     int nbr = 0;
-    for (RecNr nr = vNode.tedFirst; nr <= last; ++nr) {
-        readRec(value->posModule, REC_TED, nr);
-        if (tedRec.tedKind != TED_BACKEND_OPTION || tedRec.tedText == 0)
-            continue;
-        const char *option = parseBECommentOption(getStri(value->posModule, tedRec.tedText));
-        if (option != nullptr)
-            func(value, option, nbr++);
-    }
+    forEachBackendOption(value->posModule, vNode.tedFirst, vNode.tedLast,
+                         [&](const char *, const char *comment) {
+                             if (comment != nullptr)
+                                 func(value, comment, nbr++);
+                         });
 }

@@ -82,17 +82,24 @@ bool currentTypeIsClass() {
 void skipValues(bool throughFields) {
     ChainGuard guard(REC_VNODE);
     for (;;) {
-        ModRec *module = currModule(REC_VNODE);
-        guard.step(module);
-        if (vNode.valueKind == TYP_SYNONYM && vNode.refRecord != 0) {
-            followSynonymValue();
-        } else if (throughFields && vNode.valueKind == TYP_FIELDLIST && vNode.auxRecord != 0) {
-            ModRec *target = moduleOfPathEnd(module, vNode.auxRecord);
-            readRec(target, REC_VNODE, negated(sNode.refRecord));
-        } else {
+        guard.step(currModule(REC_VNODE));
+        if (!isValueReference() || (vNode.valueKind == TYP_FIELDLIST && !throughFields))
             return;
-        }
+        followValueReference();
     }
+}
+
+bool isValueReference() {
+    return vNode.valueKind == TYP_SYNONYM
+               ? vNode.refRecord != 0
+               : vNode.valueKind == TYP_FIELDLIST && vNode.auxRecord != 0;
+}
+
+void followValueReference() {
+    if (vNode.valueKind == TYP_SYNONYM)
+        return followSynonymValue();
+    ModRec *target = moduleOfPathEnd(currModule(REC_VNODE), vNode.auxRecord);
+    readRec(target, REC_VNODE, negated(sNode.refRecord));
 }
 
 void skipTypesCatchInst(bool throughFields, NodePlace *instantiation) {

@@ -19,6 +19,10 @@ void readLastSNode(ModRec *module, RecNr first);
 /* One step of a TNode or VNode that is a synonym with a reference: reads what it names. */
 void followSynonymType();
 void followSynonymValue();
+/* Does the current VNode stand for another one, as a synonym or by a path of fields? And the step
+   to that one. */
+bool isValueReference();
+void followValueReference();
 
 /* Questions of the current TNode; it stays current. */
 bool isInstantiatedTNode();
