@@ -12,7 +12,7 @@ struct TableCase {
     void (*build)(TreeWriter &);
     std::vector<const char *> options = {}; /* general ones */
     std::vector<const char *> toolOptions = {};
-    std::vector<const char *> suffixes = {".tab", ".def"};
+    std::vector<std::string> suffixes = {".tab", ".def"};
     std::vector<std::string> flags = {}; /* for the compilers */
     const char *header = "";             /* what the application declares */
 };
@@ -123,15 +123,10 @@ TEST_P(EntryTable, IsWrittenAsExpectedAndCompiles) {
     WorkDir dir;
     TreeWriter w("Table_Module", "t");
     w.backendOption("-ACCESS-ROUTINES=NONE");
-    for (const char *option : GetParam().options)
-        w.option(option);
-    for (const char *option : GetParam().toolOptions)
-        w.backendOption(option);
+    addOptions(w, GetParam().options, GetParam().toolOptions);
     GetParam().build(w);
-    const std::vector<std::string> suffixes(GetParam().suffixes.begin(), GetParam().suffixes.end());
-    EXPECT_EQ(compareGolden(std::string("entrytable/") + GetParam().name + ".txt",
-                            generatedFiles(dir, {&w}, suffixes)),
-              "");
+    const std::string files = generatedFiles(dir, {&w}, GetParam().suffixes);
+    EXPECT_EQ(compareGolden(std::string("entrytable/") + GetParam().name + ".txt", files), "");
     dir.write("town.h",
               std::string("#ifndef TOWN_H\n#define TOWN_H\n") + GetParam().header + "#endif\n");
     dir.write("user.c", tableUser(GetParam()));

@@ -18,7 +18,7 @@ struct ObjectCase {
     std::function<void(TreeWriter &)> build;
     std::vector<const char *> options = {};
     std::vector<const char *> toolOptions = {};
-    std::vector<const char *> suffixes = {".typ", ".tab", ".def"};
+    std::vector<std::string> suffixes = {".typ", ".tab", ".def"};
     const char *flag = "-DASN_TABN=1"; /* for the compilers; null: it is not for them */
 };
 
@@ -146,7 +146,7 @@ void missingValues(TreeWriter &w) {
 }
 
 /* Fields that a row has no value for, each for another reason; a skipped class has neither
-   structure nor table. */
+   structure nor table, and a class whose one object stands in a skipped field has no table. */
 void skipped(TreeWriter &w) {
     const TypeNode gone = w.valueField("gone", w.integer(0, 9)).skipped();
     const TypeNode kind = w.typeField("Kind");
@@ -155,11 +155,15 @@ void skipped(TreeWriter &w) {
     const TypeNode governed = w.valueField("governed", w.ref("Away"));
     const TypeNode other = w.valueField("other", w.ref("NONE"));
     const TypeNode id = w.valueField("id", w.integer(0, 9));
-    w.define("HALF", w.objectClass({gone, kind, varies, governed, other, id}));
+    const TypeNode alone = w.valueField("alone", w.ref("ROWLESS")).skipped();
+    w.define("HALF", w.objectClass({gone, kind, varies, governed, other, id, alone}));
+    w.define("ROWLESS", w.objectClass({w.valueField("n", w.integer(0, 9))}));
     w.define("NONE", w.objectClass({w.valueField("n", w.integer(0, 9))})).skipped();
     w.define("Away", w.sequence({w.comp("x", w.null())}).skipped());
     w.define("Msg", w.sequence({w.comp("x", w.null())})).entry();
-    define(w, "half", "HALF", {w.fieldType(kind, w.ref("Msg")), w.fieldValue(id, w.intValue(1))});
+    define(w, "half", "HALF",
+           {w.fieldType(kind, w.ref("Msg")), w.fieldValue(id, w.intValue(1)),
+            w.fieldValue(alone, nameless(w, "ROWLESS", {}))});
     define(w, "none", "NONE", {});
     w.defineSet("Nones", w.ref("NONE"), objectRef(w, "none"));
 }
@@ -241,15 +245,10 @@ TEST_P(ObjectTables, AreWrittenAsExpectedAndCompile) {
     TreeWriter w("Object_Module", "m");
     w.option("-TAB=yes");
     w.option("-COD=0");
-    for (const char *option : GetParam().options)
-        w.option(option);
-    for (const char *option : GetParam().toolOptions)
-        w.backendOption(option);
+    addOptions(w, GetParam().options, GetParam().toolOptions);
     GetParam().build(w);
-    const std::vector<std::string> suffixes(GetParam().suffixes.begin(), GetParam().suffixes.end());
-    EXPECT_EQ(compareGolden(std::string("objecttables/") + GetParam().name + ".txt",
-                            generatedFiles(dir, {&w}, suffixes)),
-              "");
+    const std::string files = generatedFiles(dir, {&w}, GetParam().suffixes);
+    EXPECT_EQ(compareGolden(std::string("objecttables/") + GetParam().name + ".txt", files), "");
     if (GetParam().flag == nullptr)
         return;
     std::string table = dir.has("mtab.c") ? "mtab.c" : "m.tab";
@@ -317,6 +316,7 @@ TEST(ObjectTablesDirect, OtherModules) {
     base.define("Pick", base.choice({base.comp("code", base.ref("Code"))}));
     define(base, "first", "OP", {base.fieldValue(id, base.intValue(1))});
     define(base, "second", "OP", {base.fieldValue(id, base.intValue(2))});
+    base.defineSet("Set", base.ref("OP"), base.single(nameless(base, "OP", {})));
     const std::int32_t import = w.import(base);
     const TypeNode op = w.valueField("op", w.ref(base, "OP"));
     const TypeNode code = w.valueField("code", w.ref(base, "Code")).optional();
@@ -328,6 +328,12 @@ TEST(ObjectTablesDirect, OtherModules) {
            {w.fieldValue(op, w.valueRefTo(import, base.findValue("second").nr)),
             w.fieldValue(code, w.intValue(9))});
     define(w, "local", "LOCAL", {});
+    const ValueNode set = w.value(TYP_NONE);
+    set->refModule = import;
+    set->refRecord = base.findType("Set").nr;
+    const RecNr contained = w.sub(SUB_INCLUDES);
+    w.subRecs[static_cast<std::size_t>(contained) - 1].first = set;
+    w.defineSet("Near", w.ref(base, "OP"), contained);
     EXPECT_EQ(compareGolden("objecttables/other_modules.txt",
                             generatedFiles(dir, {&w, &base}, {".typ", "tab.c", "tab.ext"})),
               "");

@@ -6,7 +6,8 @@
 
 #include "tests/support/codingcase.h"
 
-/* Asking and printing functions of whole sets of modules, as C compilers take them. */
+/* Asking and printing functions of whole sets of modules, and their tables, as C compilers take
+   them. */
 
 namespace {
 
@@ -39,7 +40,8 @@ void expectToCompile(const std::string &trees, const ModuleSet &set) {
     WorkDir dir;
     for (const std::string &module : set.modules) {
         std::vector<const char *> options = set.options;
-        options.insert(options.end(), {"-COD=0:0", "-TST=separate:1", "-VERBOSE=QUIET"});
+        options.insert(options.end(), {"-COD=0:0", "-TST=separate:1", "-VERBOSE=QUIET", "-TAB=yes",
+                                       "-TABF=yes", "-TDEFS=yes"});
         for (auto [name, option] : set.naming)
             if (module == name)
                 options.push_back(option);
@@ -74,12 +76,14 @@ TEST_P(RealTestingSets, Compile) {
 
 INSTANTIATE_TEST_SUITE_P(
     Modules, RealTestingSets,
-    testing::Values(ModuleSet{"ldap", {"ldap"}}, ModuleSet{"snmp", {"smi", "snmp"}},
-                    ModuleSet{"rua", {"ruac2", "ruac3", "ruaco", "ruaie", "ruap2", "ruapd"}},
-                    ModuleSet{"h225",
-                              {"h235", "h245", "h225"},
-                              {},
-                              {{"h235", "-TPREF=H235"}, {"h245", "-TPREF=H245"}}}),
+    testing::Values(
+        ModuleSet{"ldap", {"ldap"}}, ModuleSet{"snmp", {"smi", "snmp"}},
+        /* Names of two sets differ in their 33rd character. */
+        ModuleSet{"rua", {"ruac2", "ruac3", "ruaco", "ruaie", "ruap2", "ruapd"}, {"-NAMELEN=64"}},
+        ModuleSet{"h225",
+                  {"h235", "h245", "h225"},
+                  {},
+                  {{"h235", "-TPREF=H235"}, {"h245", "-TPREF=H245"}}}),
     [](const auto &test) { return std::string(test.param.name); });
 
 } // namespace

@@ -249,24 +249,6 @@ TEST(Classes, InstanceHasTheNameOfItsDefinition) {
               [](AsnObjClass *objClass) { EXPECT_FALSE(isInstantiatedClass(objClass)); });
 }
 
-TEST(Classes, StampsStandInTheTree) {
-    TreeWriter w("Mod", "mod");
-    w.define("A", w.objectClass({}));
-    w.define("B", w.ref("A"));
-    ModelSetup setup;
-    setup.load(w);
-    withClass(setup, "B", [&](AsnObjClass *alias) {
-        setObjClassStamp(alias, 21);
-        setBaseObjClassStamp(alias, 22);
-        withClass(setup, "A", [](AsnObjClass *objClass) {
-            EXPECT_EQ(getObjClassStamp(objClass), 22);
-            setObjClassStamp(objClass, 23);
-        });
-        EXPECT_EQ(getObjClassStamp(alias), 21);
-        EXPECT_EQ(getBaseObjClassStamp(alias), 23);
-    });
-}
-
 TEST(Classes, BrokenTreesEndTheRun) {
     TreeWriter w("Mod", "mod");
     TypeNode field = w.typeField("T");

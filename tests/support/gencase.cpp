@@ -37,6 +37,14 @@ std::string generatedFiles(const WorkDir &dir, const std::vector<TreeWriter *> &
     return all;
 }
 
+void addOptions(TreeWriter &tree, const std::vector<const char *> &options,
+                const std::vector<const char *> &toolOptions) {
+    for (const char *option : options)
+        tree.option(option);
+    for (const char *option : toolOptions)
+        tree.backendOption(option);
+}
+
 std::string compilerMessages(const WorkDir &dir, const std::vector<std::string> &files,
                              const std::vector<std::string> &flags) {
     std::vector<std::string> all = {"-std=c99",  "-Wall", "-Wextra",

@@ -14,6 +14,10 @@
 std::string generatedFiles(const WorkDir &dir, const std::vector<TreeWriter *> &trees,
                            const std::vector<std::string> &suffixes);
 
+/* General options of a tree, and the tool's own. */
+void addOptions(TreeWriter &tree, const std::vector<const char *> &options,
+                const std::vector<const char *> &toolOptions);
+
 /* What gcc and clang say of `files` of `dir`, each as a translation unit of its own against the
    run-time headers; empty if they accept all without a word. */
 std::string compilerMessages(const WorkDir &dir, const std::vector<std::string> &files,
