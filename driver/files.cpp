@@ -197,13 +197,8 @@ void printfToF(int slot, const char *format, ...) {
         return;
     std::va_list arguments;
     va_start(arguments, format);
-    std::va_list again;
-    va_copy(again, arguments);
-    int length = std::vsnprintf(nullptr, 0, format, arguments);
+    const Text text = formatTextV(format, arguments);
     va_end(arguments);
-    Text text(static_cast<std::size_t>(length > 0 ? length : 0), '\0');
-    std::vsnprintf(text.data(), text.size() + 1, format, again);
-    va_end(again);
     wToF(slot, text);
 }
 

@@ -96,9 +96,9 @@ std::uint32_t getMetaObjectNr(AsnObject *object) {
 const char *tableClassId(AsnObjClass *objClass) {
     const char *id = nullptr;
     if (isBaseObjClassInCurrentModule(objClass))
-        return internStri(getMetaClassId(objClass));
+        return allocateUniqStri(getMetaClassId(objClass));
     forObjClassDefinedInAnotherModule(
-        objClass, [&](AsnObjClass *defined) { id = internStri(getMetaClassId(defined)); });
+        objClass, [&](AsnObjClass *defined) { id = allocateUniqStri(getMetaClassId(defined)); });
     return id;
 }
 

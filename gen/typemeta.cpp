@@ -20,8 +20,8 @@ std::deque<BETypeInfo> typeInfos;
 BETypeInfo makeTypeInfo(AsnType *type) {
     Text name;
     BETypeInfo info;
-    info.typeId = internStri(cTypeId(name, "", type, ""));
-    info.baseTypeId = internStri(cBaseTypeId(name, "", type, ""));
+    info.typeId = allocateUniqStri(cTypeId(name, "", type, ""));
+    info.baseTypeId = allocateUniqStri(cBaseTypeId(name, "", type, ""));
     info.homeTypeId = homeTypeId(type);
     return info;
 }
@@ -111,8 +111,8 @@ void renewBETypeInfo(AsnType *type) {
 
 void setBETypeInfoNames(AsnType *type, const char *name) {
     BETypeInfo info = *getBETypeInfoCache(type);
-    info.typeId = internStri(name);
-    info.baseTypeId = internStri((Text("struct t_") + name).c_str());
+    info.typeId = allocateUniqStri(name);
+    info.baseTypeId = allocateUniqStri((Text("struct t_") + name).c_str());
     replaceTypeInfo(type, info);
 }
 

@@ -20,7 +20,7 @@ Scope pass3Scope = SCOPE_NONE;
 
 /* The text of the current TedRec behind its first character. */
 const char *optionText(ModRec *module) {
-    const char *text = getStri(module, tedRec.tedText);
+    const char *text = optionalStri(module, tedRec.tedText);
     return *text == '\0' ? text : text + 1;
 }
 
@@ -187,7 +187,7 @@ void checkGlobalBEOptions(ModRec *module, const TedRange &range) {
     forEachTedRec(module, range, [module](RecNr nr) {
         if (tedRec.tedKind != TED_BACKEND_OPTION)
             return;
-        Text text = getStri(module, tedRec.tedText);
+        Text text = optionalStri(module, tedRec.tedText);
         if (beOptionOK(module, optionToUpper(text).c_str()))
             return;
         tedRec.tedKind = TED_REMOVED;

@@ -7,22 +7,6 @@
 #include "options/cmdline.h"
 #include "store/ketradef.h"
 
-bool isAsciiUpper(char c) {
-    return c >= 'A' && c <= 'Z';
-}
-bool isAsciiLower(char c) {
-    return c >= 'a' && c <= 'z';
-}
-bool isAsciiDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-bool isAsciiAlpha(char c) {
-    return isAsciiUpper(c) || isAsciiLower(c);
-}
-bool isAsciiAlnum(char c) {
-    return isAsciiAlpha(c) || isAsciiDigit(c);
-}
-
 namespace {
 
 constexpr OptionWord booleWords[] = {

@@ -42,10 +42,3 @@ bool alnumSpecialStriOptionOK(Text *dst, const char *text, const char *specials,
 /* Characters of `set` alone. */
 bool specialStriOptionOK(Text *dst, const char *text, const char *set, std::size_t min,
                          std::size_t max);
-
-/* Character classes of the C locale, whatever the sign of char. */
-bool isAsciiUpper(char c);
-bool isAsciiLower(char c);
-bool isAsciiDigit(char c);
-bool isAsciiAlpha(char c);
-bool isAsciiAlnum(char c);

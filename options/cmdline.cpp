@@ -233,10 +233,7 @@ bool validFilePrefix(Text &name, int limit) {
     name = dropTreeSuffix(name);
     const int length = limit == 0 ? DEFAULT_PREFIX_LENGTH : limit;
     name.resize(std::min(name.size(), static_cast<std::size_t>(length)));
-    for (char c : name)
-        if (!isAsciiAlnum(c) && c != '-' && c != '_')
-            return false;
-    return !name.empty();
+    return !name.empty() && std::all_of(name.begin(), name.end(), isSymbolChar);
 }
 
 void addTedRec(TedRange *range, int tedKind, const char *text) {

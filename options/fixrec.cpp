@@ -71,7 +71,7 @@ void applyOverrides(FixRec *dst, ModRec *module, const TedRange &range, const Na
         readRec(module, REC_TED, nr);
         if (tedRec.tedKind != TED_OPTION)
             continue;
-        const char *text = getStri(module, tedRec.tedText);
+        const char *text = optionalStri(module, tedRec.tedText);
         if (*text != '\0')
             applyOverride(dst, text + 1, row);
     }

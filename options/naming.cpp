@@ -20,13 +20,9 @@ namespace {
 /* The conversion letters' word; the others (names, prefixes, suffixes) take plain text. */
 constexpr char CONVERSION_LETTER = 'C';
 
-/* "_" is what "-" is in a tree, so a name may be written either way. */
-bool isNameChar(char c) {
-    return c == '-' || c == '_' || isAsciiAlnum(c);
-}
-
+/* The end of a name: "_" is what "-" is in a tree, so it may be written either way. */
 const char *skipNameChars(const char *text) {
-    while (isNameChar(*text))
+    while (isSymbolChar(*text))
         ++text;
     return text;
 }

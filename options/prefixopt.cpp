@@ -22,9 +22,6 @@ template <typename Test> std::string_view skipChars(const char *text, Test isGoo
 bool isModuleNameChar(char c) {
     return c == '-' || isAsciiAlnum(c);
 }
-bool isSymbolChar(char c) {
-    return c == '_' || isModuleNameChar(c);
-}
 
 const char *behind(std::string_view part) {
     return part.data() + part.size();

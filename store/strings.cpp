@@ -80,6 +80,9 @@ template <typename C> const C *getStriInternal(ModRec *module, RecNr number) {
 const char *getStri(ModRec *module, RecNr number) {
     return getStriInternal<char>(module, number);
 }
+const char *optionalStri(ModRec *module, RecNr number) {
+    return number == 0 ? "" : getStri(module, number);
+}
 const char16_t *getStri16(ModRec *module, RecNr number) {
     return getStriInternal<char16_t>(module, number);
 }
@@ -97,13 +100,13 @@ RecNr putStri32(ModRec *module, const char32_t *text) {
     return putStriInternal(module, text);
 }
 
-const char *internStri(std::string_view text) {
+const char *allocateUniqStri(std::string_view text) {
     return intern(text);
 }
-const char16_t *internStri16(std::u16string_view text) {
+const char16_t *allocateUniqStri(std::u16string_view text) {
     return intern(text);
 }
-const char32_t *internStri32(std::u32string_view text) {
+const char32_t *allocateUniqStri(std::u32string_view text) {
     return intern(text);
 }
 

@@ -8,6 +8,8 @@
 /* The text of a string number; its sign has no meaning, EMPTY_STRI is the empty text. Fatal error 9
    without a record, so a field is tested against 0 first. */
 const char *getStri(ModRec *module, RecNr number);
+/* The same of a field that may be without a text: 0 is the empty one. */
+const char *optionalStri(ModRec *module, RecNr number);
 const char16_t *getStri16(ModRec *module, RecNr number);
 const char32_t *getStri32(ModRec *module, RecNr number);
 
@@ -18,9 +20,9 @@ RecNr putStri16(ModRec *module, const char16_t *text);
 RecNr putStri32(ModRec *module, const char32_t *text);
 
 /* The single copy of a text; lives to the end of the run. */
-const char *internStri(std::string_view text);
-const char16_t *internStri16(std::u16string_view text);
-const char32_t *internStri32(std::u32string_view text);
+const char *allocateUniqStri(std::string_view text);
+const char16_t *allocateUniqStri(std::u16string_view text);
+const char32_t *allocateUniqStri(std::u32string_view text);
 
 /* Adds a record as a tree has it, without looking for an equal one. */
 void appendStri(ModRec *module, std::string_view text);

@@ -1,7 +1,6 @@
 #include "store/text.h"
 
 #include <algorithm>
-#include <cstdarg>
 #include <cstdio>
 #include <cstring>
 
@@ -9,12 +8,31 @@ namespace {
 
 /* Names and options are ASCII; the locale has no say. */
 unsigned char upper(char c) {
-    return static_cast<unsigned char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
+    return static_cast<unsigned char>(isAsciiLower(c) ? c - 'a' + 'A' : c);
 }
 
 constexpr std::string_view WHITE_SPACE = " \t\n\v\f\r";
 
 } // namespace
+
+bool isAsciiUpper(char c) {
+    return c >= 'A' && c <= 'Z';
+}
+bool isAsciiLower(char c) {
+    return c >= 'a' && c <= 'z';
+}
+bool isAsciiDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+bool isAsciiAlpha(char c) {
+    return isAsciiUpper(c) || isAsciiLower(c);
+}
+bool isAsciiAlnum(char c) {
+    return isAsciiAlpha(c) || isAsciiDigit(c);
+}
+bool isSymbolChar(char c) {
+    return isAsciiAlnum(c) || c == '-' || c == '_';
+}
 
 Text &convertHyphens(Text &text) {
     std::replace(text.begin(), text.end(), '-', '_');
@@ -60,16 +78,21 @@ const char *isOptionStri(const char *text, const char *prefix) {
     return std::strncmp(text, prefix, length) == 0 ? text + length : nullptr;
 }
 
-Text formatText(const char *format, ...) {
-    std::va_list args;
-    va_start(args, format);
+Text formatTextV(const char *format, std::va_list arguments) {
     std::va_list again;
-    va_copy(again, args);
-    const int length = std::vsnprintf(nullptr, 0, format, args);
-    va_end(args);
+    va_copy(again, arguments);
+    const int length = std::vsnprintf(nullptr, 0, format, arguments);
     Text text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
     if (!text.empty())
         std::vsnprintf(text.data(), text.size() + 1, format, again);
     va_end(again);
+    return text;
+}
+
+Text formatText(const char *format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    Text text = formatTextV(format, arguments);
+    va_end(arguments);
     return text;
 }

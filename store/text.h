@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdarg>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,15 @@ using Text = std::string;
 inline const char *orEmpty(const char *text) {
     return text == nullptr ? "" : text;
 }
+
+/* Character classes of the C locale, whatever the sign of char. */
+bool isAsciiUpper(char c);
+bool isAsciiLower(char c);
+bool isAsciiDigit(char c);
+bool isAsciiAlpha(char c);
+bool isAsciiAlnum(char c);
+/* Letters, digits, "-" and "_": what names, prefixes and symbols are made of. */
+bool isSymbolChar(char c);
 
 /* "-" becomes "_" (or the other way round), in place; returns `text`. */
 Text &convertHyphens(Text &text);
@@ -39,3 +49,4 @@ const char *isOptionStri(const char *text, const char *prefix);
 
 /* The text that printf would write. */
 Text formatText(const char *format, ...) PRINTF_LIKE(1, 2);
+Text formatTextV(const char *format, std::va_list arguments) PRINTF_LIKE(1, 0);

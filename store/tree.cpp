@@ -59,24 +59,17 @@ TreeStatus readOneTree(ModRec *module, Text *message) {
     return TREE_READ;
 }
 
-const char *optionalStri(ModRec *module, RecNr number) {
-    return number == 0 ? "" : getStri(module, number);
-}
-
 /* A prefix names files and stands in the includes of generated code, so a tree may not lead
    elsewhere with it. */
 bool isFilePrefix(std::string_view prefix) {
-    return std::all_of(prefix.begin(), prefix.end(), [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-               c == '-' || c == '_';
-    });
+    return std::all_of(prefix.begin(), prefix.end(), isSymbolChar);
 }
 
 /* The import that MNode `nr` of a module describes. */
 PicRec *addImport(ModRec *module, RecNr nr) {
     readRec(module, REC_MNODE, nr);
     const char *name = getStri(module, mNode.moduleName);
-    PicRec *pic = createPicRec(module->imports, internStri(name));
+    PicRec *pic = createPicRec(module->imports, allocateUniqStri(name));
     pic->picStamp = mNode.stamp;
     pic->picNr = nr;
     pic->picValue = mNode.moduleValue;

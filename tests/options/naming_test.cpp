@@ -17,7 +17,7 @@ namespace {
 bool isGood(const char *option) {
     FixChain chain;
     const char *value = std::strchr(option, '=') + 1;
-    return getFixOpt(&chain, internStri(option), internStri(option) + (value - option));
+    return getFixOpt(&chain, allocateUniqStri(option), allocateUniqStri(option) + (value - option));
 }
 
 TEST(NamingOptions, Syntax) {
@@ -248,7 +248,7 @@ TEST_F(Prefixes, LaterOptionForAModuleReplacesTheEarlier) {
     settle({"PREFIX=Mod:ab", "PREFIX=Mod:cd", "PREFIX=other:ef"});
     const auto &modules = module_->options->prefixModules;
     ASSERT_EQ(modules.size(), 1u);
-    EXPECT_EQ(modules.at(internStri("Mod"))->genPrefix, "cd");
+    EXPECT_EQ(modules.at(allocateUniqStri("Mod"))->genPrefix, "cd");
     EXPECT_EQ(modRecList.records.size(), 3u);
 }
 

@@ -42,7 +42,7 @@ struct Tangle {
     void makeCurrent(RecNr nr) { readRec(module, REC_TNODE, nr); }
     /* Import 2 is the predefined module. */
     void importPredefined() {
-        PicRec *pic = createPicRec(module->imports, internStri(PREDEFINED_MODULE));
+        PicRec *pic = createPicRec(module->imports, allocateUniqStri(PREDEFINED_MODULE));
         pic->picNr = 2;
         pic->picMod = findOrCreateModRec("iso", "iso", PREDEFINED_MODULE);
     }
