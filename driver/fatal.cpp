@@ -6,6 +6,8 @@
 
 int glbExitCode = 0;
 
+const char *const *backendUsage = nullptr;
+
 namespace {
 
 struct FatalRow {
@@ -71,8 +73,8 @@ void installMemoryHandler() {
     std::set_new_handler([] { fatalError(FATAL_NO_SPACE, nullptr); });
 }
 
-void usageError(const char *const *text) {
-    for (; *text != nullptr; ++text)
-        std::fprintf(stderr, "%s\n", *text);
+void usage() {
+    for (const char *const *line = backendUsage; line != nullptr && *line != nullptr; ++line)
+        std::fprintf(stderr, "%s\n", *line);
     std::exit(1);
 }

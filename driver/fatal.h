@@ -19,5 +19,7 @@ void installMemoryHandler();
    that met an error and went on sets it to 1. */
 extern int glbExitCode;
 
-/* Writes the lines of `text`, up to a null entry, to the standard error and exits with status 1. */
-[[noreturn]] void usageError(const char *const *text);
+/* The usage text of the tool, line by line, ended by a null entry; null counts as empty. */
+extern const char *const *backendUsage;
+/* Writes it to the standard error and exits with status 1. */
+[[noreturn]] void usage();

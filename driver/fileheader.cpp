@@ -62,10 +62,10 @@ void printFileHeader(int slot, const char *start, const char *end, const char *l
     CommentLines lines = {slot, nullIfEmpty(linePrefix), nullIfEmpty(lineSuffix)};
     wToF(slot, nullIfEmpty(start));
     wToF(slot, "\n");
-    if (*toolInfo.name != '\0') {
+    if (!backendName.empty()) {
         lines.begin();
-        printfToF(slot, "Processed by %s ", toolInfo.name);
-        writeVersionAndTime(slot, toolInfo.version, toolInfo.patchLevel, timeStamp);
+        printfToF(slot, "Processed by %s ", backendName.c_str());
+        writeVersionAndTime(slot, backendVersion, backendPatchLevel, timeStamp);
         lines.end();
     }
     lines.begin();

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "driver/fatal.h"
 #include "driver/files.h"
 #include "driver/toolinfo.h"
 #include "options/catalogue.h"
@@ -26,16 +27,19 @@ void moduleProgress(const ModRec *module) {
 void settleCmdLineOptions(ModRec *module, int argc, char **argv) {
     cMP = module;
     unsigned kinds = 0;
-    TedRange range;
-    parseCmdLineOptions(argc, argv, &kinds, &range);
-    module->cmdFirst = range.first;
-    module->cmdLast = range.last;
-    checkGlobalBEOptions(module, range);
+    module->cmdOptions = {};
+    parseCmdLineOptions(argc, argv, &kinds, &module->cmdOptions);
+    checkGlobalBEOptions(module, module->cmdOptions);
 }
 
 } // namespace
 
-void initBackend(int argc, char **argv) {
+void initBackend(int argc, char **argv, const char *toolName, int version, int patchLevel,
+                 const char *const *usageText) {
+    backendName = orEmpty(toolName);
+    backendVersion = version;
+    backendPatchLevel = patchLevel;
+    backendUsage = usageText;
     initFiles();
     getTimeStamp(&timeStamp);
     ModRec *first = appendModRec(true);

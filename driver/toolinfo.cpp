@@ -5,7 +5,10 @@
 #include "driver/fatal.h"
 #include "store/tree.h"
 
-ToolInfo toolInfo;
+Text backendName;
+int backendVersion = 0;
+int backendPatchLevel = 0;
+const char *copyrightNotice = nullptr;
 int backendVerbosity = 0;
 
 namespace {
@@ -35,20 +38,17 @@ void setBackendVerbosity(int level) {
     backendVerbosity = level;
 }
 
-void usage() {
-    usageError(toolInfo.usage);
-}
-
 const Text &formatToolCopyright() {
-    static const Text notice = formattedNotice(orEmpty(toolInfo.copyrightNotice));
+    static const Text notice = formattedNotice(orEmpty(copyrightNotice));
     return notice;
 }
 
 void printVersionInfo() {
     Text toolVersion, treeVersion;
-    printVersionStri(toolVersion, "", toolInfo.version, toolInfo.patchLevel, "");
+    printVersionStri(toolVersion, "", backendVersion, backendPatchLevel, "");
     printVersionStri(treeVersion, "", TREE_VERSION, -1, "\n");
-    std::printf("\n%s version %s for KETRA version%s ", toolInfo.name, toolVersion.c_str(), "");
+    std::printf("\n%s version %s for KETRA version%s ", backendName.c_str(), toolVersion.c_str(),
+                "");
     std::printf("%s%s\n", treeVersion.c_str(), formatToolCopyright().c_str());
     checkStandardOutput();
 }

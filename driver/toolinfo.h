@@ -2,23 +2,16 @@
 
 #include "store/text.h"
 
-/* Which tool this is: its name, version and texts. The back end takes them from the tool that is
-   built on it, so nothing but velmo_main.cpp knows what they say. */
-struct ToolInfo {
-    const char *name = "";
-    int version = 0; /* major * 100 + minor */
-    int patchLevel = 0;
-    const char *const *usage = nullptr;    /* lines, up to a null entry */
-    const char *copyrightNotice = nullptr; /* Latin-1 */
-};
-extern ToolInfo toolInfo;
+/* Which tool this is. The back end takes it from the tool that is built on it, so nothing but
+   velmo_main.cpp knows what it says. */
+extern Text backendName;
+extern int backendVersion; /* major * 100 + minor */
+extern int backendPatchLevel;
+extern const char *copyrightNotice; /* Latin-1; null counts as empty */
 
 /* Progress lines of the back end on the standard error; 0, the default, writes none. */
 extern int backendVerbosity;
 void setBackendVerbosity(int level);
-
-/* Writes the usage text to the standard error and exits with status 1. */
-[[noreturn]] void usage();
 
 /* The copyright notice as it is printed: a line for each sentence, "(c)" for the sign. */
 const Text &formatToolCopyright();

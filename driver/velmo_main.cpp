@@ -2,6 +2,9 @@
 
 #include <cstdio>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include "cbet/cbet.h"
 #include "driver/fatal.h"
 #include "driver/init_backend.h"
@@ -25,40 +28,51 @@
 
 namespace {
 
-constexpr ToolInfo velmo = {
-    .name = "VELMO",
-    .version = 107,
-    .patchLevel = 0,
-    .usage = velmoUsage,
-    .copyrightNotice = "Copyright \xA9 2026 the authors of velmo. What it generates is yours.",
-};
+constexpr const char *TOOL_NAME = "VELMO";
+constexpr int TOOL_VERSION = 107;
+constexpr int TOOL_PATCH_LEVEL = 0;
+constexpr const char *TOOL_COPYRIGHT =
+    "Copyright \xA9 2026 the authors of velmo. What it generates is yours.";
+
+/* A standard stream that was closed lends its number to the first file that is opened, and messages
+   would end up in generated code. What takes its place here can't be written to. */
+void occupyStandardStreams() {
+    int file = 0;
+    do
+        file = open("/dev/null", O_RDONLY);
+    while (file >= 0 && file <= STDERR_FILENO);
+    if (file >= 0)
+        close(file);
+}
 
 void printProgInfo(AsnModule *module) {
     if (getMetaVerbosity(module) == VERBOSITY_QUIET)
         return;
     Text banner, part;
-    banner = Text("\n") + toolInfo.name + " ";
-    banner += printVersionStri(part, "Version ", toolInfo.version, toolInfo.patchLevel, "");
+    banner = Text("\n") + backendName + " ";
+    banner += printVersionStri(part, "Version ", backendVersion, backendPatchLevel, "");
     banner += printVersionStri(part, " for KETRA Version ", TREE_VERSION, -1, "\n");
     banner += formatToolCopyright() + "\n";
     std::printf("%s\n", banner.c_str());
 }
 
-/* What other modules may ask of this one has to be known before the first file is written. */
-void initModule(AsnModule *module) {
+/* Each pass over a module begins with a word to the user and with nodes that nobody has marked. */
+void beginPass(AsnModule *module, const char *what) {
     Text message;
-    getModuleRef(message, "initializing ", module, nullptr);
+    getModuleRef(message, what, module, nullptr);
     verboseMsg(module, VERBOSITY_VERBOSE, message.c_str());
     resetStamps();
+}
+
+/* What other modules may ask of this one has to be known before the first file is written. */
+void initModule(AsnModule *module) {
+    beginPass(module, "initializing ");
     initializeObjects(module);
 }
 
 /* Tables name the functions, and the log names all files, so the order binds. */
 void genModule(AsnModule *module) {
-    Text message;
-    getModuleRef(message, "generating ", module, nullptr);
-    verboseMsg(module, VERBOSITY_VERBOSE, message.c_str());
-    resetStamps();
+    beginPass(module, "generating ");
     openModuleFiles(module);
     taviBeginModule(module);
     generateTypes(module);
@@ -79,10 +93,12 @@ void printDone(AsnModule *module) {
 } // namespace
 
 int velmo_main(int argc, char **argv) {
+    occupyStandardStreams();
     installMemoryHandler();
-    toolInfo = velmo;
+    copyrightNotice = TOOL_COPYRIGHT;
     installHooks();
-    cInitCBET([&] { initBackend(argc, argv); });
+    cInitCBET(
+        [&] { initBackend(argc, argv, TOOL_NAME, TOOL_VERSION, TOOL_PATCH_LEVEL, velmoUsage); });
     taviBeginProject();
     forFirstModule(printProgInfo);
     forEachModule(initModule);

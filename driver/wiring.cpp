@@ -4,7 +4,6 @@
 #include "cbet/reserved.h"
 #include "driver/embedded.h"
 #include "driver/fatal.h"
-#include "driver/toolinfo.h"
 #include "gen/classmeta.h"
 #include "gen/meta.h"
 #include "gen/tooloptions.h"
@@ -36,7 +35,6 @@ void installHooks() {
     optionHooks.isTAVIOption = taviIsTAVIOption;
     optionHooks.taviOptionOK = taviOptionOK;
     optionHooks.isReservedName = cIsReservedWord;
-    optionHooks.usage = toolInfo.usage;
 
     embeddingHooks.printTypeEmbeddingOptions = printTypeEmbeddingOptions;
     embeddingHooks.printLocalTypeEmbeddingOptions = printLocalTypeEmbeddingOptions;

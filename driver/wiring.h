@@ -1,6 +1,6 @@
 #pragma once
 
 /* Hands the functions of this tool to the rooms above that call them: loading a tree settles its
-   options, and a handle of the model gets the generator's record. Called once, when toolInfo is set
-   and before anything else. */
+   options, and a handle of the model gets the generator's record. Called once, before
+   anything else. */
 void installHooks();

@@ -121,7 +121,7 @@ int getMetaAsnParamIndex(AsnType *type, int entryNr) {
 void verboseMsg(AsnModule *module, int level, const char *text) {
     const int verbosity = getMetaVerbosity(module);
     if (verbosity != VERBOSITY_QUIET && verbosity >= level)
-        std::printf("%s>>> %s\n", toolInfo.name, text);
+        std::printf("%s>>> %s\n", backendName.c_str(), text);
 }
 
 void newString(Text *dst, const char *src) {

@@ -19,11 +19,6 @@ std::vector<AsnModule *> freeModules;
 
 int exportingWalkDepth = 0;
 
-/* A string number that may be 0. */
-const char *optionalStri(ModRec *modRec, RecNr number) {
-    return number == 0 ? "" : getStri(modRec, number);
-}
-
 ModRec *moduleInList(std::size_t place) {
     return place < modRecList.records.size() ? modRecList.records[place].get() : nullptr;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 
 #include "options/checkers.h"
 #include "options/cmdline.h"
@@ -17,6 +18,8 @@ namespace {
 /* Where pass 3 stands. Scopes confine options to the modules that they name. */
 enum Scope { SCOPE_OF_OTHERS = 0, SCOPE_NONE = 1, SCOPE_OF_THIS_MODULE = 2 };
 Scope pass3Scope = SCOPE_NONE;
+/* Whether the module of pass 3 is the first of its file prefix; worked out when a scope asks. */
+std::optional<bool> firstOfItsPrefix;
 
 /* The text of the current TedRec behind its first character. */
 const char *optionText(ModRec *module) {
@@ -34,19 +37,24 @@ template <typename F> void forEachTedRec(ModRec *module, const TedRange &range, 
     }
 }
 
-/* Is `module` the first one whose file prefix an item of the list names? */
-bool moduleIsInScopeList(const ModRec *module, std::string_view list) {
+bool isFirstOfItsPrefix(const ModRec *module) {
     const auto hasSamePrefix = [module](const auto &record) {
         return record->filePrefix == module->filePrefix;
     };
     const auto &records = modRecList.records;
     const auto first = std::find_if(records.begin(), records.end(), hasSamePrefix);
-    if (first == records.end() || first->get() != module)
-        return false;
+    return first != records.end() && first->get() == module;
+}
+
+/* Is `module` the first one whose file prefix an item of the list names? */
+bool moduleIsInScopeList(const ModRec *module, std::string_view list) {
     for (;;) {
         const std::size_t length = std::min(list.find(':'), list.size());
-        if (list.substr(0, length) == module->filePrefix)
-            return true;
+        if (list.substr(0, length) == module->filePrefix) {
+            if (!firstOfItsPrefix)
+                firstOfItsPrefix = isFirstOfItsPrefix(module);
+            return *firstOfItsPrefix;
+        }
         if (length == list.size())
             return false;
         list.remove_prefix(length + 1);
@@ -159,6 +167,7 @@ void checkGlobalOptions(ModRec *module, const TedRange &range) {
         pass2GlobalOptionOK(module, nr, tedRec.tedKind, optionText(module));
     });
     pass3Scope = SCOPE_NONE;
+    firstOfItsPrefix.reset();
     forEachTedRec(module, range, [module](RecNr nr) {
         pass3GlobalOptionOK(module, nr, tedRec.tedKind, optionText(module));
     });

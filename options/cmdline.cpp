@@ -1,6 +1,7 @@
 #include "options/cmdline.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 
 #include "driver/fatal.h"
@@ -19,6 +20,7 @@ constexpr int MIN_PREFIX_LENGTH = 1;
 constexpr int MAX_PREFIX_LENGTH = 32;
 /* A line of an option file is read in pieces of at most one character less. */
 constexpr int OPTION_LINE_SIZE = 512;
+constexpr int MAX_OPTION_LINES = 1'000'000;
 
 /* Prefix length of the run: that in force when the first module was named. */
 int prefixLen = 0;
@@ -53,10 +55,29 @@ void argumentIgnored(const char *text, const char *fileName) {
         std::fprintf(stderr, "          In option file  : %s\n", fileName);
 }
 
-std::FILE *openOptionFile(const char *name) {
+/* An open option file. A device may go on without end, which no text does that somebody wrote. */
+struct OptionFile {
+    const char *name;
+    std::FILE *stream;
+    int linesLeft = MAX_OPTION_LINES;
+};
+
+OptionFile openOptionFile(const char *name) {
     if (*name == '\0')
         fatalError(FATAL_OPEN_READ, "(No option file name specified)");
-    return fopenTextFile("", name, "r");
+    return {name, fopenTextFile("", name, "r")};
+}
+
+/* The next line without white space at its ends. A line that is too long comes in pieces, and a NUL
+   ends a piece. */
+bool readOptionFileLine(OptionFile *file, Text &line) {
+    if (--file->linesLeft < 0)
+        fatalError(FATAL_READ, file->name);
+    char piece[OPTION_LINE_SIZE];
+    if (std::fgets(piece, sizeof piece, file->stream) == nullptr)
+        return false;
+    line = remSpaces(piece);
+    return true;
 }
 
 /* The options that must be known before trees are read; all others are good for now. */
@@ -117,9 +138,9 @@ bool parseFilePrefix(const char *name, FirstPass *pass, const char *fileName) {
 }
 
 void parseOptionFilePartially(const char *name, FirstPass *pass) {
-    std::FILE *file = openOptionFile(name);
+    OptionFile file = openOptionFile(name);
     Text line;
-    while (readOptionFileLine(file, line)) {
+    while (readOptionFileLine(&file, line)) {
         if (line.starts_with('-') && !line.starts_with("--")) {
             if (!parseSelectedCmdLineOpts(line.c_str(), *pass)) {
                 argumentIgnored(line.c_str() + 1, name);
@@ -130,7 +151,7 @@ void parseOptionFilePartially(const char *name, FirstPass *pass) {
                 pass->failed = true;
         }
     }
-    std::fclose(file);
+    std::fclose(file.stream);
 }
 
 void parseCmdLineParam(const char *argument, FirstPass *pass) {
@@ -185,10 +206,10 @@ bool checkScopeLine(const Text &line, const char *fileName, bool *inScope) {
 }
 
 void handleOptionFile(const char *name, unsigned *kinds, TedRange *range) {
-    std::FILE *file = openOptionFile(name);
+    OptionFile file = openOptionFile(name);
     bool inScope = false;
     Text line;
-    while (readOptionFileLine(file, line)) {
+    while (readOptionFileLine(&file, line)) {
         if (line.empty())
             continue;
         if (lineBegins(line, "-END-OF-OPTIONS"))
@@ -198,22 +219,14 @@ void handleOptionFile(const char *name, unsigned *kinds, TedRange *range) {
         if (!beginsName(line[0]))
             parseOneCmdLineOption(line, kinds, range);
     }
-    if (std::ferror(file) != 0)
+    if (std::ferror(file.stream) != 0)
         fatalError(FATAL_READ, name);
-    std::fclose(file);
+    std::fclose(file.stream);
     if (inScope)
         warnOfScope("-END-SCOPE expected", name);
 }
 
 } // namespace
-
-bool readOptionFileLine(std::FILE *file, Text &line) {
-    char piece[OPTION_LINE_SIZE];
-    if (std::fgets(piece, sizeof piece, file) == nullptr)
-        return false;
-    line = remSpaces(piece);
-    return true;
-}
 
 Text &optionToUpper(Text &text) {
     for (std::size_t i = 1; i < text.size() && text[i] != '='; ++i)
@@ -252,7 +265,7 @@ void parseCmdLineParams(int argc, char **argv) {
     for (int i = 1; i < argc; ++i)
         parseCmdLineParam(argv[i], &pass);
     if (pass.failed || cMP->filePrefix.empty())
-        usageError(optionHooks.usage);
+        usage();
 }
 
 void parseCmdLineOptions(int argc, char **argv, unsigned *kinds, TedRange *range) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdio>
-
 #include "options/ketracnf.h"
 
 /* The command line and the option files that it names. It is read twice: once before any tree, for
@@ -9,7 +7,8 @@
 
 /* First pass, with the first module's record in cMP: makes the records of the named modules, sets
    stxDir and the prefix length. A wrong argument, or none that names a module, ends the run with
-   the usage text. Fatal error 1 for an option file that can't be opened. */
+   the usage text. Fatal error 1 for an option file that can't be opened, 6 for one of over a
+   million lines. */
 void parseCmdLineParams(int argc, char **argv);
 
 /* Second pass for the module in cMP: stores each option as a TedRec. `range` gets their numbers,
@@ -29,7 +28,3 @@ const char *findNonPrint(const char *text, bool blankAllowed);
 /* Makes `name` a valid file prefix of at most `limit` characters: ".stx" at its end is dropped, the
    rest cut. False if a character is no letter, digit, "-" or "_". */
 bool validFilePrefix(Text &name, int limit);
-
-/* The next line of an option file without white space at its ends; a line of more than 511
-   characters comes in pieces, and a NUL ends a piece. False at the end of the file. */
-bool readOptionFileLine(std::FILE *file, Text &line);

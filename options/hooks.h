@@ -14,7 +14,5 @@ struct OptionHooks {
     /* True if generated code can't use `name` as it stands, for it means something in the target
        language; null knows no such name. */
     bool (*isReservedName)(const char *name) = nullptr;
-    /* Lines of the usage text, ended by a null entry. */
-    const char *const *usage = nullptr;
 };
 extern OptionHooks optionHooks;

@@ -84,12 +84,6 @@ inline constexpr std::uint8_t DECIMALS_BINARY = 255;
 inline constexpr int MAX_ALTERNATIVES = 8;
 inline constexpr int DEFAULT_PREFIX_LENGTH = 5;
 
-/* Record numbers of options; 0, 0 for none. */
-struct TedRange {
-    RecNr first = 0;
-    RecNr last = 0;
-};
-
 struct GlobalOptions {
     const char *sourceDirectory = ""; /* of the ASN.1 text; from the header */
     const char *sourceFileName = "";

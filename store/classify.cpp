@@ -296,10 +296,14 @@ bool findValueCompById(ModRec *module, RecNr first, const char *name) {
     return false;
 }
 
-int compareValue(const VNode &a, const VNode &b) {
-    if (a.valueKind == TYP_INTEGER)
+int compareNumber(const VNode &a, const VNode &b, int kind) {
+    if (kind == TYP_INTEGER)
         return i64cmp(valueInt(a), valueInt(b));
-    if (a.valueKind == TYP_REAL)
+    if (kind == TYP_REAL)
         return compareReal(valueReal(a), valueReal(b));
     return 0;
+}
+
+int compareValue(const VNode &a, const VNode &b) {
+    return compareNumber(a, b, a.valueKind);
 }

@@ -58,3 +58,5 @@ bool findValueCompById(ModRec *module, RecNr first, const char *name);
 
 /* 0 for equal, else the sign of `a` minus `b`; INTEGER and REAL values, 0 for other kinds. */
 int compareValue(const VNode &a, const VNode &b);
+/* The same for values of which the caller knows the kind, as ends of ranges are. */
+int compareNumber(const VNode &a, const VNode &b, int kind);

@@ -10,6 +10,8 @@ namespace {
 /* Operators share parts, so a small constraint can describe a walk without end. No type that was
    written by people comes near so many parts. */
 constexpr int MAX_WORK = 1 << 21;
+/* The same for the whole run, since any number of types may share one such constraint. */
+std::int64_t runWorkLeft = std::int64_t{1} << 28;
 
 /* What one computation carries along. */
 struct EndpointWalk {
@@ -22,7 +24,7 @@ struct EndpointWalk {
 class WalkLevel {
 public:
     WalkLevel(EndpointWalk *walk, const ModRec *module) : nesting_(&walk->depth, module) {
-        if (--walk->workLeft < 0)
+        if (--walk->workLeft < 0 || --runWorkLeft < 0)
             treeInconsistent(module);
     }
 
@@ -61,15 +63,6 @@ Endpoint currentValueAsEnd(int kind) {
     if (!testInfinity(vNode, true, kind) && !testInfinity(vNode, false, kind))
         end.place = saveNodeContext(REC_VNODE);
     return end;
-}
-
-/* Sign of `a` minus `b`. */
-int compareNumber(const VNode &a, const VNode &b, int kind) {
-    if (kind == TYP_INTEGER)
-        return i64cmp(valueInt(a), valueInt(b));
-    if (kind == TYP_REAL)
-        return compareReal(valueReal(a), valueReal(b));
-    return 0;
 }
 
 /* Is `a` further out than `b`, seen from the end that is looked for? */
@@ -285,7 +278,8 @@ void initSizeEndpointElem(Endpoint *dst, const Endpoint *saved, bool plus) {
         *dst = infinity(subRec.subKind == SUB_UNION ? !plus : plus, TYP_INTEGER);
 }
 
-bool sizeOperatorEndpoint(EndpointWalk *walk, ModRec *module, Endpoint *dst, bool plus) {
+bool getUnionIntersectionCatenationSizeEndpoint(EndpointWalk *walk, ModRec *module, Endpoint *dst,
+                                                bool plus) {
     const SubRec sub = subRec;
     const int outerSubCode = walk->subCode;
     walk->subCode = sub.subKind;
@@ -303,7 +297,7 @@ bool sizeOperatorEndpoint(EndpointWalk *walk, ModRec *module, Endpoint *dst, boo
 }
 
 /* The range speaks of a number that stands for the size, so it has a type of its own. */
-void rangeSizeEndpoint(EndpointWalk *walk, ModRec *module, Endpoint *dst, bool plus) {
+void getRangeSizeEndpoint(EndpointWalk *walk, ModRec *module, Endpoint *dst, bool plus) {
     const NodeContext keepType(REC_TNODE);
     const SubRec range = subRec;
     readRec(getModPtr(module, range.compModule), REC_TNODE, range.compTNode);
@@ -311,7 +305,7 @@ void rangeSizeEndpoint(EndpointWalk *walk, ModRec *module, Endpoint *dst, bool p
 }
 
 /* Under an operator that narrows, the value has to narrow the running end too. */
-bool singleValueSizeEndpoint(EndpointWalk *walk, Endpoint *dst, bool plus) {
+bool getSingleValueSizeEndpoint(EndpointWalk *walk, Endpoint *dst, bool plus) {
     const bool narrows = walk->subCode == SUB_INTERSECTION || walk->subCode == SUB_CATENATION;
     if (!getNumberEndpoint(walk, dst, TYP_INTEGER, narrows ? !plus : plus))
         return false;
@@ -324,16 +318,16 @@ bool getSizeEndpoint(EndpointWalk *walk, Endpoint *dst, bool plus) {
     ModRec *module = currModule(REC_SUB);
     const WalkLevel level(walk, module);
     if (isOperator(subRec.subKind))
-        return sizeOperatorEndpoint(walk, module, dst, plus);
+        return getUnionIntersectionCatenationSizeEndpoint(walk, module, dst, plus);
     switch (subRec.subKind) {
     case SUB_RANGE:
-        rangeSizeEndpoint(walk, module, dst, plus);
+        getRangeSizeEndpoint(walk, module, dst, plus);
         return true;
     case SUB_SIZE:
         readRec(module, REC_SUB, subRec.first);
         return getSizeEndpoint(walk, dst, plus);
     case SUB_SINGLE_VALUE:
-        return singleValueSizeEndpoint(walk, dst, plus);
+        return getSingleValueSizeEndpoint(walk, dst, plus);
     default:
         return false;
     }

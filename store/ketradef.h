@@ -67,7 +67,8 @@ struct MNode {
     std::uint8_t exportsMode =
         0; /* 0: all definitions are visible to others; 1, 2: the marked ones */
     std::uint8_t importMark = 0; /* high half nonzero: exports are followed through this import */
-    RecNr sourceDirectory = 0;   /* string numbers */
+    std::uint8_t reservedMark = 0;
+    RecNr sourceDirectory = 0; /* string numbers */
     RecNr sourceFileName = 0;
     std::int32_t nrOfEntryTypes = 0;
     std::int32_t nrOfVisibleTypes = 0;
@@ -359,6 +360,12 @@ struct TedRec {
     RecNr tedText = 0; /* string number */
 };
 
+/* Record numbers of options; 0, 0 for none. */
+struct TedRange {
+    RecNr first = 0;
+    RecNr last = 0;
+};
+
 /* One step of a reference path; the last one says where it ends. */
 struct SNode {
     std::int32_t refModule = 0;
@@ -448,9 +455,9 @@ struct ModRec {
     RecNr reservedVNode = 0;
     std::uint8_t exportsMode = 0;
     std::uint8_t importMark = 0;
+    std::uint8_t reservedMark = 0;
     BEModMetaRec *metaRec = nullptr; /* the generator's record of the module */
-    RecNr cmdFirst = 0;              /* TedRec range of the command line's options */
-    RecNr cmdLast = 0;
+    TedRange cmdOptions;             /* the options of the command line */
     InfoCache moduleInfoCache;
     std::vector<TypeInfoCache> typeInfoCache; /* by TNode number minus 1; one element to spare */
     int listPlace = 0;           /* place in modRecList; final when all trees are read */

@@ -27,17 +27,17 @@ static_assert(offsetof(sint64, hi) == 0 && offsetof(sint64, lo) == 4);
     }
 
 constexpr RecField mNodeLayout[] = {
-    ROW(0, MNode, stamp.version),     ROW(2, MNode, stamp.treeVersion),
-    ROW(4, MNode, stamp.date),        ROW(8, MNode, stamp.time),
-    ROW(12, MNode, moduleName),       ROW(16, MNode, filePrefix),
-    ROW(20, MNode, firstTNode),       ROW(24, MNode, firstVNode),
-    ROW(28, MNode, reservedVNode),    ROW(32, MNode, moduleValue),
-    ROW(36, MNode, counts),           ROW(76, MNode, exportsMode),
-    ROW(77, MNode, importMark),       ROW(80, MNode, sourceDirectory),
-    ROW(84, MNode, sourceFileName),   ROW(88, MNode, nrOfEntryTypes),
-    ROW(92, MNode, nrOfVisibleTypes), ROW(96, MNode, nrOfObjects),
-    ROW(100, MNode, nrOfObjectSets),  ROW(104, MNode, tedFirst),
-    ROW(108, MNode, tedLast),
+    ROW(0, MNode, stamp.version),    ROW(2, MNode, stamp.treeVersion),
+    ROW(4, MNode, stamp.date),       ROW(8, MNode, stamp.time),
+    ROW(12, MNode, moduleName),      ROW(16, MNode, filePrefix),
+    ROW(20, MNode, firstTNode),      ROW(24, MNode, firstVNode),
+    ROW(28, MNode, reservedVNode),   ROW(32, MNode, moduleValue),
+    ROW(36, MNode, counts),          ROW(76, MNode, exportsMode),
+    ROW(77, MNode, importMark),      ROW(78, MNode, reservedMark),
+    ROW(80, MNode, sourceDirectory), ROW(84, MNode, sourceFileName),
+    ROW(88, MNode, nrOfEntryTypes),  ROW(92, MNode, nrOfVisibleTypes),
+    ROW(96, MNode, nrOfObjects),     ROW(100, MNode, nrOfObjectSets),
+    ROW(104, MNode, tedFirst),       ROW(108, MNode, tedLast),
 };
 
 constexpr RecField tNodeLayout[] = {

@@ -29,6 +29,7 @@ void initModRec(ModRec *module) {
     module->state = MOD_LOADED;
     module->moduleValue = mNode.moduleValue;
     module->importMark = mNode.importMark & 0x0F;
+    module->reservedMark = mNode.reservedMark;
     module->reservedVNode = mNode.reservedVNode;
     module->firstType = mNode.firstTNode;
     module->firstValue = mNode.firstVNode;

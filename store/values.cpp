@@ -134,6 +134,8 @@ namespace {
 /* Segments and characters of one value. References let a small tree describe a text of any size, so
    more than this is a fault of the tree. */
 constexpr std::int64_t MAX_TEXT_WORK = std::int64_t{1} << 22;
+/* The same for the segments of all values of a run, since any number of values may share them. */
+std::int64_t runTextWorkLeft = std::int64_t{1} << 29;
 
 /* A walk over the segments of one value. */
 struct SegmentWalk {
@@ -141,6 +143,14 @@ struct SegmentWalk {
     std::int64_t workLeft = MAX_TEXT_WORK;
     int depth = 0;
 };
+
+void spend(SegmentWalk *walk, std::int64_t work, const ModRec *module) {
+    walk->workLeft -= work;
+    if (walk->depth > 1)
+        runTextWorkLeft -= work;
+    if (walk->workLeft < 0 || runTextWorkLeft < 0)
+        treeInconsistent(module);
+}
 
 char32_t unitOf(char c) {
     return static_cast<unsigned char>(c);
@@ -179,17 +189,14 @@ void appendLeaf(ModRec *module, const VNode &node, RestrCharStri *dst) {
 std::int32_t walkSegments(ModRec *module, const VNode &node, SegmentWalk *walk) {
     NestingGuard nesting(&walk->depth, module);
     if (node.refRecord == 0) {
-        walk->workLeft -= valueLength(node);
-        if (walk->workLeft < 0)
-            treeInconsistent(module);
+        spend(walk, valueLength(node), module);
         if (walk->dst != nullptr)
             appendLeaf(module, node, walk->dst);
         return valueLength(node);
     }
     std::int32_t length = 0;
     for (RecNr nr = node.refRecord; nr != 0;) {
-        if (--walk->workLeft < 0)
-            treeInconsistent(module);
+        spend(walk, 1, module);
         readRec(module, REC_VNODE, nr);
         nr = vNode.next;
         skipValues(false);

@@ -228,7 +228,7 @@ TEST_F(FileSet, FilePrefixAndGenerationPrefixDiffer) {
     std::string program = "velmo", file = "x";
     char *argv[] = {program.data(), directory.data(), log.data(), file.data(), nullptr};
     installHooks();
-    initBackend(4, argv);
+    initBackend(4, argv, "VELMO", 107, 0, nullptr);
     ModRec *module = modRecList.records.front().get();
     module->filePrefix = "file";
     module->genPrefix = "gen-a";

@@ -51,7 +51,7 @@ TEST_F(ModuleMeta, EntriesOfOneTypeShareAParameterList) {
 TEST_F(ModuleMeta, VerbosityDecidesWhichMessagesAreShown) {
     TreeWriter w("Mod_X", "x");
     load(w);
-    toolInfo.name = "TOOL";
+    backendName = "TOOL";
     ::testing::internal::CaptureStdout();
     for (const int verbosity : {VERBOSITY_QUIET, VERBOSITY_TERSE, VERBOSITY_VERBOSE}) {
         setMetaVerbosity(module_, verbosity);

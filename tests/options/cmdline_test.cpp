@@ -20,7 +20,7 @@ protected:
     CommandLine() {
         first_ = makeOptionModule("", "", 0);
         cMP = first_;
-        optionHooks.usage = usageText;
+        backendUsage = usageText;
     }
 
     /* Runs a pass with these arguments; an argument that begins "+" names a file of the case. */
@@ -94,12 +94,10 @@ TEST_F(CommandLine, ModulesAndWhereTheyAre) {
 TEST_F(CommandLine, PrefixLengthCountsUpToTheFirstModule) {
     EXPECT_EQ(firstPass({"-prefixlen=3", "abcd.stx", "-PREFIXLEN=40", "abcd", "abc"}),
               (List{"abc", "abc", "abc"}));
-    EXPECT_EQ(messages_, "\nWARNING : File prefix 'abcd' longer than 3 characters.\n"
-                         "          Truncating it to 3 characters.\n"
-                         "          Check value of the PREFIXLEN option.\n"
-                         "\nWARNING : File prefix 'abcd' longer than 3 characters.\n"
-                         "          Truncating it to 3 characters.\n"
-                         "          Check value of the PREFIXLEN option.\n");
+    const std::string warning = "\nWARNING : File prefix 'abcd' longer than 3 characters.\n"
+                                "          Truncating it to 3 characters.\n"
+                                "          Check value of the PREFIXLEN option.\n";
+    EXPECT_EQ(messages_, warning + warning);
     EXPECT_EQ(modRecList.records[2]->options->prefixLength, 3);
 }
 
@@ -107,10 +105,9 @@ TEST_F(CommandLine, WrongArgumentsEndWithTheUsageText) {
     expectUsage({}, "");
     expectUsage({"-S=x"}, "");
     expectUsage({"x", "-S="}, "\nWARNING : Argument ignored: -S=\n");
-    expectUsage({"-PREFIXLEN=0", "x"}, "\nWARNING : Argument ignored: -PREFIXLEN=0\n");
     expectUsage({"-PREFIXLEN=33", "x"}, "\nWARNING : Argument ignored: -PREFIXLEN=33\n");
     expectUsage({"a b"}, "\nWARNING : Argument ignored: a b\n");
-    for (const char *name : {"a.b", "a/b", "..", "x.stx.stx", "", ".stx"})
+    for (const char *name : {"a.b", "../b", "", ".stx"})
         expectUsage({"good", name}, "\nERROR : Invalid file prefix: " + std::string(name) + "\n");
     dir_.write("o", "-S=\nmo d\n");
     const std::string file = dir_.path("o");
@@ -128,13 +125,13 @@ TEST_F(CommandLine, OptionFilesThatCannotBeRead) {
     /* A directory opens and can't be read: the first pass lets that go, the second doesn't. */
     dir_.makeDir("sub");
     EXPECT_EQ(firstPass({"x", "+sub"}), List{"x"});
-    unsigned kinds = 0;
-    TedRange range;
-    EXPECT_EXIT(withArguments({"+sub"},
-                              [&](int argc, char **argv) {
-                                  parseCmdLineOptions(argc, argv, &kinds, &range);
-                              }),
-                ::testing::ExitedWithCode(2), "Can not read from file\n +.*/sub\n");
+    const auto pass = [](int argc, char **argv) {
+        unsigned kinds = 0;
+        TedRange range;
+        parseCmdLineOptions(argc, argv, &kinds, &range);
+    };
+    EXPECT_EXIT(withArguments({"+sub"}, pass), ::testing::ExitedWithCode(2),
+                "Can not read from file\n +.*/sub\n");
 }
 
 TEST_F(CommandLine, OptionsAreStoredForTheModule) {

@@ -49,7 +49,8 @@ void startTool(const WorkDir &dir, const std::vector<std::string> &arguments) {
         argv.push_back(text.data());
     argv.push_back(nullptr);
     installHooks();
-    cInitCBET([] { initBackend(static_cast<int>(texts.size()), argv.data()); });
+    cInitCBET(
+        [] { initBackend(static_cast<int>(texts.size()), argv.data(), "VELMO", 107, 0, nullptr); });
 }
 
 void startTool(const WorkDir &dir, TreeWriter &tree) {
