@@ -104,10 +104,7 @@ TEST_F(Embedded, MemberHasTheTextOfItsWholeChainOnce) {
     EXPECT_EQ(written(), "/position\n");
     printBaseTypeEmbeddingOptions(SLOT, &type_, TED_TYP_BEFORE);
     EXPECT_EQ(written(), "base\n");
-}
-
-TEST_F(Embedded, BaseWithoutTextOfItsOwn) {
-    fArr[SLOT].indent = 0;
+    /* A base without text of its own. */
     other_.tNodes[2].optionBits = 0;
     type_.tagEntries.pop_back();
     printTypeEmbeddingOptions(SLOT, &type_, TED_TYP_BEFORE);

@@ -40,6 +40,11 @@ TEST_F(Catalogue, Defaults) {
     EXPECT_EQ(o.memory, 0);
     EXPECT_EQ(o.prefixLength, 5);
     EXPECT_TRUE(o.info.empty() && o.codeDirectory.empty() && o.tabRef.empty());
+    settle(
+        {"NAMELEN=8", "//first", "INFO=a=b c", "C=src", "H=inc/", "TABREF=My", "BEO=//x", "INFO="});
+    EXPECT_EQ(o.info + "|" + o.codeDirectory + "|" + o.headerDirectory + "|" + o.tabRef,
+              "a=b c|src/|inc/|My");
+    EXPECT_EQ(o.comments.last - o.comments.first, 5);
 }
 
 /* Positions 1 to 16: typ def tab tabf | enc ext - | ask ext - | dec ext - | pri ext - */
@@ -52,6 +57,8 @@ TEST_F(Catalogue, CategoriesDecideWhichFilesThereAre) {
     /* These two keep the choices for coding functions. */
     EXPECT_EQ(choices({"COD=0:2", "DEFINITION-CATEGORY=MORLA-IOS"}),
               (List{1, 1, 1, 1, 0, 2, 1, 0, 0, 0, 0, 2, 1, 0, 0, 0}));
+    EXPECT_EQ(settle({"TABF=1"}).genArr[CAT_TAB_EXT], 0) << "there are no tables";
+    EXPECT_EQ(settle({"TABF=YES"}).genArr[CAT_TAB_EXT], 1) << "a word is not held to limits";
     EXPECT_EQ(choices({"TAB=YES", "TABF=1", "TST=2", "DEFINITION-CATEGORY=OTHER"}),
               (List{1, 1, 1, 0, 2, 1, 1, 0, 0, 0, 2, 1, 1, 0, 0, 0}));
     EXPECT_EQ(choices({"TYP=0", "DEF=NO", "TST=1:combined:Separate"}),
@@ -81,12 +88,6 @@ TEST_F(Catalogue, GenerationTripleIsTakenWholeOrNotAtAll) {
         EXPECT_EQ(genArr[CAT_DEC_U], row.third) << row.text;
         EXPECT_EQ(genArr[CAT_ASK], 0) << row.text;
     }
-}
-
-TEST_F(Catalogue, TableFunctionsNeedTablesUnlessAWordAsksForThem) {
-    EXPECT_EQ(settle({"TABF=1"}).genArr[CAT_TAB_EXT], 0);
-    EXPECT_EQ(settle({"TABF=YES"}).genArr[CAT_TAB_EXT], 1);
-    EXPECT_EQ(settle({"TAB=1", "TABF=1"}).genArr[CAT_TAB_EXT], 1);
 }
 
 TEST_F(Catalogue, MorlaCategoryBringsItsOwnDefaults) {
@@ -135,7 +136,6 @@ TEST_F(Catalogue, AcceptedNames) {
                              "REALLIM={5,10,3}",
                              "SPLIT=2147483647",
                              "RECURSION=warning",
-                             "EXTENSIONS=SAVE",
                              "DIAGLEVEL=what",
                              "AUTHOR",
                              "DATE:today",
@@ -146,15 +146,13 @@ TEST_F(Catalogue, AcceptedNames) {
                              "VERBOSE=9",
                              "PREFIX=?",
                              "A=",
-                             "//a comment",
-                             "BEO=//x",
                              "TNAME=Foo:Bar",
                              "ENTRY=X:PDU"})
         EXPECT_TRUE(isOK(text)) << text;
     for (const char *text :
          {"STANDARD-VERSION=1992", "INT=7", "N=U8", "REALLIM={5,2,3}", "SPLIT=2147483648",
-          "RECURSION=3", "EXTENSIONS=2", "DIAGLEVEL=", "TAVI=1", "AUTHORS=1", "DATES", "UNKNOWN=1",
-          "", "X", "ENCF=8", "TPREF=foo:x", "ENTRY=X:8", "info=x", "INFO"})
+          "RECURSION=3", "DIAGLEVEL=", "TAVI=1", "AUTHORS=1", "DATES", "UNKNOWN=1", "", "ENCF=8",
+          "TPREF=foo:x", "ENTRY=X:8", "info=x", "INFO"})
         EXPECT_FALSE(isOK(text)) << text;
     /* Records for the tool itself and lines of text aren't looked up in the table. */
     EXPECT_TRUE(pass3GlobalOptionOK(module_, 1, TED_BACKEND_OPTION, "NAMELEN=9"));
@@ -192,15 +190,6 @@ TEST_F(Catalogue, GenerationSwitches) {
             << row.value;
 }
 
-TEST_F(Catalogue, TextsAndDirectories) {
-    const GlobalOptions &o = settle({"INFO=a=b c", "C=src", "H=inc/", "TABREF=My"});
-    EXPECT_EQ(o.info, "a=b c");
-    EXPECT_EQ(o.codeDirectory, "src/");
-    EXPECT_EQ(o.headerDirectory, "inc/");
-    EXPECT_EQ(o.tabRef, "My");
-    EXPECT_TRUE(settle({"INFO="}).info.empty());
-}
-
 TEST_F(Catalogue, ScopesConfineOptionsToTheirModules) {
     ModRec *other = makeOptionModule("y", "Mod_Y", 5);
     const Options options = {"BEGIN-SCOPE=a:y", "NAMELEN=10",     "TPREF=t_",  "END-SCOPE",
@@ -232,15 +221,6 @@ TEST_F(Catalogue, CombinedModulesAreThoseThatAreKnown) {
         EXPECT_TRUE(settle({text}).combined.empty() && settle({text}).combine.empty()) << text;
 }
 
-TEST_F(Catalogue, CommentsKeepTheirRange) {
-    settleOptions(module_, {{TED_OPTION, "-NAMELEN=8"},
-                            {TED_OPTION, "-//first"},
-                            {TED_OPTION, "-INFO=i"},
-                            {TED_BACKEND_OPTION, "-BEO=//second"}});
-    EXPECT_EQ(module_->options->comments.first, 2);
-    EXPECT_EQ(module_->options->comments.last, 4);
-}
-
 TEST_F(Catalogue, ToolOptionsThatAreWrongAreReportedAndRemoved) {
     const std::string longName(60, 'x');
     ::testing::internal::CaptureStderr();
@@ -250,7 +230,7 @@ TEST_F(Catalogue, ToolOptionsThatAreWrongAreReportedAndRemoved) {
                             {TED_BACKEND_OPTION, "-ENTRY=X:PDU"},
                             {TED_BACKEND_OPTION, "-BEO=OTHER=whatever"},
                             {TED_BACKEND_OPTION, "-BEO=VELMO=LOGFILE=l"},
-                            {TED_REMOVED, "-nothing"},
+                            {TED_BACKEND_OPTION, "-s=Trees"},
                             {TED_BACKEND_OPTION, longName + "=y"}});
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "\nWARNING : Option ignored: -VERBOSE=3\n"
                                                         "\nWARNING : Option ignored: -ENTRY=X:PDU\n"
@@ -258,15 +238,11 @@ TEST_F(Catalogue, ToolOptionsThatAreWrongAreReportedAndRemoved) {
                                                             std::string(49, 'X') + "\n");
     EXPECT_EQ(module_->metaRec->verbosity, VERBOSITY_VERBOSE);
     EXPECT_EQ(module_->metaRec->logFile, "l");
+    EXPECT_EQ(stxDir, "Trees/");
     std::vector<int> kinds;
     for (const TedRec &record : module_->tedRecs)
         kinds.push_back(record.tedKind);
-    EXPECT_EQ(kinds, (std::vector<int>{2, 0, 2, 0, 2, 2, 0, 0}));
-}
-
-TEST_F(Catalogue, DirectoryOfTreesMayStandInATree) {
-    settleOptions(module_, {{TED_BACKEND_OPTION, "-s=Trees"}});
-    EXPECT_EQ(stxDir, "Trees/");
+    EXPECT_EQ(kinds, (std::vector<int>{2, 0, 2, 0, 2, 2, 2, 0}));
 }
 
 TEST_F(Catalogue, RangeBeyondTheRecordsIsFatal) {

@@ -28,14 +28,6 @@ constexpr std::int64_t BORDERS[] = {
     MIN64, MIN64 + 1, -4294967297, -4294967296, MIN32,      -65536,    -10,       -1,   0, 1, 10,
     65535, MAX32,     UMAX32,      4294967296,  4294967297, 1LL << 62, MAX64 - 1, MAX64};
 
-TEST(I64, WordsAreHighThenLow) {
-    EXPECT_EQ(native(i64make(1, 0)), 4294967296);
-    EXPECT_EQ(i64hi(i64ltosint64(-1)), -1);
-    EXPECT_EQ(i64hi(i64ultosint64(UMAX32)), 0);
-    EXPECT_EQ(native(i64max()), MAX64);
-    EXPECT_EQ(native(i64min()), MIN64);
-}
-
 TEST(I64, SumsDifferencesAndProductsWrapAround) {
     for (const std::int64_t a : BORDERS) {
         for (const std::int64_t b : BORDERS) {
@@ -47,6 +39,8 @@ TEST(I64, SumsDifferencesAndProductsWrapAround) {
             EXPECT_EQ(i64cmp(of(a), of(b)), a < b ? -1 : a > b ? 1 : 0);
         }
     }
+    EXPECT_EQ(i64hi(i64ltosint64(-1)), -1);
+    EXPECT_EQ(i64hi(i64ultosint64(UMAX32)), 0);
     EXPECT_EQ(native(i64subl(i64min(), 1)), MAX64);
     EXPECT_EQ(native(i64addul(of(-1), UMAX32)), 4294967294);
     EXPECT_EQ(native(i64subul(of(0), UMAX32)), -4294967295);
@@ -59,54 +53,33 @@ TEST(I64, SumsDifferencesAndProductsWrapAround) {
 }
 
 TEST(I64, DivisionTruncatesTowardZero) {
-    struct Row {
-        std::int64_t a;
-        std::int32_t n;
-        std::int64_t quotient;
-        std::int32_t remainder;
-    };
-    constexpr Row rows[] = {
-        {7, 2, 3, 1},
-        {-7, 2, -3, -1},
-        {7, -2, -3, 1},
-        {-7, -2, 3, -1},
-        {0, 5, 0, 0},
-        {7, 0, MAX64, MAX32},
-        {MIN64, -1, MIN64, 0},
-        {MIN64, 10, -922337203685477580, -8},
-        {MAX64, 10, 922337203685477580, 7},
-        {MIN64, MIN32, 4294967296, 0},
-        {4294967295, MAX32, 2, 1},
-    };
-    for (const Row &row : rows) {
-        EXPECT_EQ(native(i64divl(of(row.a), row.n)), row.quotient) << row.a << " / " << row.n;
-        EXPECT_EQ(i64modl(of(row.a), row.n), row.remainder) << row.a << " % " << row.n;
+    for (const std::int64_t a : BORDERS) {
+        for (const std::int32_t n : {1, 2, -2, 10, -10, MAX32, MIN32}) {
+            EXPECT_EQ(native(i64divl(of(a), n)), a / n) << a << " / " << n;
+            EXPECT_EQ(i64modl(of(a), n), a % n) << a << " % " << n;
+        }
+        EXPECT_EQ(native(i64divl(of(a), 0)), MAX64);
+        EXPECT_EQ(i64modl(of(a), 0), MAX32);
     }
+    EXPECT_EQ(native(i64divl(i64min(), -1)), MIN64);
+    EXPECT_EQ(i64modl(i64min(), -1), 0);
     EXPECT_EQ(native(i64divul(of(-4294967295), UMAX32)), -1);
     EXPECT_EQ(i64modul(of(1), 0), MAX32);
     EXPECT_EQ(native(i64divul(of(1), 0)), MAX64);
 }
 
 TEST(I64, ShiftsFillFromTheirSide) {
-    struct Row {
-        std::int64_t a;
-        unsigned count;
-        std::int64_t left, right;
-        std::uint64_t unsignedRight;
-    };
-    constexpr Row rows[] = {
-        {-8, 0, -8, -8, 0xFFFFFFFFFFFFFFF8u},
-        {-8, 1, -16, -4, 0x7FFFFFFFFFFFFFFCu},
-        {1, 32, 4294967296, 0, 0},
-        {MIN64, 63, 0, -1, 1},
-        {-1, 64, 0, -1, 0},
-        {5, 200, 0, 0, 0},
-    };
-    for (const Row &row : rows) {
-        EXPECT_EQ(native(i64shiftl(of(row.a), row.count)), row.left);
-        EXPECT_EQ(native(i64shiftr(of(row.a), row.count)), row.right);
-        EXPECT_EQ(static_cast<std::uint64_t>(native(i64ushiftr(of(row.a), row.count))),
-                  row.unsignedRight);
+    for (const std::int64_t a : BORDERS) {
+        for (const unsigned count : {0u, 1u, 31u, 32u, 33u, 63u}) {
+            EXPECT_EQ(native(i64shiftl(of(a), count)),
+                      static_cast<std::int64_t>(static_cast<std::uint64_t>(a) << count));
+            EXPECT_EQ(native(i64shiftr(of(a), count)), a >> count);
+            EXPECT_EQ(static_cast<std::uint64_t>(native(i64ushiftr(of(a), count))),
+                      static_cast<std::uint64_t>(a) >> count);
+        }
+        EXPECT_EQ(native(i64shiftl(of(a), 64)), 0);
+        EXPECT_EQ(native(i64shiftr(of(a), 200)), a < 0 ? -1 : 0);
+        EXPECT_EQ(native(i64ushiftr(of(a), 64)), 0);
     }
 }
 
