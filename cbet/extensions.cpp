@@ -154,7 +154,8 @@ void createHomeForExtensionmarker(int file, AsnType *type, int gIndex) {
 
 void initContent(int file, AsnType *type) {
     Text text;
-    wToF(file, extensionmarkerPath(text, "initExtensionmarker (", type, true, true, ");\n"));
+    wToF(file, "initExtensionmarker (");
+    wToF(file, extensionmarkerPath(text, "", type, true, true, ");\n"));
 }
 
 } // namespace

@@ -118,7 +118,8 @@ void markCircles(ImportTable &table) {
     const int count = static_cast<int>(table.size());
     for (int row = 0; row < count; ++row)
         for (Import &import : table[static_cast<std::size_t>(row)].imports)
-            if (importsFrom(table[static_cast<std::size_t>(import.target)], row)) {
+            if (import.target != row &&
+                importsFrom(table[static_cast<std::size_t>(import.target)], row)) {
                 import.status = IMPORT_CIRCLE;
                 markMeeting(table, row);
             }
