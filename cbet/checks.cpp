@@ -102,8 +102,6 @@ void valueRangeConstr(Check &check, AsnType *type, AsnValue *low, bool lowClosed
         check.sorry = true;
         return;
     }
-    if (isMinusInfinity(low) && isPlusInfinity(high))
-        return; /* an empty pair of parentheses is no expression */
     assignOk(check);
     wToF(check.file, "(");
     simpleValueRangeConstr(check, type, low, lowClosed, high, highClosed);
@@ -112,16 +110,17 @@ void valueRangeConstr(Check &check, AsnType *type, AsnValue *low, bool lowClosed
 
 /* --- sizes --- */
 
-/* ok1 = (staArrLen (home) >= 1); The upper bound is checked by the list's loop. */
-void simpleSizeConstr(Check &check, AsnType *type, const Int64Range *range) {
+/* ok1 = (staArrLen (home) >= 1); The upper bound is checked by the list's loop. False, and nothing
+   written, where nothing remains to be checked. */
+bool simpleSizeConstr(Check &check, AsnType *type, const Int64Range *range) {
     if (!isListType(type) || i64iszero(range->lower))
-        return;
+        return false;
     Text text;
     assignOk(check);
     wToF(check.file,
          cGetSize(text, "(", type, false, range->lower == range->upper ? " ==" : " >="));
     printfToF(check.file, " %s", i64tostr(range->lower).c_str());
-    wToF(check.file, ");\n");
+    return true;
 }
 
 /* One alternative of "ok1 = ((2 <= n1 && n1 <= 4) || (n1 == 7));". */
@@ -144,18 +143,16 @@ void sizeConstr(Check &check, AsnType *type, const Int64Range *range, int nbr) {
 }
 
 void checkSize(Check &check, AsnType *type, AsnConstraint *constraint) {
-    /* A chain of constraints may leave one range where this one alone has several. */
-    int count =
-        forInt64SizeConstraintValueSet(type, constraint, [](AsnType *, const Int64Range *, int) {});
-    bool simple = isSimpleSizeConstraintValueSet(type) && count == 1;
+    const bool simple = isSimpleSizeConstraintValueSet(type);
+    bool mustClose = true;
     forInt64SizeConstraintValueSet(type, constraint,
                                    [&](AsnType *t, const Int64Range *range, int nbr) {
-                                       if (simple)
-                                           simpleSizeConstr(check, t, range);
-                                       else
+                                       if (!simple)
                                            sizeConstr(check, t, range, nbr);
+                                       else if (!simpleSizeConstr(check, t, range))
+                                           mustClose = false;
                                    });
-    if (!simple && count > 0)
+    if (mustClose)
         wToF(check.file, ");\n");
 }
 
@@ -163,22 +160,6 @@ void checkSize(Check &check, AsnType *type, AsnConstraint *constraint) {
 
 /* More characters than a range of two-byte ones has are no text that a compiler would take. */
 constexpr std::uint32_t MAX_ALPHABET_RANGE = 0x10000;
-
-/* Characters as they stand between the quotes of a C string literal. A question mark may begin a
-   trigraph, and compilers warn of bytes that aren't ASCII. */
-Text literalText(const Text &characters) {
-    Text literal;
-    for (char c : characters) {
-        const unsigned byte = static_cast<unsigned char>(c);
-        if (c == '"' || c == '\\' || (c == '?' && literal.ends_with('?')))
-            literal.append("\\") += c;
-        else if (byte < ' ' || byte > '~')
-            literal += formatText("\\%03o", byte);
-        else
-            literal += c;
-    }
-    return literal;
-}
 
 bool isRangedStringKind(int kind) {
     return kind == TYP_NUMSTR || kind == TYP_PRISTR || kind == TYP_VISSTR || kind == TYP_IA5STR ||
@@ -208,10 +189,8 @@ void constructRangeCharacters(Check &check, AsnValue *low, bool lowClosed, AsnVa
         check.sorry = true;
         return;
     }
-    Text characters;
-    for (std::uint32_t c = first; c <= last; ++c)
-        characters += static_cast<char>(c);
-    putToF(check.file, literalText(characters).c_str());
+    for (std::uint64_t c = first; c <= last; ++c) /* `last` may be the greatest of its width */
+        putToF(check.file, Text(1, static_cast<char>(c)).c_str());
 }
 
 void constructAllowedCharacters(Check &check, AsnType *type, AsnConstraint *constraint) {
@@ -235,9 +214,7 @@ void constructAllowedCharacters(Check &check, AsnType *type, AsnConstraint *cons
         break;
     case SUB_SINGLE_VALUE:
         forSingleValueConstraint(type, constraint, [&](AsnType *, AsnValue *value) {
-            forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *text) {
-                putToF(check.file, literalText(text).c_str());
-            });
+            putCharacterStringValueToF(check.file, "", value, "");
         });
         break;
     case SUB_INCLUDES:
@@ -284,9 +261,7 @@ void singleValueConstr(Check &check, AsnType *type, AsnValue *value) {
     } else if (inForm && isComparedAsText(kind)) {
         assignOk(check);
         wToF(check.file, cHome(text, "(strcmp (", false, type, ".", "st,"));
-        forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *characters) {
-            wToF(check.file, " \"" + literalText(characters) + "\") == 0);\n");
-        });
+        printCharacterStringValueToF(check.file, " \"", value, "\") == 0);\n");
     } else {
         check.sorry = true;
     }

@@ -108,7 +108,7 @@ void stringChecks(TreeWriter &w) {
         "Checked",
         w.sequence({w.comp("letters", w.string(TYP_IA5STR, 1, 8).constrained(letters("a", "c"))),
                     w.comp("fixed", w.string(TYP_IA5STR, 3, 3).constrained(letters("0", "9"))),
-                    w.comp("long", w.string(TYP_IA5STR).constrained(letters(" ", "~"))),
+                    w.comp("long", w.string(TYP_IA5STR).constrained(letters("#", "["))),
                     w.comp("sizes", w.string(TYP_IA5STR).constrained(sizes())),
                     w.comp("value", w.string(TYP_IA5STR, 0, 9)
                                         .constrained(w.single(w.textValue(TYP_IA5STR, "on")))),
