@@ -165,18 +165,6 @@ afterEntry Leaf;
     EXPECT_EQ(fArr[BODY_FILE].indent, 0);
 }
 
-TEST(Engine, FunctionsBelongToTheModuleOfTheirType) {
-    TreeWriter base("Base", "base");
-    base.define("Far", base.sequence({base.comp("x", base.null())}));
-    TreeWriter w("Mod", "mod");
-    w.define("Near", w.sequence({w.comp("far", w.ref(base, "Far"))}));
-    w.define("Synonym", w.ref(base, "Far")).entry();
-    CbetRun run(w, {&base});
-    run.generate(encodingKind);
-    EXPECT_EQ(functionNames(run.protos()), (Names{"eNear", "encSynonym"}));
-    EXPECT_NE(run.body().find("eFar (ASNG_F(asncodg) &home->far);\n"), std::string::npos);
-}
-
 /* A skipped type that is ignorable gets a traversal of its inside, once. */
 TEST(Engine, IgnoringByTraversal) {
     TreeWriter w("Mod", "mod");

@@ -140,23 +140,6 @@ std::string allHeads(const WorkDir &dir, const char *typeName) {
     return text;
 }
 
-TEST(Functions, HeadsInAnsiC) {
-    WorkDir dir;
-    TreeWriter w("Homes_Module", "h");
-    defineTypes(w);
-    startTool(dir, w);
-    EXPECT_EQ(allHeads(dir, "Ping"),
-              "extern void ePing (ASNG_F(ASNCODG *asncodg) Ping *home);\n"
-              "void ePing (ASNG_F(ASNCODG *asncodg) Ping *home)\n"
-              "void pPing (Ping *home)\n"
-              "ePing (ASNG_F(asncodg) home);\n"
-              "pPing (home);\n"
-              "extern void encPing (ASNG_F(ASNCODG *asncodg) Ping *home);\n"
-              "void encPing (ASNG_F(ASNCODG *asncodg) Ping *home)\n"
-              "extern void anyEncPing (ASNG_F(ASNCODG *asncodg) ANY *, BYTE_TYPE *);\n"
-              "anyEncPing (ASNG_F(asncodg) home, NULL);\n");
-}
-
 TEST(Functions, HeadsInOldCOfAMorlaApplication) {
     WorkDir dir;
     TreeWriter w("Homes_Module", "h");

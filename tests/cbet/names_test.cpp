@@ -6,6 +6,7 @@
 #include "model/modules.h"
 #include "model/typequeries.h"
 #include "model/typevalues.h"
+#include "options/ketracnf.h"
 #include "tests/support/inprocess.h"
 
 namespace {
@@ -116,8 +117,7 @@ TEST(Names, Variables) {
 }
 
 /* "C-GENERATION=" replaces rows of the table of value forms. */
-void expectForms(const std::vector<const char *> &options,
-                 const std::vector<std::array<const char *, 4>> &rows) {
+TEST(Names, ValueForms) {
     WorkDir dir;
     TreeWriter w("Forms_Module", "f");
     w.define("All", w.sequence({w.comp("real", w.real()), w.comp("time", w.type(TYP_UTCTIME)),
@@ -126,40 +126,35 @@ void expectForms(const std::vector<const char *> &options,
                                 w.comp("item", w.enumerated({{"a", 0}, NamedNumber::extension()})),
                                 w.comp("big", w.integer().form(VF_UI64)), w.marker()})
                         .option(OPT_SAVE_EXTENSIONS));
-    for (const char *option : options)
-        w.option(option);
     startTool(dir, w);
-    for (const auto &[place, cType, member, form] : rows)
-        withType(place, [&, cType = cType, member = member, form = form](AsnType *type) {
-            EXPECT_STREQ(getPredefinedType(type), cType);
-            EXPECT_STREQ(getAsnhomeMember(type), member);
-            EXPECT_STREQ(cGetVFStri(type), form);
-        });
+    struct Row {
+        const char *place, *cType, *member, *form;
+    };
+    const auto expectForms = [](const std::vector<Row> &rows) {
+        for (const Row &row : rows)
+            withType(row.place, [&](AsnType *type) {
+                EXPECT_STREQ(getPredefinedType(type), row.cType);
+                EXPECT_STREQ(getAsnhomeMember(type), row.member);
+                EXPECT_STREQ(cGetVFStri(type), row.form);
+            });
+    };
+    expectForms({{"All.real", "REAL64", "real64", "VF_REAL64"},
+                 {"All.time", "DATETIMEZ", "datetime", "VF_COMT"},
+                 {"All.ext", "EXTERNAL_1990", "ext1990", "VF_EXTERNAL_1990"},
+                 {"All.any", "FRAME_PTR", "frm", "VF_FRM"},
+                 {"All.open", "FRAME_PTR", "frm", "VF_FRM"},
+                 {"All.item", "EXTENSIBLE_ENUMERATED", "xenum", "VF_UI8"},
+                 {"All.big", "uint64", "", "VF_UI64"}});
     withType("All", [](AsnType *type) {
-        forEachTypeComp(type, [](AsnType *, AsnType *comp, int nbr) {
-            if (nbr == 7) {
-                EXPECT_STREQ(getAsnhomeMember(comp), "extensionmarker");
-            }
-        });
+        getGlobalOptions(getModuleOfType(type))->cGeneration =
+            1u << CGEN_REAL | 1u << CGEN_COMMONTIME | 1u << CGEN_EXTERNAL |
+            1u << CGEN_ANY_FUNCTIONS;
     });
-}
-
-TEST(Names, ValueForms) {
-    expectForms({}, {{"All.real", "REAL64", "real64", "VF_REAL64"},
-                     {"All.time", "DATETIMEZ", "datetime", "VF_COMT"},
-                     {"All.ext", "EXTERNAL_1990", "ext1990", "VF_EXTERNAL_1990"},
-                     {"All.any", "FRAME_PTR", "frm", "VF_FRM"},
-                     {"All.open", "FRAME_PTR", "frm", "VF_FRM"},
-                     {"All.item", "EXTENSIBLE_ENUMERATED", "xenum", "VF_UI8"},
-                     {"All.big", "uint64", "", "VF_UI64"}});
-}
-
-TEST(Names, ValueFormsOfOldPrograms) {
-    expectForms({"-C-GENERATION=OLD"}, {{"All.real", "REAL", "real", "VF_REAL"},
-                                        {"All.time", "COMMONTIME", "comt", "VF_COMT"},
-                                        {"All.ext", "EXTERNAL", "ext", "VF_EXTERNAL_1990"},
-                                        {"All.any", "ANY", "any", "VF_ANY"},
-                                        {"All.open", "OPENTYPE", "openType", "VF_OPEN"}});
+    expectForms({{"All.real", "REAL", "real", "VF_REAL"},
+                 {"All.time", "COMMONTIME", "comt", "VF_COMT"},
+                 {"All.ext", "EXTERNAL", "ext", "VF_EXTERNAL_1990"},
+                 {"All.any", "ANY", "any", "VF_ANY"},
+                 {"All.open", "OPENTYPE", "openType", "VF_OPEN"}});
 }
 
 /* A reference into another module has the name that stands there; only what is written here counts
