@@ -20,23 +20,14 @@
 
 namespace {
 
-bool isHomeComponent(AsnType *type) {
-    return testTypeOption(type, OPT_COMPS_AS_POINTERS);
-}
-
 GlobalOptions *optionsOf(AsnType *type) {
     return getGlobalOptions(getModuleOfType(type));
-}
-
-bool hasOwnControl(AsnType *father) {
-    return !isHomeComponent(father) && !cIsHometab(father);
 }
 
 } // namespace
 
 bool isAsnHomeComp(AsnType *father, AsnType *comp) {
-    if (father != nullptr &&
-        (getVF(father) == VF_LIST || cIsHometab(father) || isHomeComponent(father)))
+    if (father != nullptr && (getVF(father) == VF_LIST || cHasCompHomes(father)))
         return true;
     return testTypeOption(comp, OPT_HOME);
 }
@@ -50,11 +41,11 @@ bool needsFirstValue(AsnType *type) {
     switch (getTypeMainType(type)) {
     case TYP_SEQ:
     case TYP_SET:
-        return !zeroHome && (isHomeComponent(type) || isOptionalTypeComps(type));
+        return !zeroHome && (cIsHomeComponent(type) || isOptionalTypeComps(type));
     case TYP_CHOICE:
         if (cIsControlMember(type))
             return glbInfo->setChoiceControl;
-        return !cIsHometab(type) && !(zeroHome && isHomeComponent(type));
+        return !cIsHometab(type) && !(zeroHome && cIsHomeComponent(type));
     default:
         return false;
     }
@@ -73,10 +64,7 @@ void clearStructure(AsnType *type) {
 /* home->compmask = 0; */
 void initControlMember(AsnType *type) {
     Text home, text;
-    if (testTypeOption(type, OPT_HOME) && cVarCount(VAR_HOME) > 0)
-        home = formatText("h%d->", cVarCount(VAR_HOME));
-    else
-        cHomeRef(home, "", false, type, ".", "");
+    cStructHomeMemberRef(home, "", false, type, "");
     wToF(glbInfo->outFile, getControlMemberIni(text, home.c_str(), type));
 }
 
@@ -86,7 +74,7 @@ void initComponents(AsnType *type) {
     if (isListType(type)) {
         cInitList(glbInfo->outFile, type);
     } else if (needsFirstValue(type)) {
-        if (isHomeComponent(type))
+        if (cIsHomeComponent(type))
             clearStructure(type);
         else
             initControlMember(type);
@@ -95,8 +83,7 @@ void initComponents(AsnType *type) {
 
 bool generateDummyCompmask(AsnType *type) {
     return glbInfo->funcKind == decodingKind && getTypeMainType(type) == TYP_SET &&
-           nrOfWalkedComps(type) >= 2 &&
-           (!isOptionalTypeComps(type) || isHomeComponent(type) || cIsHometab(type));
+           nrOfWalkedComps(type) >= 2 && (!isOptionalTypeComps(type) || cHasCompHomes(type));
 }
 
 /* --- one component --- */
@@ -127,7 +114,7 @@ bool isMarkedAlways(AsnType *set) {
 
 bool needsControlMember(AsnType *father, AsnType *comp) {
     int kind = getTypeMainType(father);
-    if (!hasOwnControl(father))
+    if (cHasCompHomes(father))
         return kind == TYP_SET && isMarkedAlways(father);
     bool optional = getTypeCompStatus(comp) == TCS_OPTIONAL;
     switch (kind) {

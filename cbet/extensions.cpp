@@ -7,6 +7,7 @@
 #include "cbet/listsizes.h"
 #include "cbet/memory.h"
 #include "cbet/names.h"
+#include "cbet/predicates.h"
 #include "cbet/vars.h"
 #include "driver/fatal.h"
 #include "driver/files.h"
@@ -24,11 +25,6 @@ bool isChoice(AsnType *type) {
     return getTypeMainType(type) == TYP_CHOICE;
 }
 
-/* The member is an ASNHOME of its own, and not a part of the C structure. */
-bool hasOwnHome(AsnType *type) {
-    return cIsHometab(type) || testTypeOption(type, OPT_COMPS_AS_POINTERS);
-}
-
 /* Calls func for the marker among the components. */
 void forMarker(AsnType *type, Call<void(AsnType *father, AsnType *marker, int nbr)> func) {
     forEachTypeComp(type, [&](AsnType *father, AsnType *comp, int nbr) {
@@ -43,7 +39,7 @@ void forMarker(AsnType *type, Call<void(AsnType *father, AsnType *marker, int nb
 Text markerPathByComp(AsnType *type, bool addressOf, bool full) {
     Text text;
     forMarker(type, [&](AsnType *father, AsnType *marker, int) {
-        if (!testTypeOption(father, OPT_COMPS_AS_POINTERS))
+        if (!cIsHomeComponent(father))
             fatalError(FATAL_INTERNAL, nullptr);
         cAddNameToPath(marker, "extensionmarker");
         Text home;
@@ -67,7 +63,7 @@ Text &extensionmarkerPath(Text &dst, const char *prefix, AsnType *type, bool add
                          orEmpty(postfix));
         return dst;
     }
-    if (testTypeOption(type, OPT_COMPS_AS_POINTERS)) {
+    if (cIsHomeComponent(type)) {
         dst = orEmpty(prefix) + markerPathByComp(type, addressOf, full) + orEmpty(postfix);
         return dst;
     }
@@ -93,7 +89,7 @@ void testExtensionmarker(int file, AsnType *type, bool present) {
     if (!isTypeExtensionmarkerComp(type))
         return;
     Text text;
-    if (hasOwnHome(type)) {
+    if (cHasCompHomes(type)) {
         wToF(file, extensionmarkerPath(text, present ? "if (" : "if (!", type, false, false, ")"));
     } else if (isChoice(type)) {
         printfToF(file, "case %d:\n", getTypeExtensionmarkerCompNbr(type));
@@ -120,7 +116,7 @@ void cEndTestExtensionmarker(int file, AsnType *type) {
     if (!isTypeExtensionmarkerComp(type))
         return;
     cCloseBrace(file);
-    if (isChoice(type) && !hasOwnHome(type)) {
+    if (isChoice(type) && !cHasCompHomes(type)) {
         wToF(file, "break;\n");
         --fArr[file].indent;
     }
@@ -166,13 +162,13 @@ void cInitExtensionmarker(int file, AsnType *type, int gIndex, bool structPrefix
     bool kept = testTypeOption(type, OPT_SAVE_EXTENSIONS);
     if (structPrefix) {
         /* A CHOICE begins its member when the marker is chosen, a home when something came. */
-        if (kept && !hasOwnHome(type) && !isChoice(type))
+        if (kept && !cHasCompHomes(type) && !isChoice(type))
             initContent(file, type);
         return;
     }
-    if (hasOwnHome(type))
+    if (cHasCompHomes(type))
         createHomeForExtensionmarker(file, type, gIndex);
-    if (kept && (hasOwnHome(type) || isChoice(type)))
+    if (kept && (cHasCompHomes(type) || isChoice(type)))
         initContent(file, type);
 }
 
@@ -181,7 +177,7 @@ void cInitExtensionmarkerMult(int file, AsnType *type, int gIndex) {
 }
 
 void cFreeAsnExtensionmarker(int file, AsnType *type) {
-    if (!isTypeExtensionmarkerComp(type) || !hasOwnHome(type))
+    if (!isTypeExtensionmarkerComp(type) || !cHasCompHomes(type))
         return;
     wToF(file, "freeAsn (");
     Text home;
@@ -201,7 +197,7 @@ namespace {
 enum class MemberOper { SET, TEST, CLEAR };
 
 void ctrlMemberOperForExtensionmarker(int file, AsnType *type, MemberOper oper) {
-    if (!isTypeExtensionmarkerComp(type) || testTypeOption(type, OPT_COMPS_AS_POINTERS))
+    if (!isTypeExtensionmarkerComp(type) || cIsHomeComponent(type))
         return;
     forMarker(type, [&](AsnType *father, AsnType *marker, int nbr) {
         Text home, text;

@@ -1,6 +1,5 @@
 #include "cbet/listloops.h"
 
-#include "cbet/entryfuncs.h"
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
 #include "cbet/predicates.h"
@@ -43,8 +42,7 @@ void beginCountedLoop(int file, AsnType *list, bool reverse) {
 bool isListOfOwnHome(AsnType *list) {
     AsnType *father = getFatherOfTypeComp(list);
     return father != nullptr && !cIsDefinedBaseType(list) &&
-           (getVF(father) == VF_LIST || cIsHometab(father) ||
-            testTypeOption(father, OPT_COMPS_AS_POINTERS));
+           (getVF(father) == VF_LIST || cHasCompHomes(father));
 }
 
 /* {

@@ -50,24 +50,23 @@ void cInitList(int file, AsnType *type) {
     wToF(file, cStructHomeRef(text, name.c_str(), true, type, ");\n"));
 }
 
-namespace {
-
-/* The size limit as a number. */
-Text limitText(AsnType *type) {
-    sint64 low, high, limit;
+Text cSizeBoundText(AsnType *type, sint64 bound) {
     std::int32_t narrow;
-    getInt64SizeEndpoints(type, &low, &high, &limit);
-    if (!i64tol(limit, &narrow))
+    if (!i64tol(bound, &narrow))
         int64Warning(getModuleOfType(type), getTypeDefinitionLine(type),
                      "Size constraint upper bound > MAXINT32");
-    return i64tostr(limit);
+    return i64tostr(bound);
 }
+
+namespace {
 
 Text &countedSize(Text &dst, const char *prefix, AsnType *type, bool useLimit,
                   const char *postfix) {
     if (!useLimit)
         return cNVarRef(dst, prefix, postfix);
-    dst = orEmpty(prefix) + limitText(type) + orEmpty(postfix);
+    sint64 low, high, limit;
+    getInt64SizeEndpoints(type, &low, &high, &limit);
+    dst = orEmpty(prefix) + cSizeBoundText(type, limit) + orEmpty(postfix);
     return dst;
 }
 
@@ -152,7 +151,7 @@ void cCheckListUpperBoundEngine(int file, AsnType *elem, const char *action, boo
     getInt64SizeEndpoints(list, &low, &high, &limit);
     if (i64ismax(high))
         return;
-    Text number = limitText(list);
+    Text number = cSizeBoundText(list, limit);
     cSizeToF(file, "if (", list, false, " >=");
     printfToF(file, " %s%s)", number.c_str(), getVFSize(list) == VF_I32 ? "L" : "");
     cOpenBrace(file);

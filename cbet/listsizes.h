@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/i64.h"
 #include "store/text.h"
 
 struct AsnType;
@@ -21,6 +22,8 @@ void cInitList(int file, AsnType *type);
    Warns on the standard error stream of a limit beyond 32 bits. */
 Text &cGetSize(Text &dst, const char *prefix, AsnType *type, bool useLimit, const char *postfix);
 void cSizeToF(int file, const char *prefix, AsnType *type, bool useLimit, const char *postfix);
+/* A bound of sizes of `type` as a number, with the same warning. */
+Text cSizeBoundText(AsnType *type, sint64 bound);
 /* Counts one element more; writes nothing for a type that is no list. */
 void cIncListSize(int file, AsnType *list, AsnType *elem);
 

@@ -41,6 +41,11 @@ Text &between(Text &dst, const char *prefix, const char *text, const char *postf
     return dst = Text(orEmpty(prefix)) + text + orEmpty(postfix);
 }
 
+Text &predefinedName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
+    const char *predefined = getPredefinedType(type);
+    return between(dst, prefix, predefined != nullptr ? predefined : NO_NAME, postfix);
+}
+
 /* The first of the type and its ancestors that carries the name of a definition, null without one.
  */
 const FixRec *nearestName(AsnType *type) {
@@ -157,10 +162,8 @@ Text &cBaseTypeId(Text &dst, const char *prefix, AsnType *type, const char *post
         return baseName(dst, prefix, type, postfix);
     if (isSynonymType(type) && isEntryType(type))
         return baseName(dst, prefix, type, postfix);
-    if (cIsPredefinedType(type)) {
-        const char *predefined = getPredefinedType(type);
-        return between(dst, prefix, predefined != nullptr ? predefined : NO_NAME, postfix);
-    }
+    if (cIsPredefinedType(type))
+        return predefinedName(dst, prefix, type, postfix);
     if (cIsDefinedBaseType(type))
         return baseName(dst, prefix, type, postfix);
     return cTypeId(dst, (Text(orEmpty(prefix)) + "struct t_").c_str(), type, postfix);
@@ -181,10 +184,8 @@ Text &cTypeIdForTypeCompDef(Text &dst, const char *prefix, AsnType *type, const 
     }
     if (cIsDefinedBaseType(type))
         return getDefBaseTypeId(dst, prefix, type, postfix);
-    if (cIsPredefinedType(type)) {
-        const char *predefined = getPredefinedType(type);
-        return between(dst, prefix, predefined != nullptr ? predefined : NO_NAME, postfix);
-    }
+    if (cIsPredefinedType(type))
+        return predefinedName(dst, prefix, type, postfix);
     return cTypeId(dst, tag.c_str(), type, postfix);
 }
 

@@ -135,6 +135,14 @@ bool cIsPtrAsnHomeMember(AsnType *type) {
            isAnyForm(form, VF_OBJI, VF_EXTERNAL_1994);
 }
 
+bool cIsHomeComponent(AsnType *type) {
+    return testTypeOption(type, OPT_COMPS_AS_POINTERS);
+}
+
+bool cHasCompHomes(AsnType *type) {
+    return cIsHomeComponent(type) || cIsHometab(type);
+}
+
 bool cIsControlMember(AsnType *type) {
     const int form = getVF(type);
     const int size = getVFSize(type);
@@ -142,13 +150,12 @@ bool cIsControlMember(AsnType *type) {
     switch (main) {
     case TYP_SEQ:
     case TYP_SET:
-        return !cIsHometab(type) && !testTypeOption(type, OPT_COMPS_AS_POINTERS) &&
-               isOptionalTypeComps(type) && size >= VF_BOOL;
+        return !cHasCompHomes(type) && isOptionalTypeComps(type) && size > VF_NONE;
     case TYP_SEQOF:
     case TYP_SETOF:
-        return form == VF_STRU && size >= VF_BOOL;
+        return form == VF_STRU && size > VF_NONE;
     case TYP_CHOICE:
-        return !cIsHometab(type) && !testTypeOption(type, OPT_COMPS_AS_POINTERS);
+        return !cHasCompHomes(type);
     case TYP_BMPSTR:
         return isCountedForm(form, VF_BMPSTR8, VF_BMPSTR);
     default:

@@ -19,6 +19,10 @@ bool cIsStaticArray(AsnType *type);
 bool cIsDynamicArray(AsnType *type);
 /* The type's member in an ASNHOME is a pointer to the value. */
 bool cIsPtrAsnHomeMember(AsnType *type);
+/* The components of the type are pointers to homes in its C structure. */
+bool cIsHomeComponent(AsnType *type);
+/* The components, and the content of an extension marker, lie in homes: as above or in hometab. */
+bool cHasCompHomes(AsnType *type);
 /* The C structure of the type holds a member that says what is present. */
 bool cIsControlMember(AsnType *type);
 

@@ -2,6 +2,7 @@
 
 #include "cbet/engine.h"
 #include "cbet/homes.h"
+#include "cbet/listsizes.h"
 #include "cbet/predicates.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
@@ -95,13 +96,9 @@ void testIfTooManyExtraElems(AsnType *father, sint64 upper) {
     if (extraElemsLoop() != nullptr)
         return;
     int file = glbInfo->outFile;
-    std::int32_t narrow;
-    if (!i64tol(upper, &narrow))
-        int64Warning(getModuleOfType(father), getTypeDefinitionLine(father),
-                     "Size constraint upper bound > MAXINT32");
-    Text counter;
+    Text counter, bound = cSizeBoundText(father, upper);
     cNVarRef(counter, nullptr, nullptr);
-    printfToF(file, "if (%s >= %s)", counter.c_str(), i64tostr(upper).c_str());
+    printfToF(file, "if (%s >= %s)", counter.c_str(), bound.c_str());
     cOpenBrace(file);
     if (glbInfo->funcKind == decodingKind)
         cReportError(file, glbInfo->tooManyError != nullptr ? glbInfo->tooManyError : "AM_FAIL");

@@ -27,10 +27,6 @@
 
 namespace {
 
-bool isHomeComponent(AsnType *type) {
-    return testTypeOption(type, OPT_COMPS_AS_POINTERS);
-}
-
 bool isDecoding() {
     return glbInfo->funcKind == decodingKind;
 }
@@ -91,7 +87,7 @@ void openDummyCompmask(AsnType *type) {
 
 void constructStructPref(AsnType *type, bool vars) {
     initComponents(type);
-    if (isTypeExtensionmarkerComp(type) && !isHomeComponent(type) && !cIsHometab(type))
+    if (isTypeExtensionmarkerComp(type) && !cHasCompHomes(type))
         cInitExtensionmarker(glbInfo->outFile, type, glbInfo->gIndex, true);
     if (isListType(type))
         openListBlock(type, vars);
@@ -405,7 +401,7 @@ void funcForNormalComponentOrElement(AsnType *father, AsnType *comp) {
 
 void funcForComponentOrElement(AsnType *father, AsnType *comp, int) {
     bool marker = isTypeExtensionmarker(comp);
-    bool pathFirst = isHomeComponent(father); /* its presence test is on the component itself */
+    bool pathFirst = cIsHomeComponent(father); /* its presence test is on the component itself */
     if (pathFirst)
         addCompNameToPath(comp);
     if (marker) {

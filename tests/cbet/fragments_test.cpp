@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "cbet/comptests.h"
 #include "cbet/extensions.h"
-#include "cbet/fragments.h"
 #include "cbet/functions.h"
+#include "cbet/listsizes.h"
+#include "cbet/reports.h"
 #include "driver/files.h"
 #include "tests/support/cbetrun.h"
 
