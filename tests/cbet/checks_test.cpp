@@ -41,9 +41,11 @@ const CheckRow rows[] = {
     {"IntegerRangeGoesToTheRunTime", [](TreeWriter &w) { return w.integer(0, 255); }, "!"},
     {"IntegerHoles",
      [](TreeWriter &w) {
-         return w.integer().constrained(w.sub(SUB_UNION, {single(w, 1), single(w, 3)}));
+         return w.integer().constrained(
+             w.sub(SUB_UNION, {single(w, 1), w.range(3, 4), single(w, 7)}));
      },
-     "!if ((1 < home->x && home->x < 3)){\nreportError (ASNG_F(asncodg) CONSTRAINT_FAIL);\n}\n"},
+     "!if ((1 < home->x && home->x < 3) || (4 < home->x && home->x < 7)){\nreportError "
+     "(ASNG_F(asncodg) CONSTRAINT_FAIL);\n}\n"},
     {"RealFromBelow",
      [](TreeWriter &w) {
          return w.real().constrained(w.rangeOf(w.realValue(15, 10, -1), 0, CLOSED));

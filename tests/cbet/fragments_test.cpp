@@ -6,6 +6,7 @@
 #include "cbet/extensions.h"
 #include "cbet/functions.h"
 #include "cbet/listsizes.h"
+#include "cbet/memory.h"
 #include "cbet/reports.h"
 #include "driver/files.h"
 #include "tests/support/cbetrun.h"
@@ -157,6 +158,22 @@ freeAsn (&home->extensionmarker, FREE_STG);
                   .find("initExtensionmarker (\n&home->anOuterNameOfThirtyCharacters."
                         "anInnerNameOfThirtyCharacters.extensionmarker);\n"),
               std::string::npos);
+}
+
+/* A home goes on the stack if its value may hold memory that isn't freed with it. */
+TEST(Fragments, FormsWithHomeStack) {
+    TreeWriter w("Mod", "mod");
+    w.define("T", w.sequence({w.comp("flag", w.boolean()), w.comp("nothing", w.null()),
+                              w.comp("fixed", w.string(TYP_IA5STR, 1, 8)),
+                              w.comp("oid", w.type(TYP_OBJID)), w.comp("time", w.type(TYP_UTCTIME)),
+                              w.comp("text", w.string(TYP_IA5STR)), w.comp("any", w.any()),
+                              w.comp("outside", w.type(TYP_EXTERNAL_1990))}));
+    CbetRun run(w);
+    for (const char *name : {"flag", "nothing", "fixed", "oid", "time", "text", "any", "outside"})
+        run.forComp("T", name, [](AsnType *comp) { cPushHome(BODY_FILE, comp, GIDX_CODING); });
+    EXPECT_EQ(run.body(), "pushHomeG (asncodg_asnuti, home->text);\n"
+                          "pushHomeG (asncodg_asnuti, home->any);\n"
+                          "pushHomeG (asncodg_asnuti, home->outside);\n");
 }
 
 TEST(Fragments, ErrorFormatCanBeReplaced) {
