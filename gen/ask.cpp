@@ -1,6 +1,5 @@
 #include "gen/ask.h"
 
-#include "cbet/builtin.h"
 #include "cbet/comptests.h"
 #include "cbet/engine.h"
 #include "cbet/functions.h"
@@ -9,8 +8,8 @@
 #include "cbet/predicates.h"
 #include "cbet/vars.h"
 #include "driver/files.h"
-#include "gen/fileset.h"
 #include "gen/functionkinds.h"
+#include "gen/leaves.h"
 #include "gen/nameddefs.h"
 #include "gen/valuecalls.h"
 #include "gen/valuetests.h"
@@ -145,8 +144,20 @@ void askCall(int file, AsnType *type, const char *postfix) {
     genFillCall(file, "a_", type, postfix);
 }
 
+void askBoolean(AsnType *type, const TypeFuncInfo *info) {
+    askCall(info->outFile, type, ");\n");
+    genNormalisedTrue(info->outFile, type);
+}
+
+void askInteger(AsnType *type, const TypeFuncInfo *info) {
+    askCall(info->outFile, type, ",");
+    genIntegerBounds(info->outFile, type);
+}
+
 /* A value in a hole is set back to the least one, unless the enumeration can be extended. */
-void askTestHoles(int file, AsnType *type) {
+void askEnum(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    askInteger(type, info);
     if (isSimpleIntegerValueSet(type) || !cCheckIntegerValueSet(file, type))
         return;
     cOpenBrace(file);
@@ -160,66 +171,44 @@ void askTestHoles(int file, AsnType *type) {
     cCloseBrace(file);
 }
 
-/* a_IA5String8 (&home->name, 1, 8); */
-void askString(int file, AsnType *type) {
-    sint64 low, high, alloc;
-    getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
-    genFillString(file, "a_", type, i64ismax(alloc));
+void askReal(AsnType *type, const TypeFuncInfo *info) {
+    askCall(info->outFile, type, ",");
+    genRealBounds(info->outFile, type);
 }
 
-void askLeafValue(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
-    Text text;
-    if (isStringLeaf(type) || getTypeMainType(type) == TYP_UNISTR) {
-        askString(file, type);
-        return;
-    }
-    switch (getTypeMainType(type)) {
-    case TYP_BOOLEAN:
-        askCall(file, type, ");\n");
-        genNormalisedTrue(file, type);
-        break;
-    case TYP_INTEGER:
-        askCall(file, type, ",");
-        genIntegerBounds(file, type);
-        break;
-    case TYP_ENUM:
-        askCall(file, type, ",");
-        genIntegerBounds(file, type);
-        askTestHoles(file, type);
-        break;
-    case TYP_REAL:
-        askCall(file, type, ",");
-        genRealBounds(file, type);
-        break;
-    case TYP_NULL:
-        wToF(file, cBuiltinCFunc(text, "a_", type, " ("));
-        wToF(file, ");\n");
-        break;
-    case TYP_SEQ: /* an empty structure */
-    case TYP_SET:
-        askEndComp(file, type);
-        break;
-    case TYP_ANY:
-    case TYP_OPEN:
-        genAnyFunction(type, info, "anyAsk");
-        break;
-    case TYP_OBJID:
-    case TYP_GENTIME:
-    case TYP_UTCTIME:
-    case TYP_EXTERNAL_1990:
-    case TYP_EXTERNAL_1994:
-        askCall(file, type, ");\n");
-        break;
-    default:
-        genNoFillCall(file, type);
-        break;
-    }
+/* a_IA5String8 (&home->name, 1, 8); */
+void askString(AsnType *type, const TypeFuncInfo *info) {
+    sint64 low, high, alloc;
+    getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
+    genFillString(info->outFile, "a_", type, i64ismax(alloc));
 }
+
+void askNull(AsnType *type, const TypeFuncInfo *info) {
+    genNullCall(info->outFile, "a_", type);
+}
+
+void askSimple(AsnType *type, const TypeFuncInfo *info) {
+    askCall(info->outFile, type, ");\n");
+}
+
+constexpr LeafCalls leafCalls = {
+    .boolean = askBoolean,
+    .integer = askInteger,
+    .enumerated = askEnum,
+    .real = askReal,
+    .string = askString,
+    .universalString = askString,
+    .null = askNull,
+    .emptyStructure = askStruPostfix,
+    .anyPrefix = "anyAsk",
+    .simple = askSimple,
+    .external = askSimple,
+    .other = genNoFillCall,
+};
 
 void askLeaf(AsnType *type, const TypeFuncInfo *info) {
     genNamedDefCalls(type, info);
-    askLeafValue(type, info);
+    genLeaf(type, info, leafCalls);
 }
 
 void askFrame(AsnType *type, const TypeFuncInfo *info) {
@@ -237,18 +226,11 @@ void askSkip(AsnType *, const TypeFuncInfo *info) {
 
 void generateAskingFunctions(AsnModule *module) {
     TypeFuncInfo info;
-    cInitTypeFuncInfo(&info);
-    info.outFile = fiAsk;
-    info.extFile = fiAskE;
-    info.entryBit = ENTRY_ASKING;
-    info.tedBefore = PLACE_BEFORE_ASKING;
-    info.tedAfter = PLACE_AFTER_ASKING;
-    info.funcKind = askingKind;
+    initFunctionKind(&info, askingKind);
     info.noBodyFunc = genNamedDefFunc;
     info.struPrefixFunc = askStruPrefix;
     info.isCompFunc = askIsComp;
     info.skipFunc = askSkip;
-    info.ignoreMode = 0;
     info.ignoreFunc = askSkip;
     info.frameFunc = askFrame;
     info.leafFunc = askLeaf;
@@ -259,9 +241,6 @@ void generateAskingFunctions(AsnModule *module) {
     info.entryPostfixFunc = askEntryPostfix;
     info.funcPrefix = "a";
     info.entryFuncPrefix = "ask";
-    info.gIndex = GIDX_TESTING;
-    info.reverseComps = false;
-    info.trackPath = false;
     initStamps();
     cGenerateTypeFunctions(module, &info);
 }

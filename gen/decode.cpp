@@ -12,7 +12,6 @@
 #include "cbet/vars.h"
 #include "driver/files.h"
 #include "gen/decodeleaf.h"
-#include "gen/fileset.h"
 #include "gen/functionkinds.h"
 #include "gen/meta.h"
 #include "gen/valuecalls.h"
@@ -345,18 +344,11 @@ void generateDecodingFunctions(AsnModule *module) {
     const Text funcPrefix = codePrefix + "d";
     const Text entryFuncPrefix = codePrefix + "dec";
     TypeFuncInfo info;
-    cInitTypeFuncInfo(&info);
-    info.outFile = fiDec;
-    info.extFile = fiDecE;
-    info.entryBit = ENTRY_DECODING;
-    info.tedBefore = PLACE_BEFORE_DECODING;
-    info.tedAfter = PLACE_AFTER_DECODING;
-    info.funcKind = decodingKind;
+    initFunctionKind(&info, decodingKind);
     info.struPrefixFunc = decStruPrefix;
     info.isCompFunc = decIsComp;
     info.compPrefixFunc = decCompPrefix;
     info.skipFunc = decSkipError;
-    info.ignoreMode = 0;
     info.ignoreFunc = decSkipIgnore;
     info.extraMoreFunc = decIsComp;
     info.frameFunc = decFrame;
@@ -368,9 +360,6 @@ void generateDecodingFunctions(AsnModule *module) {
     info.entryPostfixFunc = decEntryPostfix;
     info.funcPrefix = funcPrefix.c_str();
     info.entryFuncPrefix = entryFuncPrefix.c_str();
-    info.gIndex = GIDX_CODING;
-    info.reverseComps = false;
-    info.trackPath = true;
     initStamps();
     cGenerateTypeFunctions(module, &info);
 }

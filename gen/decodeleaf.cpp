@@ -1,12 +1,11 @@
 #include "gen/decodeleaf.h"
 
-#include "cbet/builtin.h"
 #include "cbet/comptests.h"
 #include "cbet/homes.h"
 #include "cbet/reports.h"
-#include "cbet/typefuncinfo.h"
 #include "cbet/vars.h"
 #include "driver/files.h"
+#include "gen/leaves.h"
 #include "gen/valuecalls.h"
 #include "gen/valuetests.h"
 #include "gen/warnings.h"
@@ -21,16 +20,26 @@ void decCall(int file, AsnType *type, const char *postfix) {
     genFillCall(file, "d_", type, postfix);
 }
 
+void decBoolean(AsnType *type, const TypeFuncInfo *info) {
+    decCall(info->outFile, type, ");\n");
+    genNormalisedTrue(info->outFile, type);
+}
+
 /* d_uint8 (&home->id, 0, 255); */
-void decInteger(int file, AsnType *type) {
-    if (isExtensibleIntegerValueSet(type) && getTypeMainType(type) == TYP_INTEGER)
-        decWarnOfExtendedConstraint(file, type, "INTEGER");
+void decNumber(int file, AsnType *type) {
     decCall(file, type, ",");
     genIntegerBounds(file, type);
 }
 
-void decEnum(int file, AsnType *type) {
-    decInteger(file, type);
+void decInteger(AsnType *type, const TypeFuncInfo *info) {
+    if (isExtensibleIntegerValueSet(type))
+        decWarnOfExtendedConstraint(info->outFile, type, "INTEGER");
+    decNumber(info->outFile, type);
+}
+
+void decEnum(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
+    decNumber(file, type);
     if (isSimpleIntegerValueSet(type) || !cCheckIntegerValueSet(file, type))
         return;
     cOpenBrace(file);
@@ -39,6 +48,11 @@ void decEnum(int file, AsnType *type) {
     else
         cReportError(file, "ENUM_ERR");
     cCloseBrace(file);
+}
+
+void decReal(AsnType *type, const TypeFuncInfo *info) {
+    decCall(info->outFile, type, ",");
+    genRealBounds(info->outFile, type);
 }
 
 /* if (asncodg_info->len > 8) */
@@ -53,7 +67,8 @@ void decTestSizeLimit(int file, AsnType *type) {
 }
 
 /* d_IA5String8 (&home->name, 1, 8); */
-void decString(int file, AsnType *type) {
+void decString(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
     if (isExtensibleSizeConstraintValueSet(type)) {
         decWarnOfExtendedConstraint(file, type, "string");
         return;
@@ -64,6 +79,33 @@ void decString(int file, AsnType *type) {
     genFillString(file, "d_", type, i64ismax(high));
 }
 
+void decNull(AsnType *type, const TypeFuncInfo *info) {
+    genNullCall(info->outFile, "d_", type);
+}
+
+void decEmpty(AsnType *, const TypeFuncInfo *info) {
+    wToF(info->outFile, "d_EOC ();\n");
+}
+
+void decSimple(AsnType *type, const TypeFuncInfo *info) {
+    decCall(info->outFile, type, ");\n");
+}
+
+constexpr LeafCalls leafCalls = {
+    .boolean = decBoolean,
+    .integer = decInteger,
+    .enumerated = decEnum,
+    .real = decReal,
+    .string = decString,
+    .universalString = decString,
+    .null = decNull,
+    .emptyStructure = decEmpty,
+    .anyPrefix = "anyDec",
+    .simple = decSimple,
+    .external = decSimple,
+    .other = genNoFillCall,
+};
+
 } // namespace
 
 void decWarnOfExtendedConstraint(int file, AsnType *type, const char *what) {
@@ -72,48 +114,5 @@ void decWarnOfExtendedConstraint(int file, AsnType *type, const char *what) {
 }
 
 void decLeaf(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
-    Text text;
-    if (isStringLeaf(type) || getTypeMainType(type) == TYP_UNISTR) {
-        decString(file, type);
-        return;
-    }
-    switch (getTypeMainType(type)) {
-    case TYP_BOOLEAN:
-        decCall(file, type, ");\n");
-        genNormalisedTrue(file, type);
-        break;
-    case TYP_INTEGER:
-        decInteger(file, type);
-        break;
-    case TYP_ENUM:
-        decEnum(file, type);
-        break;
-    case TYP_REAL:
-        decCall(file, type, ",");
-        genRealBounds(file, type);
-        break;
-    case TYP_NULL:
-        wToF(file, cBuiltinCFunc(text, "d_", type, " ("));
-        wToF(file, ");\n");
-        break;
-    case TYP_SEQ: /* an empty structure */
-    case TYP_SET:
-        wToF(file, "d_EOC ();\n");
-        break;
-    case TYP_ANY:
-    case TYP_OPEN:
-        genAnyFunction(type, info, "anyDec");
-        break;
-    case TYP_OBJID:
-    case TYP_GENTIME:
-    case TYP_UTCTIME:
-    case TYP_EXTERNAL_1990:
-    case TYP_EXTERNAL_1994:
-        decCall(file, type, ");\n");
-        break;
-    default:
-        genNoFillCall(file, type);
-        break;
-    }
+    genLeaf(type, info, leafCalls);
 }

@@ -9,17 +9,19 @@
 #include "cbet/predicates.h"
 #include "cbet/vars.h"
 #include "driver/files.h"
-#include "gen/fileset.h"
 #include "gen/functionkinds.h"
+#include "gen/leaves.h"
 #include "gen/meta.h"
 #include "gen/valuecalls.h"
 #include "gen/warnings.h"
+#include "model/compwalk.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/stamps.h"
 #include "model/tags.h"
 #include "model/typeextension.h"
 #include "model/typequeries.h"
+#include "model/typewalk.h"
 #include "model/valuesets.h"
 #include "options/ketracnf.h"
 #include "store/records.h"
@@ -160,13 +162,22 @@ void encScalar(int file, AsnType *type, bool addressOf) {
     encRef(file, type, addressOf, ");\n");
 }
 
-void encInteger(int file, AsnType *type) {
-    if (isExtensibleIntegerValueSet(type))
-        warningForExtendedConstraints(file, type, "INTEGER");
-    encScalar(file, type, getVF(type) == VF_I64);
+void encBoolean(AsnType *type, const TypeFuncInfo *info) {
+    encScalar(info->outFile, type, false);
 }
 
-void encReal(int file, AsnType *type) {
+void encEnum(AsnType *type, const TypeFuncInfo *info) {
+    encScalar(info->outFile, type, isNumberByAddress(type));
+}
+
+void encInteger(AsnType *type, const TypeFuncInfo *info) {
+    if (isExtensibleIntegerValueSet(type))
+        warningForExtendedConstraints(info->outFile, type, "INTEGER");
+    encScalar(info->outFile, type, isNumberByAddress(type));
+}
+
+void encReal(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
     const int decimals = getGlobalOptions(getModuleOfType(type))->decimals;
     encName(file, type, false, ",");
     encRef(file, type, false, ",");
@@ -177,7 +188,8 @@ void encReal(int file, AsnType *type) {
 }
 
 /* e_IA5String_8 (TAG8(TAG_CTX8, TAG_PRI8, 0), &home->name); */
-void encString(int file, AsnType *type) {
+void encString(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
     if (isExtensibleSizeConstraintValueSet(type)) {
         warningForExtendedConstraints(file, type, "string");
         return;
@@ -189,49 +201,36 @@ void encString(int file, AsnType *type) {
     encRef(file, type, true, ");\n");
 }
 
+void encNull(AsnType *type, const TypeFuncInfo *info) {
+    encName(info->outFile, type, false, ");\n");
+}
+
+void encSimple(AsnType *type, const TypeFuncInfo *info) {
+    encScalar(info->outFile, type, true);
+}
+
+void encExternal(AsnType *type, const TypeFuncInfo *info) {
+    encName(info->outFile, type, true, ",");
+    encRef(info->outFile, type, true, ");\n");
+}
+
+constexpr LeafCalls leafCalls = {
+    .boolean = encBoolean,
+    .integer = encInteger,
+    .enumerated = encEnum,
+    .real = encReal,
+    .string = encString,
+    .universalString = warnOfNoCall,
+    .null = encNull,
+    .emptyStructure = genNoText,
+    .anyPrefix = "anyEnc",
+    .simple = encSimple,
+    .external = encExternal,
+    .other = warnOfNoCall,
+};
+
 void encLeaf(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
-    if (isStringLeaf(type)) {
-        encString(file, type);
-        return;
-    }
-    switch (getTypeMainType(type)) {
-    case TYP_BOOLEAN:
-        encScalar(file, type, false);
-        break;
-    case TYP_INTEGER:
-        encInteger(file, type);
-        break;
-    case TYP_ENUM:
-        encScalar(file, type, getVF(type) == VF_I64 || isExtensibleEnumeratedList(type));
-        break;
-    case TYP_REAL:
-        encReal(file, type);
-        break;
-    case TYP_NULL:
-        encName(file, type, false, ");\n");
-        break;
-    case TYP_SEQ: /* an empty structure */
-    case TYP_SET:
-        break;
-    case TYP_ANY:
-    case TYP_OPEN:
-        genAnyFunction(type, info, "anyEnc");
-        break;
-    case TYP_OBJID:
-    case TYP_GENTIME:
-    case TYP_UTCTIME:
-        encScalar(file, type, true);
-        break;
-    case TYP_EXTERNAL_1990:
-    case TYP_EXTERNAL_1994:
-        encName(file, type, true, ",");
-        encRef(file, type, true, ");\n");
-        break;
-    default:
-        warnOfNoCall(type);
-        break;
-    }
+    genLeaf(type, info, leafCalls);
 }
 
 /* A frame holds a ready encoding. */
@@ -257,10 +256,10 @@ bool selectTagForSkipped(AsnType *type, AsnTag *found, int *depth) {
             hasTag = true;
         });
     } else if (getTypeMainType(type) == TYP_CHOICE) {
-        forEachTypeComp(type, [found, depth, &hasTag](AsnType *, AsnType *comp, int nbr) {
-            if (nbr == 0)
-                hasTag = selectTagForSkipped(comp, found, depth);
-        });
+        if (AsnType *first = firstTypeComp(type, true, 0)) {
+            hasTag = selectTagForSkipped(first, found, depth);
+            delAsnType(first);
+        }
     }
     return hasTag;
 }
@@ -285,17 +284,10 @@ void generateEncodingFunctions(AsnModule *module) {
     const Text funcPrefix = codePrefix + "e";
     const Text entryFuncPrefix = codePrefix + "enc";
     TypeFuncInfo info;
-    cInitTypeFuncInfo(&info);
-    info.outFile = fiEnc;
-    info.extFile = fiEncE;
-    info.entryBit = ENTRY_ENCODING;
-    info.tedBefore = PLACE_BEFORE_ENCODING;
-    info.tedAfter = PLACE_AFTER_ENCODING;
-    info.funcKind = encodingKind;
+    initFunctionKind(&info, encodingKind);
     info.struPrefixFunc = encStruPrefix;
     info.compPrefixFunc = encCompPrefix;
     info.skipFunc = encSkip;
-    info.ignoreMode = 0;
     info.ignoreFunc = encSkip;
     info.frameFunc = encFrame;
     info.leafFunc = encLeaf;
@@ -306,9 +298,6 @@ void generateEncodingFunctions(AsnModule *module) {
     info.entryPostfixFunc = encEntryPostfix;
     info.funcPrefix = funcPrefix.c_str();
     info.entryFuncPrefix = entryFuncPrefix.c_str();
-    info.gIndex = GIDX_CODING;
-    info.reverseComps = true;
-    info.trackPath = false;
     initStamps();
     cGenerateTypeFunctions(module, &info);
 }

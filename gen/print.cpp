@@ -6,8 +6,8 @@
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "driver/files.h"
-#include "gen/fileset.h"
 #include "gen/functionkinds.h"
+#include "gen/leaves.h"
 #include "gen/nameddefs.h"
 #include "gen/valuecalls.h"
 #include "model/stamps.h"
@@ -61,8 +61,21 @@ void priScalar(int file, AsnType *type, bool addressOf) {
     wToF(file, cHome(text, " ", addressOf, type, nullptr, ");\n"));
 }
 
+void priByValue(AsnType *type, const TypeFuncInfo *info) {
+    priScalar(info->outFile, type, false);
+}
+
+void priByAddress(AsnType *type, const TypeFuncInfo *info) {
+    priScalar(info->outFile, type, true);
+}
+
+void priNumber(AsnType *type, const TypeFuncInfo *info) {
+    priScalar(info->outFile, type, isNumberByAddress(type));
+}
+
 /* p_IA5String ("name", &home->name); */
-void priString(int file, AsnType *type) {
+void priString(AsnType *type, const TypeFuncInfo *info) {
+    const int file = info->outFile;
     Text text;
     tstCompId(file, cBuiltinStringTstCFunc(text, "p_", type, " (").c_str(), type, nullptr);
     wToF(file, ",");
@@ -70,46 +83,25 @@ void priString(int file, AsnType *type) {
     wToF(file, cHome(text, " ", true, type, nullptr, ");\n"));
 }
 
-void priLeafValue(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
-    if (isStringLeaf(type)) {
-        priString(file, type);
-        return;
-    }
-    switch (getTypeMainType(type)) {
-    case TYP_BOOLEAN:
-    case TYP_REAL:
-        priScalar(file, type, false);
-        break;
-    case TYP_INTEGER:
-        priScalar(file, type, getVF(type) == VF_I64);
-        break;
-    case TYP_ENUM:
-        priScalar(file, type, getVF(type) == VF_I64 || isExtensibleEnumeratedList(type));
-        break;
-    case TYP_NULL:
-        priName(file, type);
-        wToF(file, ");\n");
-        break;
-    case TYP_SEQ: /* an empty structure */
-    case TYP_SET:
-        break;
-    case TYP_ANY:
-    case TYP_OPEN:
-        genAnyFunction(type, info, "anyPri");
-        break;
-    case TYP_OBJID:
-    case TYP_GENTIME:
-    case TYP_UTCTIME:
-    case TYP_EXTERNAL_1990:
-    case TYP_EXTERNAL_1994:
-        priScalar(file, type, true);
-        break;
-    default:
-        warnOfNoCall(type);
-        break;
-    }
+void priNull(AsnType *type, const TypeFuncInfo *info) {
+    priName(info->outFile, type);
+    wToF(info->outFile, ");\n");
 }
+
+constexpr LeafCalls leafCalls = {
+    .boolean = priByValue,
+    .integer = priNumber,
+    .enumerated = priNumber,
+    .real = priByValue,
+    .string = priString,
+    .universalString = warnOfNoCall,
+    .null = priNull,
+    .emptyStructure = genNoText,
+    .anyPrefix = "anyPri",
+    .simple = priByAddress,
+    .external = priByAddress,
+    .other = warnOfNoCall,
+};
 
 void priLeaf(AsnType *type, const TypeFuncInfo *info) {
     if (isTypeExtensionmarker(type)) {
@@ -119,7 +111,7 @@ void priLeaf(AsnType *type, const TypeFuncInfo *info) {
         return;
     }
     genNamedDefCalls(type, info);
-    priLeafValue(type, info);
+    genLeaf(type, info, leafCalls);
 }
 
 /* p_Frame (&home->x, TYP_INTEGER); */
@@ -144,18 +136,11 @@ void priSkip(AsnType *type, const TypeFuncInfo *info) {
 
 void generatePrintingFunctions(AsnModule *module) {
     TypeFuncInfo info;
-    cInitTypeFuncInfo(&info);
-    info.outFile = fiPri;
-    info.extFile = fiPriE;
-    info.entryBit = ENTRY_PRINTING;
-    info.tedBefore = PLACE_BEFORE_PRINTING;
-    info.tedAfter = PLACE_AFTER_PRINTING;
-    info.funcKind = printingKind;
+    initFunctionKind(&info, printingKind);
     info.noBodyFunc = genNamedDefFunc;
     info.struPrefixFunc = priStruPrefix;
     info.compPrefixFunc = priBegComp;
     info.skipFunc = priSkip;
-    info.ignoreMode = 0;
     info.ignoreFunc = priSkip;
     info.frameFunc = priFrame;
     info.leafFunc = priLeaf;
@@ -166,9 +151,6 @@ void generatePrintingFunctions(AsnModule *module) {
     info.entryPostfixFunc = priEndComp;
     info.funcPrefix = "p";
     info.entryFuncPrefix = "pri";
-    info.gIndex = GIDX_TESTING;
-    info.reverseComps = false;
-    info.trackPath = false;
     initStamps();
     cGenerateTypeFunctions(module, &info);
 }

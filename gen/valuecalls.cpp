@@ -7,6 +7,7 @@
 #include "driver/files.h"
 #include "gen/warnings.h"
 #include "model/any.h"
+#include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
 #include "model/valuesets.h"
@@ -16,25 +17,11 @@ bool isAnyOrOpen(AsnType *type) {
     return mainType == TYP_ANY || mainType == TYP_OPEN;
 }
 
-bool isStringLeaf(AsnType *type) {
-    switch (getTypeMainType(type)) {
-    case TYP_BITSTR:
-    case TYP_OCTSTR:
-    case TYP_NUMSTR:
-    case TYP_PRISTR:
-    case TYP_TELSTR:
-    case TYP_VIDSTR:
-    case TYP_VISSTR:
-    case TYP_IA5STR:
-    case TYP_GRASTR:
-    case TYP_GENSTR:
-    case TYP_BMPSTR:
-    case TYP_OBJDESCR:
-        return true;
-    default:
-        return false;
-    }
+bool isNumberByAddress(AsnType *type) {
+    return getVF(type) == VF_I64 || isExtensibleEnumeratedList(type);
 }
+
+void genNoText(AsnType *, const TypeFuncInfo *) {}
 
 void genNormalCall(AsnType *type, const TypeFuncInfo *info) {
     cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
@@ -77,6 +64,12 @@ void genFillCall(int file, const char *prefix, AsnType *type, const char *postfi
     wToF(file, cHome(text, nullptr, true, type, nullptr, postfix));
 }
 
+void genNullCall(int file, const char *prefix, AsnType *type) {
+    Text text;
+    wToF(file, cBuiltinCFunc(text, prefix, type, " ("));
+    wToF(file, ");\n");
+}
+
 void genFillString(int file, const char *prefix, AsnType *type, bool unbounded) {
     sint64 low, high, alloc;
     getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
@@ -91,7 +84,7 @@ void genFillString(int file, const char *prefix, AsnType *type, bool unbounded) 
     wToF(file, ");\n");
 }
 
-void genNoFillCall(int file, AsnType *type) {
+void genNoFillCall(AsnType *type, const TypeFuncInfo *info) {
     switch (getTypeMainType(type)) {
     case TYP_EMB_PDV:
         notYetSupported(type, "EMBEDDED PDV");
@@ -100,7 +93,7 @@ void genNoFillCall(int file, AsnType *type) {
         notYetSupported(type, "Instance-of");
         break;
     default:
-        wToF(file, "NOT YET IMPLEMENTED!!");
+        wToF(info->outFile, "NOT YET IMPLEMENTED!!");
         break;
     }
 }
@@ -113,7 +106,7 @@ void genFixedSize(int file, AsnType *type) {
     printfToF(file, " %s,", i64tostr(low).c_str());
 }
 
-void warnOfNoCall(AsnType *type) {
+void warnOfNoCall(AsnType *type, const TypeFuncInfo *) {
     switch (getTypeMainType(type)) {
     case TYP_EMB_PDV:
         notYetSupported(type, "EMBEDDED PDV");

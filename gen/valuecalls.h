@@ -8,9 +8,11 @@ struct TypeFuncInfo;
 
 /* A value of any type whose encoding isn't looked into: ANY or an open type. */
 bool isAnyOrOpen(AsnType *type);
-/* A bit, octet or character string for which all kinds of function have a call. There is none for
-   UniversalString, which only decoding and asking treat as a string. */
-bool isStringLeaf(AsnType *type);
+/* An INTEGER or ENUMERATED in C that is a structure, so that encoding and printing get its address.
+ */
+bool isNumberByAddress(AsnType *type);
+/* For a leaf that needs no call. */
+void genNoText(AsnType *type, const TypeFuncInfo *info);
 
 /* The function of a defined type that has components: "eFoo (ASNG_F(asncodg) &home->x);\n". */
 void genNormalCall(AsnType *type, const TypeFuncInfo *info);
@@ -24,13 +26,15 @@ void genOpenFrame(int file, const char *call, AsnType *type);
    that fills the value: "d_uint8 (&home->id" and `postfix`. */
 void genTypedFrame(int file, const char *call, AsnType *type);
 void genFillCall(int file, const char *prefix, AsnType *type, const char *postfix);
+/* d_NullType (); */
+void genNullCall(int file, const char *prefix, AsnType *type);
 /* The call for a string with its bounds: "d_IA5String8 (&home->name, 1, 8);\n". The upper one is
    that of the allocation; `unbounded` writes MAXLONG in its place. */
 void genFillString(int file, const char *prefix, AsnType *type, bool unbounded);
 /* What takes the place of the call where the run-time library has none. */
-void genNoFillCall(int file, AsnType *type);
+void genNoFillCall(AsnType *type, const TypeFuncInfo *info);
 
 /* Encoding and printing: the size argument of a string that has no length of its own, " 16,". */
 void genFixedSize(int file, AsnType *type);
 /* The warning that takes the place of the call where the run-time library has none. */
-void warnOfNoCall(AsnType *type);
+void warnOfNoCall(AsnType *type, const TypeFuncInfo *info);

@@ -97,10 +97,8 @@ void genUpperBound(int file, const char *call, AsnType *list, AsnType *elem) {
     const bool inHome = testTypeOption(elem, OPT_HOME);
     const bool isPointer =
         inHome || testTypeOption(elem, OPT_POINTER) || cIsFrameType(elem) || isRecursiveType(elem);
-    if (inHome)
-        wToF(file, " sizeof (ASNHOME");
-    else
-        wToF(file, cBaseTypeId(text, " sizeof (", elem, nullptr));
+    wToF(file, " sizeof (");
+    wToF(file, inHome ? Text("ASNHOME") : cBaseTypeId(text, nullptr, elem, nullptr));
     if (isPointer)
         wToF(file, " *");
     wToF(file, "));\n");
