@@ -33,16 +33,17 @@ void checked(TreeWriter &w, RecNr constraint) {
     w.define("T", w.sequence({w.comp("n", w.integer().constrained(constraint))})).entry();
 }
 
-void governorMissing(TreeWriter &w) {
-    ValueNode value = w.defineValue("v", w.integer(), w.intValue(1));
+/* The same in a finished tree, whose record `changed` may be changed. */
+SubRec &finished(TreeWriter &w, RecNr constraint, RecNr changed) {
+    checked(w, constraint);
     w.finish();
-    value->governorRec = 0;
+    return sub(w, changed);
 }
 
-void governorNowhere(TreeWriter &w) {
-    ValueNode value = w.defineValue("v", w.integer(), w.intValue(1));
+ValueNode finishedValue(TreeWriter &w, TypeNode type, ValueNode value) {
+    ValueNode defined = w.defineValue("v", type, value);
     w.finish();
-    value->governorRec = NOWHERE;
+    return defined;
 }
 
 void namedBit(TreeWriter &w, std::int64_t bit) {
@@ -50,9 +51,9 @@ void namedBit(TreeWriter &w, std::int64_t bit) {
     w.defineValue("v", w.ref("Rights"), w.listValue(TYP_BITSTR, {w.itemOf("Rights", "far")}));
 }
 
-void namedBitIsText(TreeWriter &w) {
-    w.defineValue("v", w.string(TYP_BITSTR),
-                  w.listValue(TYP_BITSTR, {w.textValue(TYP_IA5STR, "far")}));
+/* An object identifier of two arcs. */
+void arcs(TreeWriter &w, ValueNode last) {
+    w.defineValue("v", w.type(TYP_OBJID), w.listValue(TYP_OBJID, {w.intValue(1), last}));
 }
 
 void defaultNowhere(TreeWriter &w) {
@@ -62,19 +63,9 @@ void defaultNowhere(TreeWriter &w) {
     comp->defaultValue = NOWHERE;
 }
 
-void arcTooLarge(TreeWriter &w) {
-    w.defineValue("v", w.type(TYP_OBJID), w.objectIdentifier({w.intValue(1), w.intValue(BIG)}));
-}
-
-void arcIsText(TreeWriter &w) {
-    w.defineValue("v", w.type(TYP_OBJID),
-                  w.listValue(TYP_OBJID, {w.intValue(1), w.textValue(TYP_IA5STR, "x")}));
-}
-
 void arcsOfThemselves(TreeWriter &w) {
     ValueNode value =
-        w.defineValue("v", w.type(TYP_OBJID), w.objectIdentifier({w.intValue(1), w.intValue(2)}));
-    w.finish();
+        finishedValue(w, w.type(TYP_OBJID), w.objectIdentifier({w.intValue(1), w.intValue(2)}));
     VNode &first = w.vNodes[static_cast<std::size_t>(value->refRecord - 1)];
     first.valueKind = TYP_SYNONYM;
     first.refModule = 1;
@@ -87,59 +78,30 @@ void valueOfItself(TreeWriter &w) {
     value.exported();
 }
 
-void singleValueMissing(TreeWriter &w) {
-    RecNr nr = w.single(w.intValue(1));
-    checked(w, nr);
-    w.finish();
-    sub(w, nr).first = NOWHERE;
-}
-
-void singleValueNone(TreeWriter &w) {
-    RecNr nr = w.single(w.intValue(1));
-    checked(w, nr);
-    w.finish();
-    sub(w, nr).first = 0;
-}
-
-void unionMemberMissing(TreeWriter &w) {
-    RecNr member = w.range(1, 2);
-    checked(w, w.sub(SUB_UNION, {member, w.range(4, 5)}));
-    w.finish();
-    sub(w, member).next = NOWHERE;
-}
-
-void unionInCircle(TreeWriter &w) {
-    RecNr first = w.range(1, 2), second = w.range(4, 5);
-    checked(w, w.sub(SUB_UNION, {first, second}));
-    w.finish();
-    sub(w, second).next = first;
+void unionWith(TreeWriter &w, RecNr behindSecond) {
+    const RecNr first = w.range(1, 2), second = w.range(4, 5);
+    finished(w, w.sub(SUB_UNION, {first, second}), second).next =
+        behindSecond == 0 ? first : behindSecond;
 }
 
 void unionWithinItself(TreeWriter &w) {
-    RecNr member = w.sub(SUB_UNION, {w.range(1, 2)});
-    RecNr whole = w.sub(SUB_UNION, {member});
-    checked(w, whole);
-    w.finish();
-    sub(w, member).first = whole;
+    const RecNr member = w.sub(SUB_UNION, {w.range(1, 2)});
+    const RecNr whole = w.sub(SUB_UNION, {member});
+    finished(w, whole, member).first = whole;
 }
 
 void sizeMissing(TreeWriter &w) {
-    RecNr size = w.size(1, 5);
+    const RecNr size = w.size(1, 5);
     w.define("T", w.sequence({w.comp("s", w.string(TYP_OCTSTR).constrained(size))})).entry();
     w.finish();
     sub(w, size).first = 0;
 }
 
 void containedInItself(TreeWriter &w) {
-    TypeNode other = w.integer(1, 2);
-    RecNr nr = w.includes(w.define("U", other));
+    const RecNr nr = w.includes(w.define("U", w.integer(1, 2)));
     TypeNode type = w.define("T", w.integer().constrained(nr)).entry();
     w.finish();
     w.vNodes[static_cast<std::size_t>(sub(w, nr).first - 1)].refRecord = type.nr;
-}
-
-void exceptWithOnePart(TreeWriter &w) {
-    checked(w, w.sub(SUB_EXCEPT, {w.range(1, 9)}));
 }
 
 void enumerationWithoutItems(TreeWriter &w) {
@@ -148,42 +110,53 @@ void enumerationWithoutItems(TreeWriter &w) {
     w.define("T", w.sequence({w.comp("e", w.ref("None")), w.comp("m", w.ref("Marker"))})).entry();
 }
 
+void singleValue(TreeWriter &w, RecNr value) {
+    const RecNr nr = w.single(w.intValue(1));
+    finished(w, nr, nr).first = value;
+}
+
 #define INTERNAL_FAULT(detail) "\nFATAL ERROR : Internal error\n" detail "\n"
 constexpr const char *UNREADABLE = "\nFATAL ERROR : Can not read record from syntax tree\n\n";
 constexpr const char *INCONSISTENT =
     "\nFATAL ERROR : Syntax tree inconsistent\n              t\n\n";
+constexpr const char *BIT_FAULT = INTERNAL_FAULT("              Too long named bit value\n");
+constexpr const char *ARC_FAULT =
+    INTERNAL_FAULT("              Too large object identifier element value\n");
+using W = TreeWriter;
 
 const BadCase cases[] = {
-    {"governor_missing", governorMissing, 2, INTERNAL_FAULT("")},
-    {"governor_nowhere", governorNowhere, 2, UNREADABLE},
-    {"named_bit_too_large", [](TreeWriter &w) { namedBit(w, BIG); }, 2,
-     INTERNAL_FAULT("              Too long named bit value\n")},
-    {"named_bit_far_out", [](TreeWriter &w) { namedBit(w, 2147483647); }, 2,
-     INTERNAL_FAULT("              Too long named bit value\n")},
-    {"named_bit_negative", [](TreeWriter &w) { namedBit(w, -5); }, 2,
-     INTERNAL_FAULT("              Too long named bit value\n")},
-    {"named_bit_is_text", namedBitIsText, 2, INTERNAL_FAULT("")},
-    {"default_nowhere", defaultNowhere, 0, ""},
-    {"arc_too_large", arcTooLarge, 2,
-     INTERNAL_FAULT("              Too large object identifier element value\n")},
-    {"arc_negative",
-     [](TreeWriter &w) {
-         w.defineValue("v", w.type(TYP_OBJID), w.objectIdentifier({w.intValue(1), w.intValue(-1)}));
+    {"governor_missing",
+     [](W &w) { finishedValue(w, w.integer(), w.intValue(1))->governorRec = 0; }, 2,
+     INTERNAL_FAULT("")},
+    {"governor_nowhere",
+     [](W &w) { finishedValue(w, w.integer(), w.intValue(1))->governorRec = NOWHERE; }, 2,
+     UNREADABLE},
+    {"named_bit_too_large", [](W &w) { namedBit(w, BIG); }, 2, BIT_FAULT},
+    {"named_bit_far_out", [](W &w) { namedBit(w, 2147483647); }, 2, BIT_FAULT},
+    {"named_bit_negative", [](W &w) { namedBit(w, -5); }, 2, BIT_FAULT},
+    {"named_bit_is_text",
+     [](W &w) {
+         w.defineValue("v", w.string(TYP_BITSTR),
+                       w.listValue(TYP_BITSTR, {w.textValue(TYP_IA5STR, "far")}));
      },
-     2, INTERNAL_FAULT("              Too large object identifier element value\n")},
-    {"arc_is_text", arcIsText, 0,
+     2, INTERNAL_FAULT("")},
+    {"default_nowhere", defaultNowhere, 0, ""},
+    {"arc_too_large", [](W &w) { arcs(w, w.intValue(BIG)); }, 2, ARC_FAULT},
+    {"arc_negative", [](W &w) { arcs(w, w.intValue(-1)); }, 2, ARC_FAULT},
+    {"arc_is_text", [](W &w) { arcs(w, w.textValue(TYP_IA5STR, "x")); }, 0,
      "Warning VELMO: No define for v: its object identifier is not resolved.\n"},
     {"arcs_of_themselves", arcsOfThemselves, 2, INCONSISTENT},
     {"value_of_itself", valueOfItself, 2, INCONSISTENT},
-    {"single_value_missing", singleValueMissing, 2, UNREADABLE},
-    {"single_value_none", singleValueNone, 2,
+    {"single_value_missing", [](W &w) { singleValue(w, NOWHERE); }, 2, UNREADABLE},
+    {"single_value_none", [](W &w) { singleValue(w, 0); }, 2,
      INTERNAL_FAULT("              Unable to construct a value for a constraint.\n")},
-    {"union_member_missing", unionMemberMissing, 2, UNREADABLE},
-    {"union_in_circle", unionInCircle, 2, INCONSISTENT},
+    {"union_member_missing", [](W &w) { unionWith(w, NOWHERE); }, 2, UNREADABLE},
+    {"union_in_circle", [](W &w) { unionWith(w, 0); }, 2, INCONSISTENT},
     {"union_within_itself", unionWithinItself, 2, INCONSISTENT},
     {"size_missing", sizeMissing, 2, UNREADABLE},
     {"contained_in_itself", containedInItself, 2, INCONSISTENT},
-    {"except_with_one_part", exceptWithOnePart, 2, UNREADABLE},
+    {"except_with_one_part", [](W &w) { checked(w, w.sub(SUB_EXCEPT, {w.range(1, 9)})); }, 2,
+     UNREADABLE},
     {"enumeration_without_items", enumerationWithoutItems, 0, ""},
 };
 

@@ -1,8 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "examples/modules.h"
 #include "tests/support/codingcase.h"
 
-/* How options shape encoding and decoding functions: which types get them, what stands in them. */
+/* How options shape functions: which types get them, what stands in them. */
 
 namespace {
 
@@ -69,10 +70,12 @@ void paths(TreeWriter &w) {
 /* Lines of a user for each place, on definitions, components and uses of definitions. */
 void embedded(TreeWriter &w) {
     const auto lines = [](TypeNode type, const std::string &name) {
-        return type.text("E1", "/* before encoding " + name + " */")
-            .text("E2", "/* after encoding " + name + " */")
-            .text("D1", "/* before decoding " + name + " */")
-            .text("D2", "/* after decoding " + name + " */");
+        for (const char letter : {'E', 'D', 'A', 'P'}) {
+            const std::string place(1, letter);
+            type.text(place + "1", "/* " + place + " before " + name + " */");
+            type.text(place + "2", "/* " + place + " behind " + name + " */");
+        }
+        return type;
     };
     lines(w.define("Msg", w.sequence({lines(w.comp("id", byte(w)), "id"),
                                       lines(w.comp("may", w.boolean()).optional(), "may"),
@@ -121,6 +124,9 @@ void morla(TreeWriter &w) {
 #define MORLA "-DEFINITION-CATEGORY=MORLA-SERVICE"
 
 const CodingCase cases[] = {
+    {"basic", makeBasic, {"-DEFINITELEN=definite"}, {}, ALL},
+    {"basic_pushpath", makeBasic, {"-DEFINITELEN=definite", "-PUSHPATH=yes"}},
+    {"basic_traditional", makeBasic, {"-ANSI-C=no"}, {}, ALL},
     {"generate_none", selection, {"-GENERATE=none"}},
     {"generate_entries", selection, {"-GENERATE=entries"}},
     {"generate_visibles", selection, {"-GENERATE=visibles"}},
@@ -131,17 +137,16 @@ const CodingCase cases[] = {
     {"cgen_external", mixture, {"-C-GENERATION=EXTERNAL"}},
     {"cgen_signed", mixture, {"-C-GENERATION=SIGNED-CONTROL-MEMBER"}},
     {"cgen_anyfunctions", mixture, {"-C-GENERATION=ANY-FUNCTIONS"}},
-    {"cgen_old", mixture, {"-C-GENERATION=OLD"}},
+    {"cgen_old", mixture, {"-C-GENERATION=OLD"}, {}, ALL_AND_TYPES},
     {"definitelen_indefinite", lengths, {"-DEFINITELEN=indefinite"}},
     {"definitelen_definite", lengths, {"-DEFINITELEN=definite"}},
     {"definitelen_indefinitecomps", lengths, {"-DEFINITELEN=definite-indefinitecomps"}},
     {"definitelen_definitecomps", lengths, {"-DEFINITELEN=definite-definitecomps"}},
     {"pushpath", paths, {"-PUSHPATH=yes"}},
-    {"traditional", paths, {"-ANSI-C=no"}},
     {"zerohome", paths, {"-ZEROHOME=yes"}},
     {"codfuncpref", paths, {"-COD-FUNC-PREF=ber_"}},
-    {"embedded", embedded},
-    {"morla", morla, {MORLA}},
+    {"embedded", embedded, {}, {}, ALL},
+    {"morla", morla, {MORLA}, {}, ALL},
     {"morla_definite", ping, {MORLA, "-DEFINITELEN=definite"}},
     {"morla_pushpath", morla, {MORLA, "-PUSHPATH=yes"}},
 };
@@ -154,38 +159,5 @@ TEST_P(CodingOptions, AreWrittenAsExpectedAndCompile) {
 
 INSTANTIATE_TEST_SUITE_P(Options, CodingOptions, testing::ValuesIn(cases),
                          [](const auto &row) { return std::string(row.param.name); });
-
-/* Words that take back what others set. */
-TEST(CodingWords, ClearWhatOldSets) {
-    WorkDir dir;
-    TreeWriter tree("Case_Module", "t");
-    mixture(tree);
-    tree.option("-C-GENERATION=OLD:REAL-N:DATETIMEZ:EXTERNAL-N:UNSIGNED-CONTROL-MEMBER:"
-                "NO-ANY-FUNCTIONS");
-    tree.option("-COD=1:1");
-    EXPECT_EQ(compareGolden("coding/cgen_none.txt", generatedFunctions(dir, tree)), "");
-}
-
-/* Functions of types that lie in another module are called; those of synonyms are the base's. */
-TEST(CodingModules, SynonymsAcrossModules) {
-    WorkDir dir;
-    TreeWriter base("Base_Module", "b");
-    base.define("Point", base.sequence({base.comp("x", base.integer(0, 255)),
-                                        base.comp("y", base.integer(0, 255)).optional()}));
-    base.define("Name", base.string(TYP_IA5STR, 1, 8));
-    base.define("Near", base.ref("Point"));
-    ASSERT_TRUE(base.save(dir.path("b.stx")));
-    TreeWriter user("User_Module", "u");
-    user.option("-COD=1:1");
-    user.define("Spot", user.ref(base, "Point")).entry();
-    user.define("Tagged", user.ref(base, "Near").implicit(3)).entry();
-    user.define("Title", user.ref(base, "Name")).entry();
-    user.define("Both", user.sequence({user.comp("spot", user.ref("Spot")),
-                                       user.comp("close", user.ref(base, "Near")).implicit(0),
-                                       user.comp("title", user.ref("Title"))}));
-    const std::string functions = generatedFunctions(dir, user, {"b"});
-    EXPECT_EQ("", compareGolden("coding/synonyms_acrossmodules.txt", functions));
-    EXPECT_EQ(compileFunctions(dir), "");
-}
 
 } // namespace

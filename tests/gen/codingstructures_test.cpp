@@ -2,7 +2,7 @@
 
 #include "tests/support/codingcase.h"
 
-/* Encoding and decoding functions of structures and lists: tags, presence, order, nesting. */
+/* Functions of structures and lists: tags, presence, order, nesting. */
 
 namespace {
 
@@ -223,30 +223,31 @@ void componentsOf(TreeWriter &w) {
 }
 
 const CodingCase cases[] = {
-    {"optionalplaces", optionalPlaces, {"-DEFINITELEN=definite"}},
-    {"untaggedchoices", untaggedChoices},
-    {"choices", choices},
+    {"optionalplaces", optionalPlaces, {"-DEFINITELEN=definite"}, {}, ALL},
+    {"untaggedchoices", untaggedChoices, {}, {}, ALL},
+    {"choices", choices, {}, {}, ALL_AND_TYPES},
     {"explicittags", explicitTags},
     {"explicittags_definite", explicitTags, {"-DEFINITELEN=definite"}},
-    {"sets", sets, {}, {"-Wno-sign-compare"}},
+    {"sets", sets, {}, {"-Wno-sign-compare"}, ALL},
     {"largesets", largeSets, {}, {"-Wno-int-in-bool-context"}},
-    {"listforms", listForms},
-    {"listsinlists", listsInLists},
-    {"recursion", recursion},
+    {"listforms", listForms, {}, {}, ALL_AND_TYPES},
+    {"listsinlists", listsInLists, {}, {}, ALL_AND_TYPES},
+    {"recursion", recursion, {}, {}, ALL_AND_TYPES},
     {"extensions_skipped",
      [](TreeWriter &w) { extensible(w, false, false); },
      {},
-     {"-Wno-unused-parameter"}},
-    {"extensions_kept", [](TreeWriter &w) { extensible(w, true, false); }},
+     {"-Wno-unused-parameter"},
+     ALL},
+    {"extensions_kept", [](TreeWriter &w) { extensible(w, true, false); }, {}, {}, ALL},
     {"extensions_skipped_homes",
      [](TreeWriter &w) { extensible(w, false, true); },
      {},
      {"-Wno-unused-parameter"}},
     {"extensions_kept_homes", [](TreeWriter &w) { extensible(w, true, true); }, {"-MEMORY=yes"}},
-    {"componenthomes", componentHomes},
+    {"componenthomes", componentHomes, {}, {}, ALL_AND_TYPES},
     {"componenthomes_memory", componentHomes, {"-MEMORY=yes"}},
     {"brokenplaces", brokenPlaces, {}, {""}},
-    {"sizelimits", sizeLimits, {}, {"-Wno-unused-but-set-variable"}},
+    {"sizelimits", sizeLimits, {}, {"-Wno-unused-but-set-variable"}, ALL},
     {"componentsof", componentsOf},
 };
 

@@ -177,15 +177,4 @@ TEST(EntryTableDirect, ListsAreSharedAcrossModules) {
         "");
 }
 
-TEST(EntryTableDirect, NoEntriesNoTable) {
-    WorkDir dir;
-    TreeWriter w("Quiet_Module", "t");
-    w.option("-TAB=yes");
-    w.option("-TABF=yes");
-    w.option("-TDEFS=yes");
-    w.define("Number", w.integer(0, 9));
-    EXPECT_EQ(generatedFiles(dir, {&w}, {".tab", "tab.c", "tab.ext", ".def"}),
-              "== t.tab: none\n== ttab.c: none\n== ttab.ext: none\n== t.def\n");
-}
-
 } // namespace

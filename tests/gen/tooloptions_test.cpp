@@ -94,15 +94,8 @@ TEST(ToolOptions, AccessFunctionsAreRefusedWithOneWarning) {
               "*** Warning: VELMO option ACCESS-ROUTINES=FUNCTIONS not yet implemented\n");
     EXPECT_EQ(meta.accessRoutines, ACCESS_MACROS);
     EXPECT_EQ(type.accessRoutines, ACCESS_MACROS);
-}
-
-TEST(ToolOptions, OptionsOfATypeSetItsAccessRoutines) {
-    BETypMetaRec type;
-    EXPECT_TRUE(typeBEOptionOK(nullptr, &type, "-BEO=VELMO=ACCESS-ROUTINES=NONE", false));
-    EXPECT_EQ(type.accessRoutines, ACCESS_NONE);
     EXPECT_TRUE(typeBEOptionOK(nullptr, &type, "-BEO=OTHER=ACCESS-ROUTINES=x", false));
     EXPECT_TRUE(typeBEOptionOK(nullptr, &type, "-ANYTHING=1", true));
-    EXPECT_TRUE(typeBEOptionOK(nullptr, nullptr, "-ACCESS-ROUTINES=NONE", false));
     EXPECT_FALSE(typeBEOptionOK(nullptr, &type, "-ACCESS-ROUTINES=x", false));
 }
 

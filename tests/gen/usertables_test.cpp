@@ -3,82 +3,21 @@
 #include "examples/modules.h"
 #include "tests/support/gencase.h"
 
-/* Defines and tables of the example modules as a C program uses them. */
-
-namespace {
-
-struct Examples {
-    explicit Examples(const std::vector<const char *> &options) {
-        for (TreeWriter *tree : all())
-            for (const char *option : options)
-                tree->option(option);
-        makeBasic(basic);
-        makeStock(stock);
-        makeShop(shop, stock);
-        makeForms(forms, stock);
-        makeValue(value, stock);
-    }
-    std::vector<TreeWriter *> all() { return {&basic, &stock, &shop, &forms, &value}; }
-    TreeWriter basic{"Basic_Forms", "basic"}, stock{"Stock_Keeping", "stock"};
-    TreeWriter shop{"Shop_Orders", "shop"}, forms{"All_Forms", "forms"};
-    TreeWriter value{"Value_Forms", "value"};
-};
-
-const std::vector<std::string> names = {"basic", "stock", "shop", "forms", "value"};
-
-/* Saves the trees and runs the tool on all of them. */
-void generate(const WorkDir &dir, Examples &examples) {
-    for (std::size_t i = 0; i < names.size(); ++i)
-        ASSERT_TRUE(examples.all()[i]->save(dir.path(names[i] + ".stx")));
-    std::vector<std::string> arguments = {"-VERBOSE=quiet"};
-    arguments.insert(arguments.end(), names.begin(), names.end());
-    const ProgramRun run = runVelmo(dir, arguments);
-    ASSERT_EQ(run.status, 0) << run.err;
-}
-
-const std::vector<const char *> allDefines = {"-TAB=yes", "-TST=1:1", "-CDEFS=yes", "-TDEFS=yes"};
-
-} // namespace
-
-TEST(UserTables, DefinesAndTablesOfExamplesCompile) {
-    WorkDir dir;
-    Examples examples(allDefines);
-    ASSERT_NO_FATAL_FAILURE(generate(dir, examples));
-    std::vector<std::string> sources;
-    for (const std::string &name : names) {
-        sources.push_back(name + "uses.c");
-        dir.write(sources.back(), usesOfDefines(dir, name));
-        if (!dir.has(name + ".tab"))
-            continue;
-        sources.push_back(name + "row.c");
-        dir.write(sources.back(), "#include \"" + name +
-                                      ".tab\"\n"
-                                      "const ENTRYDESCR *row(int n);\n"
-                                      "const ENTRYDESCR *row(int n) { return " +
-                                      name + "EntryDescr + n; }\n");
-    }
-    EXPECT_EQ(sources.size(), 9u); /* all but one module have entries */
-    EXPECT_EQ(compilerMessages(dir, sources), "");
-}
-
-TEST(UserTables, ExportedTablesOfExamplesCompile) {
-    WorkDir dir;
-    std::vector<const char *> options = allDefines;
-    options.push_back("-TABF=yes");
-    Examples examples(options);
-    ASSERT_NO_FATAL_FAILURE(generate(dir, examples));
-    EXPECT_EQ(compilerMessages(
-                  dir, {"basictab.c", "shoptab.c", "formstab.c", "valuetab.c", "valuetab.ext"}),
-              "");
-}
+/* Defines and tables of an example module as a C program uses them. */
 
 /* A program sets, tests and clears components by macros, names numbers, values and rows by defines,
    and reaches a type by its row. */
 TEST(UserTables, ProgramUsesMacrosAndRows) {
     WorkDir dir;
-    Examples examples({"-TAB=yes", "-TABF=yes", "-TDEFS=yes", "-CDEFS=yes"});
-    examples.value.backendOption("-TAB-CODFUNC=put:get:own.h");
-    ASSERT_NO_FATAL_FAILURE(generate(dir, examples));
+    TreeWriter stock("Stock_Keeping", "stock"), value("Value_Forms", "value");
+    for (const char *option : {"-TAB=yes", "-TABF=yes", "-TDEFS=yes", "-CDEFS=yes"})
+        value.option(option);
+    value.backendOption("-TAB-CODFUNC=put:get:own.h");
+    makeStock(stock);
+    makeValue(value, stock);
+    ASSERT_TRUE(stock.save(dir.path("stock.stx")) && value.save(dir.path("value.stx")));
+    const ProgramRun run = runVelmo(dir, {"-VERBOSE=quiet", "stock", "value"});
+    ASSERT_EQ(run.status, 0) << run.err;
     dir.write("valueown.h", "void putDigest(void), getDigest(void), putWord(void), getWord(void);\n"
                             "void putMarks(void), getMarks(void), getLimits(void);\n"
                             "int putLimits(const void *limits);\n");

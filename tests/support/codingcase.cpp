@@ -51,33 +51,28 @@ std::string compileFunctions(const WorkDir &dir, const std::vector<const char *>
     return hasFiles ? messages : "no function files\n";
 }
 
-namespace {
-
-/* `files` are options that stand behind those of the case, since a category brings files of its
- * own.
- */
-std::string faultsOfKinds(const CodingCase &codingCase, const std::string &goldenFolder,
-                          const std::vector<const char *> &files) {
+std::string faultsOf(const CodingCase &codingCase) {
     WorkDir dir;
     TreeWriter tree("Case_Module", "t");
     for (const char *option : codingCase.options)
         tree.option(option);
-    for (const char *option : files)
-        tree.option(option);
+    /* Behind those of the case, since a category brings files of its own. */
+    tree.option(codingCase.kinds & CODING ? "-COD=1:1" : "-COD=0:0");
+    tree.option(codingCase.kinds & TESTING ? "-TST=2:1" : "-TST=0:0");
     codingCase.build(tree);
     const std::string functions = generatedFunctions(dir, tree);
-    std::string faults = compareGolden(goldenFolder + '/' + codingCase.name + ".txt", functions);
+    const std::string name = codingCase.name;
+    const std::size_t testing = codingCase.kinds & CODING ? functions.find("== task.c") : 0;
+    std::string faults;
+    if (codingCase.kinds & CODING)
+        faults += compareGolden("coding/" + name + ".txt", functions.substr(0, testing));
+    if (codingCase.kinds & TESTING)
+        faults += testing == std::string::npos
+                      ? functions
+                      : compareGolden("testing/" + name + ".txt", functions.substr(testing));
+    if (codingCase.kinds & TYPES)
+        faults += compareGolden("types/" + name + ".typ", dir.read("t.typ"));
     if (codingCase.quiet.empty() || *codingCase.quiet.front() != '\0')
         faults += compileFunctions(dir, codingCase.quiet);
     return faults;
-}
-
-} // namespace
-
-std::string faultsOf(const CodingCase &codingCase) {
-    return faultsOfKinds(codingCase, "coding", {"-COD=1:1"});
-}
-
-std::string testingFaultsOf(const CodingCase &testingCase) {
-    return faultsOfKinds(testingCase, "testing", {"-COD=0:0", "-TST=2:1"});
 }

@@ -11,6 +11,15 @@
 /* Whole generated functions of small modules, compared with golden files and given to C compilers.
  */
 
+/* What of a module is compared, each with golden files in a folder of its own. */
+enum Kinds : unsigned {
+    CODING = 1,  /* encoding and decoding functions: golden/coding */
+    TESTING = 2, /* asking and printing functions: golden/testing */
+    ALL = CODING | TESTING,
+    TYPES = 4, /* the ".typ" file: golden/types */
+    ALL_AND_TYPES = ALL | TYPES
+};
+
 /* A module, its options, and where what is written for it must displease compilers. */
 struct CodingCase {
     const char *name; /* of the golden file */
@@ -18,14 +27,13 @@ struct CodingCase {
     std::vector<const char *> options = {}; /* stored in the tree */
     /* "-Wno-...": warnings that the functions bring by their nature; "" : they aren't C at all. */
     std::vector<const char *> quiet = {};
+    Kinds kinds = CODING;
 };
 void PrintTo(const CodingCase &value, std::ostream *out);
 
-/* Functions of the module "Case_Module", prefix "t", against the golden file and against C
-   compilers: empty if all is well, otherwise the differences and messages. Encoding and decoding
-   functions with golden files in coding/; asking and printing functions with those in testing/. */
+/* Functions of the module "Case_Module", prefix "t", against the golden files and against C
+   compilers: empty if all is well, otherwise the differences and messages. */
 std::string faultsOf(const CodingCase &codingCase);
-std::string testingFaultsOf(const CodingCase &testingCase);
 
 /* Runs the tool on the tree in `dir` and gives all functions that it wrote for the module, file by
    file, without headers and includes, behind the messages of the run; a run that fails tells its

@@ -1,0 +1,117 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "tests/support/codingcase.h"
+#include "tests/support/gencase.h"
+
+/* Every file that is written for whole sets of modules, as C compilers take it. */
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+struct ModuleSet {
+    const char *name;
+    Names modules;
+    Names options = {};
+    std::vector<const char *> flags = {}; /* for the compilers */
+};
+
+void PrintTo(const ModuleSet &set, std::ostream *out) {
+    *out << set.name;
+}
+
+/* Two modules of a published set have types of the names that the third has, which imports them. */
+const std::pair<std::string, const char *> namingOptions[] = {{"h235", "-TPREF=H235"},
+                                                              {"h245", "-TPREF=H245"}};
+
+/* Copies a tree, to which options are added. */
+void copyTree(const std::string &trees, const WorkDir &dir, const std::string &module,
+              const Names &options) {
+    std::ifstream in(trees + module + ".stx", std::ios::binary);
+    std::string file{std::istreambuf_iterator<char>(in), {}};
+    for (const std::string &option : options)
+        ASSERT_TRUE(addModuleOption(file, option));
+    for (const auto &[name, option] : namingOptions)
+        if (module == name) {
+            ASSERT_TRUE(addModuleOption(file, option));
+        }
+    dir.write(module + ".stx", file);
+}
+
+/* A source that includes the module's table and reads it. */
+std::string tableUser(const std::string &module) {
+    return "#include \"" + module + ".tab\"\nconst ENTRYDESCR *row(int n);\n" +
+           "const ENTRYDESCR *row(int n) { return " + module + "EntryDescr + n; }\n";
+}
+
+/* Types compile alone, functions, macros and tables with what they include. Functions that have
+   nothing to do with the value that they are given are part of every set. */
+void expectToCompile(const std::string &trees, const ModuleSet &set, bool withTables) {
+    WorkDir dir;
+    Names options = set.options;
+    options.insert(options.end(), {"-TST=separate:1", "-TAB=yes", "-CDEFS=yes", "-TDEFS=yes"});
+    for (const std::string &module : set.modules)
+        copyTree(trees, dir, module, options);
+    Names arguments = {"-VERBOSE=quiet"};
+    arguments.insert(arguments.end(), set.modules.begin(), set.modules.end());
+    const ProgramRun run = runVelmo(dir, arguments);
+    ASSERT_EQ(run.status, 0) << run.err;
+    ASSERT_TRUE(dir.has(set.modules.back() + "pri.c"));
+    std::vector<const char *> quiet = set.flags;
+    quiet.push_back("-Wno-unused-parameter");
+    EXPECT_EQ(compileFunctions(dir, quiet), "");
+    Names files;
+    for (const std::string &module : set.modules) {
+        files.push_back(module + ".typ");
+        if (!withTables)
+            continue;
+        files.push_back(module + "uses.c");
+        dir.write(files.back(), usesOfDefines(dir, module));
+        if (!dir.has(module + ".tab"))
+            continue;
+        files.push_back(module + "row.c");
+        dir.write(files.back(), tableUser(module));
+    }
+    EXPECT_EQ(compilerMessages(dir, files), "");
+}
+
+class ModuleSets : public testing::TestWithParam<ModuleSet> {};
+
+/* Sets of published standards lie beside some checkouts only. Of them only types and functions are
+   compiled. */
+TEST_P(ModuleSets, Compile) {
+    const bool isExample = std::string(GetParam().name).starts_with("examples");
+    const std::string trees =
+        sourceDir + (isExample ? "/examples/stx/"
+                               : std::string("/../shared/trees/") + GetParam().name + "/stx/");
+    if (!std::filesystem::exists(trees))
+        GTEST_SKIP() << "no trees of " << GetParam().name;
+    expectToCompile(trees, GetParam(), isExample);
+}
+
+const Names examples = {"basic", "stock", "shop", "forms", "value"};
+
+const ModuleSet sets[] = {
+    {"examples", examples},
+    {"examples_reentrant", examples, {}, {"-DASN_REENTRANT=1"}},
+    {"examples_traditional",
+     examples,
+     {"-ANSI-C=no", "-C-GENERATION=REAL:COMMONTIME:EXTERNAL", "-TABF=yes"}},
+    {"examples_exported", examples, {"-TAB=yes", "-TABF=yes"}},
+    {"ldap", {"ldap"}, {"-TABF=yes"}},
+    {"snmp", {"smi", "snmp"}, {"-TABF=yes"}},
+    /* Names of two sets differ in their 33rd character. */
+    {"rua",
+     {"ruac2", "ruac3", "ruaco", "ruaie", "ruap2", "ruapd"},
+     {"-TABF=yes", "-NAMELEN=64"}},
+    {"h225", {"h235", "h245", "h225"}, {"-TABF=yes"}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Sets, ModuleSets, testing::ValuesIn(sets),
+                         [](const auto &row) { return std::string(row.param.name); });
+
+} // namespace
