@@ -72,7 +72,13 @@ const TableCase cases[] = {
      "void showFirst(void), askSecond(void), showSecond(void), altEnc2First(void);\n"
      "void altEnc0Second(void), altEnc2Second(void), altDec1Second(void);\n"
      "extern int refTabFirst[], refTabSecond[];\n"},
-    {"no_alternatives", twoRows, {"-TAB=yes", "-ALTTAB=yes"}},
+    {"no_alternatives",
+     twoRows,
+     {"-TAB=yes", "-ALTTAB=yes"},
+     {"-TAB-CODFUNC=put::"},
+     {".tab", ".def"},
+     {},
+     "void putFirst(void), putSecond(void);\n"},
     {"exported",
      twoRows,
      {"-TAB=yes", "-TABF=yes", "-TDEFS=yes"},
