@@ -11,7 +11,9 @@
 
 namespace {
 
-int walkNesting = 0;
+/* Calls made for components inside one another; trees that people wrote need fewer than ten for
+   each record. */
+WalkBound compBound(100'000, 100);
 
 bool isCompOf(const AsnType *type) {
     return type->compStatus == TCS_COMPOF;
@@ -139,6 +141,7 @@ void visitSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
     int number = walk->owner->compCounter;
     while (son != nullptr) {
         walk->sons.step(walked->posModule);
+        compBound.step(walked->posModule);
         visitSon(walk, walked, son, &number);
         if (isListKind(walked->base.mainType)) {
             compCursor(son->walkModule) = 0;
@@ -151,7 +154,7 @@ void visitSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
 
 /* A base in another module is walked with a handle on that module. */
 void walkSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
-    const NestingGuard guard(&walkNesting, walked->posModule);
+    const WalkLevel level(&compBound, walked->posModule);
     ModRec *base = walked->baseModule;
     if (base == walked->posModule && base == walked->walkModule->modRec) {
         visitSons(walk, walked, compsOnly);

@@ -12,41 +12,11 @@
 
 namespace {
 
-/* A tree in which parts are reached twice over and over could keep a walk busy for ever, though
-   each path in it is short. One walk takes this many steps, or ten for each record there is. */
-constexpr std::int64_t MAX_CONSTRAINT_STEPS = 250'000;
-constexpr std::int64_t STEPS_PER_RECORD = 10;
-
-int constraintDepth = 0;
-std::int64_t constraintSteps = 0; /* of the outermost walk */
-
-std::int64_t allSubRecs() {
-    std::int64_t count = 0;
-    for (const auto &record : modRecList.records)
-        count += recCount(record.get(), REC_SUB);
-    return count;
-}
-
-/* One level deeper in a tree of constraints. */
-class ConstraintLevel {
-public:
-    explicit ConstraintLevel(const ModRec *module) : nesting_(&constraintDepth, module) {
-        if (constraintDepth == 1)
-            constraintSteps = 0;
-    }
-    static void step(const ModRec *module) {
-        if (++constraintSteps > MAX_CONSTRAINT_STEPS &&
-            constraintSteps > STEPS_PER_RECORD * allSubRecs())
-            treeInconsistent(module);
-    }
-
-private:
-    NestingGuard nesting_;
-};
+WalkBound constraintBound(250'000, 10);
 
 /* Fills a handle from a record, whose number may lead nowhere. */
 void initAsnConstraint(AsnConstraint *handle, AsnType *type, ModRec *module, RecNr nr) {
-    ConstraintLevel::step(module);
+    constraintBound.step(module);
     readRec(module, REC_SUB, nr);
     handle->type = type;
     handle->module = module;
@@ -59,7 +29,7 @@ void forConstraint(AsnType *type, const AsnConstraint *constraint, int kind,
     requireCall(func);
     if (constraint->sub.subKind != kind)
         return;
-    ConstraintLevel level(constraint->module);
+    const WalkLevel level(&constraintBound, constraint->module);
     AsnConstraint child;
     initAsnConstraint(&child, type, constraint->module, constraint->sub.first);
     func(type, &child);
@@ -71,7 +41,7 @@ void forSetConstraint(AsnType *type, const AsnConstraint *constraint, int kind,
     if (constraint->sub.subKind != kind)
         return;
     ModRec *module = constraint->module;
-    ConstraintLevel level(module);
+    const WalkLevel level(&constraintBound, module);
     ChainGuard guard(REC_SUB);
     AsnConstraint element;
     int nbr = 0;
@@ -114,11 +84,11 @@ int firstLocalPlace(const AsnType *type) {
 bool isSimpleElem(ModRec *module, const SubRec &sub);
 
 bool areSimpleElems(ModRec *module, const SubRec &sub) {
-    ConstraintLevel level(module);
+    const WalkLevel level(&constraintBound, module);
     ChainGuard guard(REC_SUB);
     for (RecNr nr = sub.first; nr != 0;) {
         guard.step(module);
-        ConstraintLevel::step(module);
+        constraintBound.step(module);
         readRec(module, REC_SUB, nr);
         const SubRec elem = subRec;
         if (!isSimpleElem(module, elem))
@@ -201,7 +171,7 @@ ComponentIndex indexComponents(const AsnConstraint *constraint) {
     ChainGuard guard(REC_SUB);
     for (RecNr nr = constraint->sub.first; nr != 0; nr = subRec.next) {
         guard.step(constraint->module);
-        ConstraintLevel::step(constraint->module);
+        constraintBound.step(constraint->module);
         readRec(constraint->module, REC_SUB, nr);
         index.emplace(std::pair(getModPtr(constraint->module, subRec.compModule), subRec.compTNode),
                       nr);
@@ -361,7 +331,7 @@ void forExceptConstraint(
     requireCall(func);
     if (constraint->sub.subKind != SUB_EXCEPT)
         return;
-    ConstraintLevel level(constraint->module);
+    const WalkLevel level(&constraintBound, constraint->module);
     AsnConstraint included;
     AsnConstraint excluded;
     initAsnConstraint(&included, type, constraint->module, constraint->sub.first);
@@ -424,14 +394,14 @@ void forContSubtypeConstraint(
     requireCall(func);
     if (constraint->sub.subKind != SUB_INCLUDES)
         return;
-    ConstraintLevel level(constraint->module);
+    const WalkLevel level(&constraintBound, constraint->module);
     readRec(constraint->module, REC_VNODE, constraint->sub.first);
     readRec(constraint->module, REC_TNODE, vNode.refRecord);
     AsnType *contained = newAsnType(type->ownerModule, type->ownerModule);
     getTypePath(nullptr, contained, false);
     AsnConstraint inner;
     for (int place = 0; fillFromList(&inner, contained, place); ++place) {
-        ConstraintLevel::step(constraint->module);
+        constraintBound.step(constraint->module);
         func(type, contained, &inner);
     }
     delAsnType(contained);
@@ -443,7 +413,7 @@ void forWithComponentConstraint(
     requireCall(func);
     if (constraint->sub.subKind != SUB_WITH_COMPONENT)
         return;
-    ConstraintLevel level(constraint->module);
+    const WalkLevel level(&constraintBound, constraint->module);
     AsnConstraint inner;
     initAsnConstraint(&inner, type, constraint->module, constraint->sub.first);
     constrainListType(type, [&](AsnType *, AsnType *elem) { func(type, elem, &inner); });
@@ -455,7 +425,7 @@ void forWithComponentsConstraint(
     requireCall(func);
     if (constraint->sub.subKind != SUB_WITH_COMPONENTS)
         return;
-    ConstraintLevel level(constraint->module);
+    const WalkLevel level(&constraintBound, constraint->module);
     const ComponentIndex index = indexComponents(constraint);
     constrainStructuredType(type, [&](AsnType *, AsnType *comp, int compNbr) {
         AsnConstraint inner;

@@ -109,6 +109,9 @@ RecNr &valueCursor(AsnModule *module) {
     return module->cursors[KIND_VALUE];
 }
 
+/* Component values visited inside one another. */
+WalkBound valueBound(100'000, 100);
+
 } // namespace
 
 AsnValue *newAsnValue(AsnModule *walkModule, AsnModule *ownerModule) {
@@ -283,7 +286,9 @@ void forValueByRecNr(AsnModule *module, Call<void(AsnValue *value, int nbr)> fun
 
 void forEachValueComp(AsnValue *value, Call<void(AsnValue *value, AsnValue *comp, int nbr)> func) {
     requireCall(func);
+    const WalkLevel level(&valueBound, value->posModule);
     for (AsnValue *comp = firstValueComp(value); comp != nullptr; comp = nextValueComp(comp)) {
+        valueBound.step(comp->posModule);
         const RecNr cursor = valueCursor(comp->walkModule);
         func(value, comp, comp->compCounter++);
         valueCursor(comp->walkModule) = cursor;
@@ -301,10 +306,12 @@ void forEachPresentOrAbsentValueComp(
     requireCall(func);
     if (value->governor == nullptr)
         return;
+    const WalkLevel level(&valueBound, value->posModule);
     const RecNr kept = valueCursor(value->walkModule);
     AsnValue *next = firstValueComp(value);
     int presentNbr = 0;
     auto visit = [&](AsnType *, AsnType *comp, int compNbr) {
+        valueBound.step(value->posModule);
         if (next == nullptr || !isSameName(*next, *comp)) {
             func(value, comp, compNbr, nullptr, -1);
             return;

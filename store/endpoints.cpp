@@ -15,21 +15,20 @@ std::int64_t runWorkLeft = std::int64_t{1} << 28;
 
 /* What one computation carries along. */
 struct EndpointWalk {
-    int depth = 0;
-    int workLeft = MAX_WORK;
+    WalkBound bound{MAX_WORK, 0};
     int subCode = 0; /* kind of the size operator whose members are walked, 0 outside */
 };
 
 /* One level of the recursion. */
-class WalkLevel {
+class EndpointLevel {
 public:
-    WalkLevel(EndpointWalk *walk, const ModRec *module) : nesting_(&walk->depth, module) {
-        if (--walk->workLeft < 0 || --runWorkLeft < 0)
+    EndpointLevel(EndpointWalk *walk, const ModRec *module) : level_(&walk->bound, module) {
+        if (--runWorkLeft < 0)
             treeInconsistent(module);
     }
 
 private:
-    NestingGuard nesting_;
+    WalkLevel level_;
 };
 
 /* An end, with the record that has its value; no record for an infinite one. */
@@ -128,7 +127,7 @@ int finalMainType() {
    current; if not, any SubRec may be. */
 bool isRangeInSub(EndpointWalk *walk) {
     ModRec *module = currModule(REC_SUB);
-    const WalkLevel level(walk, module);
+    const EndpointLevel level(walk, module);
     if (subRec.subKind != SUB_CATENATION)
         return subRec.subKind == SUB_RANGE;
     return forMembersUntil(module, SubRec(subRec), [&] { return isRangeInSub(walk); });
@@ -187,7 +186,7 @@ bool explicitRangeEndpoint(EndpointWalk *walk, ModRec *module, const SubRec &ran
 /* The current TNode is the type of the range and stays current. */
 void getRangeEndpoint(EndpointWalk *walk, ModRec *module, const SubRec &range, Endpoint *dst,
                       bool plus) {
-    const WalkLevel level(walk, currModule(REC_TNODE));
+    const EndpointLevel level(walk, currModule(REC_TNODE));
     const NodeContext keepType(REC_TNODE);
     const int kind = finalMainType();
 
@@ -252,7 +251,7 @@ bool numberOperatorEndpoint(EndpointWalk *walk, ModRec *module, const SubRec &su
    `dst` comes with the end so far. */
 bool getNumberEndpoint(EndpointWalk *walk, Endpoint *dst, int kind, bool plus) {
     ModRec *module = currModule(REC_SUB);
-    const WalkLevel level(walk, module);
+    const EndpointLevel level(walk, module);
     const SubRec sub = subRec;
     if (isOperator(sub.subKind))
         return numberOperatorEndpoint(walk, module, sub, dst, kind, plus);
@@ -316,7 +315,7 @@ bool getSingleValueSizeEndpoint(EndpointWalk *walk, Endpoint *dst, bool plus) {
 /* The same as getNumberEndpoint for the size of a string or list. */
 bool getSizeEndpoint(EndpointWalk *walk, Endpoint *dst, bool plus) {
     ModRec *module = currModule(REC_SUB);
-    const WalkLevel level(walk, module);
+    const EndpointLevel level(walk, module);
     if (isOperator(subRec.subKind))
         return getUnionIntersectionCatenationSizeEndpoint(walk, module, dst, plus);
     switch (subRec.subKind) {
@@ -373,7 +372,7 @@ bool readConstraint() {
 
 /* The end of the current TNode; false, and an invalid end, if it has none. */
 bool endpointOfType(EndpointWalk *walk, Endpoint *dst, bool plus) {
-    const WalkLevel level(walk, currModule(REC_TNODE));
+    const EndpointLevel level(walk, currModule(REC_TNODE));
     const NodeContext keepType(REC_TNODE);
     /* A synonym that was not followed has the ends of its own constraint. */
     const int mainType = tNode.mainType == TYP_SYNONYM ? finalMainType() : tNode.mainType;

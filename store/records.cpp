@@ -122,21 +122,47 @@ RecNr recCount(const ModRec *module, RecKind kind) {
     return static_cast<RecNr>(count);
 }
 
+namespace {
+
+std::int64_t recCountOfAll(RecKind kind) {
+    std::int64_t count = 0;
+    for (const auto &record : modRecList.records)
+        count += recCount(record.get(), kind);
+    return count;
+}
+
+} // namespace
+
 ChainGuard::ChainGuard(RecKind kind) : kind_(kind), left_(FREE_STEPS) {}
 
 void ChainGuard::extend(const ModRec *module) {
     if (extended_)
         treeInconsistent(module);
     extended_ = true;
-    left_ = -FREE_STEPS - 1;
-    for (const auto &record : modRecList.records)
-        left_ += recCount(record.get(), kind_);
+    left_ = recCountOfAll(kind_) - FREE_STEPS - 1;
     if (left_ < 0)
         treeInconsistent(module);
 }
 
 NestingGuard::NestingGuard(int *depth, const ModRec *module) : depth_(depth) {
     if (++*depth_ > MAX_NESTING)
+        treeInconsistent(module);
+}
+
+WalkLevel::WalkLevel(WalkBound *bound, const ModRec *module) : nesting_(&bound->depth_, module) {
+    if (bound->depth_ == 1)
+        bound->steps_ = 0;
+    bound->step(module);
+}
+
+void WalkBound::checkSteps(const ModRec *module) const {
+    /* Every so often is enough: counting looks at all modules. */
+    constexpr std::int64_t INTERVAL = 1024;
+    if (steps_ % INTERVAL != 0)
+        return;
+    const std::int64_t records =
+        recCountOfAll(REC_TNODE) + recCountOfAll(REC_VNODE) + recCountOfAll(REC_SUB);
+    if (steps_ > stepsPerRecord_ * records)
         treeInconsistent(module);
 }
 
