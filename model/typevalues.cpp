@@ -23,10 +23,10 @@ bool isContinuedValueSet(const std::int32_t *array, std::size_t count) {
     return count != 0;
 }
 
-/* The items of an enumeration before and behind its marker. */
+/* The items of an enumeration, those behind its marker last. */
 struct EnumItems {
-    std::vector<std::int32_t> roots;
-    std::vector<std::int32_t> additions;
+    std::vector<std::int32_t> numbers;
+    std::size_t rootCount = 0;
     bool marker = false;
 };
 
@@ -35,13 +35,15 @@ EnumItems collectItems(AsnType *type) {
     forEachNamedNumberExtMark(type, [&](AsnType *, AsnValue *value, int nbr) {
         if (nbr < 0) {
             items.marker = true;
-            items.additions.clear();
+            items.numbers.resize(items.rootCount);
             return;
         }
         std::int32_t number = 0;
         if (!i64tol(int64Value(value), &number))
             int64Warning(getModuleOfValue(value), value->base.lineNr, "Too large enumerated item");
-        (items.marker ? items.additions : items.roots).push_back(number);
+        items.numbers.push_back(number);
+        if (!items.marker)
+            ++items.rootCount;
     });
     return items;
 }
@@ -114,13 +116,15 @@ void forSortedEnumeratedValueArray(
     if (getTypeMainType(type) != TYP_ENUM)
         return;
     EnumItems items = collectItems(type);
-    std::sort(items.roots.begin(), items.roots.end());
-    std::sort(items.additions.begin(), items.additions.end());
-    func(type, static_cast<int>(items.roots.size()), items.roots.data(),
-         isContinuedValueSet(items.roots.data(), items.roots.size()),
-         items.marker ? static_cast<int>(items.additions.size()) : -1,
-         items.marker ? items.additions.data() : nullptr,
-         isContinuedValueSet(items.additions.data(), items.additions.size()));
+    std::int32_t *roots = items.numbers.data();
+    std::int32_t *additions = roots + items.rootCount;
+    const std::size_t addCount = items.numbers.size() - items.rootCount;
+    std::sort(roots, additions);
+    std::sort(additions, additions + addCount);
+    func(type, static_cast<int>(items.rootCount), roots,
+         isContinuedValueSet(roots, items.rootCount),
+         items.marker ? static_cast<int>(addCount) : -1, items.marker ? additions : nullptr,
+         isContinuedValueSet(additions, addCount));
 }
 
 void forDefaultValue(AsnType *comp, Call<void(AsnType *comp, AsnValue *value)> func) {
