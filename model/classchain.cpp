@@ -41,5 +41,5 @@ void forEachClassOption(bool *hasComment, Call<void(const char *option)> option)
         else if (hasComment != nullptr)
             *hasComment = true;
     };
-    forEachBackendOption(currModule(REC_TNODE), tNode.tedFirst, tNode.tedLast, apply);
+    forEachBEOption(currModule(REC_TNODE), tNode.tedFirst, tNode.tedLast, apply);
 }

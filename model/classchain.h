@@ -1,8 +1,8 @@
 #pragma once
 
 #include "model/backend.h"
+#include "model/beoptions.h"
 #include "model/nametexts.h"
-#include "options/catalogue.h"
 #include "store/call.h"
 #include "store/classify.h"
 #include "store/ketramac.h"

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "model/modules.h"
+#include "model/typeextension.h"
 #include "model/typequeries.h"
 #include "model/typewalk.h"
 #include "store/ketramac.h"
@@ -21,11 +22,6 @@ bool isCompOf(const AsnType *type) {
 
 RecNr &compCursor(AsnModule *module) {
     return module->cursors[KIND_COMPONENT];
-}
-
-/* The marker has a place among the components, but no tag number. */
-bool hasMarker(const AsnType *type) {
-    return (type->base.typeFlags & TYPE_EXTENSIBLE) != 0 && isStructureKind(type->base.mainType);
 }
 
 /* A synonym definition shows no components of its own; an element is no component. */
@@ -135,7 +131,8 @@ void visitSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
                                 : firstTypeComp(walked, compsOnly, *walk->nr);
     if (!isCompOf(walked)) {
         walk->owner->lastCompOptional = false;
-        if (walk->revOrd && hasMarker(walk->owner))
+        /* The marker has a place among the components, but no tag number. */
+        if (walk->revOrd && isTypeExtensionmarkerComp(walk->owner))
             --*walk->nr;
     }
     int number = walk->owner->compCounter;
@@ -231,7 +228,7 @@ AsnType *lastTypeComp(AsnType *type, int nr) {
     readRec(module->modRec, REC_TNODE, siblings.back());
     siblings.pop_back();
     compCursor(module) = siblings.empty() ? 0 : siblings.back();
-    if (hasMarker(type) && !isCompOf(type))
+    if (isTypeExtensionmarkerComp(type) && !isCompOf(type))
         --nr;
     AsnType *comp = newAsnType(module, type->ownerModule);
     comp->siblings = std::move(siblings);
@@ -291,7 +288,7 @@ void forEachTypeCompQuietly(AsnType *type, CompCall func) {
 void forEachTypeCompRevOrd(AsnType *type, CompCall func) {
     requireCall(func);
     const CompCounts counts = countSons(type);
-    int nr = counts.tagged - 1 + (hasMarker(type) ? 1 : 0);
+    int nr = counts.tagged - 1 + (isTypeExtensionmarkerComp(type) ? 1 : 0);
     type->compCounter = counts.all - 1;
     forEachSon(type, type, func, nullptr, true, true, &nr);
 }

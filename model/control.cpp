@@ -4,17 +4,12 @@
 #include "model/typeextension.h"
 #include "model/typequeries.h"
 #include "model/typetables.h"
+#include "store/ketramac.h"
 
 namespace {
 
 bool isMaskType(AsnType *type) {
-    const int main = getTypeMainType(type);
-    return main == TYP_SEQ || main == TYP_SET;
-}
-
-bool isLengthType(AsnType *type) {
-    const int main = getTypeMainType(type);
-    return main == TYP_BITSTR || main == TYP_OCTSTR || isRestrCharStringType(type);
+    return isSequenceOrSetKind(getTypeMainType(type));
 }
 
 bool isMaskArray(AsnType *type) {
@@ -46,7 +41,7 @@ Text &getControlMemberOper(Text &dst, const char *prefix, const char *home, AsnT
         return member("n", suffixes.list);
     if (getTypeMainType(type) == TYP_CHOICE)
         return member("choice", suffixes.choice);
-    if (isLengthType(type))
+    if (isStringKind(getTypeMainType(type)))
         return member("n", suffixes.string);
     return dst;
 }

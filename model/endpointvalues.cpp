@@ -9,8 +9,8 @@
 namespace {
 
 bool hasEndpoints(int mainType) {
-    return (mainType >= TYP_INTEGER && mainType <= TYP_OCTSTR) || isListKind(mainType) ||
-           isRestrCharStringKind(mainType);
+    return mainType == TYP_INTEGER || mainType == TYP_ENUM || mainType == TYP_REAL ||
+           hasSizeKind(mainType);
 }
 
 /* Does the current VNode, which an endpoint search left there, hold a number of this kind? */

@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "model/backvar.h"
+#include "model/beoptions.h"
 #include "model/hooks.h"
+#include "model/nametexts.h"
 #include "options/catalogue.h"
 #include "options/ketracnf.h"
 #include "store/records.h"
@@ -37,16 +39,6 @@ void setStates(ModState state) {
     for (const auto &modRec : modRecList.records)
         if (modRec->state != MOD_PREDEFINED)
             modRec->state = state;
-}
-
-Text &joinText(Text &dst, const char *before, std::initializer_list<const char *> texts,
-               const char *after) {
-    Text joined = orEmpty(before);
-    for (const char *text : texts)
-        joined += orEmpty(text);
-    joined += orEmpty(after);
-    dst = std::move(joined);
-    return dst;
 }
 
 void setCacheFlag(InfoCache *cache, int bit, bool value) {
@@ -161,24 +153,25 @@ void forEachExportingModule(AsnModule *module, Call<void(AsnModule *exporting)> 
 }
 
 Text &getModuleRef(Text &dst, const char *before, AsnModule *module, const char *after) {
-    return joinText(dst, before, {module->modRec->moduleName.c_str()}, after);
+    return joinTexts(dst, before, module->modRec->moduleName.c_str(), after);
 }
 
 Text &getModulePrefix(Text &dst, const char *before, AsnModule *module, const char *after) {
-    return joinText(dst, before, {module->modRec->genPrefix.c_str()}, after);
+    return joinTexts(dst, before, module->modRec->genPrefix.c_str(), after);
 }
 
 Text &getModuleDirectory(Text &dst, const char *before, AsnModule *module, const char *after) {
-    return joinText(dst, before, {getGlobalOptions(module)->sourceDirectory}, after);
+    return joinTexts(dst, before, getGlobalOptions(module)->sourceDirectory, after);
 }
 
 Text &getModuleFileName(Text &dst, const char *before, AsnModule *module, const char *after) {
-    return joinText(dst, before, {getGlobalOptions(module)->sourceFileName}, after);
+    return joinTexts(dst, before, getGlobalOptions(module)->sourceFileName, after);
 }
 
 Text &getModuleFilePath(Text &dst, const char *before, AsnModule *module, const char *after) {
     const GlobalOptions *options = getGlobalOptions(module);
-    return joinText(dst, before, {options->sourceDirectory, options->sourceFileName}, after);
+    const Text path = Text(orEmpty(options->sourceDirectory)) + orEmpty(options->sourceFileName);
+    return joinTexts(dst, before, path.c_str(), after);
 }
 
 BEModMetaRec *getBEModMetaRec(AsnModule *module) {
@@ -273,12 +266,8 @@ void forEachGlobalCommentOption(AsnModule *module,
     if (!isGlobalCommentOption(module))
         return;
     const TedRange range = getGlobalOptions(module)->comments;
-    int index = 0;
-    forEachBackendOption(module->modRec, range.first, range.last,
-                         [&](const char *, const char *comment) {
-                             if (comment != nullptr)
-                                 func(module, comment, index++);
-                         });
+    forEachBEComment(module->modRec, range.first, range.last,
+                     [&](const char *comment, int index) { func(module, comment, index); });
 }
 
 InfoCache *getModuleInfoCache(AsnModule *module) {

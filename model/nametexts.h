@@ -3,7 +3,7 @@
 #include "options/naming.h"
 #include "store/text.h"
 
-/* Small helpers that the handles of classes, objects and sets share. */
+/* Small helpers that the handles of all sorts share. */
 
 inline Text &joinTexts(Text &dst, const char *prefix, const char *text, const char *suffix) {
     Text joined = orEmpty(prefix);

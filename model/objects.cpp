@@ -1,12 +1,12 @@
 #include "model/objects.h"
 
 #include "driver/fatal.h"
+#include "model/beoptions.h"
 #include "model/hooks.h"
 #include "model/modules.h"
 #include "model/nametexts.h"
 #include "model/valuechain.h"
 #include "model/valuewalk.h"
-#include "options/catalogue.h"
 #include "store/classify.h"
 #include "store/records.h"
 #include "store/strings.h"
@@ -21,7 +21,7 @@ void applyObjectOptions(AsnObject *object, bool first) {
         else if (modelHooks.objectBEOptionOK != nullptr)
             modelHooks.objectBEOptionOK(object, object->metaRec, text);
     };
-    forEachBackendOption(currModule(REC_VNODE), vNode.tedFirst, vNode.tedLast, apply);
+    forEachBEOption(currModule(REC_VNODE), vNode.tedFirst, vNode.tedLast, apply);
 }
 
 RecNr &objectCursor(AsnModule *module) {

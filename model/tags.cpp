@@ -2,6 +2,7 @@
 
 #include "driver/files.h"
 #include "model/iterators.h"
+#include "model/typechain.h"
 #include "model/typetables.h"
 #include "store/records.h"
 
@@ -26,12 +27,6 @@ bool isSelectedTag(const AsnType *type, int nbr, int mask) {
            (!outermost && !innermost && (mask & TAGS_BETWEEN) != 0);
 }
 
-bool isLocalTag(const AsnType *type, int nbr) {
-    const DynaNode &entry = tagEntry(type, nbr);
-    return entry.module == type->posModule && entry.record == type->posRecord &&
-           entry.tag.tagClass != TAG_UNI;
-}
-
 /* Calls for the tags that `wanted` accepts; the call sees a copy. */
 template <typename Wanted>
 void callForTags(AsnType *type, const TagCall &func, bool reverse, Wanted wanted) {
@@ -47,7 +42,8 @@ void callForTags(AsnType *type, const TagCall &func, bool reverse, Wanted wanted
 
 void forLocalTags(AsnType *type, const TagCall &func, bool reverse) {
     requireCall(func);
-    callForTags(type, func, reverse, [&](int nbr) { return isLocalTag(type, nbr); });
+    callForTags(type, func, reverse,
+                [&](int nbr) { return isLocalTag(type, tagEntry(type, nbr)); });
 }
 
 constexpr int ALL_TAGS = TAGS_OUTERMOST | TAGS_BETWEEN | TAGS_INNERMOST;

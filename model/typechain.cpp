@@ -1,10 +1,10 @@
 #include "model/typechain.h"
 
 #include "model/backvar.h"
+#include "model/beoptions.h"
 #include "model/hooks.h"
 #include "model/modules.h"
 #include "model/typetables.h"
-#include "options/catalogue.h"
 #include "options/ketracnf.h"
 #include "store/classify.h"
 #include "store/records.h"
@@ -45,10 +45,6 @@ void setEmbeddingOptionsFromTNode(AsnType *son) {
     entry.tedLast = tNode.tedLast;
 }
 
-bool isFromPosition(const AsnType *son, const DynaNode &entry) {
-    return entry.module == son->posModule && entry.record == son->posRecord;
-}
-
 void narrowEndpoints(AsnType *son) {
     if (i64cmp(son->lowerEndpoint, tNode.lowerEndpoint) < 0)
         son->lowerEndpoint = tNode.lowerEndpoint;
@@ -73,13 +69,13 @@ void getSynonymTypeInfo(AsnType *son, ChainWalk *walk) {
 void getTypeSpecificBEOpts(AsnType *son, bool first, bool last) {
     if (!glbCreateBETypMetaRecFlag)
         return;
-    auto apply = [&](const char *text, const char *comment) {
-        if (comment != nullptr)
-            son->hasCommentOption = son->hasCommentOption || first;
-        else if (modelHooks.typeBEOptionOK != nullptr)
-            modelHooks.typeBEOptionOK(son, son->metaRec, text, last);
-    };
-    forEachBackendOption(currModule(REC_TNODE), tNode.tedFirst, tNode.tedLast, apply);
+    forEachBEOption(currModule(REC_TNODE), tNode.tedFirst, tNode.tedLast,
+                    [&](const char *text, const char *comment) {
+                        if (comment != nullptr)
+                            son->hasCommentOption = son->hasCommentOption || first;
+                        else if (modelHooks.typeBEOptionOK != nullptr)
+                            modelHooks.typeBEOptionOK(son, son->metaRec, text, last);
+                    });
 }
 
 void leaveRecord(ChainWalk *walk) {
@@ -290,6 +286,11 @@ void addConstraint(AsnType *son) {
         ++son->nrOfLocalConstraints;
 }
 
+bool isLocalTag(const AsnType *type, const DynaNode &entry) {
+    return entry.module == type->posModule && entry.record == type->posRecord &&
+           entry.tag.tagClass != TAG_UNI;
+}
+
 void initSonTags(AsnType *father, AsnType *son, int tagState, int compNr) {
     const int mainType = tNode.mainType;
     const bool untagged = mainType == TYP_CHOICE || mainType == TYP_ANY || mainType == TYP_OPEN;
@@ -305,7 +306,7 @@ void initSonTags(AsnType *father, AsnType *son, int tagState, int compNr) {
         if (entry.tag.tagClass == TAG_CLASS_NONE)
             continue;
         son->tags.push_back(static_cast<int>(i));
-        if (isFromPosition(son, entry) && entry.tag.tagClass != TAG_UNI)
+        if (isLocalTag(son, entry))
             ++son->nrOfLocalTags;
     }
     son->nrOfTags = static_cast<int>(son->tags.size());

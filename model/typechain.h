@@ -15,5 +15,7 @@ void getTagsAndEmbeddingOpts(AsnType *son, int *tagState);
 void addConstraint(AsnType *son);
 /* Closes the chain of tags with the universal or the automatic tag. */
 void initSonTags(AsnType *father, AsnType *son, int tagState, int compNr);
+/* Was the tag written on the position itself? Universal tags never are. */
+bool isLocalTag(const AsnType *type, const DynaNode &entry);
 /* Applies the options of each record from `position` to the base, which is current afterwards. */
 void applyChainOptions(AsnType *son, const NodePlace &position, bool followSelection);

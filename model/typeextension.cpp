@@ -2,15 +2,12 @@
 
 #include "model/iterators.h"
 #include "model/typequeries.h"
+#include "store/ketramac.h"
 
 namespace {
 
 bool isExtensible(const AsnType *type) {
     return (type->base.typeFlags & TYPE_EXTENSIBLE) != 0;
-}
-
-bool isSequenceOrSet(const AsnType *type) {
-    return type->base.mainType == TYP_SEQ || type->base.mainType == TYP_SET;
 }
 
 } // namespace
@@ -85,5 +82,5 @@ bool prevTypeCompIsOptional(AsnType *comp) {
 }
 
 bool lastTypeCompIsOptional(AsnType *type) {
-    return isSequenceOrSet(type) && type->lastCompOptional;
+    return isSequenceOrSetKind(type->base.mainType) && type->lastCompOptional;
 }

@@ -1,6 +1,7 @@
 #include "model/typenames.h"
 
 #include "model/modules.h"
+#include "model/nametexts.h"
 #include "model/typequeries.h"
 #include "model/typetables.h"
 
@@ -8,14 +9,9 @@ namespace {
 
 constexpr const char *NO_NAME = "?!?";
 
-Text &between(Text &dst, const char *prefix, const char *text, const char *suffix) {
-    dst = orEmpty(prefix);
-    return dst.append(orEmpty(text)).append(orEmpty(suffix));
-}
-
 /* The plain name of a record: idLen cuts printed names only. */
 Text &plainId(Text &dst, const char *prefix, const FixRec &fixRec, const char *suffix) {
-    return between(dst, prefix, fixRec.id, suffix);
+    return joinTexts(dst, prefix, fixRec.id, suffix);
 }
 
 /* A component that has a name. */
@@ -45,33 +41,33 @@ Text &getDefTypeId(Text &dst, const char *prefix, AsnType *type, const char *suf
         return printFixRec(dst, prefix, &type->compId, suffix);
     if (isDefinedBaseType(type))
         return printFixRec(dst, prefix, &type->baseId, suffix);
-    return between(dst, prefix, NO_NAME, suffix);
+    return joinTexts(dst, prefix, NO_NAME, suffix);
 }
 
 Text &getDefBaseTypeId(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
     if (isDefinedBaseType(type))
         return printFixRec(dst, prefix, &type->baseId, suffix);
-    return between(dst, prefix, "?!?NOT-A-DEFINED-TYPE", suffix);
+    return joinTexts(dst, prefix, "?!?NOT-A-DEFINED-TYPE", suffix);
 }
 
 Text &getTypeCompId(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
     if (hasCompName(type))
         return printFixRec(dst, prefix, &type->compId, suffix);
-    return between(dst, prefix, NO_NAME, suffix);
+    return joinTexts(dst, prefix, NO_NAME, suffix);
 }
 
 Text &getTypeCompRef(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
     if (hasCompName(type))
         return plainId(dst, prefix, type->compId, suffix);
-    return between(dst, prefix, NO_NAME, suffix);
+    return joinTexts(dst, prefix, NO_NAME, suffix);
 }
 
 Text &getBaseTypeId(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
     if (!hasGeneratedType(type))
-        return between(dst, prefix, targetLangType(getVF(type)), suffix);
+        return joinTexts(dst, prefix, targetLangType(getVF(type)), suffix);
     if (type->baseId.id != nullptr)
         return printFixRec(dst, prefix, &type->baseId, suffix);
-    return between(dst, prefix, NO_NAME, suffix);
+    return joinTexts(dst, prefix, NO_NAME, suffix);
 }
 
 Text &getTypeIdConvKindRaw(Text &dst, const char *prefix, AsnType *type, const char *suffix,
@@ -84,7 +80,7 @@ Text &getTypeIdConvKindRaw(Text &dst, const char *prefix, AsnType *type, const c
 Text &getTypeIdConvFix(Text &dst, const char *prefix, AsnType *type, const char *suffix,
                        const FixRec *fixRec) {
     if (type->compId.id == nullptr)
-        return between(dst, prefix, nullptr, suffix);
+        return joinTexts(dst, prefix, nullptr, suffix);
     FixRec copy = *fixRec;
     copy.id = type->compId.id;
     copy.idLen = type->compId.idLen;
@@ -94,13 +90,13 @@ Text &getTypeIdConvFix(Text &dst, const char *prefix, AsnType *type, const char 
 Text &getTypeCompStatusStri(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
     const int status = type->compStatus;
     const bool hasWord = status >= 0 && status < COMP_STATUS_WORDS;
-    return between(dst, prefix, hasWord ? compStatusArr[status] : nullptr, suffix);
+    return joinTexts(dst, prefix, hasWord ? compStatusArr[status] : nullptr, suffix);
 }
 
 Text &getTypeMainTypeStri(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
     const int mainType = getTypeMainType(type);
     if (mainType < TYP_COUNT)
-        return between(dst, prefix, typeArr[mainType].word, suffix);
+        return joinTexts(dst, prefix, typeArr[mainType].word, suffix);
     dst.clear();
     return dst;
 }
@@ -108,7 +104,7 @@ Text &getTypeMainTypeStri(Text &dst, const char *prefix, AsnType *type, const ch
 Text &getTypeMainTypeRef(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
     const int mainType = getTypeMainType(type);
     if (mainType < BUILTIN_TYPES)
-        return between(dst, prefix, typeArr[mainType].text, suffix);
+        return joinTexts(dst, prefix, typeArr[mainType].text, suffix);
     dst.clear();
     return dst;
 }

@@ -1,10 +1,11 @@
 #include "model/typequeries.h"
 
+#include "model/beoptions.h"
 #include "model/iterators.h"
 #include "model/modules.h"
+#include "model/nametexts.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
-#include "options/catalogue.h"
 #include "options/ketracnf.h"
 #include "store/classify.h"
 #include "store/ketramac.h"
@@ -21,18 +22,10 @@ bool hasBaseFlag(const AsnType *type, TypeFlag flag) {
     return (type->base.typeFlags & flag) != 0;
 }
 
-bool testBit(std::uint32_t bits, int bit) {
-    return ((bits >> (static_cast<unsigned>(bit) % 32u)) & 1u) != 0;
-}
-
-bool isSequenceOrSet(const AsnType *type) {
-    return type->base.mainType == TYP_SEQ || type->base.mainType == TYP_SET;
-}
-
 /* Number of sons of a SEQUENCE or SET for which `wanted` holds, COMPONENTS OF expanded. */
 int countComps(AsnType *type, Call<bool(AsnType *comp)> wanted) {
     int count = 0;
-    if (isSequenceOrSet(type))
+    if (isSequenceOrSetKind(type->base.mainType))
         forEachTypeCompQuietly(type, [&](AsnType *, AsnType *comp, int) { count += wanted(comp); });
     return count;
 }
@@ -109,7 +102,7 @@ TypeOptions *getTypeOptions(AsnType *type) {
 }
 
 bool testTypeOption(AsnType *type, int bit) {
-    return testBit(type->base.optionBits, bit);
+    return testOptionBit(type->base.optionBits, bit);
 }
 
 bool isRecursiveType(AsnType *type) {
@@ -274,7 +267,7 @@ bool isEntryType(AsnType *type) {
 }
 
 bool isEntryTypeFunction(AsnType *type, int function) {
-    return getNrOfEntryTypes(type->ownerModule) > 0 && testBit(type->entryFlags, function);
+    return getNrOfEntryTypes(type->ownerModule) > 0 && testOptionBit(type->entryFlags, function);
 }
 
 bool isEntryBaseType(AsnType *type) {
@@ -282,7 +275,7 @@ bool isEntryBaseType(AsnType *type) {
 }
 
 bool typeIsInEntryCategory(AsnType *type, int category) {
-    return isEntryType(type) && testBit(type->entryCategories, category);
+    return isEntryType(type) && testOptionBit(type->entryCategories, category);
 }
 
 bool isVisibleType(AsnType *type) {
@@ -329,10 +322,6 @@ void forEachTypeCommentOption(AsnType *type,
     if (!type->hasCommentOption)
         return;
     readRec(type->posModule, REC_TNODE, type->posRecord);
-    int nbr = 0;
-    forEachBackendOption(type->posModule, tNode.tedFirst, tNode.tedLast,
-                         [&](const char *, const char *comment) {
-                             if (comment != nullptr)
-                                 func(type, comment, nbr++);
-                         });
+    forEachBEComment(type->posModule, tNode.tedFirst, tNode.tedLast,
+                     [&](const char *comment, int nbr) { func(type, comment, nbr); });
 }

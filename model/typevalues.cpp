@@ -51,34 +51,13 @@ EnumItems collectItems(AsnType *type) {
 } // namespace
 
 AsnValue *firstNamedNumber(AsnType *type) {
-    if (type->base.namedNumbersRec == 0)
-        return nullptr;
-    /* The numbers stand where the base does, which may be another module. */
-    AsnModule *module = type->walkModule;
-    AsnModule *ownModule = nullptr;
-    if (module->modRec != type->baseModule)
-        module = ownModule = newAsnModule(type->baseModule);
-    numberCursor(module) = type->base.namedNumbersRec;
-    if (!nextVNode(module, KIND_NAMED_NUMBER, true)) {
-        delAsnModule(ownModule);
-        return nullptr;
-    }
-    AsnValue *value = newAsnValue(module, ownModule == nullptr ? type->ownerModule : ownModule);
-    value->ownModule = ownModule;
-    value->guard.emplace(REC_VNODE);
-    getValuePath(nullptr, value, KIND_NAMED_NUMBER);
-    return value;
+    const bool isElsewhere = type->walkModule->modRec != type->baseModule;
+    return firstListed(type->walkModule, isElsewhere ? nullptr : type->ownerModule,
+                       {type->baseModule, type->base.namedNumbersRec}, nullptr, KIND_NAMED_NUMBER);
 }
 
 AsnValue *nextNamedNumber(AsnValue *value) {
-    value->guard->step(value->walkModule->modRec);
-    if (!nextVNode(value->walkModule, KIND_NAMED_NUMBER, true)) {
-        delAsnValue(value);
-        return nullptr;
-    }
-    clearAsnValue(value);
-    getValuePath(value->father, value, KIND_NAMED_NUMBER);
-    return value;
+    return nextListed(value, KIND_NAMED_NUMBER);
 }
 
 void forEachNamedNumberExtMark(AsnType *type,

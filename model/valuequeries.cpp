@@ -3,6 +3,7 @@
 #include "driver/files.h"
 #include "model/bounds.h"
 #include "model/modules.h"
+#include "model/nametexts.h"
 #include "options/ketracnf.h"
 
 namespace {
@@ -24,14 +25,7 @@ bool testValueInfinity(const AsnValue &value, bool plus) {
 }
 
 Text &joined(Text &dst, const char *prefix, const Text &text, const char *suffix) {
-    dst = orEmpty(prefix) + text + orEmpty(suffix);
-    return dst;
-}
-
-Text &fixRecText(Text &dst, const char *prefix, const FixRec &fix, const char *suffix) {
-    if (fix.id == nullptr)
-        return joined(dst, prefix, "", suffix);
-    return printFixRec(dst, prefix, &fix, suffix);
+    return joinTexts(dst, prefix, text.c_str(), suffix);
 }
 
 /* The text of a special real, given those of the three cases. */
@@ -123,11 +117,11 @@ Text &getValueRef(Text &dst, const char *prefix, AsnValue *value, const char *su
 }
 
 Text &getValueId(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
-    return fixRecText(dst, prefix, value->valueId, suffix);
+    return joinFixRec(dst, prefix, value->valueId, suffix);
 }
 
 Text &getBaseValueId(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
-    return fixRecText(dst, prefix, value->baseId, suffix);
+    return joinFixRec(dst, prefix, value->baseId, suffix);
 }
 
 void setInfValueStri(const char *intMinus, const char *intPlus, const char *realMinus,

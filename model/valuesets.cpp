@@ -159,9 +159,7 @@ bool hasValueSet(AsnType *type) {
 }
 
 bool hasSizeSet(AsnType *type) {
-    const int mainType = getTypeMainType(type);
-    return mainType == TYP_BITSTR || mainType == TYP_OCTSTR || isListKind(mainType) ||
-           isRestrCharStringKind(mainType);
+    return hasSizeKind(getTypeMainType(type));
 }
 
 /* The set of a type that has one, built if this is the first question; null for other types. */

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "model/beoptions.h"
 #include "model/hooks.h"
 #include "model/iterators.h"
 #include "model/modules.h"
@@ -10,7 +11,6 @@
 #include "model/typewalk.h"
 #include "model/valuechain.h"
 #include "model/valuequeries.h"
-#include "options/catalogue.h"
 #include "store/classify.h"
 #include "store/ketramac.h"
 #include "store/strings.h"
@@ -35,7 +35,7 @@ void getValueSpecificBEOpts(AsnValue *value, bool first) {
         else if (modelHooks.valueBEOptionOK != nullptr)
             modelHooks.valueBEOptionOK(value, value->metaRec, text);
     };
-    forEachBackendOption(currModule(REC_VNODE), vNode.tedFirst, vNode.tedLast, apply);
+    forEachBEOption(currModule(REC_VNODE), vNode.tedFirst, vNode.tedLast, apply);
 }
 
 /* The length depends on the type that governs the base, as it finally is. */
@@ -44,10 +44,6 @@ std::int32_t baseStringLength(const AsnValue &value) {
     readRec(getModPtr(value.baseModule, vNode.governorModule), REC_TNODE, vNode.governorRec);
     skipTypes(true);
     return getAnyStringLength();
-}
-
-bool hasStringLength(int mainType) {
-    return mainType == TYP_BITSTR || mainType == TYP_OCTSTR || isRestrCharStringKind(mainType);
 }
 
 bool isNamedNumberStatus() {
@@ -186,7 +182,7 @@ void getValuePath(AsnValue *father, AsnValue *value, int kind) {
     });
     getValueSpecificBEOpts(value, base == position);
 
-    if (hasStringLength(value->governor->base.mainType))
+    if (isStringKind(value->governor->base.mainType))
         value->stringLength = baseStringLength(*value);
 }
 
@@ -227,29 +223,38 @@ AsnValue *nextValue(AsnValue *value) {
     return refillOrDelete(value, nextVNode(value->walkModule, KIND_VALUE, false), KIND_VALUE);
 }
 
-AsnValue *firstValueComp(AsnValue *value) {
-    if (value->base.refRecord == 0)
+AsnValue *firstListed(AsnModule *walkModule, AsnModule *ownerModule, const NodePlace &first,
+                      AsnValue *father, int kind) {
+    if (first.nr == 0)
         return nullptr;
-    /* The components stand where the base does, which may be another module. */
-    AsnModule *module = value->walkModule;
     AsnModule *ownModule = nullptr;
-    if (module->modRec != value->baseModule)
-        module = ownModule = newAsnModule(value->baseModule);
-    valueCursor(module) = value->base.refRecord;
-    if (!stepVNode(module, KIND_VALUE, true, true)) {
+    if (walkModule->modRec != first.module)
+        walkModule = ownModule = newAsnModule(first.module);
+    walkModule->cursors[static_cast<std::size_t>(kind)] = first.nr;
+    if (!stepVNode(walkModule, kind, true, kind == KIND_VALUE)) {
         delAsnModule(ownModule);
         return nullptr;
     }
-    AsnValue *comp = newAsnValue(module, value->ownerModule);
-    comp->ownModule = ownModule;
-    comp->guard.emplace(REC_VNODE);
-    getValuePath(value, comp, KIND_VALUE);
-    return comp;
+    AsnValue *value = newAsnValue(walkModule, ownerModule == nullptr ? walkModule : ownerModule);
+    value->ownModule = ownModule;
+    value->guard.emplace(REC_VNODE);
+    getValuePath(father, value, kind);
+    return value;
+}
+
+AsnValue *nextListed(AsnValue *value, int kind) {
+    value->guard->step(value->walkModule->modRec);
+    return refillOrDelete(value, stepVNode(value->walkModule, kind, true, kind == KIND_VALUE),
+                          kind);
+}
+
+AsnValue *firstValueComp(AsnValue *value) {
+    return firstListed(value->walkModule, value->ownerModule,
+                       {value->baseModule, value->base.refRecord}, value, KIND_VALUE);
 }
 
 AsnValue *nextValueComp(AsnValue *comp) {
-    comp->guard->step(comp->walkModule->modRec);
-    return refillOrDelete(comp, stepVNode(comp->walkModule, KIND_VALUE, true, true), KIND_VALUE);
+    return nextListed(comp, KIND_VALUE);
 }
 
 void forEachValue(AsnModule *module, Call<void(AsnValue *value, int nbr)> func) {
@@ -336,10 +341,6 @@ void forEachValueCommentOption(AsnValue *value,
     if (!value->hasCommentOption)
         return;
     readRec(value->posModule, REC_VNODE, value->posRecord);
-    int nbr = 0;
-    forEachBackendOption(value->posModule, vNode.tedFirst, vNode.tedLast,
-                         [&](const char *, const char *comment) {
-                             if (comment != nullptr)
-                                 func(value, comment, nbr++);
-                         });
+    forEachBEComment(value->posModule, vNode.tedFirst, vNode.tedLast,
+                     [&](const char *comment, int nbr) { func(value, comment, nbr); });
 }

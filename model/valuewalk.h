@@ -69,6 +69,13 @@ AsnValue *newValueByNumber(ModRec *modRec, RecNr nr);
 /* Walks step by step; each refills one handle, the last step deletes it and returns null. */
 AsnValue *firstValue(AsnModule *module);
 AsnValue *nextValue(AsnValue *value);
+/* A list that belongs to a value or type, reached by its first record; null for an empty one. It is
+   walked with `walkModule` or, if it stands in another module, with a handle of its own. Without
+   `ownerModule` the values belong to the module that is walked. In a list of KIND_VALUE the status
+   doesn't count. */
+AsnValue *firstListed(AsnModule *walkModule, AsnModule *ownerModule, const NodePlace &first,
+                      AsnValue *father, int kind);
+AsnValue *nextListed(AsnValue *value, int kind);
 AsnValue *firstValueComp(AsnValue *value);
 AsnValue *nextValueComp(AsnValue *comp);
 

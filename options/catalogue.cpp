@@ -239,16 +239,3 @@ const char *parseBECommentOption(const char *text) {
         return comment;
     return isOptionStri(text + 1, "//") != nullptr ? text + 1 : nullptr;
 }
-
-void forEachBackendOption(ModRec *module, RecNr first, RecNr last,
-                          Call<void(const char *text, const char *comment)> func) {
-    if (first == 0)
-        return;
-    for (RecNr nr = first; nr <= last; ++nr) {
-        readRec(module, REC_TED, nr);
-        if (tedRec.tedKind != TED_BACKEND_OPTION || tedRec.tedText == 0)
-            continue;
-        const char *text = getStri(module, tedRec.tedText);
-        func(text, parseBECommentOption(text));
-    }
-}

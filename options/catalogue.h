@@ -28,7 +28,3 @@ bool pass3GlobalOptionOK(ModRec *module, RecNr recNr, int tedKind, const char *t
 const char *parseBEOption(const char *text, const char *name, std::size_t length);
 /* The comment in a stored text that begins "BEO=//" or "//" behind its first character, or null. */
 const char *parseBECommentOption(const char *text);
-/* The back-end options among the records `first` (0: there are none) to `last` of a module;
-   `comment` is what parseBECommentOption finds in the text. */
-void forEachBackendOption(ModRec *module, RecNr first, RecNr last,
-                          Call<void(const char *text, const char *comment)> func);

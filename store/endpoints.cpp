@@ -357,11 +357,6 @@ bool getEnumEndpoint(Endpoint *dst, bool plus) {
     return allNumbers;
 }
 
-bool hasSize(int mainType) {
-    return mainType == TYP_BITSTR || mainType == TYP_OCTSTR || isListKind(mainType) ||
-           isRestrCharStringKind(mainType);
-}
-
 /* Reads the constraint of the current TNode, if it has one. */
 bool readConstraint() {
     if (tNode.constraintRec == 0)
@@ -386,7 +381,7 @@ bool endpointOfType(EndpointWalk *walk, Endpoint *dst, bool plus) {
             *dst = infinity(plus, mainType);
             dst->flag = closedFlag(plus);
         }
-    } else if (hasSize(mainType)) {
+    } else if (hasSizeKind(mainType)) {
         *dst = infinity(!plus, TYP_INTEGER);
         const bool constrained = readConstraint();
         if (constrained)

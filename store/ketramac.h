@@ -14,10 +14,24 @@ inline bool isStructureKind(int mainType) {
     return mainType == TYP_SEQ || mainType == TYP_SET || mainType == TYP_CHOICE;
 }
 
+inline bool isSequenceOrSetKind(int mainType) {
+    return mainType == TYP_SEQ || mainType == TYP_SET;
+}
+
 inline bool isListKind(int mainType) {
     return mainType == TYP_SEQOF || mainType == TYP_SETOF;
 }
 
 inline bool isRestrCharStringKind(int mainType) {
     return (mainType >= TYP_NUMSTR && mainType <= TYP_UNISTR) || mainType == TYP_OBJDESCR;
+}
+
+/* Bit, octet and character strings. */
+inline bool isStringKind(int mainType) {
+    return mainType == TYP_BITSTR || mainType == TYP_OCTSTR || isRestrCharStringKind(mainType);
+}
+
+/* What a size constraint can speak of. */
+inline bool hasSizeKind(int mainType) {
+    return isStringKind(mainType) || isListKind(mainType);
 }
