@@ -202,7 +202,7 @@ void makePlaces(TreeWriter &w) {
     w.define("Placed", w.sequence({
                            point("plain", 0),
                            point("behind", 1).option(OPT_POINTER),
-                           point("close", 2).option(OPT_POINTER).option(OPT_NEAR).optional(),
+                           point("near", 2).option(OPT_POINTER).optional(),
                            w.comp("housed", w.ref("Byte")).implicit(3).option(OPT_HOME).optional(),
                            point("big_one", 4).option(OPT_HOME).optional(),
                            point("gone", 5).skipped().optional(),

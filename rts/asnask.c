@@ -85,36 +85,14 @@ static BOOLE askNumber (ASNTSTG *g, sint64 low, sint64 high, sint64 *number)
   return FALSE;
 }
 
-static sint64 higher (sint64 a, sint64 b)
-{
-  return a > b ? a : b;
-}
-
-static sint64 lower (sint64 a, sint64 b)
-{
-  return a < b ? a : b;
-}
-
-void asnAskUint8 (ASNTSTG *g, uint8 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (askNumber (g, higher (low, 0), lower (high, UINT8_MAX), &number))
-    *value = (uint8)number;
-}
-
-void asnAskUint16 (ASNTSTG *g, uint16 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (askNumber (g, higher (low, 0), lower (high, UINT16_MAX), &number))
-    *value = (uint16)number;
-}
-
-void asnAskUint32 (ASNTSTG *g, uint32 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (askNumber (g, higher (low, 0), lower (high, UINT32_MAX), &number))
-    *value = (uint32)number;
-}
+#define ASK(form, type, least, most) \
+  void asnAsk##form (ASNTSTG *g, type *value, sint64 low, sint64 high) \
+  { \
+    sint64 number; \
+    if (askNumber (g, asnHigher (low, least), asnLower (high, most), &number)) \
+      *value = (type)number; \
+  }
+ASN_INTEGER_FORMS (ASK)
 
 /* An upper bound of MAXLONG is none. */
 void asnAskUint64 (ASNTSTG *g, uint64 *value, sint64 low, sint64 high)
@@ -125,37 +103,9 @@ void asnAskUint64 (ASNTSTG *g, uint64 *value, sint64 low, sint64 high)
       magnitude > (uint64)INT64_MAX) {
     asnTakeWord (g);
     *value = magnitude;
-  } else if (askNumber (g, higher (low, 0), high, &number)) {
+  } else if (askNumber (g, asnHigher (low, 0), high, &number)) {
     *value = (uint64)number;
   }
-}
-
-void asnAskSint8 (ASNTSTG *g, sint8 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (askNumber (g, higher (low, INT8_MIN), lower (high, INT8_MAX), &number))
-    *value = (sint8)number;
-}
-
-void asnAskSint16 (ASNTSTG *g, sint16 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (askNumber (g, higher (low, INT16_MIN), lower (high, INT16_MAX), &number))
-    *value = (sint16)number;
-}
-
-void asnAskSint32 (ASNTSTG *g, sint32 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (askNumber (g, higher (low, INT32_MIN), lower (high, INT32_MAX), &number))
-    *value = (sint32)number;
-}
-
-void asnAskSint64 (ASNTSTG *g, sint64 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (askNumber (g, low, high, &number))
-    *value = number;
 }
 
 /* As in a decoding, what lies outside the known items is newer. */
@@ -172,15 +122,6 @@ void asnAskXEnum (ASNTSTG *g, EXTENSIBLE_ENUMERATED *value, sint64 low, sint64 h
 
 /* Longer ones say no more: the largest number has 4933 digits. */
 #define MOST_DIGITS 5000
-
-typedef struct {
-  int closure;
-  int lowKind;
-  REAL64 low;
-  int highKind;
-  REAL64 high;
-  REAL128 least; /* what the form that holds the value rounds to infinity, from here on */
-} RANGE;
 
 /* The largest number of a form and half of its last digit, which is what few decimal digits of that number
    can stand for. */
@@ -226,19 +167,8 @@ static BOOLE readReal (const char *word, REAL128 *value)
   return TRUE;
 }
 
-static BOOLE isInRange (REAL128 value, const RANGE *range)
-{
-  BOOLE lowOpen = range->closure == OPEN_CLOS || range->closure == OPEN_OPEN;
-  BOOLE highOpen = range->closure == CLOS_OPEN || range->closure == OPEN_OPEN;
-  REAL128 low = (REAL128)range->low, high = (REAL128)range->high;
-  if (!isinf (value) && (value >= range->least || value <= -range->least))
-    return FALSE;
-  if (range->lowKind == REAL_NORMAL && !(lowOpen ? value > low : value >= low))
-    return FALSE;
-  return range->highKind != REAL_NORMAL || (highOpen ? value < high : value <= high);
-}
-
-static BOOLE askReal (ASNTSTG *g, const RANGE *range, REAL128 *value)
+/* `least` is what the form that holds the value rounds to infinity, from there on. */
+static BOOLE askReal (ASNTSTG *g, const ASN_REAL_RANGE *range, REAL128 least, REAL128 *value)
 {
   int error;
   do {
@@ -246,7 +176,9 @@ static BOOLE askReal (ASNTSTG *g, const RANGE *range, REAL128 *value)
     if (asnPeekWord (g) != ASN_WORD_ || !readReal (g->text, value))
       continue;
     error = CONSTRAINT_FAIL;
-    if (isInRange (*value, range)) {
+    if (!isinf (*value) && (*value >= least || *value <= -least))
+      continue;
+    if (asnIsInRange (*value, range)) {
       asnTakeWord (g);
       return TRUE;
     }
@@ -254,53 +186,15 @@ static BOOLE askReal (ASNTSTG *g, const RANGE *range, REAL128 *value)
   return FALSE;
 }
 
-static RANGE rangeOf (int closure, int lowKind, REAL64 low, int highKind, REAL64 high, REAL128 least)
-{
-  RANGE range;
-  range.closure = closure;
-  range.lowKind = lowKind;
-  range.low = low;
-  range.highKind = highKind;
-  range.high = high;
-  range.least = least;
-  return range;
-}
-
-void asnAskReal32 (ASNTSTG *g, REAL32 *value, int closure, int lowKind, REAL64 low, int highKind,
-                   REAL64 high)
-{
-  RANGE range = rangeOf (closure, lowKind, low, highKind, high, BEYOND_REAL32);
-  REAL128 number;
-  if (askReal (g, &range, &number))
-    *value = (REAL32)number;
-}
-
-void asnAskReal64 (ASNTSTG *g, REAL64 *value, int closure, int lowKind, REAL64 low, int highKind,
-                   REAL64 high)
-{
-  RANGE range = rangeOf (closure, lowKind, low, highKind, high, BEYOND_REAL64);
-  REAL128 number;
-  if (askReal (g, &range, &number))
-    *value = (REAL64)number;
-}
-
-void asnAskReal128 (ASNTSTG *g, REAL128 *value, int closure, int lowKind, REAL64 low, int highKind,
-                    REAL64 high)
-{
-  RANGE range = rangeOf (closure, lowKind, low, highKind, high, (REAL128)HUGE_VAL);
-  REAL128 number;
-  if (askReal (g, &range, &number))
-    *value = number;
-}
-
-/* Bounds at the ends of what a double holds let infinity in. */
-void asnAskReal (ASNTSTG *g, REAL *value, int closure, REAL64 low, REAL64 high)
-{
-  RANGE range = rangeOf (closure, low <= MINREAL ? REAL_MINUS_INF : REAL_NORMAL, low,
-                         high >= MAXREAL ? REAL_PLUS_INF : REAL_NORMAL, high, BEYOND_REAL64);
-  REAL128 number;
-  if (!askReal (g, &range, &number))
-    return;
-  value->kind = !isinf (number) ? REAL_NORMAL : number > 0 ? REAL_PLUS_INF : REAL_MINUS_INF;
-  value->value = isinf (number) ? 0 : (REAL64)number;
-}
+#define ASK_REAL(size, least) \
+  void asnAskReal##size (ASNTSTG *g, REAL##size *value, int closure, int lowKind, REAL64 low, \
+                         int highKind, REAL64 high) \
+  { \
+    const ASN_REAL_RANGE range = { closure, lowKind, low, highKind, high }; \
+    REAL128 number; \
+    if (askReal (g, &range, least, &number)) \
+      *value = (REAL##size)number; \
+  }
+ASK_REAL (32, BEYOND_REAL32)
+ASK_REAL (64, BEYOND_REAL64)
+ASK_REAL (128, (REAL128)HUGE_VAL)

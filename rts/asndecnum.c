@@ -63,64 +63,14 @@ static BOOLE readNumber (ASNCODG *g, sint64 low, sint64 high, sint64 *value)
   return FALSE;
 }
 
-static inline sint64 higher (sint64 a, sint64 b)
-{
-  return a > b ? a : b;
-}
-
-static inline sint64 lower (sint64 a, sint64 b)
-{
-  return a < b ? a : b;
-}
-
-void asnDecUint8 (ASNCODG *g, uint8 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (readNumber (g, higher (low, 0), lower (high, UINT8_MAX), &number))
-    *value = (uint8)number;
-}
-
-void asnDecUint16 (ASNCODG *g, uint16 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (readNumber (g, higher (low, 0), lower (high, UINT16_MAX), &number))
-    *value = (uint16)number;
-}
-
-void asnDecUint32 (ASNCODG *g, uint32 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (readNumber (g, higher (low, 0), lower (high, UINT32_MAX), &number))
-    *value = (uint32)number;
-}
-
-void asnDecSint8 (ASNCODG *g, sint8 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (readNumber (g, higher (low, INT8_MIN), lower (high, INT8_MAX), &number))
-    *value = (sint8)number;
-}
-
-void asnDecSint16 (ASNCODG *g, sint16 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (readNumber (g, higher (low, INT16_MIN), lower (high, INT16_MAX), &number))
-    *value = (sint16)number;
-}
-
-void asnDecSint32 (ASNCODG *g, sint32 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (readNumber (g, higher (low, INT32_MIN), lower (high, INT32_MAX), &number))
-    *value = (sint32)number;
-}
-
-void asnDecSint64 (ASNCODG *g, sint64 *value, sint64 low, sint64 high)
-{
-  sint64 number;
-  if (readNumber (g, low, high, &number))
-    *value = number;
-}
+#define DECODE(form, type, least, most) \
+  void asnDec##form (ASNCODG *g, type *value, sint64 low, sint64 high) \
+  { \
+    sint64 number; \
+    if (readNumber (g, asnHigher (low, least), asnLower (high, most), &number)) \
+      *value = (type)number; \
+  }
+ASN_INTEGER_FORMS (DECODE)
 
 /* Numbers above what sint64 holds have a ninth octet for the sign; an upper bound of MAXLONG is none. */
 void asnDecUint64 (ASNCODG *g, uint64 *value, sint64 low, sint64 high)
@@ -136,7 +86,7 @@ void asnDecUint64 (ASNCODG *g, uint64 *value, sint64 low, sint64 high)
       asnRaise (&g->util, CONSTRAINT_FAIL);
   } else {
     sint64 number;
-    if (readNumber (g, higher (low, 0), high, &number))
+    if (readNumber (g, asnHigher (low, 0), high, &number))
       *value = (uint64)number;
   }
 }

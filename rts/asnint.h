@@ -116,6 +116,38 @@ typedef struct {
 ASN_BOOKMARK asnMark (const ASNCODG *g);
 void asnGoBack (ASNCODG *g, const ASN_BOOKMARK *mark);
 
+/* --- numbers --- */
+
+static inline sint64 asnHigher (sint64 a, sint64 b)
+{
+  return a > b ? a : b;
+}
+
+static inline sint64 asnLower (sint64 a, sint64 b)
+{
+  return a < b ? a : b;
+}
+
+/* Each form of a whole number but uint64: the end of its functions' names, its type, what it holds. */
+#define ASN_INTEGER_FORMS(FORM) \
+  FORM (Uint8, uint8, 0, UINT8_MAX) \
+  FORM (Uint16, uint16, 0, UINT16_MAX) \
+  FORM (Uint32, uint32, 0, UINT32_MAX) \
+  FORM (Sint8, sint8, INT8_MIN, INT8_MAX) \
+  FORM (Sint16, sint16, INT16_MIN, INT16_MAX) \
+  FORM (Sint32, sint32, INT32_MIN, INT32_MAX) \
+  FORM (Sint64, sint64, INT64_MIN, INT64_MAX)
+
+typedef struct {
+  int closure; /* CLOS_CLOS ... */
+  int lowKind; /* REAL_NORMAL ... */
+  REAL64 low;
+  int highKind;
+  REAL64 high;
+} ASN_REAL_RANGE;
+
+BOOLE asnIsInRange (REAL128 value, const ASN_REAL_RANGE *range);
+
 /* --- strings --- */
 
 #define ASN_KIND_OF(how) ((how) & 0xFFu)

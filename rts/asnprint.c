@@ -170,13 +170,3 @@ void asnPriReal (ASNTSTG *g, const char *name, REAL128 value, int digits)
   else
     printNumber (g, name, value, digits);
 }
-
-void asnPriRealOfKind (ASNTSTG *g, const char *name, REAL value)
-{
-  if (value.kind == REAL_PLUS_INF)
-    printWord (g, name, "PLUS-INFINITY");
-  else if (value.kind == REAL_MINUS_INF)
-    printWord (g, name, "MINUS-INFINITY");
-  else
-    asnPriReal (g, name, (REAL128)value.value, DBL_DIG + 2);
-}

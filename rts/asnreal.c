@@ -81,15 +81,6 @@ void asnEncReal (ASNCODG *g, uint32 tag, REAL128 value, int form, int digits)
   asnPutHeader (g, tag, used); /* zero has no contents */
 }
 
-void asnEncRealOfKind (ASNCODG *g, uint32 tag, REAL value, int form, int digits)
-{
-  if (value.kind == REAL_PLUS_INF)
-    value.value = HUGE_VAL;
-  else if (value.kind == REAL_MINUS_INF)
-    value.value = -HUGE_VAL;
-  asnEncReal (g, tag, value.value, form, digits);
-}
-
 /* --- decoding --- */
 
 static sint64 signedNumber (const BYTE_TYPE *p, uint32 len)
@@ -228,27 +219,18 @@ static BOOLE readReal (const BYTE_TYPE *p, uint32 len, REAL128 *value)
   }
 }
 
-typedef struct {
-  int closure;
-  int lowKind;
-  REAL64 low;
-  int highKind;
-  REAL64 high;
-} RANGE;
-
-static BOOLE isInRange (REAL128 value, const RANGE *range)
+BOOLE asnIsInRange (REAL128 value, const ASN_REAL_RANGE *range)
 {
-  BOOLE lowOpen = range->closure == OPEN_CLOS || range->closure == OPEN_OPEN;
-  BOOLE highOpen = range->closure == CLOS_OPEN || range->closure == OPEN_OPEN;
-  if (range->lowKind == REAL_NORMAL &&
-      !(lowOpen ? value > (REAL128)range->low : value >= (REAL128)range->low))
+  const BOOLE lowOpen = range->closure == OPEN_CLOS || range->closure == OPEN_OPEN;
+  const BOOLE highOpen = range->closure == CLOS_OPEN || range->closure == OPEN_OPEN;
+  const REAL128 low = (REAL128)range->low, high = (REAL128)range->high;
+  if (range->lowKind == REAL_NORMAL && !(lowOpen ? value > low : value >= low))
     return FALSE;
-  return range->highKind != REAL_NORMAL ||
-         (highOpen ? value < (REAL128)range->high : value <= (REAL128)range->high);
+  return range->highKind != REAL_NORMAL || (highOpen ? value < high : value <= high);
 }
 
 /* A number of at most `most`, unless it is infinite. */
-static BOOLE takeReal (ASNCODG *g, const RANGE *range, REAL128 most, REAL128 *value)
+static BOOLE takeReal (ASNCODG *g, const ASN_REAL_RANGE *range, REAL128 most, REAL128 *value)
 {
   const BYTE_TYPE *p;
   uint32 len;
@@ -257,65 +239,22 @@ static BOOLE takeReal (ASNCODG *g, const RANGE *range, REAL128 most, REAL128 *va
     return FALSE;
   if (!readReal (p, len, value) || (!isinf (*value) && (*value > most || *value < -most)))
     error = VALUE_FAIL;
-  else if (!isInRange (*value, range))
+  else if (!asnIsInRange (*value, range))
     error = CONSTRAINT_FAIL;
   if (error)
     asnRaise (&g->util, error);
   return !error;
 }
 
-static RANGE rangeOf (int closure, int lowKind, REAL64 low, int highKind, REAL64 high)
-{
-  RANGE range;
-  range.closure = closure;
-  range.lowKind = lowKind;
-  range.low = low;
-  range.highKind = highKind;
-  range.high = high;
-  return range;
-}
-
-void asnDecReal32 (ASNCODG *g, REAL32 *value, int closure, int lowKind, REAL64 low, int highKind,
-                   REAL64 high)
-{
-  RANGE range = rangeOf (closure, lowKind, low, highKind, high);
-  REAL128 number;
-  if (takeReal (g, &range, FLT_MAX, &number))
-    *value = (REAL32)number;
-}
-
-void asnDecReal64 (ASNCODG *g, REAL64 *value, int closure, int lowKind, REAL64 low, int highKind,
-                   REAL64 high)
-{
-  RANGE range = rangeOf (closure, lowKind, low, highKind, high);
-  REAL128 number;
-  if (takeReal (g, &range, DBL_MAX, &number))
-    *value = (REAL64)number;
-}
-
-void asnDecReal128 (ASNCODG *g, REAL128 *value, int closure, int lowKind, REAL64 low, int highKind,
-                    REAL64 high)
-{
-  RANGE range = rangeOf (closure, lowKind, low, highKind, high);
-  REAL128 number;
-  if (takeReal (g, &range, LDBL_MAX, &number))
-    *value = number;
-}
-
-void asnDecReal (ASNCODG *g, REAL *value, int closure, REAL64 low, REAL64 high)
-{
-  RANGE range = rangeOf (closure, low <= -DBL_MAX ? REAL_MINUS_INF : REAL_NORMAL, low,
-                         high >= DBL_MAX ? REAL_PLUS_INF : REAL_NORMAL, high);
-  REAL128 number;
-  if (!takeReal (g, &range, DBL_MAX, &number))
-    return;
-  if (isnan (number)) {
-    asnRaise (&g->util, VALUE_FAIL);
-  } else if (isinf (number)) {
-    value->kind = number > 0 ? REAL_PLUS_INF : REAL_MINUS_INF;
-    value->value = 0;
-  } else {
-    value->kind = REAL_NORMAL;
-    value->value = (REAL64)number;
+#define DECODE_REAL(size, most) \
+  void asnDecReal##size (ASNCODG *g, REAL##size *value, int closure, int lowKind, REAL64 low, \
+                         int highKind, REAL64 high) \
+  { \
+    const ASN_REAL_RANGE range = { closure, lowKind, low, highKind, high }; \
+    REAL128 number; \
+    if (takeReal (g, &range, most, &number)) \
+      *value = (REAL##size)number; \
   }
-}
+DECODE_REAL (32, FLT_MAX)
+DECODE_REAL (64, DBL_MAX)
+DECODE_REAL (128, LDBL_MAX)
