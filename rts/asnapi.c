@@ -7,23 +7,6 @@
 
 ASNCODG asncodgGlobal;
 
-typedef void REENTRANT_FUNC (ASNCODG *context, void *value);
-typedef void PLAIN_FUNC (void *value);
-
-/* Runs generated code; an error in it ends here. */
-static void run (ASNCODG *g, int reentrant, ENTRYFUNC function, void *value)
-{
-  jmp_buf leave;
-  g->util.leave = &leave;
-  if (setjmp (leave) == 0) {
-    if (reentrant)
-      ((REENTRANT_FUNC *)function) (g, value);
-    else
-      ((PLAIN_FUNC *)function) (value);
-  }
-  g->util.leave = NULL;
-}
-
 static void tell (const ASNCODG *g, ASNERROR *error)
 {
   if (error)
@@ -53,7 +36,7 @@ BYTE_TYPE *asnEncodeWith (int reentrant, ENTRYFUNC encode, const void *value, vo
 {
   ASNCODG own, *g = reentrant ? &own : &asncodgGlobal;
   asnOpenEncoder (g, buffer, size);
-  run (g, reentrant, encode, changeable (value));
+  asnRun (&g->util, reentrant, encode, changeable (value));
   return asnEncoded (g, length, error);
 }
 
@@ -65,7 +48,7 @@ BYTE_TYPE *asnEncodeNewWith (int reentrant, ENTRYFUNC encode, const void *value,
   size_t used;
   asnOpenEncoder (g, NULL, 0);
   g->growing = TRUE;
-  run (g, reentrant, encode, changeable (value));
+  asnRun (&g->util, reentrant, encode, changeable (value));
   front = asnEncoded (g, &used, error);
   if (!front) {
     free (g->room);
@@ -101,6 +84,6 @@ BOOLE asnDecodeWith (int reentrant, ENTRYFUNC decode, const void *buffer, size_t
   memset (value, 0, size);
   asnOpenDecoder (g, buffer, length, memory);
   if (!asnFailed (g))
-    run (g, reentrant, decode, value);
+    asnRun (&g->util, reentrant, decode, value);
   return asnDecoded (g, used, error);
 }

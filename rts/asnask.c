@@ -34,8 +34,7 @@ void asnAskNull (ASNTSTG *g)
 
 /* --- whole numbers --- */
 
-/* Decimal digits of a number that 64 bits hold. */
-static BOOLE readMagnitude (const char *p, uint64 *magnitude)
+BOOLE asnReadMagnitude (const char *p, uint64 *magnitude)
 {
   uint64 number = 0;
   if (!*p)
@@ -54,7 +53,7 @@ static BOOLE readNumber (const char *p, sint64 *number)
 {
   BOOLE isNegative = *p == '-';
   uint64 magnitude;
-  if (!readMagnitude (p + isNegative, &magnitude) ||
+  if (!asnReadMagnitude (p + isNegative, &magnitude) ||
       magnitude > (uint64)INT64_MAX + (isNegative ? 1 : 0))
     return FALSE;
   *number = isNegative ? (sint64)(0 - magnitude) : (sint64)magnitude;
@@ -99,7 +98,7 @@ void asnAskUint64 (ASNTSTG *g, uint64 *value, sint64 low, sint64 high)
 {
   sint64 number;
   uint64 magnitude;
-  if (high == MAXLONG && asnPeekWord (g) == ASN_WORD_ && readMagnitude (g->text, &magnitude) &&
+  if (high == MAXLONG && asnPeekWord (g) == ASN_WORD_ && asnReadMagnitude (g->text, &magnitude) &&
       magnitude > (uint64)INT64_MAX) {
     asnTakeWord (g);
     *value = magnitude;

@@ -2,23 +2,13 @@
 
 #include "asntest.h"
 
-/* Bits of the masks of EXTERNAL. */
-enum { HAS_DIRECT = 1, HAS_INDIRECT = 2, HAS_DESCRIPTOR = 4, HAS_DESCRIPTOR_1994 = 1 };
-
 /* --- object identifiers --- */
 
 static BOOLE readArc (const char *p, uint32 *arc)
 {
-  uint64 number = 0;
-  if (!*p)
+  uint64 number;
+  if (!asnReadMagnitude (p, &number) || number > UINT32_MAX)
     return FALSE;
-  for (; *p; p++) {
-    if (*p < '0' || *p > '9')
-      return FALSE;
-    number = number * 10 + (uint32)(*p - '0');
-    if (number > UINT32_MAX)
-      return FALSE;
-  }
   *arc = (uint32)number;
   return TRUE;
 }
@@ -178,15 +168,15 @@ void asnAskExternal1990 (ASNTSTG *g, EXTERNAL_1990 *value)
   memset (value, 0, sizeof *value);
   asnAskLevel (g);
   if (isNext (g, "direct-reference", TCS_OPTIONAL, TYP_OBJID)) {
-    value->compmask |= HAS_DIRECT;
+    value->compmask |= ASN_HAS_DIRECT;
     asnAskObjectIdentifier (g, &value->directReference);
   }
   if (isNext (g, "indirect-reference", TCS_OPTIONAL, TYP_INTEGER)) {
-    value->compmask |= HAS_INDIRECT;
+    value->compmask |= ASN_HAS_INDIRECT;
     asnAskSint32 (g, &value->indirectReference, INT32_MIN, INT32_MAX);
   }
   if (isNext (g, "data-value-descriptor", TCS_OPTIONAL, TYP_OBJDESCR)) {
-    value->compmask |= HAS_DESCRIPTOR;
+    value->compmask |= ASN_HAS_DESCRIPTOR;
     askOctets (g, ASN_GRAPHIC_, &value->dataValueDescriptor);
   }
   if (isNext (g, "encoding", TCS_MANDATORY, TYP_CHOICE)) {
@@ -250,7 +240,7 @@ void asnAskExternal1994 (ASNTSTG *g, EXTERNAL_1994 *value)
   if (isNext (g, "identification", TCS_MANDATORY, TYP_CHOICE))
     askIdentification (g, &value->identification);
   if (isNext (g, "data-value-descriptor", TCS_OPTIONAL, TYP_OBJDESCR)) {
-    value->compmask |= HAS_DESCRIPTOR_1994;
+    value->compmask |= ASN_HAS_DESCRIPTOR_1994;
     askOctets (g, ASN_GRAPHIC_, &value->dataValueDescriptor);
   }
   if (isNext (g, "data-value", TCS_MANDATORY, TYP_CHOICE))

@@ -31,30 +31,66 @@ void asnInitUtil (ASNUTIG *util, int kind, ASNMEM *memory)
   util->error.path[0] = 0;
 }
 
-/* "Msg.lines[3].article". A text that is too long loses its beginning. */
+typedef void REENTRANT_FUNC (ASNUTIG *context, void *value);
+typedef void PLAIN_FUNC (void *value);
+
+void asnRun (ASNUTIG *util, int reentrant, ENTRYFUNC function, void *value)
+{
+  jmp_buf leave;
+  util->leave = &leave;
+  if (setjmp (leave) == 0) {
+    if (reentrant)
+      ((REENTRANT_FUNC *)function) (util, value);
+    else
+      ((PLAIN_FUNC *)function) (value);
+  }
+  util->leave = NULL;
+}
+
+/* --- the text of a path --- */
+
+ASN_PATH asnStartPath (char *text, size_t room)
+{
+  ASN_PATH path = { text, room, room - 1 };
+  return path;
+}
+
+static BOOLE putText (ASN_PATH *path, const char *text)
+{
+  const size_t length = strlen (text);
+  if (length > path->used)
+    return FALSE;
+  path->used -= length;
+  memcpy (path->text + path->used, text, length);
+  return TRUE;
+}
+
+BOOLE asnPutStep (ASN_PATH *path, const char *name, uint32 element, BOOLE isFirst)
+{
+  char number[16];
+  if (name)
+    return putText (path, name) && (isFirst || putText (path, "."));
+  (void)snprintf (number, sizeof number, "[%lu]", (unsigned long)element);
+  return putText (path, number);
+}
+
+void asnEndPath (const ASN_PATH *path)
+{
+  const size_t length = path->room - 1 - path->used;
+  memmove (path->text, path->text + path->used, length);
+  path->text[length] = 0;
+}
+
+/* --- errors --- */
+
+/* "Msg.lines[3].article" */
 static void notePath (ASNCODG *g)
 {
-  uint32 nrOfNames = g->nrOfNames < ASN_MAX_PATH ? g->nrOfNames : ASN_MAX_PATH;
-  char *text = g->util.error.path;
-  size_t room = ASN_PATH_TEXT - 1, used = room;
-  for (uint32 i = nrOfNames; i-- > 0;) {
-    char number[16];
-    const char *name = g->names[i];
-    size_t length;
-    if (!name) {
-      (void)snprintf (number, sizeof number, "[%lu]", (unsigned long)g->elements[i]);
-      name = number;
-    }
-    length = strlen (name);
-    if (length + 1 > used)
-      break;
-    used -= length;
-    memcpy (text + used, name, length);
-    if (i > 0 && name[0] != '[')
-      text[--used] = '.';
+  ASN_PATH path = asnStartPath (g->util.error.path, ASN_PATH_TEXT);
+  uint32 i = g->nrOfNames < ASN_MAX_PATH ? g->nrOfNames : ASN_MAX_PATH;
+  while (i-- > 0 && asnPutStep (&path, g->names[i], g->elements[i], i == 0)) {
   }
-  memmove (text, text + used, room - used);
-  text[room - used] = 0;
+  asnEndPath (&path);
 }
 
 /* Notes where a coding stands, and leaves it nothing to read and nowhere to write. */

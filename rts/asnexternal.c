@@ -2,8 +2,6 @@
 
 #include "asnint.h"
 
-/* Bits of the masks. */
-enum { HAS_DIRECT = 1, HAS_INDIRECT = 2, HAS_DESCRIPTOR = 4, HAS_DESCRIPTOR_1994 = 1 };
 /* How the data value is held; the numbers are those of the context tags. */
 enum { SINGLE_TYPE, OCTET_ALIGNED, ARBITRARY };
 /* The ways of naming syntaxes that an EXTERNAL can have. */
@@ -11,10 +9,13 @@ enum { BY_SYNTAX = 1, BY_CONTEXT = 2, BY_NEGOTIATION = 3 };
 
 #define CONTEXT(number) (TAG_CTX | (number))
 
+static void encodeString (ASNCODG *g, uint32 tag, uint32 kind, const DYNSTR *string)
+{
+  asnEncString (g, tag, ASN_HOW_ (kind, sizeof string->n, string), string->n, string->st, NULL, 0);
+}
+
 static void encodeDataValue (ASNCODG *g, const EXTERNAL_1990 *value)
 {
-  const DYNSTR *octets = value->choice == OCTET_ALIGNED ? &value->i1.octetAligned
-                                                        : &value->i1.arbitrary;
   uint32 used = asnUsed (g);
   switch (value->choice) {
   case SINGLE_TYPE:
@@ -22,11 +23,10 @@ static void encodeDataValue (ASNCODG *g, const EXTERNAL_1990 *value)
     asnPutHeader (g, CONTEXT (SINGLE_TYPE) | ASN_FORM_BIT, used);
     break;
   case OCTET_ALIGNED:
+    encodeString (g, CONTEXT (OCTET_ALIGNED), ASN_OCTET_, &value->i1.octetAligned);
+    break;
   case ARBITRARY:
-    asnEncString (g, CONTEXT ((uint32)value->choice),
-                  ASN_HOW_ (value->choice == ARBITRARY ? ASN_BIT_ : ASN_OCTET_,
-                            sizeof octets->n, octets),
-                  octets->n, octets->st, NULL, 0);
+    encodeString (g, CONTEXT (ARBITRARY), ASN_BIT_, &value->i1.arbitrary);
     break;
   default:
     asnRaise (&g->util, VALUE_FAIL);
@@ -37,15 +37,12 @@ static void encodeDataValue (ASNCODG *g, const EXTERNAL_1990 *value)
 void asnEncExternal1990 (ASNCODG *g, uint32 tag, const EXTERNAL_1990 *value)
 {
   uint32 used = asnUsed (g);
-  const DYNSTR *descriptor = &value->dataValueDescriptor;
   encodeDataValue (g, value);
-  if (value->compmask & HAS_DESCRIPTOR)
-    asnEncString (g, ASN_TAG_OBJECT_DESCRIPTOR,
-                  ASN_HOW_ (ASN_GRAPHIC_, sizeof descriptor->n, descriptor), descriptor->n,
-                  descriptor->st, NULL, 0);
-  if (value->compmask & HAS_INDIRECT)
+  if (value->compmask & ASN_HAS_DESCRIPTOR)
+    encodeString (g, ASN_TAG_OBJECT_DESCRIPTOR, ASN_GRAPHIC_, &value->dataValueDescriptor);
+  if (value->compmask & ASN_HAS_INDIRECT)
     asnEncInteger (g, ASN_TAG_INTEGER, value->indirectReference);
-  if (value->compmask & HAS_DIRECT)
+  if (value->compmask & ASN_HAS_DIRECT)
     asnEncObjectIdentifier (g, ASN_TAG_OBJECT_IDENTIFIER, &value->directReference);
   asnPutHeader (g, tag | ASN_FORM_BIT, used);
 }
@@ -57,14 +54,14 @@ void asnEncExternal1994 (ASNCODG *g, uint32 tag, const EXTERNAL_1994 *value)
   memset (&old, 0, sizeof old);
   switch (value->identification.choice) {
   case BY_SYNTAX:
-    old.compmask = HAS_DIRECT;
+    old.compmask = ASN_HAS_DIRECT;
     old.directReference = value->identification.abstractSyntax;
     break;
   case BY_CONTEXT:
-    old.compmask = HAS_INDIRECT;
+    old.compmask = ASN_HAS_INDIRECT;
     break;
   case BY_NEGOTIATION:
-    old.compmask = HAS_DIRECT | HAS_INDIRECT;
+    old.compmask = ASN_HAS_DIRECT | ASN_HAS_INDIRECT;
     old.directReference = value->identification.transferSyntax;
     break;
   default:
@@ -72,8 +69,8 @@ void asnEncExternal1994 (ASNCODG *g, uint32 tag, const EXTERNAL_1994 *value)
     return;
   }
   old.indirectReference = value->identification.presentationContextId;
-  if (value->compmask & HAS_DESCRIPTOR_1994) {
-    old.compmask |= HAS_DESCRIPTOR;
+  if (value->compmask & ASN_HAS_DESCRIPTOR_1994) {
+    old.compmask |= ASN_HAS_DESCRIPTOR;
     old.dataValueDescriptor = value->dataValueDescriptor;
   }
   old.choice = value->encoding;
@@ -101,17 +98,17 @@ static uint32 decodeReferences (ASNCODG *g, EXTERNAL_1990 *value)
   uint32 tag = asnLookTagLen (g);
   if (tag == ASN_TAG_OBJECT_IDENTIFIER) {
     asnDecObjectIdentifier (g, &value->directReference);
-    value->compmask |= HAS_DIRECT;
+    value->compmask |= ASN_HAS_DIRECT;
     tag = asnLookTagLen (g);
   }
   if (tag == ASN_TAG_INTEGER) {
     asnDecSint32 (g, &value->indirectReference, MINLONG, MAXLONG);
-    value->compmask |= HAS_INDIRECT;
+    value->compmask |= ASN_HAS_INDIRECT;
     tag = asnLookTagLen (g);
   }
   if (tag == ASN_TAG_OBJECT_DESCRIPTOR) {
     decodeString (g, ASN_GRAPHIC_, &value->dataValueDescriptor);
-    value->compmask |= HAS_DESCRIPTOR;
+    value->compmask |= ASN_HAS_DESCRIPTOR;
     tag = asnLookTagLen (g);
   }
   return tag;
@@ -152,15 +149,15 @@ void asnDecExternal1994 (ASNCODG *g, EXTERNAL_1994 *value)
   if (asnFailed (g))
     return;
   memset (&read, 0, sizeof read);
-  switch (old.compmask & (HAS_DIRECT | HAS_INDIRECT)) {
-  case HAS_DIRECT:
+  switch (old.compmask & (ASN_HAS_DIRECT | ASN_HAS_INDIRECT)) {
+  case ASN_HAS_DIRECT:
     read.identification.choice = BY_SYNTAX;
     read.identification.abstractSyntax = old.directReference;
     break;
-  case HAS_INDIRECT:
+  case ASN_HAS_INDIRECT:
     read.identification.choice = BY_CONTEXT;
     break;
-  case HAS_DIRECT | HAS_INDIRECT:
+  case ASN_HAS_DIRECT | ASN_HAS_INDIRECT:
     read.identification.choice = BY_NEGOTIATION;
     read.identification.transferSyntax = old.directReference;
     break;
@@ -169,8 +166,8 @@ void asnDecExternal1994 (ASNCODG *g, EXTERNAL_1994 *value)
     return;
   }
   read.identification.presentationContextId = old.indirectReference;
-  if (old.compmask & HAS_DESCRIPTOR) {
-    read.compmask = HAS_DESCRIPTOR_1994;
+  if (old.compmask & ASN_HAS_DESCRIPTOR) {
+    read.compmask = ASN_HAS_DESCRIPTOR_1994;
     read.dataValueDescriptor = old.dataValueDescriptor;
   }
   read.encoding = old.choice;

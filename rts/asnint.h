@@ -28,6 +28,20 @@ static inline BOOLE asnFailed (const ASNCODG *g)
 /* --- contexts --- */
 
 void asnInitUtil (ASNUTIG *util, int kind, ASNMEM *memory);
+/* Runs generated code with the context that begins with `util`; an error in it ends here. */
+void asnRun (ASNUTIG *util, int reentrant, ENTRYFUNC function, void *value);
+
+/* A path is written from its last step to its first, and loses its beginning if there is no room. */
+typedef struct {
+  char *text;
+  size_t room;
+  size_t used; /* the first character in use */
+} ASN_PATH;
+
+ASN_PATH asnStartPath (char *text, size_t room);
+/* Puts a name, or for null the number of an element, in front; false if there is no room. */
+BOOLE asnPutStep (ASN_PATH *path, const char *name, uint32 element, BOOLE isFirst);
+void asnEndPath (const ASN_PATH *path);
 
 /* --- memory --- */
 
@@ -168,6 +182,16 @@ BOOLE asnCharactersAllowed (const ASN_STRING_KIND *kind, const BYTE_TYPE *p, uin
 /* The first element of a string, which the shape of a static string in a home may show misplaced. */
 BYTE_TYPE *asnElements (uint32 how, const void *st);
 void asnStoreCount (void *n, uint32 size, uint32 count);
+
+/* --- EXTERNAL --- */
+
+/* Bits of the masks of both forms. */
+enum {
+  ASN_HAS_DIRECT = 1,
+  ASN_HAS_INDIRECT = 2,
+  ASN_HAS_DESCRIPTOR = 4,
+  ASN_HAS_DESCRIPTOR_1994 = 1
+};
 
 /* --- times --- */
 

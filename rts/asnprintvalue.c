@@ -2,9 +2,6 @@
 
 #include "asntest.h"
 
-/* Bits of the masks of EXTERNAL. */
-enum { HAS_DIRECT = 1, HAS_INDIRECT = 2, HAS_DESCRIPTOR = 4, HAS_DESCRIPTOR_1994 = 1 };
-
 /* { 1 2 840 } */
 void asnPriObjectIdentifier (ASNTSTG *g, const char *name, const OBJECTIDENTIFIER *value)
 {
@@ -96,11 +93,11 @@ static void printSingleType (ASNTSTG *g, const ASN_FRAME *frame)
 void asnPriExternal1990 (ASNTSTG *g, const char *name, const EXTERNAL_1990 *value)
 {
   asnPriBegComp (g, name, TCS_MANDATORY, TYP_SEQ);
-  if (value->compmask & HAS_DIRECT)
+  if (value->compmask & ASN_HAS_DIRECT)
     asnPriObjectIdentifier (g, "direct-reference", &value->directReference);
-  if (value->compmask & HAS_INDIRECT)
+  if (value->compmask & ASN_HAS_INDIRECT)
     asnPriInteger (g, "indirect-reference", value->indirectReference);
-  if (value->compmask & HAS_DESCRIPTOR)
+  if (value->compmask & ASN_HAS_DESCRIPTOR)
     printOctets (g, "data-value-descriptor", ASN_GRAPHIC_, &value->dataValueDescriptor);
   asnPriBegComp (g, "encoding", TCS_MANDATORY, TYP_CHOICE);
   if (value->choice == 0)
@@ -153,7 +150,7 @@ void asnPriExternal1994 (ASNTSTG *g, const char *name, const EXTERNAL_1994 *valu
   asnPriBegComp (g, "identification", TCS_MANDATORY, TYP_CHOICE);
   printIdentification (g, &value->identification);
   asnPriEndComp (g);
-  if (value->compmask & HAS_DESCRIPTOR_1994)
+  if (value->compmask & ASN_HAS_DESCRIPTOR_1994)
     printOctets (g, "data-value-descriptor", ASN_GRAPHIC_, &value->dataValueDescriptor);
   asnPriBegComp (g, "data-value", TCS_MANDATORY, TYP_CHOICE);
   printDataValue (g, value);

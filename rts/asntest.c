@@ -8,48 +8,18 @@
 
 ASNTSTG asntstgGlobal;
 
-typedef void REENTRANT_FUNC (ASNTSTG *context, void *value);
-typedef void PLAIN_FUNC (void *value);
-
 /* --- paths --- */
-
-typedef struct {
-  char *text;
-  size_t used; /* first character in use; a path is written from its end */
-} PATH;
-
-static BOOLE prepend (PATH *path, const char *text)
-{
-  size_t length = strlen (text);
-  if (length > path->used)
-    return FALSE;
-  path->used -= length;
-  memcpy (path->text + path->used, text, length);
-  return TRUE;
-}
-
-static BOOLE prependStep (PATH *path, const char *name, uint32 element, BOOLE isFirst)
-{
-  char number[16];
-  if (name)
-    return prepend (path, name) && (isFirst || prepend (path, "."));
-  (void)snprintf (number, sizeof number, "[%lu]", (unsigned long)element);
-  return prepend (path, number);
-}
 
 void asnTestPath (const ASNTSTG *g, char *text, size_t room)
 {
-  PATH path;
+  ASN_PATH path = asnStartPath (text, room);
   uint32 depth = g->depth;
   BOOLE fits = TRUE;
-  path.text = text;
-  path.used = room - 1;
   if (g->hasName)
-    fits = prependStep (&path, g->name, g->element, depth == 0);
+    fits = asnPutStep (&path, g->name, g->element, depth == 0);
   while (fits && depth-- > 0)
-    fits = prependStep (&path, g->levels[depth].name, g->levels[depth].element, depth == 0);
-  memmove (text, text + path.used, room - 1 - path.used);
-  text[room - 1 - path.used] = 0;
+    fits = asnPutStep (&path, g->levels[depth].name, g->levels[depth].element, depth == 0);
+  asnEndPath (&path);
 }
 
 /* --- names of numbers --- */
@@ -140,27 +110,13 @@ BOOLE asnCloseTester (ASNTSTG *g, ASNERROR *error)
   return own->code == ASN_OK;
 }
 
-/* Runs generated code; an error in it ends here. */
-static void run (ASNTSTG *g, int reentrant, ENTRYFUNC function, void *value)
-{
-  jmp_buf leave;
-  g->util.leave = &leave;
-  if (setjmp (leave) == 0) {
-    if (reentrant)
-      ((REENTRANT_FUNC *)function) (g, value);
-    else
-      ((PLAIN_FUNC *)function) (value);
-  }
-  g->util.leave = NULL;
-}
-
 /* --- the interface for programs --- */
 
 BOOLE asnPrintWith (int reentrant, ENTRYFUNC print, const void *value, FILE *out, ASNERROR *error)
 {
   ASNTSTG own, *g = reentrant ? &own : &asntstgGlobal;
   asnOpenTester (g, NULL, out, NULL);
-  run (g, reentrant, print, (void *)(size_t)value);
+  asnRun (&g->util, reentrant, print, (void *)(size_t)value);
   if (!asnTestFailed (g) && ferror (out))
     g->refused = ROOM_FAIL;
   return asnCloseTester (g, error);
@@ -172,6 +128,6 @@ BOOLE asnAskWith (int reentrant, ENTRYFUNC ask, void *value, size_t size, ASNMEM
   ASNTSTG own, *g = reentrant ? &own : &asntstgGlobal;
   memset (value, 0, size);
   asnOpenTester (g, in, out, memory);
-  run (g, reentrant, ask, value);
+  asnRun (&g->util, reentrant, ask, value);
   return asnCloseTester (g, error);
 }

@@ -111,3 +111,50 @@ void mutate (const ENTRYDESCR *row, const ENCODING *e, int times)
   memcpy (earlier.octets, e->octets, e->length);
   earlier.length = e->length;
 }
+
+/* --- texts --- */
+
+static const char *const pieces[] = { "{",   "}",     "'",    "\"",   ":",     "-", "--", "\n", "\\",
+                                      "...:", "0",    "9999", "'B",   "'H",    ",", " ",  "\x80", "-1",
+                                      "1e99", "TRUE", "NULL", "{ }", "''H" };
+
+static void changeText (char *text)
+{
+  const char *piece = pieces[chance (sizeof pieces / sizeof pieces[0])];
+  const size_t length = strlen (text), size = strlen (piece);
+  const size_t place = chance ((uint32)length + 1), rest = length - place;
+  size_t gone = chance (2) ? 0 : chance (6);
+  if (gone > rest)
+    gone = rest;
+  memmove (text + place + size, text + place + gone, rest - gone + 1);
+  memcpy (text + place, piece, size);
+}
+
+void mutateText (const ENTRYDESCR *row, const char *text, int times)
+{
+  enum { MOST_CHANGES = 4, LONGEST_PIECE = 8 };
+  if (strlen (text) > MOST_OCTETS)
+    return;
+  while (times-- > 0) {
+    char changed[MOST_OCTETS + MOST_CHANGES * LONGEST_PIECE + 1];
+    VALUE v, again;
+    ASNERROR error;
+    strcpy (changed, text);
+    for (uint32 changes = 1 + chance (MOST_CHANGES); changes > 0; changes--)
+      changeText (changed);
+    openValue (&v, row);
+    if (*changed && askFor (&v, changed, &error)) {
+      char *printed = print (&v);
+      openValue (&again, row);
+      if (ask (&again, printed)) {
+        char *same = print (&again);
+        if (strcmp (printed, same) != 0)
+          fail (&v, "is printed in two ways:", printed);
+        free (same);
+      }
+      closeValue (&again);
+      free (printed);
+    }
+    closeValue (&v);
+  }
+}

@@ -1,6 +1,6 @@
 /* Takes values of generated types through all generated functions: roundtrip [OPTION] SCRIPT ...
 
-     -m NUMBER  decodes so many changed forms of each encoding instead
+     -m NUMBER  decodes so many changed forms of each encoding instead, and asks for as many changed texts
      -w FILE    writes all encodings to a file besides
      -d TYPE    takes the files behind it for encodings of a type
 
@@ -16,6 +16,8 @@
      + 2480 040101 0000 = 040101  a value of the type that is printed in another way, and how it is encoded
                                 again; without = as it is
      ! 3003 020105 TAG_FAIL     octets that are no value of this type, and what the decoder says
+     ? { id: x } => INPUT_FAIL  a text that is none, and what asking for it says; the path that leads to
+                                the component may follow
 
    Each value is asked for, printed, encoded, decoded, and all that once more from the result; all texts
    and all encodings have to agree, and no beginning of an encoding may pass for a value. Every row of
@@ -51,17 +53,24 @@ static void expectSame (const VALUE *v, const ENCODING *a, const ENCODING *b, co
   printOctets (b);
 }
 
+/* Expects that octets are a value. */
+static BOOLE isDecoded (VALUE *v, const ENTRYDESCR *row, const ENCODING *e)
+{
+  ASNERROR error;
+  openValue (v, row);
+  if (decode (v, e->octets, e->length, &error))
+    return TRUE;
+  fail (v, asnErrorName (error.code), "while it is decoded:");
+  printOctets (e);
+  return FALSE;
+}
+
 /* Decodes octets and expects the text; encoding the result has to give `again`, where it isn't null. */
 static void expectDecoded (const ENTRYDESCR *row, const ENCODING *e, const char *text,
                            const ENCODING *again)
 {
   VALUE v;
-  ASNERROR error;
-  openValue (&v, row);
-  if (!decode (&v, e->octets, e->length, &error)) {
-    fail (&v, asnErrorName (error.code), "while it is decoded:");
-    printOctets (e);
-  } else {
+  if (isDecoded (&v, row, e)) {
     char *printed = print (&v);
     ENCODING own = encode (&v);
     if (strcmp (printed, text) != 0) {
@@ -143,24 +152,16 @@ static ENCODING octetsOf (const char *text, const char **rest)
 static void expectKept (const ENTRYDESCR *row, const ENCODING *e, const ENCODING *expected)
 {
   VALUE v;
-  ASNERROR error;
-  openValue (&v, row);
-  if (!decode (&v, e->octets, e->length, &error)) {
-    fail (&v, asnErrorName (error.code), "while it is decoded:");
-    printOctets (e);
-  } else {
+  if (isDecoded (&v, row, e)) {
     ENCODING own = encode (&v);
     VALUE again;
-    openValue (&again, row);
 #if ROUNDTRIP_DEFINITE
     expectSame (&v, &own, expected, "of the decoded value");
 #endif
-    if (decode (&again, own.octets, own.length, &error)) {
+    if (isDecoded (&again, row, &own)) {
       char *text = print (&again);
       expectDecoded (row, expected, text, &own);
       free (text);
-    } else {
-      fail (&again, asnErrorName (error.code), "while its own encoding is decoded");
     }
     closeValue (&again);
     free (own.octets);
@@ -178,6 +179,26 @@ static void expectRefused (const ENTRYDESCR *row, const ENCODING *e, const char 
   name = asnErrorName (error.code);
   if (strlen (name) != strcspn (errorName, " \n") || strncmp (name, errorName, strlen (name)) != 0)
     fail (&v, "is decoded with", name);
+  closeValue (&v);
+}
+
+/* "text => ERROR path" */
+static void expectNotAsked (const ENTRYDESCR *row, char *line)
+{
+  VALUE v;
+  ASNERROR error;
+  char *expected = strstr (line, " => ");
+  char own[ASN_PATH_TEXT + 40];
+  if (!expected)
+    return;
+  *expected = 0;
+  expected += strlen (" => ");
+  expected[strcspn (expected, "\n")] = 0;
+  openValue (&v, row);
+  (void)askFor (&v, line, &error);
+  snprintf (own, sizeof own, "%s %s", asnErrorName (error.code), error.path);
+  if (strncmp (own, expected, strlen (expected)) != 0)
+    fail (&v, "is asked for with", own);
   closeValue (&v);
 }
 
@@ -205,6 +226,7 @@ static void openCase (CASE *c, const ENTRYDESCR *row, char *asked)
     fwrite (c->encoding.octets, 1, c->encoding.length, encodings);
   if (mutations) {
     mutate (row, &c->encoding, mutations);
+    mutateText (row, c->text, mutations / 4);
     return;
   }
   expectDecoded (row, &c->encoding, c->text, &c->encoding);
@@ -225,11 +247,15 @@ static void closeCase (CASE *c)
   memset (c, 0, sizeof *c);
 }
 
-static void checkLine (const CASE *c, const char *line)
+static void checkLine (const CASE *c, char *line)
 {
+  const char *rest;
   if (mutations)
     return;
-  const char *rest;
+  if (*line == '?') {
+    expectNotAsked (c->row, line + 1);
+    return;
+  }
   ENCODING e = octetsOf (line + 1, &rest);
   if (*line == '!')
     expectRefused (c->row, &e, rest);
@@ -264,7 +290,7 @@ static char *wholeValue (FILE *in, char *line, size_t size, BOOLE *ended)
   memcpy (text, line, length + 1);
   while (!(*ended = fgets (line, (int)size, in) == NULL)) {
     scriptLine++;
-    if (beginsValue (line) || strchr ("=~+!-\n", *line))
+    if (beginsValue (line) || strchr ("=~+!?-\n", *line))
       break;
     text = realloc (text, length + strlen (line) + 1);
     strcpy (text + length, line);
@@ -296,7 +322,7 @@ static void runScript (const MODULE *module, FILE *in, BOOLE *met)
       free (text);
       continue;
     }
-    if (strchr ("=~+!", *line) && c.encoding.octets)
+    if (strchr ("=~+!?", *line) && c.encoding.octets)
       checkLine (&c, line);
     ended = fgets (line, sizeof line, in) == NULL;
     scriptLine++;

@@ -32,16 +32,22 @@ void closeValue (VALUE *v)
   free (v->value);
 }
 
+BOOLE askFor (VALUE *v, char *text, ASNERROR *error)
+{
+  FILE *in = fmemopen (text, strlen (text), "r");
+  BOOLE done = asnAsk (v->row->ask, v->value, v->size, &v->memory, in, NULL, error);
+  fclose (in);
+  return done;
+}
+
 BOOLE ask (VALUE *v, char *text)
 {
   ASNERROR error;
-  FILE *in = fmemopen (text, strlen (text), "r");
-  BOOLE done = asnAsk (v->row->ask, v->value, v->size, &v->memory, in, NULL, &error);
+  BOOLE done = askFor (v, text, &error);
   if (!done) {
     fail (v, asnErrorName (error.code), "while it is asked for");
     fprintf (stderr, "in line %lu, %s, of\n%s", (unsigned long)error.offset, error.path, text);
   }
-  fclose (in);
   return done;
 }
 

@@ -39,6 +39,8 @@ void fail (const VALUE *v, const char *what, const char *detail);
 
 void openValue (VALUE *v, const ENTRYDESCR *row);
 void closeValue (VALUE *v);
+/* A script; `ask` counts a fault of it as one of the program. */
+BOOLE askFor (VALUE *v, char *text, ASNERROR *error);
 BOOLE ask (VALUE *v, char *text);
 /* Printing doesn't change a value. The caller frees the text. */
 char *print (const VALUE *v);
@@ -49,5 +51,7 @@ BOOLE decode (VALUE *v, const BYTE_TYPE *octets, size_t length, ASNERROR *error)
 
 /* Decodes changed forms of an encoding: whatever a decoder takes for a value has to be one. */
 void mutate (const ENTRYDESCR *row, const ENCODING *e, int times);
+/* Asks for changed texts: what is accepted has to print as a text that is accepted too. */
+void mutateText (const ENTRYDESCR *row, const char *text, int times);
 
 #endif /*VALUES_H*/

@@ -24,7 +24,7 @@ struct Dynamic {
 };
 
 TEST(RuntimeLists, DynamicArraysGrow) {
-    for (unsigned n : {0u, 1u, 3u, 4u, 5u, 8u, 9u, 1000u})
+    for (unsigned n : {0u, 4u, 5u, 1000u})
         EXPECT_EQ("ASN_OK", decoded(list(n), [n](ASNCODG *asncodg) {
             Dynamic array;
             uint32 n1 = 0;
