@@ -38,7 +38,7 @@ BOOLE asnMakeRoom (ASNCODG *g, size_t size)
     asnRaise (&g->util, ROOM_FAIL);
     return FALSE;
   }
-  if (size > LAST_BUFFER / 2 - used) {
+  if (size > LAST_BUFFER / 2 || used > LAST_BUFFER / 2 - size) {
     asnRaise (&g->util, LACK_OF_MEMORY);
     return FALSE;
   }

@@ -315,8 +315,8 @@ void asnFirstElements (ASNUTIG *util, void *elem, sint64 limit, size_t size)
   if (util->error.code != ASN_OK)
     return;
   memcpy (&first, elem, sizeof first);
-  if (first == &asnFixedArray_ && room < UINT32_MAX)
-    room++;
+  if (first == &asnFixedArray_)
+    room = room < UINT32_MAX ? room + 1 : UINT32_MAX; /* which is refused */
   else if (room > FIRST_ELEMENTS)
     room = FIRST_ELEMENTS;
   storeElements (elem, newArray (util, (uint32)room, size));

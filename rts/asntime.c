@@ -157,6 +157,14 @@ static BOOLE isUtcYear (int year)
   return year >= 1950 && year < 2050;
 }
 
+/* Whether each number had as many digits as it was written with. */
+static BOOLE isSameMoment (const DATETIMEZ *a, const DATETIMEZ *b)
+{
+  return a->month == b->month && a->day == b->day && a->hour == b->hour &&
+         (a->minute < 0 || a->minute == b->minute) && (a->second < 0 || a->second == b->second) &&
+         (a->fractionDigits == 0 || a->fraction == b->fraction);
+}
+
 size_t asnTextFromTime (const DATETIMEZ *value, int isUtc, char *text)
 {
   DATETIMEZ again;
@@ -182,7 +190,9 @@ size_t asnTextFromTime (const DATETIMEZ *value, int isUtc, char *text)
   p = writeZone (p, value);
   *p = 0;
   /* What cannot be read again is no moment: month 13, say. */
-  return asnTimeFromText (text, (size_t)(p - text), isUtc, &again) ? (size_t)(p - text) : 0;
+  return asnTimeFromText (text, (size_t)(p - text), isUtc, &again) && isSameMoment (value, &again)
+           ? (size_t)(p - text)
+           : 0;
 }
 
 /* --- encoding and decoding --- */

@@ -63,7 +63,7 @@ TEST(Components, TheErrorTellsNameLineAndPath) {
         {"{\n\nid: 256", "CONSTRAINT_FAIL 3 Outer.id"},
         {"{ id: 1\n more: 2\n few: { } }", "MM_FAIL 3 Outer.inner"},
         {"{ id: 1 inner: empty: NULL\nfew: { 1 2\n3 4 } }", "AM_FAIL 3 Outer.few[3]"},
-        {"-- a comment\r\n{id : 7,-- more\n-\tinner:empty:NULL{1,2} 3", "INPUT_FAIL 3 Outer.3"},
+        {"-- a comment\r\n{id : 7,-- more\n-\tinner:empty:NULL{1,2} 3", "INPUT_FAIL 3 Outer"},
     };
     for (auto [script, result] : cases) {
         Outer value = {};

@@ -36,6 +36,8 @@ TEST(RuntimeNumbers, WhatHasNoEncoding) {
         EXPECT_EQ("VALUE_FAIL", encoded([&](ASNCODG *asncodg) { e_ObjectIdentifier_8(6, &bad); }));
     DATETIMEZ never = {2024, 2, 30, 0, 0, 0, 0, 0, 1, 0};
     EXPECT_EQ("VALUE_FAIL", encoded([&](ASNCODG *asncodg) { e_GeneralizedTimeDT_8(24, &never); }));
+    never.day = 129;
+    EXPECT_EQ("VALUE_FAIL", encoded([&](ASNCODG *asncodg) { e_GeneralizedTimeDT_8(24, &never); }));
     never.day = 29;
     never.year = 2051;
     EXPECT_EQ("VALUE_FAIL", encoded([&](ASNCODG *asncodg) { e_UTCTimeDT_8(23, &never); }));

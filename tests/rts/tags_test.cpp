@@ -42,7 +42,7 @@ TEST(RuntimeTags, NumbersTakeAsManyOctetsAsTheyNeed) {
         }));
         EXPECT_EQ(value, TRUE);
     }
-    EXPECT_EQ("bf2802bf2900bf28800000", encoded([](ASNCODG *asncodg) {
+    EXPECT_EQ("bf2803bf2900bf28800000", encoded([](ASNCODG *asncodg) {
         e_EOC();
         e_TagIndefLen(TAG(TAG_CTX, TAG_STR, 40));
         e_StoreEOC();
