@@ -1,7 +1,7 @@
 /* Takes values of generated types through all generated functions: roundtrip [OPTION] SCRIPT ...
 
      -m NUMBER  decodes so many changed forms of each encoding instead, and asks for as many changed texts
-     -w FILE    writes all encodings to a file besides
+     -w FILE    writes all encodings to a file besides, as a SEQUENCE
      -d TYPE    takes the files behind it for encodings of a type
 
    A script is named after its module and holds values as they are printed, each in lines of its own;
@@ -390,8 +390,8 @@ int main (int argc, char **argv)
   int first = 1;
   if (argc > 3 && strcmp (argv[1], "-m") == 0)
     mutations = atoi (argv[2]);
-  if (argc > 3 && strcmp (argv[1], "-w") == 0)
-    encodings = fopen (argv[2], "wb");
+  if (argc > 3 && strcmp (argv[1], "-w") == 0 && (encodings = fopen (argv[2], "wb")) != NULL)
+    fwrite ("\x30\x80", 1, 2, encodings);
   if (argc > 3 && strcmp (argv[1], "-d") == 0)
     type = argv[2];
   if (mutations || encodings || type)
@@ -399,8 +399,10 @@ int main (int argc, char **argv)
   for (int i = first; i < argc; i++)
     if ((type ? runMessage (type, argv[i]) : runFile (argv[i])) != 0)
       return 2;
-  if (encodings)
+  if (encodings) {
+    fwrite ("\0\0", 1, 2, encodings);
     fclose (encodings);
+  }
   printf ("%d failures\n", failures);
   return failures != 0;
 }
