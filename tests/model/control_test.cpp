@@ -8,6 +8,8 @@
 
 namespace {
 
+const auto exitsWith2 = testing::ExitedWithCode(2);
+
 TypeNode flags(TreeWriter &w, MainType kind, int count, bool optional) {
     std::vector<TypeNode> comps;
     for (int i = 0; i < count; ++i) {
@@ -69,34 +71,33 @@ TEST(Control, OperatesOnComponents) {
     w.define("Pick", w.choice({w.comp("a", w.boolean()), w.comp("b", w.null())}));
     startTool(dir, w);
 
-    struct Row {
-        const char *type, *comp, *set, *clear, *test, *either, *andNot;
+    const char *const rows[][4] = {
+        {"Ten.b", "h->compmask |= BIT(1);\n", "h->compmask &= ~BIT(1);\n",
+         "if (h->compmask & BIT(1)) "},
+        {"Ten.a", "", "", ""},
+        {"Wide.f31", "h->compmask |= BITL(31);\n", "h->compmask &= ~BITL(31);\n",
+         "if (h->compmask & BITL(31)) "},
+        {"Array.f33", "h->compmask [1] |= BITL(1);\n", "h->compmask [1] &= ~BITL(1);\n",
+         "if (h->compmask [1] & BITL(1)) "},
+        {"Pick.b", "h->choice = 1;\n", "h->choice = -1;\n", "if (h->choice == 1) "},
     };
-    const Row rows[] = {
-        {"Ten", "Ten.b", "h->compmask |= BIT(1);\n", "h->compmask &= ~BIT(1);\n",
-         "if (h->compmask & BIT(1)) ", "h->compmask | BIT(1)", "h->compmask & ~BIT(1)"},
-        {"Ten", "Ten.a", "", "", "", "", ""},
-        {"Wide", "Wide.f31", "h->compmask |= BITL(31);\n", "h->compmask &= ~BITL(31);\n",
-         "if (h->compmask & BITL(31)) ", "h->compmask | BITL(31)", "h->compmask & ~BITL(31)"},
-        {"Array", "Array.f33", "h->compmask [1] |= BITL(1);\n", "h->compmask [1] &= ~BITL(1);\n",
-         "if (h->compmask [1] & BITL(1)) ", "h->compmask [1] | BITL(1)",
-         "h->compmask [1] & ~BITL(1)"},
-        {"Pick", "Pick.b", "h->choice = 1;\n", "h->choice = -1;\n", "if (h->choice == 1) ",
-         "h->choice ?!?1", "h->choice ?!?1"},
-    };
-    for (const Row &row : rows)
-        withType(row.comp, [&](AsnType *comp) {
+    for (const auto &[name, set, clear, test] : rows)
+        withType(name, [&, s = set, c = clear, t = test](AsnType *comp) {
             AsnType *type = getFatherOfTypeComp(comp);
             const int nbr = getTypeCompNbr(comp);
             Text text;
-            EXPECT_EQ(getControlMemberSet(text, "h->", type, comp, nbr), row.set);
-            EXPECT_EQ(getControlMemberClr(text, "h->", type, comp, nbr), row.clear);
-            EXPECT_EQ(getControlMemberTst(text, "if ", "h->", type, comp, nbr, " "), row.test);
-            EXPECT_EQ(getControlMemberRawOr(text, nullptr, "h->", type, comp, nbr, nullptr),
-                      row.either);
-            EXPECT_EQ(getControlMemberRawAndNot(text, nullptr, "h->", type, comp, nbr, nullptr),
-                      row.andNot);
+            EXPECT_EQ(getControlMemberSet(text, "h->", type, comp, nbr), s);
+            EXPECT_EQ(getControlMemberClr(text, "h->", type, comp, nbr), c);
+            EXPECT_EQ(getControlMemberTst(text, "if ", "h->", type, comp, nbr, " "), t);
         });
+    withType("Array.f33", [](AsnType *comp) {
+        AsnType *type = getFatherOfTypeComp(comp);
+        Text text;
+        EXPECT_EQ(getControlMemberRawOr(text, "(", nullptr, type, comp, 33, ")"),
+                  "(compmask [1] | BITL(1))");
+        EXPECT_EQ(getControlMemberRawAndNot(text, nullptr, nullptr, type, comp, 33, nullptr),
+                  "compmask [1] & ~BITL(1)");
+    });
     withType("Pick.a", [](AsnType *comp) {
         Text text;
         EXPECT_EQ(getControlMemberTst(text, nullptr, nullptr, getFatherOfTypeComp(comp), comp, 0,
@@ -134,34 +135,24 @@ TEST(Control, CountsSplicedComponents) {
     });
 }
 
-TEST(TypePath, StacksPaths) {
+TEST(TypePath, StacksPathsAndEndsTheRunOnMisuse) {
     EXPECT_FALSE(typePathInUse());
+    EXPECT_EXIT(getPath(), exitsWith2, "Empty type name path stack");
+    EXPECT_EXIT(popPath(), exitsWith2, "Empty type name path stack");
     pushPath();
+    EXPECT_EXIT(removeElemFromPath(), exitsWith2, "Corrupted type name element stack");
     addElemToPath("Msg");
     addElemToPath(".a");
     const char *outer = getPath();
     pushPath();
-    addElemToPath("h1");
-    EXPECT_STREQ(getPath(), "h1");
+    addElemToPath(std::string(MAX_TYPE_PATH, 'x').c_str());
+    EXPECT_EXIT(addElemToPath("y"), exitsWith2, "Type name path buffer overflow");
     EXPECT_STREQ(outer, "Msg.a"); /* what is added above doesn't touch it */
     popPath();
     removeElemFromPath();
-    EXPECT_STREQ(getPath(), "Msg");
     EXPECT_STREQ(outer, "Msg"); /* the place follows its path */
     resetPath();
     EXPECT_FALSE(typePathInUse());
-}
-
-TEST(TypePathDeathTest, EndsTheRunOnMisuse) {
-    const auto fatal = testing::ExitedWithCode(2);
-    EXPECT_EXIT(getPath(), fatal, "Empty type name path stack");
-    EXPECT_EXIT(popPath(), fatal, "Empty type name path stack");
-    pushPath();
-    EXPECT_EXIT(removeElemFromPath(), fatal, "Corrupted type name element stack");
-    addElemToPath(std::string(MAX_TYPE_PATH, 'x').c_str());
-    EXPECT_EXIT(addElemToPath("y"), fatal, "Type name path buffer overflow");
-    removeElemFromPath();
-    EXPECT_STREQ(getPath(), "");
 }
 
 } // namespace

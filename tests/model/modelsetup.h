@@ -11,6 +11,8 @@
 #include "store/tree.h"
 #include "tests/support/loadtree.h"
 
+const auto exitsWith2 = testing::ExitedWithCode(2);
+
 /* Loaded trees as a generator sees them: handles on a module and on its definitions by name. */
 class ModelSetup {
 public:
@@ -32,24 +34,21 @@ public:
         ASSERT_TRUE(tree.save(dir.path(prefix + ".stx")));
     }
 
+    /* A definition, or a component as "Type.component". */
     void withType(const std::string &name, Call<void(AsnType *type)> func) const {
+        const std::size_t dot = name.find('.');
         bool found = false;
         forEachType(module, [&](AsnType *type, int) {
             Text text;
-            if (!found && getTypeRef(text, nullptr, type, nullptr) == name) {
+            if (found || getTypeRef(text, nullptr, type, nullptr) != name.substr(0, dot))
+                return;
+            if (dot == std::string::npos) {
                 found = true;
                 func(type);
+                return;
             }
-        });
-        EXPECT_TRUE(found) << name;
-    }
-    void withComp(const std::string &typeName, const std::string &name,
-                  Call<void(AsnType *comp)> func) const {
-        bool found = false;
-        withType(typeName, [&](AsnType *type) {
             forEachTypeComp(type, [&](AsnType *, AsnType *comp, int) {
-                Text text;
-                if (getTypeCompRef(text, nullptr, comp, nullptr) == name) {
+                if (getTypeCompRef(text, nullptr, comp, nullptr) == name.substr(dot + 1)) {
                     found = true;
                     func(comp);
                 }
@@ -69,10 +68,42 @@ public:
         EXPECT_TRUE(found) << name;
     }
 
+    /* What `textOf` says of each definition. */
+    using Rows = std::vector<std::pair<std::string, std::string>>;
+    template <typename TextOf> void expectTypes(TextOf textOf, const Rows &rows) const {
+        for (const auto &[name, expected] : rows)
+            withType(name,
+                     [&, &n = name, &e = expected](AsnType *t) { EXPECT_EQ(textOf(t), e) << n; });
+    }
+    template <typename TextOf> void expectValues(TextOf textOf, const Rows &rows) const {
+        for (const auto &[name, expected] : rows)
+            withValue(name,
+                      [&, &n = name, &e = expected](AsnValue *v) { EXPECT_EQ(textOf(v), e) << n; });
+    }
+
     WorkDir dir;
     AsnModule *module = nullptr;
 };
 
+/* A change to a finished tree, and a part of the message that the run must end with. */
+struct Spoilt {
+    void (*spoil)(TreeWriter &w);
+    const char *message;
+};
+template <typename Run> void expectFatal(Run run, const std::vector<Spoilt> &rows) {
+    for (const Spoilt &row : rows)
+        EXPECT_EXIT(run(row.spoil), exitsWith2, row.message) << &row - rows.data();
+}
+
 inline std::string shown(sint64 number) {
     return i64ismax(number) ? "MAX" : i64ismin(number) ? "MIN" : i64tostr(number);
+}
+
+/* Constraints. */
+inline RecNr one(TreeWriter &w, std::int64_t number) {
+    return w.single(w.intValue(number));
+}
+inline RecNr openRange(TreeWriter &w, std::int64_t low, std::int64_t high) {
+    const RecNr lower = w.intValue(low).nr;
+    return w.rangeOf(lower, w.intValue(high).nr, 0);
 }

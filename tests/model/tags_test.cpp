@@ -6,26 +6,20 @@
 
 namespace {
 
-const auto exitsWith2 = testing::ExitedWithCode(2);
-
-std::string walkText(AsnType *type, int mask, bool reverse) {
+/* What each walk calls for: all, outermost, all but the innermost, innermost, all but the
+   outermost; in reverse where there is such a walk; local ones. */
+std::string walksText(AsnType *type) {
     std::string text;
     const auto note = [&](AsnType *, const AsnTag *tag, int nbr) {
         text += std::to_string(nbr) + ":" + std::to_string(getTagNumber(tag)) + " ";
     };
-    forTags(type, note, mask, reverse);
-    return text;
-}
-
-std::string localText(AsnType *type, bool reverse) {
-    std::string text;
-    const auto note = [&](AsnType *, const AsnTag *tag, int) {
-        text += std::to_string(getTagNumber(tag)) + " ";
-    };
-    if (reverse)
-        forEachLocalTagRevOrd(type, note);
-    else
-        forEachLocalTag(type, note);
+    using Walk = void (*)(AsnType *, TagCall);
+    for (Walk walk : {forEachTag, forEachTagRevOrd, forOutermostTag, forOutermostTags,
+                      forOutermostTagsRevOrd, forInnermostTag, forInnermostTags,
+                      forInnermostTagsRevOrd, forEachLocalTag, forEachLocalTagRevOrd}) {
+        walk(type, note);
+        text += "|";
+    }
     return text;
 }
 
@@ -65,42 +59,29 @@ TEST(Tags, AutomaticTagsReplaceTheOutermost) {
     w.define("S", w.sequence({w.comp("a", w.integer()), w.comp("b", w.ref("Choice")), w.marker(),
                               w.comp("c", w.ref("Deep")), w.comp("d", w.any())})
                       .automaticTags());
+    /* Types that the tree leaves without any tag. */
+    w.define("Odd",
+             w.sequence({w.comp("a", w.type(TYP_FIELDLIST)), w.comp("b", w.type(TYP_SYNONYM))})
+                 .automaticTags());
+    /* What COMPONENTS OF brings in takes the tagging of the structure. */
+    w.define("In", w.sequence({w.comp("x", w.integer()), w.comp("y", w.null())}));
+    w.define("InAuto", w.sequence({w.comp("p", w.integer())}).automaticTags());
+    w.define("Taker", w.sequence({w.comp("a", w.integer()), w.componentsOf(w.ref("In")),
+                                  w.comp("b", w.boolean())})
+                          .automaticTags());
+    w.define("Plain", w.sequence({w.componentsOf(w.ref("InAuto")), w.comp("b", w.boolean())}));
     ModelSetup setup;
     setup.load(w);
+    setup.expectTypes(forwardText, {{"S", "a/0 C0, b/1 C1, .../2, c/3 C2 U2, d/4 C3"},
+                                    {"Odd", "a/0 C0, b/1 C1"},
+                                    {"Taker", "a/0 C0, x/1 C1, y/2 C2, b/3 C3"},
+                                    {"Plain", "p/0 U2, b/1 U1"}});
     setup.withType("S", [](AsnType *type) {
-        EXPECT_EQ(forwardText(type), "a/0 C0, b/1 C1, .../2, c/3 C2 U2, d/4 C3");
-        EXPECT_EQ(reverseText(type), forwardText(type));
         forEachTypeComp(type, [](AsnType *, AsnType *comp, int) {
             const bool isMarker = comp->base.mainType == TYP_EXTENSION_MARKER;
             EXPECT_EQ(getNrOfLocalTags(comp), isMarker ? 0 : 1) << nameOf(comp);
         });
     });
-}
-
-TEST(Tags, ComponentsOfTakesTheTaggingOfTheStructure) {
-    TreeWriter w("Brought", "brought");
-    w.define("In", w.sequence({w.comp("x", w.integer()), w.comp("y", w.null())}));
-    w.define("InAuto", w.sequence({w.comp("p", w.integer())}).automaticTags());
-    w.define("Auto", w.sequence({w.comp("a", w.integer()), w.componentsOf(w.ref("In")),
-                                 w.comp("b", w.boolean())})
-                         .automaticTags());
-    w.define("Plain", w.sequence({w.componentsOf(w.ref("InAuto")), w.comp("b", w.boolean())}));
-    ModelSetup setup;
-    setup.load(w);
-    setup.withType("Auto", [](AsnType *type) {
-        EXPECT_EQ(forwardText(type), "a/0 C0, x/1 C1, y/2 C2, b/3 C3");
-        EXPECT_EQ(reverseText(type), forwardText(type));
-    });
-    setup.withType("Plain", [](AsnType *type) { EXPECT_EQ(forwardText(type), "p/0 U2, b/1 U1"); });
-}
-
-TEST(Tags, AutomaticTagOnATypeWithoutAny) {
-    TreeWriter w("Broken", "broken");
-    w.define("S", w.sequence({w.comp("a", w.type(TYP_FIELDLIST)), w.comp("b", w.type(TYP_SYNONYM))})
-                      .automaticTags());
-    ModelSetup setup;
-    setup.load(w);
-    setup.withType("S", [](AsnType *type) { EXPECT_EQ(forwardText(type), "a/0 C0, b/1 C1"); });
 }
 
 TEST(Tags, WalksSelectByPlaceAndGiveIndexes) {
@@ -111,31 +92,16 @@ TEST(Tags, WalksSelectByPlaceAndGiveIndexes) {
     w.define("None", w.any());
     ModelSetup setup;
     setup.load(w);
-    constexpr int ALL = TAGS_OUTERMOST | TAGS_BETWEEN | TAGS_INNERMOST;
-    setup.withType("None", [&](AsnType *type) {
-        EXPECT_EQ(walkText(type, ALL, false), "");
-        forOutermostTags(type, [](AsnType *, const AsnTag *, int) { ADD_FAILURE(); });
-    });
-    setup.withType("One", [&](AsnType *type) {
-        EXPECT_EQ(walkText(type, ALL, false), "0:2 ");
-        EXPECT_EQ(walkText(type, TAGS_OUTERMOST, false), "0:2 ");
-        EXPECT_EQ(walkText(type, TAGS_INNERMOST, false), "0:2 ");
-        EXPECT_EQ(walkText(type, TAGS_BETWEEN | TAGS_INNERMOST, true), "0:2 ");
-        EXPECT_EQ(walkText(type, TAGS_OUTERMOST | TAGS_BETWEEN, false), "");
-        EXPECT_EQ(localText(type, false), "");
-    });
-    setup.withType("Three", [&](AsnType *type) {
-        EXPECT_EQ(walkText(type, ALL, false), "0:6 1:5 2:2 ");
-        EXPECT_EQ(walkText(type, ALL, true), "2:2 1:5 0:6 ");
-        EXPECT_EQ(walkText(type, TAGS_OUTERMOST | TAGS_BETWEEN, true), "1:5 0:6 ");
-        EXPECT_EQ(walkText(type, TAGS_BETWEEN | TAGS_INNERMOST, false), "1:5 2:2 ");
-        EXPECT_EQ(localText(type, false), "6 "); /* U2 and C5 were written elsewhere */
-    });
-    setup.withType("Two", [&](AsnType *type) {
-        EXPECT_EQ(walkText(type, TAGS_OUTERMOST | TAGS_BETWEEN, false), "0:5 ");
-        EXPECT_EQ(localText(type, true), "5 ");
-        EXPECT_EXIT(forEachTag(type, nullptr), testing::ExitedWithCode(2),
-                    "Call-back function not defined");
+    setup.expectTypes(
+        walksText,
+        {{"None", "||||||||||"},
+         {"One", "0:2 |0:2 |0:2 |||0:2 |0:2 |0:2 |||"},
+         {"Two", "0:5 1:2 |1:2 0:5 |0:5 |0:5 |0:5 |1:2 |1:2 |1:2 |0:5 |0:5 |"},
+         /* U2 and C5 were written elsewhere. */
+         {"Three", "0:6 1:5 2:2 |2:2 1:5 0:6 |0:6 |0:6 1:5 |1:5 0:6 |2:2 |1:5 2:2 |2:2 1:5 |"
+                   "0:6 |0:6 |"}});
+    setup.withType("Two", [](AsnType *type) {
+        EXPECT_EXIT(forEachTag(type, nullptr), exitsWith2, "Call-back function not defined");
     });
 }
 

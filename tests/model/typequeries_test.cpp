@@ -4,15 +4,12 @@
 #include "model/backvar.h"
 #include "model/bounds.h"
 #include "model/othermodule.h"
-#include "model/stamps.h"
 #include "model/typetables.h"
 #include "store/records.h"
 #include "tests/model/handletexts.h"
 #include "tests/model/modelsetup.h"
 
 namespace {
-
-const auto exitsWith2 = testing::ExitedWithCode(2);
 
 TEST(TypeQueries, Leaves) {
     TreeWriter w("Leaves", "leaves");
@@ -116,6 +113,15 @@ TEST(TypeQueries, LengthForms) {
     EXPECT_EQ(forms(4), "000nn");
 }
 
+std::string namesOf(AsnType *type) {
+    Text a, b, c, d;
+    getBaseTypeId(a, nullptr, type, " ");
+    getBaseTypeRef(b, nullptr, type, " ");
+    getTypeMainTypeStri(c, "<", type, "> ");
+    getTypeCompStatusStri(d, nullptr, type, nullptr);
+    return a + b + c + d;
+}
+
 TEST(TypeQueries, Names) {
     TreeWriter w("Names", "names");
     w.define("Leaf", w.integer().form(VF_UI16));
@@ -124,32 +130,19 @@ TEST(TypeQueries, Names) {
     w.define("Odd", w.integer().form(VF_STRU));
     ModelSetup setup;
     setup.load(w);
-    const auto names = [&](const std::string &name) {
-        Text a, b, c, d;
-        setup.withType(name, [&](AsnType *type) {
-            getBaseTypeId(a, nullptr, type, " ");
-            getBaseTypeRef(b, nullptr, type, " ");
-            getTypeMainTypeStri(c, "<", type, "> ");
-            getTypeCompStatusStri(d, nullptr, type, nullptr);
-        });
-        return a + b + c + d;
-    };
-    EXPECT_EQ(names("Leaf"), "uint16 INTEGER <TYP_INTEGER> TCS_HEADER");
-    EXPECT_EQ(names("List"), "List List <TYP_SEQOF> TCS_HEADER");
-    EXPECT_EQ(names("Renamed"), "Other Renamed <TYP_SEQ> TCS_HEADER");
-    EXPECT_EQ(names("Odd"), "?!? INTEGER <TYP_INTEGER> TCS_HEADER");
-    setup.withComp("Renamed", "my_comp", [](AsnType *comp) {
+    setup.expectTypes(namesOf, {{"Leaf", "uint16 INTEGER <TYP_INTEGER> TCS_HEADER"},
+                                {"List", "List List <TYP_SEQOF> TCS_HEADER"},
+                                {"Renamed", "Other Renamed <TYP_SEQ> TCS_HEADER"},
+                                {"Odd", "?!? INTEGER <TYP_INTEGER> TCS_HEADER"}});
+    setup.withType("Renamed.my_comp", [](AsnType *comp) {
         Text text;
         EXPECT_EQ(getTypeCompId(text, "-", comp, "-"), "-my_comp-");
         EXPECT_EQ(getDefTypeId(text, "", comp, ""), "Leaf");
-        const FixRec upper{"p_", "", "_s", "U", nullptr, 0, nullptr};
-        EXPECT_EQ(getTypeIdConvFix(text, "", comp, "", &upper), "my_comp");
     });
-
     std::vector<const char *> types(defaultCTypeArr, defaultCTypeArr + VF_COUNT);
     types[VF_UI16] = "USHORT";
     setTargetLangTypes(types.data());
-    EXPECT_EQ(names("Leaf"), "USHORT INTEGER <TYP_INTEGER> TCS_HEADER");
+    setup.expectTypes(namesOf, {{"Leaf", "USHORT INTEGER <TYP_INTEGER> TCS_HEADER"}});
     setTargetLangTypes(defaultCTypeArr);
 }
 
@@ -162,47 +155,13 @@ TEST(TypeQueries, SameTypes) {
     w.define("Q", w.sequence({}));
     ModelSetup setup;
     setup.load(w);
-    const auto same = [&](const std::string &a, const std::string &b) {
-        bool result = false;
-        setup.withType(a, [&](AsnType *first) {
-            setup.withType(b, [&](AsnType *second) { result = isTheSameType(first, second); });
+    std::string same;
+    forEachType(setup.module, [&](AsnType *a, int) {
+        forEachType(setup.module, [&](AsnType *b, int) {
+            same += isTheSameType(a, b) ? nameOf(a) + nameOf(b) + " " : "";
         });
-        return result;
-    };
-    EXPECT_TRUE(same("I", "J"));
-    EXPECT_FALSE(same("I", "S"));
-    EXPECT_TRUE(same("S", "R"));
-    EXPECT_FALSE(same("S", "Q"));
-}
-
-TEST(TypeQueries, StampsStandInTheRecords) {
-    TreeWriter w("Stamps", "stamps");
-    w.define("A", w.ref("B"));
-    w.define("B", w.null());
-    ModelSetup setup;
-    setup.load(w);
-    resetStamps();
-    EXPECT_EQ(stampGHD, 6);
-    setup.withType("A", [](AsnType *type) {
-        EXPECT_EQ(getTypeStamp(type), 5);
-        EXPECT_FALSE(processingStarted(type));
-        setProcessingNow(type);
-        EXPECT_TRUE(processingStarted(type));
-        setBaseTypeStamp(type, stampGHD);
     });
-    setup.withType("A", [](AsnType *type) { EXPECT_EQ(type->stamp, stampGIP); });
-    setup.withType("B", [](AsnType *type) {
-        EXPECT_EQ(getTypeStamp(type), stampGHD);
-        EXPECT_FALSE(processingStarted(type));
-        setProcessingDone(type);
-    });
-    initStamps();
-    EXPECT_EQ(stampGHD, 9);
-    EXPECT_EQ(stampGAD, 11);
-    setup.withType("B", [](AsnType *type) {
-        EXPECT_FALSE(processingStarted(type)); /* done in the pass before */
-        EXPECT_LT(getTypeStamp(type), stampGHD);
-    });
+    EXPECT_EQ(same, "II IJ JI JJ SS SR RS RR QQ ");
 }
 
 TEST(TypeQueries, BoundsOfEnumerations) {
@@ -222,19 +181,19 @@ TEST(TypeQueries, BoundsOfEnumerations) {
     setup.import(other, "far");
     setup.load(w);
     const auto bounds = [](AsnType *type) {
-        std::int32_t a = 0, b = 0, c = 0, d = 0;
-        getExtendedEnumeratedBounds(type, &a, &b, &c, &d);
-        getExtendedEnumeratedBounds(type, &a, nullptr, nullptr, nullptr);
-        const auto number = [](std::int32_t n) {
-            return (n == INT32_MIN ? "-" : std::to_string(n)) + " ";
-        };
-        return number(a) + number(b) + number(c) + number(d);
+        std::int32_t of[4] = {};
+        getExtendedEnumeratedBounds(type, &of[0], &of[1], &of[2], &of[3]);
+        getExtendedEnumeratedBounds(type, of, nullptr, nullptr, nullptr);
+        std::string text;
+        for (const std::int32_t n : of)
+            text += (n == INT32_MIN ? "-" : std::to_string(n)) + " ";
+        return text;
     };
-    setup.withType("Own", [&](AsnType *t) { EXPECT_EQ(bounds(t), "1 3 - - "); });
-    setup.withType("Synonym", [&](AsnType *t) { EXPECT_EQ(bounds(t), "1 3 - - "); });
-    setup.withType("Imported", [&](AsnType *t) { EXPECT_EQ(bounds(t), "-2 4 7 9 "); });
-    setup.withComp("Holder", "x", [&](AsnType *t) { EXPECT_EQ(bounds(t), "8 8 - - "); });
-    setup.withComp("Holder", "y", [&](AsnType *t) { EXPECT_EQ(bounds(t), "1 3 - - "); });
+    setup.expectTypes(bounds, {{"Own", "1 3 - - "},
+                               {"Synonym", "1 3 - - "},
+                               {"Imported", "-2 4 7 9 "},
+                               {"Holder.x", "8 8 - - "},
+                               {"Holder.y", "1 3 - - "}});
 }
 
 TEST(TypeQueries, NumbersOf32Bits) {
@@ -250,8 +209,7 @@ TEST(TypeQueries, NumbersOf32Bits) {
         return std::to_string(low) + " " + std::to_string(high) + " " + std::to_string(alloc);
     };
     testing::internal::CaptureStderr();
-    setup.withType("S", [&](AsnType *t) { EXPECT_EQ(sizes(t), "2 9 5"); });
-    setup.withType("L", [&](AsnType *t) { EXPECT_EQ(sizes(t), "1 2147483647 2147483647"); });
+    setup.expectTypes(sizes, {{"S", "2 9 5"}, {"L", "1 2147483647 2147483647"}});
     EXPECT_EQ(int64ToInt32(i64min(), setup.module, 1, "m"), INT32_MIN);
     EXPECT_EQ(int64ToInt32(i64ultosint64(0x80000000u), nullptr, 1, "m"), INT32_MAX);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
@@ -280,35 +238,27 @@ TEST(TypeQueries, AnyDefinedBy) {
     w.defineValue("two", w.anonymous(w.integer()), w.intValue(2));
     ModelSetup setup;
     setup.load(w);
-    setup.withComp("S", "arg", [](AsnType *comp) {
+    setup.withType("S.arg", [&](AsnType *comp) {
         ASSERT_TRUE(isAnyDefinedByType(comp));
         std::string rows;
-        const int calls = forAnyDefinedByType(comp->father, comp,
-                                              [&](AsnType *, AsnType *classifier, AsnType *,
-                                                  AsnValue *value, AsnType *type, int nbr) {
-                                                  rows += nameOf(classifier) +
-                                                          std::to_string(classifier->compNbr) +
-                                                          " " + i64tostr(int64Value(value)) + " " +
-                                                          nameOf(type) + std::to_string(nbr) + ", ";
-                                              });
+        EXPECT_EQ(forAnyDefinedByType(comp->father, comp,
+                                      [&](AsnType *, AsnType *classifier, AsnType *,
+                                          AsnValue *value, AsnType *type, int nbr) {
+                                          rows += nameOf(classifier) +
+                                                  std::to_string(classifier->compNbr) + " " +
+                                                  i64tostr(int64Value(value)) + " " + nameOf(type) +
+                                                  std::to_string(nbr) + ", ";
+                                      }),
+                  2);
         EXPECT_EQ(rows, "code2 1 First0, code2 2 Second1, ");
-        EXPECT_EQ(calls, 2);
-        const auto doNothing = [](AsnType *, AsnValue *, AsnType *, int) {};
-        EXPECT_EQ(forAnyType(comp, doNothing), 2);
-    });
-    setup.withType("S", [&](AsnType *father) {
-        setup.withComp("S", "arg", [&](AsnType *comp) {
-            comp->base.auxRecord = 0;
-            EXPECT_EQ(getClassifier(father, comp), nullptr);
+        EXPECT_EQ(forAnyType(comp, [](AsnType *, AsnValue *, AsnType *, int) {}), 2);
+        setup.withType("Before", [&](AsnType *strange) {
+            EXPECT_EXIT(getClassifier(strange, comp), exitsWith2,
+                        "Unable to construct AsnType for an ANY DEFINED BY classifier");
         });
+        comp->base.auxRecord = 0;
+        EXPECT_EQ(getClassifier(comp->father, comp), nullptr);
     });
-    const auto strangeFather = [&] {
-        setup.withType("Before", [&](AsnType *father) {
-            setup.withComp("S", "arg", [&](AsnType *comp) { getClassifier(father, comp); });
-        });
-    };
-    EXPECT_EXIT(strangeFather(), exitsWith2,
-                "Unable to construct AsnType for an ANY DEFINED BY classifier");
 }
 
 } // namespace

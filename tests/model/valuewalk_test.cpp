@@ -7,8 +7,6 @@
 
 namespace {
 
-const auto exitsWith2 = testing::ExitedWithCode(2);
-
 std::string refOf(AsnValue *value) {
     Text text;
     return getValueRef(text, nullptr, value, nullptr);
@@ -19,9 +17,21 @@ std::string idOf(AsnValue *value) {
     return getValueId(text, nullptr, value, nullptr);
 }
 
+/* Names of position and base, and module and line of the base. */
+std::string wayOf(AsnValue *value) {
+    Text base;
+    EXPECT_EQ(getTypeMainType(getTypeOfValue(value)), TYP_INTEGER);
+    return refOf(value) + "=" + idOf(value) + "=" + getBaseValueId(base, nullptr, value, "@") +
+           value->baseModule->filePrefix + " ";
+}
+
 TEST(Values, WalkOverAModuleShowsItsDefinitions) {
     ModelSetup m;
+    TreeWriter other("Other", "other");
+    other.defineValue("far", other.define("Far", other.integer()), other.intValue(99));
+    m.import(other, "other");
     TreeWriter w("Vals", "vals");
+    const std::int32_t otherNr = w.import(other);
     w.exportsMarked();
     TypeNode integer = w.define("Int", w.integer());
     w.defineValue("one", integer, w.intValue(1)).exported();
@@ -30,139 +40,95 @@ TEST(Values, WalkOverAModuleShowsItsDefinitions) {
     w.defineValue("two", integer, w.intValue(4)).exported(false).naming("-VNAME=Zwei");
     w.define("Class", w.objectClass({w.typeField("T")}));
     w.defineValue("object", w.findType("Class"), w.object(w.findType("Class"), {}));
-    w.defineValue("again", integer, w.valueRef("two"));
+    w.defineValue("step", integer, w.valueRefTo(otherNr, other.findValue("far")));
+    w.defineValue("again", integer, w.valueRef("step"));
     m.load(w);
-    std::string all, visible;
+    std::string all, visible, byNumber;
     forEachValue(m.module, [&](AsnValue *value, int nbr) {
-        all += std::to_string(nbr) + refOf(value) + "=" + idOf(value) + " ";
+        all += std::to_string(nbr) + wayOf(value);
         /* A walk inside doesn't disturb the outer one. */
         forEachVisValue(m.module, [&](AsnValue *, int) {});
     });
-    EXPECT_EQ(all, "0one=one 1two=Zwei 2again=again ");
+    EXPECT_EQ(all, "0one=one=one@vals 1two=Zwei=Zwei@vals 2step=step=far@other "
+                   "3again=again=far@other ");
     forEachVisValue(m.module, [&](AsnValue *value, int nbr) {
         visible += std::to_string(nbr) + refOf(value) + " ";
     });
-    EXPECT_EQ(visible, "0one ");
+    EXPECT_EQ(visible, "0one 1step 2again "); /* their base is exported where it stands */
     /* By its number a record is found whatever its status. */
-    std::string byNumber;
+    const auto note = [&](AsnValue *value, int) { byNumber += refOf(value) + " "; };
     for (RecNr nr = 1; nr <= 6; ++nr)
-        forValueByRecNr(
-            m.module, [&](AsnValue *value, int) { byNumber += refOf(value) + " "; }, nr,
-            KIND_VALUE);
-    EXPECT_EQ(byNumber, "one item two again ");
+        forValueByRecNr(m.module, note, nr, KIND_VALUE);
+    EXPECT_EQ(byNumber, "one item two step ");
 }
 
-TEST(Values, ReferencesLeadToTheBase) {
-    ModelSetup m;
-    TreeWriter other("Other", "other");
-    other.defineValue("far", other.define("Far", other.integer()), other.intValue(99)).line(7);
-    m.import(other, "other");
-    TreeWriter w("Vals", "vals");
-    const std::int32_t otherNr = w.import(other);
-    TypeNode type = w.define("T", w.integer());
-    w.defineValue("direct", type, w.intValue(5));
-    w.defineValue("step", type, w.valueRefTo(otherNr, other.findValue("far")));
-    w.defineValue("twice", type, w.valueRef("step"));
-    m.load(w);
-    m.withValue("twice", [&](AsnValue *value) {
-        EXPECT_EQ(integerValue(value), 99);
-        EXPECT_EQ(value->posModule, m.module->modRec);
-        EXPECT_EQ(value->baseModule->moduleName, "Other");
-        Text text;
-        EXPECT_EQ(getBaseValueId(text, "<", value, ">"), "<far>");
-        EXPECT_EQ(getTypeMainType(getTypeOfValue(value)), TYP_INTEGER);
-        EXPECT_EQ(getTypeRef(text, nullptr, getTypeOfValue(value), nullptr), "T");
-    });
-    m.withValue("direct", [](AsnValue *value) {
-        EXPECT_EQ(value->baseRecord, value->posRecord);
-        EXPECT_EQ(getValueCompStatus(value), VCS_DEFINITION);
-    });
+Text &lengthText(Text &dst, const char *, AsnValue *value, const char *) {
+    return dst = std::to_string(bitStringLength(value));
 }
 
-TEST(Values, SimpleOnesAsText) {
+TEST(Values, TextsAndLengths) {
     ModelSetup m;
     TreeWriter w("Vals", "vals");
     w.option("-DECIMALS=4");
-    TypeNode boolean = w.define("B", w.boolean());
-    TypeNode integer = w.define("I", w.integer());
-    TypeNode real = w.define("R", w.real());
-    w.defineValue("yes", boolean, w.boolValue(true));
-    w.defineValue("no", boolean, w.boolValue(false));
-    w.defineValue("least", integer, w.intValue(MIN_VALUE));
-    w.defineValue("most", integer, w.intValue(MAX_VALUE));
-    w.defineValue("large", integer, w.intValue(-4294967296));
-    w.defineValue("small", real, w.realValue(15, 10, -1));
-    w.defineValue("negative", real, w.realValue(-12345, 10, 3));
-    w.defineValue("plus", real, w.realValue(REAL_PLUS_INFINITY, -1, 0));
-    w.defineValue("minus", real, w.realValue(REAL_MINUS_INFINITY, -1, 0));
-    w.defineValue("zero", real, w.realValue(REAL_ZERO, -1, 0));
-    m.load(w);
     setInfValueStri("MIN_LONG", "MAX_LONG", nullptr, "MAXREAL");
-    struct Row {
-        const char *name;
-        Text &(*print)(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
-        const char *expected;
+    using Print = Text &(*)(Text & dst, const char *prefix, AsnValue *value, const char *suffix);
+    std::map<std::string, Print> prints;
+    ModelSetup::Rows rows;
+    const auto add = [&](const char *expected, Print print, TypeNode type, ValueNode value) {
+        rows.emplace_back("v" + std::to_string(rows.size()), expected);
+        prints[rows.back().first] = print;
+        w.defineValue(rows.back().first, type, value);
     };
-    const Row rows[] = {
-        {"yes", booleanValueStri, "TRUE"},
-        {"no", booleanValueStri, "FALSE"},
-        {"least", integerValueStri, "MIN_LONG"},
-        {"most", integerValueStri, "MAX_LONG"},
-        {"large", integerValueStri, "-4294967296"},
-        {"small", realValueStri, "{15, 10, -1}"},
-        {"plus", realValueStri, "MAXREAL"},
-        {"minus", realValueStri, "MINUS-INFINITY"},
-        {"zero", realValueStri, "0"},
-        {"small", doubleRealValueStri, "15.00E-1"},
-        {"negative", doubleRealValueStri, "-12345.E3"},
-        {"plus", doubleRealValueStri, "DBL_MAX"},
-        {"minus", doubleRealValueStri, "-DBL_MAX"},
-        {"zero", doubleRealValueStri, "0.0"},
+    TypeNode boolean = w.define("B", w.boolean());
+    add("TRUE", booleanValueStri, boolean, w.boolValue(true));
+    add("FALSE", booleanValueStri, boolean, w.boolValue(false));
+    TypeNode integer = w.define("I", w.integer());
+    add("MIN_LONG", integerValueStri, integer, w.intValue(MIN_VALUE));
+    add("MAX_LONG", integerValueStri, integer, w.intValue(MAX_VALUE));
+    add("-4294967296", integerValueStri, integer, w.intValue(-4294967296));
+    TypeNode real = w.define("R", w.real());
+    add("{15, 10, -1}", realValueStri, real, w.realValue(15, 10, -1));
+    add("15.00E-1", doubleRealValueStri, real, w.realValue(15, 10, -1));
+    add("-12345.E3", doubleRealValueStri, real, w.realValue(-12345, 10, 3));
+    const auto addSpecial = [&](int code, const char *text, const char *doubleText) {
+        add(text, realValueStri, real, w.realValue(code, -1, 0));
+        add(doubleText, doubleRealValueStri, real, w.realValue(code, -1, 0));
     };
-    for (const Row &row : rows)
-        m.withValue(row.name, [&](AsnValue *value) {
+    addSpecial(REAL_PLUS_INFINITY, "MAXREAL", "DBL_MAX");
+    addSpecial(REAL_MINUS_INFINITY, "MINUS-INFINITY", "-DBL_MAX");
+    addSpecial(REAL_ZERO, "0", "0.0");
+    /* Lengths follow the governing type. */
+    TypeNode named = w.define("Named", w.numbered(w.string(TYP_BITSTR), {{"a", 0}, {"b", 1}}));
+    add("2", lengthText, named, w.bitsValue("1000"));
+    add("6", lengthText, named, w.listValue(TYP_BITSTR, {w.intValue(5)}));
+    TypeNode bits = w.define("Bits", w.string(TYP_BITSTR));
+    add("4", lengthText, bits, w.bitsValue("1000"));
+    add("8", lengthText, bits, w.hexValue("A1"));
+    TypeNode octets = w.define("Octets", w.string(TYP_OCTSTR));
+    add("2", lengthText, octets, w.hexValue("ABC"));
+    add("2", lengthText, w.ref("Octets"), w.hexValue("ABCD"));
+    const ValueNode ab = w.textValue(TYP_IA5STR, "ab"), cde = w.textValue(TYP_IA5STR, "cde");
+    add("5", lengthText, w.string(TYP_IA5STR), w.listValue(TYP_IA5STR, {ab, cde}));
+    m.load(w);
+    m.expectValues(
+        [&](AsnValue *value) {
             Text text = "old";
-            EXPECT_EQ(row.print(text, nullptr, value, nullptr), row.expected) << row.name;
-        });
-    m.withValue("small", [](AsnValue *value) {
+            return prints[refOf(value)](text, nullptr, value, nullptr);
+        },
+        rows);
+    m.withValue("v5", [](AsnValue *value) {
         EXPECT_EQ(doubleRealValue(value), 1.5);
         getGlobalOptions(value->ownerModule)->decimals = DECIMALS_BINARY;
         Text text;
         EXPECT_EQ(doubleRealValueStri(text, "(", value, ")"), "(15.00000000E-1)");
     });
-    m.withValue("large", [](AsnValue *value) {
+    m.withValue("v4", [](AsnValue *value) {
         testing::internal::CaptureStderr();
         EXPECT_EQ(integerValue(value), 0x7FFFFFFF);
         EXPECT_NE(testing::internal::GetCapturedStderr().find("** Integer value\n"),
                   std::string::npos);
     });
-    m.withValue("plus", [](AsnValue *value) { EXPECT_TRUE(isPlusInfinity(value)); });
-}
-
-TEST(Values, LengthsFollowTheGoverningType) {
-    ModelSetup m;
-    TreeWriter w("Vals", "vals");
-    TypeNode named = w.define("Named", w.numbered(w.string(TYP_BITSTR), {{"a", 0}, {"b", 1}}));
-    TypeNode bits = w.define("Bits", w.string(TYP_BITSTR));
-    TypeNode octets = w.define("Octets", w.string(TYP_OCTSTR));
-    TypeNode text = w.define("Chars", w.string(TYP_IA5STR));
-    w.defineValue("trimmed", named, w.bitsValue("1000"));
-    w.defineValue("whole", bits, w.bitsValue("1000"));
-    w.defineValue("hexbits", bits, w.hexValue("A1"));
-    w.defineValue("octets", octets, w.hexValue("ABC"));
-    w.defineValue("viaRef", w.ref("Octets"), w.hexValue("ABCD"));
-    w.defineValue("list", named, w.listValue(TYP_BITSTR, {w.intValue(5)}));
-    w.defineValue(
-        "joined", text,
-        w.listValue(TYP_IA5STR, {w.textValue(TYP_IA5STR, "ab"), w.textValue(TYP_IA5STR, "cde")}));
-    m.load(w);
-    const std::pair<const char *, int> rows[] = {{"trimmed", 2}, {"whole", 4},  {"hexbits", 8},
-                                                 {"octets", 2},  {"viaRef", 2}, {"list", 6},
-                                                 {"joined", 5}};
-    for (const auto &[name, length] : rows)
-        m.withValue(name, [&, expected = length](AsnValue *value) {
-            EXPECT_EQ(bitStringLength(value), expected) << refOf(value);
-        });
+    m.withValue("v8", [](AsnValue *value) { EXPECT_TRUE(isPlusInfinity(value)); });
 }
 
 /* "a#0=5 b-" for a component with a value of its number, and one without. */
@@ -209,15 +175,10 @@ TEST(Values, ComponentsPresentAndAbsent) {
     /* The components of a value are those of the module that it refers to. */
     w.defineValue("far", w.findType("Away"), w.valueRefTo(otherNr, other.findValue("v")));
     m.load(w);
-    const char *const rows[][2] = {
-        {"v", "a- n#0{x- y#0=8} b#1=3 c-"},
-        {"first", "a#0=4 n- b- c-"},
-        {"none", "a- n- b- c-"},
-        {"far", "a- n#0{x- y#0=8} b#1=3 c-"},
-    };
-    for (const auto &row : rows)
-        m.withValue(row[0],
-                    [&](AsnValue *value) { EXPECT_EQ(componentsShown(value), row[1]) << row[0]; });
+    m.expectValues(componentsShown, {{"v", "a- n#0{x- y#0=8} b#1=3 c-"},
+                                     {"first", "a#0=4 n- b- c-"},
+                                     {"none", "a- n- b- c-"},
+                                     {"far", "a- n#0{x- y#0=8} b#1=3 c-"}});
     m.withValue("v", [](AsnValue *value) {
         std::string text;
         forEachValueComp(value, [&](AsnValue *, AsnValue *comp, int nbr) {
@@ -237,62 +198,78 @@ TEST(Values, CommentsOfTheDefinitionItself) {
     ValueNode value = w.defineValue("v", type, w.intValue(1));
     ValueNode reference = w.defineValue("r", type, w.valueRef("v"));
     w.finish();
-    value->tedFirst = w.tedRecs.empty() ? 1 : static_cast<RecNr>(w.tedRecs.size()) + 1;
     for (const char *text : {"-// first", "-BEO=OTHER=1", "-BEO=// second"})
         w.tedRecs.push_back({TED_BACKEND_OPTION, w.str(text)});
-    value->tedLast = static_cast<RecNr>(w.tedRecs.size());
-    reference->tedFirst = reference->tedLast = value->tedFirst;
+    value->tedFirst = reference->tedFirst = reference->tedLast = 1;
+    value->tedLast = 3;
     m.load(w);
-    static int options = 0;
+    static std::string options;
     modelHooks.valueBEOptionOK = [](AsnValue *, BEValMetaRec *, const char *option) {
-        options += std::string(option) == "-BEO=OTHER=1" ? 1 : 100;
+        options += option;
         return true;
     };
-    std::string text;
-    m.withValue("v", [&](AsnValue *v) {
-        EXPECT_TRUE(isValueCommentOption(v));
+    const auto comments = [](AsnValue *v) {
+        std::string text = isValueCommentOption(v) ? "has " : "";
         forEachValueCommentOption(v, [&](AsnValue *, const char *option, int nbr) {
             text += std::to_string(nbr) + option + ";";
         });
-    });
-    EXPECT_EQ(text, "0// first;1 second;");
-    EXPECT_EQ(options, 2);
-    m.withValue("r", [](AsnValue *v) { EXPECT_FALSE(isValueCommentOption(v)); });
+        return text;
+    };
+    m.expectValues(comments, {{"v", "has 0// first;1 second;"}});
+    EXPECT_EQ(options, "-BEO=OTHER=1-BEO=OTHER=1"); /* those of the base apply to "r" too */
+    m.expectValues(comments, {{"r", ""}});
 }
 
 /* --- values that belong to types --- */
 
-TEST(TypeValues, NamedNumbersWithAndWithoutTheMarker) {
+std::string numbersOf(AsnType *type) {
+    std::string text;
+    forEachNamedNumberExtMark(type, [&](AsnType *, AsnValue *value, int nbr) {
+        text += refOf(value) + std::to_string(nbr) + "=" + shown(int64Value(value)) + " ";
+    });
+    return text + std::to_string(getNrOfNamedNumbers(type));
+}
+
+std::string sortedItems(AsnType *type) {
+    std::string text;
+    forSortedEnumeratedValueArray(type, [&](AsnType *, int rootCount, const std::int32_t *roots,
+                                            bool rootContinued, int addCount,
+                                            const std::int32_t *additions, bool addContinued) {
+        for (int i = 0; i < rootCount; ++i)
+            text += std::to_string(roots[i]) + " ";
+        text += std::string(rootContinued ? "continued" : "") + ":";
+        for (int i = 0; i < addCount; ++i)
+            text += " " + std::to_string(additions[i]);
+        text += addContinued ? " continued" : "";
+        /* Additions stand right behind the roots. */
+        EXPECT_EQ(additions, addCount < 0 ? nullptr : roots + rootCount);
+    });
+    return text;
+}
+
+std::string defaultsOf(AsnType *type) {
+    std::string text;
+    forEachTypeComp(type, [&](AsnType *, AsnType *comp, int nbr) {
+        forDefaultValue(comp, [&](AsnType *, AsnValue *value) {
+            text += std::to_string(nbr) + "=" + shown(int64Value(value)) + " ";
+        });
+    });
+    return text;
+}
+
+TEST(Values, OfTypes) {
     ModelSetup m;
     TreeWriter other("Other", "other");
     other.define("Far", other.enumerated({{"p", 1}, {"q", 2}}));
     m.import(other, "other");
     TreeWriter w("Vals", "vals");
     w.import(other);
-    w.define("E", w.enumerated({{"a", 4}, NamedNumber::extension(), {"b", 6}}));
+    const ValueNode item = w.intValue(6);
+    w.define("S", w.sequence({w.comp("a", w.integer()).defaultTo(w.intValue(5)),
+                              w.comp("b", w.integer()).defaultTo(item),
+                              w.comp("far", w.ref(other, "Far"))}));
+    item->compStatus = 0;
     w.define("N", w.numbered(w.integer(), {{"low", -1}}));
-    w.define("S", w.sequence({w.comp("far", w.ref(other, "Far"))}));
-    w.define("None", w.integer());
-    m.load(w);
-    auto shownNumbers = [](AsnType *type) {
-        std::string text;
-        forEachNamedNumberExtMark(type, [&](AsnType *, AsnValue *value, int nbr) {
-            text += refOf(value) + std::to_string(nbr) + "=" + shown(int64Value(value)) + " ";
-        });
-        return text + std::to_string(getNrOfNamedNumbers(type));
-    };
-    m.withType("E", [&](AsnType *type) {
-        EXPECT_EQ(shownNumbers(type), "a0=4 -1=0 b1=6 2");
-        EXPECT_TRUE(isNamedNumbers(type));
-    });
-    m.withType("N", [&](AsnType *type) { EXPECT_EQ(shownNumbers(type), "low0=-1 1"); });
-    m.withComp("S", "far", [&](AsnType *comp) { EXPECT_EQ(shownNumbers(comp), "p0=1 q1=2 2"); });
-    m.withType("None", [&](AsnType *type) { EXPECT_EQ(shownNumbers(type), "0"); });
-}
-
-TEST(TypeValues, ItemsOfAnEnumerationSorted) {
-    ModelSetup m;
-    TreeWriter w("Vals", "vals");
     w.define("Mixed", w.enumerated({{"a", 3}, {"b", 1}, {"c", 2}}));
     w.define("Holes",
              w.enumerated({{"a", 3}, {"b", 1}, NamedNumber::extension(), {"c", 9}, {"d", 8}}));
@@ -300,55 +277,19 @@ TEST(TypeValues, ItemsOfAnEnumerationSorted) {
     w.define("Empty", w.enumerated({}));
     w.define("Large", w.enumerated({{"a", 4294967296}}));
     m.load(w);
-    auto sorted = [](AsnType *type) {
-        std::string text;
-        forSortedEnumeratedValueArray(type, [&](AsnType *, int rootCount, const std::int32_t *roots,
-                                                bool rootContinued, int addCount,
-                                                const std::int32_t *additions, bool addContinued) {
-            for (int i = 0; i < rootCount; ++i)
-                text += std::to_string(roots[i]) + " ";
-            text +=
-                std::string(rootContinued ? "continued " : "") + std::to_string(addCount) + ": ";
-            for (int i = 0; i < addCount; ++i)
-                text += std::to_string(additions[i]) + " ";
-            text += addContinued ? "continued" : "";
-        });
-        return text;
-    };
-    const char *const rows[][2] = {
-        {"Mixed", "1 2 3 continued -1: "},
-        {"Holes", "1 3 2: 8 9 continued"},
-        {"Bare", "7 continued 0: "},
-        {"Empty", "-1: "},
-    };
-    for (const auto &row : rows)
-        m.withType(row[0], [&](AsnType *type) { EXPECT_EQ(sorted(type), row[1]) << row[0]; });
-    m.withType("Large", [&](AsnType *type) {
-        testing::internal::CaptureStderr();
-        EXPECT_EQ(sorted(type), "2147483647 continued -1: ");
-        EXPECT_NE(testing::internal::GetCapturedStderr().find("** Too large enumerated item\n"),
-                  std::string::npos);
-    });
-}
-
-TEST(TypeValues, DefaultsOfComponents) {
-    ModelSetup m;
-    TreeWriter w("Vals", "vals");
-    const ValueNode five = w.intValue(5);
-    const ValueNode item = w.intValue(6);
-    w.define("S", w.sequence({w.comp("a", w.integer()).defaultTo(five),
-                              w.comp("b", w.integer()).defaultTo(item), w.comp("c", w.null())}));
-    item->compStatus = 0;
-    m.load(w);
-    std::string text;
-    m.withType("S", [&](AsnType *type) {
-        forEachTypeComp(type, [&](AsnType *, AsnType *comp, int nbr) {
-            forDefaultValue(comp, [&](AsnType *, AsnValue *value) {
-                text += std::to_string(nbr) + "=" + shown(int64Value(value)) + " ";
-            });
-        });
-    });
-    EXPECT_EQ(text, "0=5 1=6 ");
+    m.expectTypes(numbersOf, {{"Holes", "a0=3 b1=1 -1=0 c2=9 d3=8 4"},
+                              {"N", "low0=-1 1"},
+                              {"S.far", "p0=1 q1=2 2"},
+                              {"S.a", "0"}});
+    m.expectTypes(sortedItems, {{"Mixed", "1 2 3 continued:"},
+                                {"Holes", "1 3 : 8 9 continued"},
+                                {"Bare", "7 continued:"},
+                                {"Empty", ":"}});
+    testing::internal::CaptureStderr();
+    m.expectTypes(sortedItems, {{"Large", "2147483647 continued:"}});
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("** Too large enumerated item\n"),
+              std::string::npos);
+    m.expectTypes(defaultsOf, {{"S", "0=5 1=6 "}});
 }
 
 /* --- broken trees --- */
@@ -380,25 +321,33 @@ void walkValues(void (*spoil)(TreeWriter &w)) {
 }
 
 TEST(ValuesDeathTest, BrokenTreesEndTheRun) {
-    struct Row {
-        void (*spoil)(TreeWriter &w);
-        const char *message;
-    };
-    const Row rows[] = {
-        {[](TreeWriter &w) { w.findValue("v")->governorRec = 0; }, "Internal error"},
-        {[](TreeWriter &w) { w.findValue("v")->governorRec = 99; }, "Can not read record"},
-        {[](TreeWriter &w) { w.findValue("v")->governorModule = 9; }, "Can not read record"},
-        {[](TreeWriter &w) { w.findValue("v")->refRecord = 99; }, "Can not read record"},
-        {[](TreeWriter &w) { w.findValue("v")->next = w.findValue("v"); }, "broken"},
-        {[](TreeWriter &w) { w.findValue("r")->refRecord = w.findValue("r"); }, "broken"},
-        {[](TreeWriter &w) { w.findValue("v")->refRecord = w.findValue("v"); }, "broken"},
-        {[](TreeWriter &w) { w.tNodes[0].defaultValue = 99; }, "Can not read record"},
-        {[](TreeWriter &w) { w.vNodes[0].valueKind = TYP_CLASS; }, "Cannot obtain a default value"},
-        {[](TreeWriter &w) { w.vNodes[2].next = 2; }, "broken"},
-        {[](TreeWriter &w) { w.findType("E")->namedNumbersRec = 99; }, "Can not read record"},
-    };
-    for (const Row &row : rows)
-        EXPECT_EXIT(walkValues(row.spoil), exitsWith2, row.message) << &row - rows;
+    const char *const unread = "Can not read record";
+    expectFatal(walkValues,
+                {{[](TreeWriter &w) { w.findValue("v")->governorRec = 0; }, "Internal error"},
+                 {[](TreeWriter &w) { w.findValue("v")->governorRec = 99; }, unread},
+                 {[](TreeWriter &w) { w.findValue("v")->governorModule = 9; }, unread},
+                 {[](TreeWriter &w) { w.findValue("v")->refRecord = 99; }, unread},
+                 {[](TreeWriter &w) { w.findValue("v")->next = w.findValue("v"); }, "broken"},
+                 {[](TreeWriter &w) { w.findValue("r")->refRecord = w.findValue("r"); }, "broken"},
+                 {[](TreeWriter &w) { w.findValue("v")->refRecord = w.findValue("v"); }, "broken"},
+                 {[](TreeWriter &w) { w.tNodes[0].defaultValue = 99; }, unread},
+                 {[](TreeWriter &w) { w.vNodes[0].valueKind = TYP_CLASS; },
+                  "Cannot obtain a default value"},
+                 {[](TreeWriter &w) { w.vNodes[2].next = 2; }, "broken"},
+                 {[](TreeWriter &w) { w.findType("E")->namedNumbersRec = 99; }, unread},
+                 /* Each level has the next one twice. */
+                 {[](TreeWriter &w) {
+                      RecNr inner = 0;
+                      for (int level = 0; level < 60; ++level) {
+                          VNode node = w.vNodes[w.findValue("v") - 1];
+                          node.refRecord = inner;
+                          node.next = 0;
+                          node.next = w.addV(node);
+                          inner = w.addV(node);
+                      }
+                      w.findValue("v")->refRecord = inner;
+                  },
+                  "broken"}});
 }
 
 } // namespace
