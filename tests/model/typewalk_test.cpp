@@ -130,7 +130,7 @@ TEST(TypeWalk, StepsToTheDefinitionBehindAReference) {
 
 TEST(TypeWalk, EndpointsAreTheNarrowestOfTheChain) {
     TreeWriter w("Chains", "chains");
-    w.define("T", w.ref("S").constrained(w.range(1, 15))).line(7);
+    w.define("T", w.ref("S").endpoints(1, 15)).line(7);
     w.define("S", w.integer(0, 10)).line(9);
     ModelSetup setup;
     setup.load(w);
