@@ -187,7 +187,9 @@ RecNr getUniqueBaseObjectNr(AsnObject *object) {
     return object->baseRecord - 1;
 }
 std::int32_t getObjectDefinitionLine(AsnObject *object) {
-    return object->base.lineNr;
+    const NodeContext kept(REC_VNODE);
+    readRec(object->posModule, REC_VNODE, object->posRecord);
+    return vNode.lineNr;
 }
 
 Text &getObjectRef(Text &dst, const char *prefix, AsnObject *object, const char *suffix) {

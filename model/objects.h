@@ -64,6 +64,7 @@ bool isObjectCommentOption(AsnObject *object);
 /* Record numbers from 0. */
 RecNr getUniqueObjectNr(AsnObject *object);
 RecNr getUniqueBaseObjectNr(AsnObject *object);
+/* Where the object itself stands, whatever it refers to. */
 std::int32_t getObjectDefinitionLine(AsnObject *object);
 
 /* "Ref" gives the ASN.1 name, "Id" the C name; nothing but prefix and suffix for an object without

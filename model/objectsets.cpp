@@ -191,7 +191,10 @@ bool isObjectSetCommentOption(AsnObjectSet *objectSet) {
     return objectSet->hasCommentOption;
 }
 std::int32_t getObjectSetDefinitionLine(AsnObjectSet *objectSet) {
-    return objectSet->base.lineNr;
+    /* The base is the class. */
+    const NodeContext kept(REC_TNODE);
+    readRec(objectSet->posModule, REC_TNODE, objectSet->posRecord);
+    return tNode.lineNr;
 }
 
 Text &getObjectSetRef(Text &dst, const char *prefix, AsnObjectSet *objectSet, const char *suffix) {

@@ -66,6 +66,7 @@ AsnObjClass *getObjClassOfObjectSet(AsnObjectSet *objectSet);
 AsnModule *getModuleOfObjectSet(AsnObjectSet *objectSet);
 BEObjSetMetaRec *getBEObjSetMetaRec(AsnObjectSet *objectSet);
 bool isObjectSetCommentOption(AsnObjectSet *objectSet);
+/* Where the set itself stands. */
 std::int32_t getObjectSetDefinitionLine(AsnObjectSet *objectSet);
 
 /* The ASN.1 name here; only prefix and suffix without one. */

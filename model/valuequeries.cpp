@@ -60,7 +60,9 @@ int getBaseValueCompStatus(AsnValue *value) {
 }
 
 std::int32_t getValueDefinitionLine(AsnValue *value) {
-    return value->base.lineNr;
+    const NodeContext kept(REC_VNODE);
+    readRec(value->posModule, REC_VNODE, value->posRecord);
+    return vNode.lineNr;
 }
 BEValMetaRec *getBEValMetaRec(AsnValue *value) {
     return value->metaRec;

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <deque>
+#include <memory_resource>
 #include <string_view>
 #include <unordered_map>
-
-#include "store/text.h"
+#include <vector>
 
 /* A table of texts, each stored once and known by a number. */
 
@@ -12,8 +11,10 @@ using SymbolNr = int;
 inline constexpr SymbolNr NO_SYMBOL = 0;
 
 struct SymbolTable {
-    std::deque<Text> texts; /* by number, from 1; a deque, since the numbers below point to them */
-    std::unordered_map<std::string_view, SymbolNr> numbers;
+    /* Texts and entries are only added, and go all at once. */
+    std::pmr::monotonic_buffer_resource memory;
+    std::vector<const char *> texts; /* by number, from 1; in `memory` */
+    std::pmr::unordered_map<std::string_view, SymbolNr> numbers{&memory};
 };
 
 SymbolTable *newSymbolTable();

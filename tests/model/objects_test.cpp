@@ -85,7 +85,7 @@ TEST(Objects, DefinitionsOfAModule) {
     TypeNode integer = w.define("Int", w.integer());
     w.defineValue("number", integer, w.intValue(1));
     ValueNode alias = w.valueRefTo(farNr, other.findValue("far"));
-    w.defineValue("alias", integer, alias).naming("-ONAME=Alias");
+    w.defineValue("alias", integer, alias).naming("-ONAME=Alias").line(11);
     alias->governorModule = farNr;
     alias->governorRec = far.op.nr;
     Linked own(w, "OWN");
@@ -107,7 +107,7 @@ TEST(Objects, DefinitionsOfAModule) {
         EXPECT_EQ(getBaseObjectRef(text, "<", object, ">"), "<far>");
         EXPECT_EQ(object->baseModule->moduleName, "Far_Module");
         EXPECT_EQ(getModuleOfObject(object), setup.module);
-        EXPECT_EQ(getObjectDefinitionLine(object), 4);
+        EXPECT_EQ(getObjectDefinitionLine(object), 11) << "its own, not that of what it refers to";
         EXPECT_TRUE(isDefinedObject(object) && isDefinedBaseObject(object));
     });
     int calls = 0;
