@@ -19,5 +19,8 @@ static_assert(std::is_sorted(std::begin(keywords), std::end(keywords)));
 } // namespace
 
 bool cIsReservedWord(const char *name) {
-    return std::binary_search(std::begin(keywords), std::end(keywords), std::string_view(name));
+    constexpr std::size_t LONGEST = 8; /* Asked again and again of each name, so most end here. */
+    const std::string_view word(name);
+    return word.size() <= LONGEST &&
+           std::binary_search(std::begin(keywords), std::end(keywords), word);
 }

@@ -79,12 +79,16 @@ const char *isOptionStri(const char *text, const char *prefix) {
 }
 
 Text formatTextV(const char *format, std::va_list arguments) {
+    char head[256]; /* most texts fit, and are formed once */
     std::va_list again;
     va_copy(again, arguments);
-    const int length = std::vsnprintf(nullptr, 0, format, arguments);
-    Text text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
-    if (!text.empty())
-        std::vsnprintf(text.data(), text.size() + 1, format, again);
+    const int printed = std::vsnprintf(head, sizeof head, format, arguments);
+    const std::size_t length = printed > 0 ? static_cast<std::size_t>(printed) : 0;
+    Text text(head, std::min(length, sizeof head - 1));
+    if (length >= sizeof head) {
+        text.resize(length);
+        std::vsnprintf(text.data(), length + 1, format, again);
+    }
     va_end(again);
     return text;
 }
