@@ -9,6 +9,7 @@ TedRec tedRec;
 SNode sNode;
 
 NodePlace recJustRead[REC_STRI8];
+std::int64_t recReadsLeft = std::int64_t{1} << 30;
 
 ModRecList &modRecList = *new ModRecList;
 

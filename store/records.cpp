@@ -52,6 +52,26 @@ constexpr RecNr MAX_REC_NR = 2147483640;
 /* So many steps need no look at the modules: almost every walk is shorter. */
 constexpr std::int64_t FREE_STEPS = 256;
 
+/* A run reads each record some hundred times. Trees in which everything refers to everything, so
+   that work grows with the square of their size, come to an end here. */
+constexpr std::int64_t READS_PER_RECORD = 10000;
+
+std::int64_t recCountOfAll(RecKind kind) {
+    std::int64_t count = 0;
+    for (const auto &record : modRecList.records)
+        count += recCount(record.get(), kind);
+    return count;
+}
+
+void extendReads(const ModRec *module) {
+    static bool extended = false;
+    if (extended)
+        treeInconsistent(module);
+    extended = true;
+    for (int kind = REC_MNODE; kind < REC_STRI8; ++kind)
+        recReadsLeft += READS_PER_RECORD * recCountOfAll(static_cast<RecKind>(kind));
+}
+
 } // namespace
 
 void readRec(ModRec *module, RecKind kind, RecNr nr) {
@@ -60,6 +80,8 @@ void readRec(ModRec *module, RecKind kind, RecNr nr) {
     const NodePlace place{module, nr};
     if (module != nullptr && recJustRead[kind] == place)
         return;
+    if (--recReadsLeft < 0)
+        extendReads(module);
     withStore(kind, [&](auto store) { *store.current = storedRec(module, store.records, nr); });
     recJustRead[kind] = place;
 }
@@ -121,17 +143,6 @@ RecNr recCount(const ModRec *module, RecKind kind) {
     }
     return static_cast<RecNr>(count);
 }
-
-namespace {
-
-std::int64_t recCountOfAll(RecKind kind) {
-    std::int64_t count = 0;
-    for (const auto &record : modRecList.records)
-        count += recCount(record.get(), kind);
-    return count;
-}
-
-} // namespace
 
 ChainGuard::ChainGuard(RecKind kind) : kind_(kind), left_(FREE_STEPS) {}
 
