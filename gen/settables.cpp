@@ -124,13 +124,15 @@ void genFieldObjectSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
     endTable();
 }
 
-/* Calls `genTable` for the fields of all rows, in the order in which rows are written. */
+/* Calls `genTable` for the fields of all rows, in the order in which rows are written. The tables
+   belong to the class whose rows name them, also where an object was defined by another name of
+   it. */
 void forEachFieldOfRows(AsnModule *module, Call<void(AsnFieldValue *value)> genTable) {
     auto genField = [&](AsnObject *, AsnFieldValue *value, int) { genTable(value); };
-    auto genObject = [&](AsnObjClass *, AsnObject *object, int, bool skipped) {
+    auto genObject = [&](AsnObjClass *objClass, AsnObject *object, int, bool skipped) {
         if (skipped)
             return;
-        taviUseClassNode(getObjClassOfObject(object));
+        taviUseClassNode(objClass);
         forEachPossibleObjectFieldValue(object, genField);
     };
     forEachObjectInClassOrder(module, nullptr, genObject, nullptr, true);

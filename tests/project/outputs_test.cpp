@@ -108,6 +108,18 @@ void expectTreeMatchesFiles(const WorkDir &dir, const std::string &tree) {
     }
 }
 
+/* The definition that an item stands below; empty if there is no such item. */
+std::string ownerOf(const std::string &tree, const std::string &item) {
+    std::string owner;
+    for (const Line &node : parse(tree)) {
+        if (node.level == 2)
+            owner = node.name;
+        if (node.name == item)
+            return owner;
+    }
+    return "";
+}
+
 /* A module with an item of every kind, written with the given options of the tree. */
 void everyKind(TreeWriter &w, const Arguments &options) {
     for (const std::string &option : options)
@@ -142,7 +154,8 @@ void everyKind(TreeWriter &w, const Arguments &options) {
     const ValueNode two = w.listValue(TYP_CLASS, {w.fieldValue(id, w.intValue(2)),
                                                   w.fieldType(codes, set(w.ref("Colour"), colours)),
                                                   w.fieldType(next, set(w.ref("OP"), ops))});
-    w.defineValue("op2", w.ref("OP"), two).line(10);
+    w.define("OP_2", w.ref("OP")).line(12);
+    w.defineValue("op2", w.ref("OP_2"), two).line(10);
     w.defineSet("Ops", w.ref("OP"), ops).line(11);
 }
 
@@ -169,7 +182,8 @@ TEST(ProjectOutputs, TreeOfASmallModule) {
 }
 
 /* Other layouts of the same items: tables of their own file with access functions, lists of
-   parameters and of sets, heads without ANSI C. */
+   parameters and of sets (which belong to the class of the table, whatever name of it an object
+   was defined by), heads without ANSI C. */
 TEST(ProjectOutputs, ItemsStandWhereTheTreeSays) {
     for (const Arguments &more : std::initializer_list<Arguments>{
              {"-TABF=1", "-ANSI-C=no"},
@@ -186,6 +200,9 @@ TEST(ProjectOutputs, ItemsStandWhereTheTreeSays) {
         ASSERT_TRUE(w.save(dir.path("post.stx")));
         EXPECT_EQ(runQuietly(dir, {"-TAVI-PREFIX=p", "post"}).status, 0);
         expectTreeMatchesFiles(dir, "p.acd");
+        const bool separate = std::count(more.begin(), more.end(), "-TABO=1") > 0;
+        for (const char *table : {"postValueSet0[]", "postObjectSet0[]"})
+            EXPECT_EQ(ownerOf(dir.read("p.acd"), table), separate ? "OP" : "") << table;
     }
 }
 
