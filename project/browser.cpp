@@ -1,6 +1,5 @@
 #include "project/browser.h"
 
-#include <cstdio>
 #include <cstring>
 #include <map>
 
@@ -82,12 +81,6 @@ void linkSorted(BrowserNode *parent, BrowserNode *node) {
     }
 }
 
-void printNode(std::FILE *file, const BrowserNode *node) {
-    std::fprintf(file, "%u:%s:'%s%s':%d:%s:%s:%s\n", node->level, textOf(node->name),
-                 textOf(node->directory), textOf(node->file), node->line < 0 ? 0 : node->line,
-                 textOf(node->kind), textOf(node->aux1), textOf(node->aux2));
-}
-
 /* The tree is a few levels deep and very broad. */
 void deleteNodes(BrowserNode *node) {
     while (node != nullptr) {
@@ -143,9 +136,16 @@ void taviBrowserTraverseTree(BrowserNode *node, Call<void(const BrowserNode *nod
     }
 }
 
+void taviBrowserPrintNode(std::FILE *file, const BrowserNode *node) {
+    std::fprintf(file, "%u:%s:'%s%s':%d:%s:%s:%s\n", node->level, textOf(node->name),
+                 textOf(node->directory), textOf(node->file), node->line < 0 ? 0 : node->line,
+                 textOf(node->kind), textOf(node->aux1), textOf(node->aux2));
+}
+
 void taviBrowserPrintTree(BrowserNode *root, const char *suffix) {
     std::FILE *file = taviOpenTextFile(suffix, "w");
-    taviBrowserTraverseTree(root, [file](const BrowserNode *node) { printNode(file, node); });
+    taviBrowserTraverseTree(root,
+                            [file](const BrowserNode *node) { taviBrowserPrintNode(file, node); });
     std::fclose(file);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 
 #include "project/symbols.h"
@@ -57,8 +58,10 @@ const char *taviBrowserName(const BrowserNode *node);
 
 /* Calls for the node, for all below it, and then for its later siblings and what is below them. */
 void taviBrowserTraverseTree(BrowserNode *node, Call<void(const BrowserNode *node)> func);
-/* Writes the tree to the file of the outputs that ends in `suffix`, a line for each node:
+/* Writes the line of a node; a line number below 0 is written as 0:
    level:name:'directory and file':line:kind:aux1:aux2 */
+void taviBrowserPrintNode(std::FILE *file, const BrowserNode *node);
+/* Writes the tree to the file of the outputs that ends in `suffix`, a line for each node. */
 void taviBrowserPrintTree(BrowserNode *root, const char *suffix);
 /* Deletes the node, its later siblings, all below them, and the texts of all nodes. */
 void taviBrowserDeleteTree(BrowserNode *node);
