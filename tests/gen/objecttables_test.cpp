@@ -202,6 +202,38 @@ void nested(TreeWriter &w) {
     w.define("ALIAS", w.ref("NEST"));
 }
 
+/* Sets of values that have structures in C, of types with a name and of types written in the field;
+   one field of each is left out. */
+void valueSets(TreeWriter &w) {
+    const TypeNode a = w.comp("a", w.integer(0, 9));
+    w.define("Pair", w.sequence({a, w.comp("b", w.boolean()).optional()}));
+    w.define("Colour", w.enumerated({{"red", 0}, NamedNumber::extension(), {"blue", 5}}));
+    const TypeNode v = w.comp("v", w.integer(0, 9));
+    const TypeNode colours = w.setField("Colours", w.ref("Colour"));
+    const TypeNode pairs = w.setField("Pairs", w.ref("Pair")).optional();
+    const TypeNode words = w.setField("Words", w.string(TYP_IA5STR, 1, 8)).optional();
+    const TypeNode own = w.setField("Own", w.sequence({v})).optional();
+    w.define("SETS", w.objectClass({colours, pairs, words, own}));
+
+    const auto elements = [&](TypeNode governor, ValueNode one, ValueNode other) {
+        return setOf(w, governor, w.sub(SUB_UNION, {w.single(one), w.single(other)}));
+    };
+    const auto written = [&](TypeNode field) { return w.refTo(1, field.nr); };
+    const auto structure = [&](TypeNode comp, const char *name, int number) {
+        const ValueNode value = w.fieldValue(comp, w.intValue(number)).named(name);
+        return w.listValue(TYP_SEQ, {value});
+    };
+    const auto colour = [&](const char *name) { return w.itemOf("Colour", name); };
+    const auto word = [&](const char *text) { return w.textValue(TYP_IA5STR, text); };
+    define(w, "full", "SETS",
+           {w.fieldType(colours, elements(w.ref("Colour"), colour("red"), colour("blue"))),
+            w.fieldType(pairs, elements(w.ref("Pair"), structure(a, "a", 1), structure(a, "a", 2))),
+            w.fieldType(words, elements(written(words), word("one"), word("two"))),
+            w.fieldType(own, elements(written(own), structure(v, "v", 3), structure(v, "v", 4)))});
+    define(w, "bare", "SETS",
+           {w.fieldType(colours, setOf(w, w.ref("Colour"), w.single(colour("blue"))))});
+}
+
 /* Objects that name their class in two ways stand in one table, which is named as the first of them
    does. */
 void alias(TreeWriter &w) {
@@ -231,6 +263,8 @@ const ObjectCase cases[] = {
     {"omitted", skipped, {"-OMIT-SKIPPED-FIELDS=yes"}, {}, {".typ", ".tab"}},
     {"masks", masks, {"-TDEFS=no"}, {}, {".tab"}},
     {"nested", nested, {}, {}, {".typ", ".def"}},
+    {"value_sets", valueSets, {}, {"-TAB-VALUE-SET-N=yes"}, {".typ", ".tab"}},
+    {"value_sets_separate", valueSets, {"-TABO=yes"}, {}, {".tab"}},
     {"alias", alias, {"-TDEFS=yes"}, {}, {".tab", ".def"}},
 };
 
