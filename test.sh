@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds with assertions and sanitizers and passes all tests. The last line is that of ctest.
+# Builds with assertions and sanitizers, the tool by clang as well, and passes all tests. The last
+# line is that of ctest.
 set -euo pipefail
 cd "$(dirname "$0")"
 . .ci/packages.sh
@@ -8,5 +9,7 @@ need g++ gcc clang cmake ninja-build libgtest-dev diffutils openssl dumpasn1
 jobs=$(nproc)
 cmake --preset dev
 cmake --build build/dev -j "$jobs"
+cmake --preset clang
+cmake --build --preset clang -j "$jobs"
 cd build/dev
 exec ctest -j "$jobs" --output-on-failure

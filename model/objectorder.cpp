@@ -91,13 +91,14 @@ private:
         const NodePlace place = findFieldSetConstraint(value);
         if (place.nr == 0)
             return;
-        const auto [set, isNew] = builtinsOfSets_.try_emplace(place);
-        if (isNew)
+        const auto added = builtinsOfSets_.try_emplace(place);
+        std::vector<RecNr> &builtins = added.first->second;
+        if (added.second)
             forObjectsOfConstraint(place, false, [&](AsnObject *inner, int) {
                 if (isBuiltin(inner))
-                    set->second.push_back(inner->posRecord);
+                    builtins.push_back(inner->posRecord);
             });
-        for (RecNr nr : set->second)
+        for (RecNr nr : builtins)
             met_.push_back({{nr, skipped}, depth});
     }
 
