@@ -3,6 +3,7 @@
 #include "values.h"
 
 #include "basic.tab"
+#include "desk.tab"
 #include "forms.tab"
 #include "shop.tab"
 #include "stock.tab"
@@ -11,8 +12,8 @@
 #define ROWS(table) table, (int)(sizeof table / sizeof table[0])
 
 const MODULE modules[] = {
-  { "basic", ROWS (basicEntryDescr) }, { "forms", ROWS (formsEntryDescr) },
-  { "shop", ROWS (shopEntryDescr) },   { "stock", ROWS (stockEntryDescr) },
-  { "value", ROWS (valueEntryDescr) },
+  { "basic", ROWS (basicEntryDescr) }, { "desk", ROWS (deskEntryDescr) },
+  { "forms", ROWS (formsEntryDescr) }, { "shop", ROWS (shopEntryDescr) },
+  { "stock", ROWS (stockEntryDescr) }, { "value", ROWS (valueEntryDescr) },
 };
 const int nrOfModules = sizeof modules / sizeof modules[0];

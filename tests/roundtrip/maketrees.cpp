@@ -62,29 +62,35 @@ int main(int argc, char **argv) {
         return copyTree(argv[1], argv[2], argv + 3, argc - 3);
     TreeWriter basic("Basic_Forms", "basic"), stock("Stock_Keeping", "stock");
     TreeWriter shop("Shop_Orders", "shop"), forms("All_Forms", "forms");
-    TreeWriter value("Value_Forms", "value");
+    TreeWriter value("Value_Forms", "value"), desk("Library_Desk", "desk");
     shop.option("-TPREF=Shop");
     value.option("-TPREF=Val");
+    desk.option("-TPREF=Desk");
     makeBasic(basic);
     makeStock(stock);
     makeShop(shop, stock);
     makeForms(forms, stock);
     makeValue(value, stock);
+    makeOperations(desk);
     const std::pair<TreeWriter *, const char *> all[] = {{&basic, "basic"},
                                                          {&stock, "stock"},
                                                          {&shop, "shop"},
                                                          {&forms, "forms"},
-                                                         {&value, "value"}};
+                                                         {&value, "value"},
+                                                         {&desk, "desk"}};
     bool withHomes = false;
     for (int i = 2; i < argc; ++i)
         withHomes = withHomes || std::string_view(argv[i]).find("MORLA") != std::string_view::npos;
     for (auto [tree, name] : all) {
         for (int i = 2; i < argc; ++i)
             tree->option(argv[i]);
-        for (const char *option : {"-TAB=1", "-COD=1:1", "-TST=1:1", "-VERBOSE=QUIET"})
+        for (const char *option :
+             {"-TAB=1", "-TABF=no", "-COD=1:1", "-TST=1:1", "-VERBOSE=QUIET"})
             tree->option(option);
-        if (withHomes)
+        if (withHomes) {
+            tree->option("-TABO=no");
             tree->backendOption("-TAB-MORLA-PARAM=no");
+        }
         enterAllTypes(*tree, withHomes);
         if (!tree->save(std::string(argv[1]) + '/' + name + ".stx")) {
             std::fprintf(stderr, "maketrees_all: %s failed\n", name);
