@@ -8,16 +8,16 @@
 #include "examples/modules.h"
 
 /* maketrees_all TREE NEW-TREE [OPTION ...]: a copy of a tree with general options.
-   maketrees_all DIRECTORY [OPTION ...]: the trees of the example modules with general options, where
-   every type that is not skipped is an entry type, so that a program can go through all of them by
-   their entry tables. Modules whose C names would meet get a prefix. */
+   maketrees_all DIRECTORY [OPTION ...]: the trees of the example modules with general options,
+   where every type that is not skipped is an entry type, so that a program can go through all of
+   them by their entry tables. Modules whose C names would meet get a prefix. */
 
 namespace {
 
 constexpr int MORLA_ENTRY = 1 << 6;
 
-/* No function can be written for a type that C has no form for; an application that keeps components in
-   homes has none for these either. */
+/* No function can be written for a type that C has no form for; an application that keeps
+   components in homes has none for these either. */
 constexpr std::string_view withoutForm[] = {"Presented", "Picked", "Any_Text", "Open_Size"};
 constexpr std::string_view withoutHome[] = {"Big_Count", "Framed"};
 
@@ -72,20 +72,16 @@ int main(int argc, char **argv) {
     makeForms(forms, stock);
     makeValue(value, stock);
     makeOperations(desk);
-    const std::pair<TreeWriter *, const char *> all[] = {{&basic, "basic"},
-                                                         {&stock, "stock"},
-                                                         {&shop, "shop"},
-                                                         {&forms, "forms"},
-                                                         {&value, "value"},
-                                                         {&desk, "desk"}};
+    const std::pair<TreeWriter *, const char *> all[] = {{&basic, "basic"}, {&stock, "stock"},
+                                                         {&shop, "shop"},   {&forms, "forms"},
+                                                         {&value, "value"}, {&desk, "desk"}};
     bool withHomes = false;
     for (int i = 2; i < argc; ++i)
         withHomes = withHomes || std::string_view(argv[i]).find("MORLA") != std::string_view::npos;
     for (auto [tree, name] : all) {
         for (int i = 2; i < argc; ++i)
             tree->option(argv[i]);
-        for (const char *option :
-             {"-TAB=1", "-TABF=no", "-COD=1:1", "-TST=1:1", "-VERBOSE=QUIET"})
+        for (const char *option : {"-TAB=1", "-TABF=no", "-COD=1:1", "-TST=1:1", "-VERBOSE=QUIET"})
             tree->option(option);
         if (withHomes) {
             tree->option("-TABO=no");
