@@ -58,9 +58,8 @@ void makeSearch(TreeWriter &w) {
 void makeLevels(TreeWriter &w) {
     for (int i = 1; i <= 24; ++i) {
         TypeNode deeper = i == 1 ? w.integer(0, 255) : w.ref("Level" + std::to_string(i - 1));
-        w.define("Level" + std::to_string(i),
-                 w.choice({w.comp("deeper", deeper).explicitly(0),
-                           w.comp("truth", w.boolean()).implicit(1)}))
+        w.define("Level" + std::to_string(i), w.choice({w.comp("deeper", deeper).explicitly(0),
+                                                        w.comp("truth", w.boolean()).implicit(1)}))
             .entry();
     }
 }

@@ -7,8 +7,8 @@
 #include "store/text.h"
 
 /* The numbered output files. A generator holds a slot number, never a stream. Slot 0 stands for no
-   file: every operation on it does nothing or yields 0. Lines are broken before a piece of text that
-   would pass column 78, so how text is cut into writer calls is part of the output. */
+   file: every operation on it does nothing or yields 0. Lines are broken before a piece of text
+   that would pass column 78, so how text is cut into writer calls is part of the output. */
 
 inline constexpr int FILE_SLOTS = 17;
 
@@ -16,7 +16,7 @@ struct FileSlot {
     std::FILE *stream = nullptr; /* null: not open */
     Text directory;              /* with its separator; may be empty */
     Text prefix;
-    Text suffix; /* from "." or the category word on, or a whole name */
+    Text suffix;        /* from "." or the category word on, or a whole name */
     bool named = false; /* directory and suffix were set */
     bool hasPrefix = false;
     std::uint32_t lines = 0;
@@ -42,7 +42,8 @@ void closeF(int slot);
 bool nameOfF(Text &dst, const char *prefix, int slot, const char *suffix);
 bool nameOfFnoDir(Text &dst, const char *prefix, int slot, const char *suffix);
 bool dirOfF(Text &dst, const char *prefix, int slot, const char *suffix);
-/* Name of an include guard: `prefix`, the file's name in upper case with "-" and "." as "_", `suffix`. */
+/* Name of an include guard: `prefix`, the file's name in upper case with "_" for "-" and ".",
+   `suffix`. */
 bool defineGuardOfF(Text &dst, const char *prefix, int slot, const char *suffix);
 bool defineGuardForFile(Text &dst, const char *prefix, const char *name, const char *suffix);
 
@@ -50,7 +51,9 @@ bool defineGuardForFile(Text &dst, const char *prefix, const char *name, const c
    write is fatal error 7. Null text writes nothing. */
 void writeToF(int slot, const char *text, bool noBreak);
 void wToF(int slot, const char *text);
-inline void wToF(int slot, const Text &text) { wToF(slot, text.c_str()); }
+inline void wToF(int slot, const Text &text) {
+    wToF(slot, text.c_str());
+}
 void putToF(int slot, const char *text);
 void printfToF(int slot, const char *format, ...) PRINTF_LIKE(2, 3);
 void endlToF(int slot);

@@ -132,7 +132,7 @@ void makePlainStructures(TreeWriter &w) {
                                                      w.comp("to", w.ref("Point"))}))
                               .implicit(1),
                           w.comp("text", w.string(TYP_IA5STR, 1, 16)).implicit(2),
-                 w.comp("sealed", w.ref("Framed")).implicit(3),
+                          w.comp("sealed", w.ref("Framed")).implicit(3),
                           w.marker(),
                       }))
         .entry();

@@ -29,7 +29,7 @@ struct NodePlace {
 /* The place last read or written, for each kind that has a current record. */
 extern NodePlace recJustRead[REC_STRI8];
 
-/* So many records may still be read, and then so many more as the trees account for: see readRec. */
+/* So many records may still be read, and then as many more as the trees account for (readRec). */
 extern std::int64_t recReadsLeft;
 
 /* Module of the current record of a kind, null before the first. */

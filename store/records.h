@@ -6,7 +6,7 @@
 
 /* Makes record `nr` of `module` the current record of its kind (MNode to SNode); nothing happens if
    it is current already. Fatal error 9 if there is no such record or `module` is null, 15 with the
-   file prefix of `module` once the run has read more than trees that were written by people need. */
+   file prefix of `module` once the run has read more than trees written by people need. */
 void readRec(ModRec *module, RecKind kind, RecNr nr);
 
 /* Copies the current record of `kind` to record `nr` of `module`, which may be one behind the last,

@@ -105,9 +105,7 @@ const ModuleSet sets[] = {
     {"ldap", {"ldap"}, {"-TABF=yes"}},
     {"snmp", {"smi", "snmp"}, {"-TABF=yes"}},
     /* Names of two sets differ in their 33rd character. */
-    {"rua",
-     {"ruac2", "ruac3", "ruaco", "ruaie", "ruap2", "ruapd"},
-     {"-TABF=yes", "-NAMELEN=64"}},
+    {"rua", {"ruac2", "ruac3", "ruaco", "ruaie", "ruap2", "ruapd"}, {"-TABF=yes", "-NAMELEN=64"}},
     {"h225", {"h235", "h245", "h225"}, {"-TABF=yes"}},
 };
 

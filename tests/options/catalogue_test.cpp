@@ -130,24 +130,10 @@ TEST_F(Catalogue, AcceptedNames) {
     const auto isOK = [this](const char *text) {
         return pass3GlobalOptionOK(module_, 1, TED_OPTION, text);
     };
-    for (const char *text : {"STANDARD-VERSION=1990",
-                             "INT=U16",
-                             "N=8",
-                             "REALLIM={5,10,3}",
-                             "SPLIT=2147483647",
-                             "RECURSION=warning",
-                             "DIAGLEVEL=what",
-                             "AUTHOR",
-                             "DATE:today",
-                             "LOG:a=b",
-                             "ALLOWED",
-                             "ENCF=",
-                             "PRIF=07",
-                             "VERBOSE=9",
-                             "PREFIX=?",
-                             "A=",
-                             "TNAME=Foo:Bar",
-                             "ENTRY=X:PDU"})
+    for (const char *text :
+         {"STANDARD-VERSION=1990", "INT=U16", "N=8", "REALLIM={5,10,3}", "SPLIT=2147483647",
+          "RECURSION=warning", "DIAGLEVEL=what", "AUTHOR", "DATE:today", "LOG:a=b", "ALLOWED",
+          "ENCF=", "PRIF=07", "VERBOSE=9", "PREFIX=?", "A=", "TNAME=Foo:Bar", "ENTRY=X:PDU"})
         EXPECT_TRUE(isOK(text)) << text;
     for (const char *text :
          {"STANDARD-VERSION=1992", "INT=7", "N=U8", "REALLIM={5,2,3}", "SPLIT=2147483648",

@@ -2,8 +2,8 @@
 
 #include "tests/rts/testingcontext.h"
 
-/* Components of asking functions, which are written as the generated ones are. What can be told by the
-   name and path of an error stands with the values of the examples. */
+/* Components of asking functions, which are written as the generated ones are. What can be told by
+   the name and path of an error stands with the values of the examples. */
 
 namespace {
 
@@ -131,9 +131,8 @@ TEST(Components, EachElementTakesAWord) {
 TEST(Dialogue, AsksAgainAfterAWrongAnswer) {
     Outer value = {};
     std::string questions;
-    EXPECT_EQ("ASN_OK",
-              askFrom("{\nx y z\n300 4\n7\n-\ninner: empty: TRUE\nNULL\n1\n2\n}\n}\n", &value,
-                      &questions));
+    EXPECT_EQ("ASN_OK", askFrom("{\nx y z\n300 4\n7\n-\ninner: empty: TRUE\nNULL\n1\n2\n}\n}\n",
+                                &value, &questions));
     EXPECT_EQ(7, value.id);
     EXPECT_EQ(2, value.few.n);
     EXPECT_EQ("Outer (SEQUENCE): Outer.id (INTEGER): INPUT_FAIL, please answer once more\n"

@@ -26,35 +26,39 @@ struct Dynamic {
 TEST(RuntimeLists, DynamicArraysGrow) {
     for (unsigned n : {0u, 4u, 5u, 1000u})
         EXPECT_EQ("ASN_OK", decoded(list(n), [n](ASNCODG *asncodg) {
-            Dynamic array;
-            uint32 n1 = 0;
-            d_TagLen(SEQUENCE_TAG);
-            dynArrInit(&array);
-            d_UpperBound((AsnAllocType **)&array.elem, MAXLONG, sizeof(uint8));
-            while (d_LookTagLen() != EOC_TAG) {
-                d_uint8(&array.elem[n1], 0, 255);
-                incDynArrLen(&array);
-                n1++;
-            }
-            ASSERT_EQ(dynArrLen(&array), n);
-            for (unsigned i = 0; i < n; ++i)
-                EXPECT_EQ(array.elem[i], i % 100);
-        }));
+                      Dynamic array;
+                      uint32 n1 = 0;
+                      d_TagLen(SEQUENCE_TAG);
+                      dynArrInit(&array);
+                      d_UpperBound((AsnAllocType **)&array.elem, MAXLONG, sizeof(uint8));
+                      while (d_LookTagLen() != EOC_TAG) {
+                          d_uint8(&array.elem[n1], 0, 255);
+                          incDynArrLen(&array);
+                          n1++;
+                      }
+                      ASSERT_EQ(dynArrLen(&array), n);
+                      for (unsigned i = 0; i < n; ++i)
+                          EXPECT_EQ(array.elem[i], i % 100);
+                  }));
     struct {
         uint8 n;
         uint8 *elem;
     } narrow;
-    EXPECT_EQ("AM_FAIL", decoded(list(300), [&](ASNCODG *asncodg) {
-        uint32 n1 = 0;
-        d_TagLen(SEQUENCE_TAG);
-        dynArrInit(&narrow);
-        d_UpperBound((AsnAllocType **)&narrow.elem, MAXLONG, sizeof(uint8));
-        while (d_LookTagLen() != EOC_TAG) {
-            d_uint8(&narrow.elem[n1], 0, 255);
-            incDynArrLen(&narrow);
-            n1++;
-        }
-    }).substr(0, 7)) << "a length member that is too narrow must not wrap around";
+    EXPECT_EQ("AM_FAIL", decoded(list(300),
+                                 [&](ASNCODG *asncodg) {
+                                     uint32 n1 = 0;
+                                     d_TagLen(SEQUENCE_TAG);
+                                     dynArrInit(&narrow);
+                                     d_UpperBound((AsnAllocType **)&narrow.elem, MAXLONG,
+                                                  sizeof(uint8));
+                                     while (d_LookTagLen() != EOC_TAG) {
+                                         d_uint8(&narrow.elem[n1], 0, 255);
+                                         incDynArrLen(&narrow);
+                                         n1++;
+                                     }
+                                 })
+                             .substr(0, 7))
+        << "a length member that is too narrow must not wrap around";
 }
 
 TEST(RuntimeLists, ArraysOfFixedSizeHaveRoomAtOnce) {
@@ -62,16 +66,16 @@ TEST(RuntimeLists, ArraysOfFixedSizeHaveRoomAtOnce) {
         void *elem; // C++ does not convert to the element's pointer as C does
     } array;
     EXPECT_EQ("ASN_OK", decoded(list(100), [&](ASNCODG *asncodg) {
-        d_TagLen(SEQUENCE_TAG);
-        dynArr0Init(&array);
-        d_UpperBound((AsnAllocType **)&array.elem, 100, sizeof(uint32));
-        for (int i = 0; i < 100; ++i) {
-            d_TagLen(INTEGER_TAG);
-            d_uint32(static_cast<uint32 *>(array.elem) + i, 0, 255);
-        }
-        d_EOC();
-        EXPECT_EQ(static_cast<uint32 *>(array.elem)[99], 99u);
-    }));
+                  d_TagLen(SEQUENCE_TAG);
+                  dynArr0Init(&array);
+                  d_UpperBound((AsnAllocType **)&array.elem, 100, sizeof(uint32));
+                  for (int i = 0; i < 100; ++i) {
+                      d_TagLen(INTEGER_TAG);
+                      d_uint32(static_cast<uint32 *>(array.elem) + i, 0, 255);
+                  }
+                  d_EOC();
+                  EXPECT_EQ(static_cast<uint32 *>(array.elem)[99], 99u);
+              }));
 }
 
 struct Static {
@@ -179,7 +183,8 @@ TEST(RuntimeMemory, HasALimit) {
     EXPECT_LE(memory.inUse, memory.limit);
     asnFreeMemory(&memory);
     EXPECT_FALSE(asnDecode(function, octets.data(), octets.size(), &value, sizeof value, nullptr,
-                           nullptr, &error)) << "a value that owns memory needs a handle";
+                           nullptr, &error))
+        << "a value that owns memory needs a handle";
 }
 
 void readPair(ASNCODG *asncodg, void *) {

@@ -15,20 +15,20 @@ TEST(RuntimeNumbers, TheFormOfTheVariableIsABound) {
     uint64 read = 0;
     EXPECT_EQ("020900ffffffffffffffff", encoded([&](ASNCODG *asncodg) { e_uint64_8(2, most); }));
     EXPECT_EQ("ASN_OK", decoded("020900ffffffffffffffff", [&](ASNCODG *asncodg) {
-        d_TagLen(INTEGER_TAG);
-        d_uint64(&read, i64ltosint64(0L), MAXLONG);
-    }));
+                  d_TagLen(INTEGER_TAG);
+                  d_uint64(&read, i64ltosint64(0L), MAXLONG);
+              }));
     EXPECT_EQ(read, most);
     EXPECT_EQ("CONSTRAINT_FAIL 0", decoded("02020080", [](ASNCODG *asncodg) {
-        sint8 value = 0;
-        d_TagLen(INTEGER_TAG);
-        d_sint8(&value, MINLONG, MAXLONG);
-    }));
+                  sint8 value = 0;
+                  d_TagLen(INTEGER_TAG);
+                  d_sint8(&value, MINLONG, MAXLONG);
+              }));
     EXPECT_EQ("CONSTRAINT_FAIL 0", decoded("02050100000000", [](ASNCODG *asncodg) {
-        uint32 value = 0;
-        d_TagLen(INTEGER_TAG);
-        d_uint32(&value, 0, MAXLONG);
-    }));
+                  uint32 value = 0;
+                  d_TagLen(INTEGER_TAG);
+                  d_uint32(&value, 0, MAXLONG);
+              }));
 }
 
 TEST(RuntimeNumbers, WhatHasNoEncoding) {
@@ -52,8 +52,19 @@ std::string readReal(const std::string &hex, REAL64 &value) {
 }
 
 TEST(RuntimeReals, BinaryNumbersComeBackExactly) {
-    const REAL64 numbers[] = {0.0, 1.0, -1.0, 0.1, -1e-300, 5e-324, 1.7976931348623157e308, 3e5,
-                              1.0 / 3, 4503599627370497.0, HUGE_VAL, -HUGE_VAL, 0.15625};
+    const REAL64 numbers[] = {0.0,
+                              1.0,
+                              -1.0,
+                              0.1,
+                              -1e-300,
+                              5e-324,
+                              1.7976931348623157e308,
+                              3e5,
+                              1.0 / 3,
+                              4503599627370497.0,
+                              HUGE_VAL,
+                              -HUGE_VAL,
+                              0.15625};
     for (REAL64 number : numbers) {
         REAL64 read = 77;
         std::string hex = encoded([&](ASNCODG *asncodg) { e_Real64_8(9, number, BIN_ENC, 0); });
@@ -70,12 +81,12 @@ TEST(RuntimeReals, BinaryNumbersComeBackExactly) {
             EXPECT_EQ(narrow, static_cast<REAL32>(number));
     }
     REAL128 wide = 1.0L / 3, again = 0;
-    EXPECT_EQ("ASN_OK", decoded(encoded([&](ASNCODG *asncodg) {
-        e_Real128_8(9, wide, BIN_ENC, 0);
-    }), [&](ASNCODG *asncodg) {
-        d_TagLen(REAL_TAG);
-        d_Real128(&again, CLOS_CLOS, REAL_MINUS_INF, 0.0, REAL_PLUS_INF, 0.0);
-    }));
+    EXPECT_EQ("ASN_OK",
+              decoded(encoded([&](ASNCODG *asncodg) { e_Real128_8(9, wide, BIN_ENC, 0); }),
+                      [&](ASNCODG *asncodg) {
+                          d_TagLen(REAL_TAG);
+                          d_Real128(&again, CLOS_CLOS, REAL_MINUS_INF, 0.0, REAL_PLUS_INF, 0.0);
+                      }));
     EXPECT_EQ(again, wide);
     REAL64 zero = 1;
     EXPECT_EQ("ASN_OK", readReal("090143", zero));
@@ -85,10 +96,9 @@ TEST(RuntimeReals, BinaryNumbersComeBackExactly) {
 }
 
 TEST(RuntimeReals, DecimalDigitsAndRanges) {
-    EXPECT_EQ("0907022d312e353030", encoded([](ASNCODG *asncodg) {
-        e_Real64_8(9, -1.5, NR2_ENC, 3) ;
-    }));
-    EXPECT_EQ("090302372e", encoded([](ASNCODG *asncodg) { e_Real32_8(9, 7.0F, NR2_ENC, 0) ; }));
+    EXPECT_EQ("0907022d312e353030",
+              encoded([](ASNCODG *asncodg) { e_Real64_8(9, -1.5, NR2_ENC, 3); }));
+    EXPECT_EQ("090302372e", encoded([](ASNCODG *asncodg) { e_Real32_8(9, 7.0F, NR2_ENC, 0); }));
     auto within = [](int closure) {
         return decoded("0903 800001", [closure](ASNCODG *asncodg) {
             REAL64 value;
@@ -101,9 +111,9 @@ TEST(RuntimeReals, DecimalDigitsAndRanges) {
         EXPECT_EQ("CONSTRAINT_FAIL 0", within(closure));
     REAL value = 0;
     EXPECT_EQ("ASN_OK", decoded("090141", [&](ASNCODG *asncodg) {
-        d_TagLen(REAL_TAG);
-        d_Real(&value, CLOS_CLOS, MINREAL, 5.0);
-    }));
+                  d_TagLen(REAL_TAG);
+                  d_Real(&value, CLOS_CLOS, MINREAL, 5.0);
+              }));
     EXPECT_EQ(value, -HUGE_VAL);
     EXPECT_EQ("090141", encoded([&](ASNCODG *asncodg) { e_Real_8(9, value, BIN_ENC, 0); }));
 }

@@ -77,10 +77,12 @@ TEST(PrintAsk, RealNumbersExactly) {
 
 TEST(PrintAsk, RangesOfRealNumbers) {
     for (const char *wrong : {"2", "0.4999", "PLUS-INFINITY", "NOT-A-NUMBER", "-1e30"})
-        EXPECT_EQ("CONSTRAINT_FAIL 1 ", asked(wrong, [](ASNTSTG *asntstg) {
-                      REAL32 value;
-                      a_Real32(&value, CLOS_OPEN, REAL_NORMAL, 0.5, REAL_NORMAL, 2.0);
-                  }))
+        EXPECT_EQ("CONSTRAINT_FAIL 1 ", asked(wrong,
+                                              [](ASNTSTG *asntstg) {
+                                                  REAL32 value;
+                                                  a_Real32(&value, CLOS_OPEN, REAL_NORMAL, 0.5,
+                                                           REAL_NORMAL, 2.0);
+                                              }))
             << wrong;
 }
 

@@ -33,36 +33,38 @@ struct Title {
 TEST(RuntimeStrings, LengthOfAValueCountsNoDividers) {
     for (const char *hex : {"8004 61626364", "a080 2480 0401 61 0000 1603 626364 0000"})
         EXPECT_EQ("ASN_OK", decoded(hex, [](ASNCODG *asncodg) {
-            Name name;
-            d_TagLen(TAG(TAG_CTX, TAG_PRI, 0));
-            EXPECT_EQ(asncodg_info->len, 4u);
-            d_IA5String8(&name, 1, 8);
-        }));
+                      Name name;
+                      d_TagLen(TAG(TAG_CTX, TAG_PRI, 0));
+                      EXPECT_EQ(asncodg_info->len, 4u);
+                      d_IA5String8(&name, 1, 8);
+                  }));
 }
 
 TEST(RuntimeStrings, WhatHasNoRoomIsCounted) {
     Capped capped = {};
     EXPECT_EQ("ASN_OK", decoded("1606 616263646566", [&](ASNCODG *asncodg) {
-        d_TagLen(TAG(TAG_UNI, TAG_PRI, 22));
-        d_IA5String8(&capped, 0, 4);
-    }));
+                  d_TagLen(TAG(TAG_UNI, TAG_PRI, 22));
+                  d_IA5String8(&capped, 0, 4);
+              }));
     EXPECT_STREQ(capped.st, "abcd");
     EXPECT_EQ(capped.n, 4);
     EXPECT_EQ(capped.nIgnored, 2);
     WideCapped wide = {};
     EXPECT_EQ("ASN_OK", decoded("3608 0403 616263 0401 64", [&](ASNCODG *asncodg) {
-        d_TagLen(TAG(TAG_UNI, TAG_PRI, 22));
-        d_IA5String8(&wide, 0, 4);
-    }));
+                  d_TagLen(TAG(TAG_UNI, TAG_PRI, 22));
+                  d_IA5String8(&wide, 0, 4);
+              }));
     EXPECT_STREQ(wide.st, "abcd");
     EXPECT_EQ(wide.nIgnored, 0);
     std::string hex = "1682012c";
     for (int i = 0; i < 300; ++i)
         hex += "61";
-    EXPECT_EQ("AM_FAIL 0", decoded(hex, [&](ASNCODG *asncodg) {
-        d_TagLen(TAG(TAG_UNI, TAG_PRI, 22));
-        d_IA5String8(&capped, 0, 4);
-    })) << "more than the counter holds is more than the type allows";
+    EXPECT_EQ("AM_FAIL 0", decoded(hex,
+                                   [&](ASNCODG *asncodg) {
+                                       d_TagLen(TAG(TAG_UNI, TAG_PRI, 22));
+                                       d_IA5String8(&capped, 0, 4);
+                                   }))
+        << "more than the counter holds is more than the type allows";
 }
 
 TEST(RuntimeStrings, LengthsHaveLimits) {
@@ -71,15 +73,20 @@ TEST(RuntimeStrings, LengthsHaveLimits) {
     std::string hex = "0482012c";
     for (int i = 0; i < 300; ++i)
         hex += "61";
-    EXPECT_EQ("AM_FAIL 0", decoded(hex, [&](ASNCODG *asncodg) {
-        d_TagLen(OCTETS_TAG);
-        d_DynOctetString8(&narrow, 0, MAXLONG);
-    })) << "the length member bounds the string";
+    EXPECT_EQ("AM_FAIL 0", decoded(hex,
+                                   [&](ASNCODG *asncodg) {
+                                       d_TagLen(OCTETS_TAG);
+                                       d_DynOctetString8(&narrow, 0, MAXLONG);
+                                   }))
+        << "the length member bounds the string";
     LIST list;
-    EXPECT_EQ("ASN_OK", decoded("2308 0302 00ab 0302 04cf", [&](ASNCODG *asncodg) {
-        d_TagLen(BITS_TAG);
-        d_SegBitString(&list, 0, 12);
-    }, kept));
+    EXPECT_EQ("ASN_OK", decoded(
+                            "2308 0302 00ab 0302 04cf",
+                            [&](ASNCODG *asncodg) {
+                                d_TagLen(BITS_TAG);
+                                d_SegBitString(&list, 0, 12);
+                            },
+                            kept));
     EXPECT_EQ("030304abc0", encoded([&](ASNCODG *asncodg) { e_SegBitString_8(3, &list); }));
     Rights rights = {25, {0, 0, 0}};
     EXPECT_EQ("VALUE_FAIL", encoded([&](ASNCODG *asncodg) { e_BitString_8(3, &rights); }))
@@ -102,24 +109,27 @@ TEST(RuntimeStrings, StaticStringsInItems) {
     LIST list;
     ASNHOME *a1 = nullptr;
     listInit(&list);
-    EXPECT_EQ("ASN_OK", decoded("3008 1e02 20ac 1602 6162", [&](ASNCODG *asncodg) {
-        d_TagLen(TAG(TAG_UNI, TAG_PRI, 16));
-        d_LookTagLen();
-        appendList(NULL, &list, &a1, VF_STAS8, sizeof(Title));
-        d_BMPString8(a1->val.stas8, 1, 4);
-        incListLen(&list);
-        d_LookTagLen();
-        appendList(NULL, &list, &a1, VF_STAS8, sizeof(Name));
-        d_IA5String8(a1->val.stas8, 1, 8);
-        incListLen(&list);
-        d_EOC();
-    }, kept));
+    EXPECT_EQ("ASN_OK", decoded(
+                            "3008 1e02 20ac 1602 6162",
+                            [&](ASNCODG *asncodg) {
+                                d_TagLen(TAG(TAG_UNI, TAG_PRI, 16));
+                                d_LookTagLen();
+                                appendList(NULL, &list, &a1, VF_STAS8, sizeof(Title));
+                                d_BMPString8(a1->val.stas8, 1, 4);
+                                incListLen(&list);
+                                d_LookTagLen();
+                                appendList(NULL, &list, &a1, VF_STAS8, sizeof(Name));
+                                d_IA5String8(a1->val.stas8, 1, 8);
+                                incListLen(&list);
+                                d_EOC();
+                            },
+                            kept));
     EXPECT_EQ(static_cast<Title *>(firstListItem(&list)->val.stru)->st[0], 0x20AC);
     EXPECT_STREQ(static_cast<Name *>(lastListItem(&list)->val.stru)->st, "ab");
     EXPECT_EQ("1e0220ac16026162", encoded([&](ASNCODG *asncodg) {
-        e_IA5String_8(22, lastListItem(&list)->val.stas8);
-        e_BMPString_8(30, firstListItem(&list)->val.stas8);
-    }));
+                  e_IA5String_8(22, lastListItem(&list)->val.stas8);
+                  e_BMPString_8(30, firstListItem(&list)->val.stas8);
+              }));
 }
 
 } // namespace
