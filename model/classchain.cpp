@@ -27,7 +27,7 @@ bool goThroughClassSynChain(const ClassChainWalk &walk) {
                    walk.selectionIsFatal) {
             fatalError(FATAL_INTERNAL, nullptr);
         }
-        if (!followClassReference())
+        if (!followTypeReference())
             return first;
         noteFirstName(&firstName);
         first = false;

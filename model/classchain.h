@@ -27,17 +27,6 @@ inline void readBeginOfClassChain() {
         readRec(getModPtr(currModule(REC_TNODE), tNode.refModule), REC_TNODE, tNode.refRecord);
 }
 
-/* One step; false at the end of the chain. */
-inline bool followClassReference() {
-    if (tNode.mainType == TYP_SYNONYM && tNode.refRecord != 0)
-        followSynonymType();
-    else if (tNode.mainType == TYP_FIELDLIST && tNode.auxRecord != 0)
-        skipFieldList();
-    else
-        return false;
-    return true;
-}
-
 /* To the end of the chain; the result tells whether that is where it began. */
 bool goThroughClassSynChain(const ClassChainWalk &walk);
 

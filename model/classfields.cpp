@@ -31,7 +31,7 @@ void goToGovernorClass() {
         guard.step(currModule(REC_TNODE));
         if (tNode.mainType == TYP_SELECTION && tNode.auxRecord != 0)
             fatalError(FATAL_INTERNAL, nullptr);
-        if (!followClassReference())
+        if (!followTypeReference())
             return;
     }
 }

@@ -60,17 +60,6 @@ const EntryNumbers &entryNumbers(AsnModule *module) {
     return numbers;
 }
 
-/* One step along a reference to a definition; false if the current TNode is none. */
-bool followDefinition() {
-    if (tNode.mainType == TYP_SYNONYM && tNode.refRecord != 0)
-        followSynonymType();
-    else if (tNode.mainType == TYP_FIELDLIST && tNode.auxRecord != 0)
-        skipFieldList();
-    else
-        return false;
-    return true;
-}
-
 bool refersToDefinition(const AsnType *type) {
     return type->firstMainType == TYP_SYNONYM || type->firstMainType == TYP_FIELDLIST;
 }
@@ -154,9 +143,9 @@ void readSynonymTypeTNode(AsnType *type, bool followFirst) {
         /* The head has no name of its own: the instantiation lends it one. */
         readRec(type->posModule, REC_TNODE, type->posRecord);
         if (followFirst)
-            followDefinition();
+            followTypeReference();
         ChainGuard guard(REC_TNODE);
-        while (!isTopLevelInstantiatedTNode() && followDefinition())
+        while (!isTopLevelInstantiatedTNode() && followTypeReference())
             guard.step(type->posModule);
         if (tNode.compStatus != TCS_HEADER)
             fatalError(FATAL_INTERNAL, "Unable to handle parameterized synonym type.");

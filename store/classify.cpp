@@ -102,6 +102,16 @@ void followValueReference() {
     readRec(target, REC_VNODE, negated(sNode.refRecord));
 }
 
+bool followTypeReference() {
+    if (tNode.mainType == TYP_SYNONYM && tNode.refRecord != 0)
+        followSynonymType();
+    else if (tNode.mainType == TYP_FIELDLIST && tNode.auxRecord != 0)
+        skipFieldList();
+    else
+        return false;
+    return true;
+}
+
 void skipTypesCatchInst(bool throughFields, NodePlace *instantiation) {
     if (instantiation != nullptr)
         *instantiation = {};

@@ -8,8 +8,8 @@
    class fields. A chain that comes back to itself is fatal error 15. */
 void skipValues(bool throughFields);
 void skipTypes(bool throughFields);
-/* The same; `*instantiation` becomes the place of the first top-level instantiation passed, or
- * none. */
+/* The same; `*instantiation` becomes the place of the first top-level instantiation passed, or of
+   none. */
 void skipTypesCatchInst(bool throughFields, NodePlace *instantiation);
 /* From a TYP_FIELDLIST to the field that its path ends at; false if that lies in the predefined
    module, and then the node's own reference was followed instead. */
@@ -23,6 +23,8 @@ void followSynonymValue();
    to that one. */
 bool isValueReference();
 void followValueReference();
+/* The same step of a TNode; false, and nothing read, if the current one stands for itself. */
+bool followTypeReference();
 
 /* Questions of the current TNode; it stays current. */
 bool isInstantiatedTNode();
