@@ -7,31 +7,18 @@
 
 namespace {
 
-/* Sets that contain others twice over and over could keep a walk busy for ever, though each path in
-   it is short. One walk takes this many steps, or ten for each record there is. */
+/* Sets may contain others twice over and over. */
 constexpr std::int64_t MAX_SET_STEPS = 250'000;
 constexpr std::int64_t STEPS_PER_RECORD = 10;
 
 int setDepth = 0;
 
-std::int64_t allSubRecs() {
-    std::int64_t count = 0;
-    for (const auto &record : modRecList.records)
-        count += recCount(record.get(), REC_SUB);
-    return count;
-}
-
 struct SetWalk {
     Call<void(AsnObject *object, int index)> func;
     bool withMarker = false;
     int index = 0;
-    std::int64_t steps = 0;
+    WalkBound bound{MAX_SET_STEPS, STEPS_PER_RECORD};
 };
-
-void countStep(SetWalk *walk, const ModRec *module) {
-    if (++walk->steps > MAX_SET_STEPS && walk->steps > STEPS_PER_RECORD * allSubRecs())
-        treeInconsistent(module);
-}
 
 void showObject(SetWalk *walk, ModRec *module, RecNr valueRec) {
     readRec(module, REC_VNODE, valueRec);
@@ -60,7 +47,7 @@ void constructSetObjects(SetWalk *walk, const NodePlace &place) {
     if (place.nr == 0)
         return;
     NestingGuard nesting(&setDepth, place.module);
-    countStep(walk, place.module);
+    walk->bound.step(place.module);
     readRec(place.module, REC_SUB, place.nr);
     const SubRec sub = subRec;
     switch (sub.subKind) {
