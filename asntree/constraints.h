@@ -1,0 +1,48 @@
+#pragma once
+
+#include "asntree/numberset.h"
+#include "asntree/values.h"
+
+/* What constraints leave of a type. */
+
+namespace asntree {
+
+/* A constraint with the scope that its names are looked up in and the type that it restricts. */
+struct ConstraintUse {
+    const ConstraintSpec *spec = nullptr;
+    const Scope *scope = nullptr;
+    TypeUse type; /* that the constraint is written on */
+};
+
+/* The constraints of a type from the outermost reference to the base, each record's in the order of
+   the text; `own` counts those that stand on the type itself, which come first. */
+struct ConstraintChain {
+    std::vector<ConstraintUse> all;
+    std::size_t own = 0;
+};
+ConstraintChain constraintsOf(Compilation &c, TypeUse type);
+
+/* How extensible constraints count: with what the first version knew (`Root`), or not at all, as
+   the parent stands (`Open`), since a later version may send more. */
+enum class ExtensionView : std::uint8_t { Root, Open };
+
+/* The numbers that an INTEGER may be, sizes that a string or list may have, characters that a
+   string may be made of. A part that can't be worked out (a pattern, a user's constraint) restricts
+   nothing. All numbers (sizes: 0 to MAX; characters: those of the type) without a constraint. */
+NumberSet valuesOf(Compilation &c, TypeUse type, ExtensionView view);
+NumberSet sizesOf(Compilation &c, TypeUse type, ExtensionView view);
+NumberSet charactersOf(Compilation &c, TypeUse type, ExtensionView view);
+/* Items that an ENUMERATED may be, as numbers. */
+/* The same for one expression, with `parent` around it. */
+NumberSet valuesOf(Compilation &c, const ConstraintUse &use, const NumberSet &parent,
+                   ExtensionView view);
+NumberSet sizesOf(Compilation &c, const ConstraintUse &use, const NumberSet &parent,
+                  ExtensionView view);
+
+/* True if some constraint of the chain, or an expression, is extensible. */
+bool isExtensible(const ConstraintSpec &spec);
+
+/* Does a value fit its type's constraints; reports once what doesn't. */
+bool checkDatum(Compilation &c, const Datum &datum, TypeUse type);
+
+} // namespace asntree

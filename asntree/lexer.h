@@ -1,0 +1,24 @@
+#pragma once
+
+#include "asntree/diagnostics.h"
+#include "asntree/source.h"
+
+namespace asntree {
+
+/* Turns the text of a file into tokens and directives. Characters and literals that ASN.1 doesn't
+   have are reported, and the rest is lexed all the same. */
+void lex(SourceFile &file, Diagnostics &diagnostics);
+
+inline std::string_view textOf(const SourceFile &file, const Token &token) {
+    return std::string_view(file.text).substr(token.offset, token.length);
+}
+
+/* The characters of a CString, with doubled quotes made one and white space around line ends
+   dropped; the digits of a BString or HString without white space. */
+std::string stringContent(const SourceFile &file, const Token &token);
+
+/* The names of the modules whose headers a text seems to have, found without reading the whole
+   text into tokens; used to find the files of imports. */
+std::vector<std::string> moduleHeaders(std::string_view text);
+
+} // namespace asntree

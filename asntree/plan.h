@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "asntree/compilation.h"
+
+/* What is settled for a run between the check of its modules and the writing of trees: which module
+   goes into which tree, under which prefix, which definitions are entries, and what they are called
+   where two would clash in C. */
+
+namespace asntree {
+
+/* One tree: a module, or several that import one another in a circle. */
+struct TreePlan {
+    std::string filePrefix;
+    std::string genPrefix;
+    std::vector<ModuleInfo *> modules;           /* the first one gives the tree its name */
+    std::vector<const Assignment *> definitions; /* in the order of the tree's lists */
+    std::vector<std::string> notes;              /* merged modules, renamed definitions */
+};
+
+struct EntryChoice {
+    std::uint8_t flags = 0;      /* TNode.entryFlags */
+    std::uint8_t categories = 0; /* TNode.entryCategories */
+};
+
+struct Plan {
+    std::vector<TreePlan> trees;
+    std::unordered_map<const ModuleInfo *, std::size_t> treeOfModule; /* index in `trees` */
+    std::unordered_map<const Assignment *, EntryChoice> entries;
+    /* Naming overrides of definitions, as they stand in the tree: "-PREF=h225", "-NAME=..." (the
+       options of Words come in addition). */
+    std::unordered_map<const Assignment *, std::vector<std::string>> overrides;
+};
+
+/* Makes the plan from modules without errors. Reports what can't be planned: a MERGE= that names an
+   unknown module, prefixes that two modules want, entries that aren't there. */
+Plan makePlan(Compilation &c, const Settings &settings);
+
+} // namespace asntree
