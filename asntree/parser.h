@@ -31,6 +31,9 @@ std::vector<Value *> readValueList(ParseContext &context, TokenRange range);
 std::vector<NamedValue> readNamedValues(ParseContext &context, TokenRange range);
 std::vector<Arc> readArcs(ParseContext &context, TokenRange range);
 std::vector<Name> readIdentifiers(ParseContext &context, TokenRange range);
+/* `identifier value` as the only thing in braces: a CHOICE value without its colon. False, and
+   nothing is reported, if the text doesn't have this form. */
+bool readPair(ParseContext &context, TokenRange range, NamedValue &pair);
 
 /* An element set (a value set or object set) between its braces, or as a whole parameter. Objects
    stand in it as single values: a Reference, a Braced value, or a Field; sets of objects as

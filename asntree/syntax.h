@@ -155,7 +155,8 @@ enum class ValueKind : std::uint8_t {
     BString,
     HString,
     CString,
-    Reference,   /* `ref`: a value, an item of the governor, or a dummy reference */
+    Reference,   /* `ref`: a value, an item of the governor, or a dummy reference; with parameters
+                    also `tokens`, between their braces: perhaps a CHOICE without its colon */
     Field,       /* object.&value, Set.&value: `ref` and `fields` */
     Choice,      /* `ref.name` : `inner` */
     Typed,       /* `type` : `inner`, a value of an open type */
@@ -215,7 +216,8 @@ enum class ConstraintKind : std::uint8_t {
     Pattern,      /* `value` */
     Settings,     /* `value`: a CString */
     UserDefined,  /* CONSTRAINED BY { `tokens` } */
-    Table,        /* `ref`: the object set, or `objects`; `relation`: the paths behind "@" */
+    Table,        /* `ref`: the object set (not given if `tokens`, between the braces, is more than
+                     a reference); `relation`: the paths behind "@" */
     Contents,     /* CONTAINING `type` (may be null), ENCODED BY `value` (may be null) */
     Group,        /* braces or field path that only a governor can tell: value or set; `value` */
     Bad,
@@ -251,7 +253,7 @@ struct Constraint {
     std::vector<ComponentConstraint> parts;
     Reference ref;
     std::vector<AtPath> relation;
-    TokenRange tokens; /* UserDefined: between the braces */
+    TokenRange tokens; /* UserDefined, Table: between the braces */
 };
 
 /* What stands in one pair of parentheses, or behind SIZE; also a value set's braces. */
@@ -362,8 +364,19 @@ struct Module {
     Place end;
 };
 
+/* What the parser has to know of a module to tell types from instances of macros, and reserved
+   words from names: a word may be the name of a definition in a module that is older than it. */
+struct ModuleWords {
+    std::uint32_t firstToken = 0;         /* of the module, in its file */
+    std::vector<Word> redefined;          /* reserved words that the module defines or imports */
+    std::vector<std::string_view> macros; /* sorted: what it defines as MACRO, and imported names
+                                             in capitals, which may be macros */
+    bool otherInstructions = false;       /* "[...]" without "TAG:" is not a tag */
+};
+
 /* Owns the nodes of the syntax. */
 struct Arena {
+    std::vector<std::vector<ModuleWords>> words; /* by file; in the order of the modules */
     std::vector<std::unique_ptr<Type[]>> typeBlocks;
     std::vector<std::unique_ptr<Value[]>> valueBlocks;
     std::vector<std::unique_ptr<Constraint[]>> constraintBlocks;
