@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <span>
 
 #include "asntree/names.h"
 #include "asntree/number.h"
@@ -40,8 +41,9 @@ struct RealNumber {
 
 struct DatumMember {
     const Component *component = nullptr; /* null in lists */
+    std::string_view name;                /* the component's, settled; empty in lists */
     TypeUse type;                         /* of the member */
-    Datum *value = nullptr;
+    const Datum *value = nullptr;
 };
 
 struct DatumArc {
@@ -51,7 +53,8 @@ struct DatumArc {
 };
 
 /* A value. Where it is a reference to a definition, `reference` names that, and all else tells what
-   the reference leads to. */
+   the reference leads to. Texts and lists are views of what the compilation keeps, so that a
+   reference shares them with what it leads to. */
 struct Datum {
     DatumKind kind = DatumKind::Bad;
     Place place;
@@ -61,14 +64,14 @@ struct Datum {
     Number number;              /* Integer, Item: its number */
     std::string_view item;      /* Item, or the named number by which an integer is given */
     RealNumber real;
-    std::string text;           /* Bits, Octets, Time */
+    std::string_view text;      /* Bits, Octets, Time; the IRI types too */
     bool fromBits = false;      /* the digits are binary */
-    std::u32string characters;  /* Text */
-    std::vector<std::string_view> bits; /* NamedBits: names */
-    std::vector<Number> bitNumbers;     /* parallel */
-    std::vector<DatumArc> arcs;         /* as written */
-    std::vector<Number> identifier;     /* all arcs, references resolved */
-    std::vector<DatumMember> members;
+    std::u32string_view characters;          /* Text */
+    std::span<const std::string_view> bits;  /* NamedBits: names */
+    std::span<const Number> bitNumbers;      /* parallel */
+    std::span<const DatumArc> arcs;          /* as written */
+    std::span<const Number> identifier;      /* all arcs, references resolved */
+    std::span<const DatumMember> members;
 };
 
 /* Reads a value by its governor and reports what doesn't fit the type (constraints are checked by
@@ -91,6 +94,11 @@ struct SettledItem {
     bool addition = false; /* behind the marker */
 };
 const std::vector<SettledItem> &itemsOf(Compilation &c, TypeUse base);
+/* Null if there is no item of that name or number. */
+const SettledItem *findItem(Compilation &c, TypeUse base, std::string_view name);
+const SettledItem *findItem(Compilation &c, TypeUse base, const Number &number);
+/* Reports items of one type node that are given twice, by name or number, and the other rules. */
+void checkItems(Compilation &c, TypeUse type);
 
 /* The components of a SEQUENCE, SET or CHOICE with COMPONENTS OF expanded, markers left out. */
 struct SettledComponent {
@@ -98,7 +106,17 @@ struct SettledComponent {
     TypeUse type;
     bool addition = false;  /* between the markers */
     const Scope *scope = nullptr;
+    std::string_view name;  /* for a component of 1988 without identifier, made from its type */
 };
 const std::vector<SettledComponent> &componentsOf(Compilation &c, TypeUse base);
+/* Null if there is no component of that name. */
+const SettledComponent *findComponent(Compilation &c, TypeUse base, std::string_view name);
+
+/* True if values of one type may stand where the other governs: the types are the same but for
+   tags, constraints and names of numbers and bits. Both are followed to their bases. */
+bool compatible(Compilation &c, TypeUse a, TypeUse b);
+/* What a type is called in messages: the name of its definition, or the words of a builtin one. */
+std::string describeType(TypeUse type);
+std::string_view kindText(TypeKind kind);
 
 } // namespace asntree
