@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "asntree/source.h"
@@ -20,12 +21,16 @@ struct Diagnostic {
     Place place;
     std::string text;
     std::vector<Remark> remarks;
+    bool shown = true; /* false: in listings alone */
 };
 
 /* Collects the messages of a run and prints them. At most `MAX_ERRORS` errors are shown; a second
-   error at the same place is left out, since one mistake gives one message. */
+   error at the same place is left out, since one mistake gives one message, and so is a warning or
+   note that was given there already. Far more than are shown are kept, for they are put in order. */
 struct Diagnostics {
     static constexpr int MAX_ERRORS = 50;
+    static constexpr int MAX_WARNINGS = 200;
+    static constexpr int MAX_KEPT = 5000; /* errors, and as many warnings */
 
     Sources &sources;
     bool warningsAreErrors = false; /* --werror */
@@ -33,6 +38,7 @@ struct Diagnostics {
     std::vector<Diagnostic> list;
     int errors = 0; /* all of them, shown or not */
     int warnings = 0;
+    std::unordered_set<std::uint64_t> seen; /* hashes of what was said, by place */
 
     explicit Diagnostics(Sources &all) : sources(all) {}
 };
@@ -41,16 +47,17 @@ void error(Diagnostics &diagnostics, Place place, std::string text, std::vector<
 void warning(Diagnostics &diagnostics, Place place, std::string text,
              std::vector<Remark> remarks = {});
 /* A note stands in the listing of -L= alone, unless `shown` says that the run prints it too. */
-void note(Diagnostics &diagnostics, Place place, std::string text);
+void note(Diagnostics &diagnostics, Place place, std::string text, bool shown = false);
 /* What a published module may hold although the language forbids it: a warning, an error with
    --strict. */
 void slip(Diagnostics &diagnostics, Place place, std::string text);
 
-/* Prints errors and warnings in the order of files and places (those without a place first), each
-   with its line and a caret. `color`: with escape sequences of terminals. */
+/* Errors, warnings and the notes that are shown, in the order of files and places (those without a
+   place first), each with its line and a caret. `color`: with escape sequences of terminals. */
 std::string printed(Diagnostics &diagnostics, bool color);
 
-/* The name among `candidates` that `name` was probably meant to be; empty if none is near. */
+/* The name among `candidates` that `name` was probably meant to be: it differs in at most a third of
+   its letters, or in their case alone. Empty if none is near. */
 std::string_view nearestName(std::string_view name, const std::vector<std::string_view> &candidates);
 
 } // namespace asntree

@@ -41,7 +41,7 @@ struct Directive {
 struct SourceFile {
     std::uint32_t number = 0;
     std::string path; /* as it was found; shown in messages */
-    std::string text;
+    std::string text; /* without a byte order mark; the lexer writes "-" for U+2011 in names */
     std::int64_t modified = 0; /* seconds since 1970 */
     std::vector<Token> tokens; /* ends with one of kind End; empty until the file is lexed */
     std::vector<Directive> directives;

@@ -11,7 +11,7 @@ enum class TokenKind : std::uint8_t {
     End,
     Upper,    /* typereference, modulereference; all capitals too */
     Lower,    /* identifier, valuereference */
-    AmpUpper, /* &Field */
+    AmpUpper, /* &Field, with the "&" */
     AmpLower, /* &field */
     Word,     /* reserved word */
     Number,
@@ -22,7 +22,7 @@ enum class TokenKind : std::uint8_t {
     Assign,  /* ::= */
     Range,   /* .. */
     Ellipsis,
-    OpenVersion,  /* [[ */
+    OpenVersion,  /* [[; in WITH SYNTAX it is two brackets */
     CloseVersion, /* ]] */
     OpenBrace,
     CloseBrace,
@@ -44,6 +44,7 @@ enum class TokenKind : std::uint8_t {
     Star,
     Minus,
     Slash,
+    XmlValue, /* behind "::=": <Type> ... </Type>, whole */
     Bad, /* a character that ASN.1 doesn't have; was reported by the lexer */
 };
 
