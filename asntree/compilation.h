@@ -25,6 +25,7 @@ struct Settings; /* options.h */
 struct Scope;
 struct ModuleInfo;
 struct Datum;      /* values.h */
+struct ValueMemos; /* reading.h */
 struct ObjectInfo; /* objects.h */
 struct ObjectSetInfo;
 
@@ -65,6 +66,7 @@ struct Argument {
     const Scope *scope = nullptr;   /* in which the argument is to be read: that of the use */
     TypeUse governor;               /* of a value, set or object */
     Place place;
+    std::string key; /* equal for arguments that mean the same by their text */
 };
 
 /* Where names are looked up: first the arguments of the definition, then the module. */
@@ -72,7 +74,7 @@ struct Scope {
     ModuleInfo *module = nullptr;
     const Assignment *definition = nullptr; /* null: the module itself */
     std::vector<Argument> arguments;        /* parallel to definition->parameters */
-    std::string key;                        /* tells the arguments apart; empty for a module */
+    std::string key;                        /* of all arguments; empty for a module */
     int depth = 0;                          /* instantiations within one another */
 };
 
@@ -80,7 +82,8 @@ struct ImportedName {
     ModuleInfo *module = nullptr;         /* null: not found, was reported */
     const Name *symbol = nullptr;         /* where it is imported */
     std::uint32_t import = 0;             /* number of the ImportFrom */
-    bool used = false;
+    bool ambiguous = false;               /* imported from two modules that mean different things */
+    const Name *other = nullptr;          /* then the second place */
 };
 
 /* A module with its names. */
@@ -93,7 +96,20 @@ struct ModuleInfo {
     std::unordered_map<std::string_view, Assignment *> names;
     std::unordered_map<std::string_view, ImportedName> imported;
     std::vector<ModuleInfo *> imports; /* parallel to syntax->imports; null if missing */
+    std::unordered_set<std::string_view> exported; /* of an EXPORTS list */
     std::vector<std::string> identifier; /* arcs in decimal; empty if there are none */
+};
+
+/* The key of what is known of a piece of syntax in a scope. */
+struct UseKey {
+    const void *syntax = nullptr;
+    const Scope *scope = nullptr;
+    bool operator==(const UseKey &) const = default;
+};
+struct UseHash {
+    std::size_t operator()(const UseKey &key) const {
+        return std::hash<const void *>()(key.syntax) * 31 + std::hash<const void *>()(key.scope);
+    }
 };
 
 struct Instance { /* key of the instances: a parameterized definition with arguments */
@@ -114,8 +130,16 @@ struct Compilation {
     std::vector<std::unique_ptr<ModuleInfo>> modules; /* the predefined one first */
     std::unordered_map<const Module *, ModuleInfo *> moduleInfos;
     std::unordered_map<Instance, std::unique_ptr<Scope>, InstanceHash> instances;
-    /* What was read once the governor was known, by what it was read from. */
-    std::unordered_map<std::string, std::unique_ptr<Datum>> unusedDatums; /* see values.cpp */
+    std::unordered_map<std::string_view, std::vector<ModuleInfo *>> modulesByName;
+    std::unordered_map<std::string, std::vector<ModuleInfo *>> modulesByIdentifier;
+    /* What was worked out once, by what it was worked out from. */
+    std::unordered_map<UseKey, TypeUse, UseHash> bases;
+    std::unordered_map<UseKey, ObjectInfo *, UseHash> objectsOfValues;
+    std::unordered_map<UseKey, ObjectSetInfo *, UseHash> objectSetsOfSets;
+    std::unordered_map<const Assignment *, ConstraintSpec *> setsOfDefinitions;
+    std::unordered_map<UseKey, Type *, UseHash> typesOfSets; /* value sets as types */
+    std::unordered_map<std::string_view, Argument> builtinsByName; /* IMPORTS UTF8String */
+    int depth = 0; /* of questions within one another, see DepthGuard */
     std::deque<Datum> datums;
     std::deque<ObjectInfo> objects;
     std::deque<ObjectSetInfo> objectSets;
@@ -125,6 +149,18 @@ struct Compilation {
     ~Compilation();
     Compilation(const Compilation &) = delete;
     Compilation &operator=(const Compilation &) = delete;
+};
+
+/* Bounds questions that lead to questions, whatever circles a module holds. `ok` is false beyond the
+   bound; the question is then answered by nothing, after a message of the caller's. */
+struct DepthGuard {
+    static constexpr int MAX_DEPTH = 400;
+    Compilation &c;
+    bool ok;
+    explicit DepthGuard(Compilation &compilation) : c(compilation), ok(++c.depth <= MAX_DEPTH) {}
+    ~DepthGuard() { --c.depth; }
+    DepthGuard(const DepthGuard &) = delete;
+    DepthGuard &operator=(const DepthGuard &) = delete;
 };
 
 inline ModuleInfo *moduleOf(Compilation &c, const Assignment *assignment) {

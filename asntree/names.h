@@ -45,6 +45,9 @@ ClassUse classOf(Compilation &c, TypeUse use);
 /* The definition that a use is a plain reference to (its Assignment), null for all others. */
 const Assignment *definitionOf(Compilation &c, TypeUse use);
 
+/* True for the name of a builtin type that one word gives, such as UTF8String. */
+bool isBuiltinName(std::string_view name);
+
 /* "Module.Name" or "Name" for messages. */
 std::string textOf(const Reference &reference);
 

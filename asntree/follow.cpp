@@ -1,0 +1,219 @@
+#include <algorithm>
+
+#include "asntree/classes.h"
+#include "asntree/names.h"
+#include "asntree/objects.h"
+#include "asntree/values.h"
+
+/* From a use of a type to what it stands for. */
+
+namespace asntree {
+
+namespace {
+
+void reportNoType(Compilation &c, const Reference &reference, std::string_view what) {
+    error(c.diagnostics, reference.name.place,
+          "`" + std::string(reference.name.text) + "` is " + std::string(what) + ", not a type");
+}
+
+/* A value set as a type: its governor with the set as a constraint. Made once. */
+TypeUse typeOfSet(Compilation &c, const void *key, TypeUse governor, SetUse set) {
+    Type *&type = c.typesOfSets[{key, set.scope}];
+    if (type == nullptr) {
+        type = newType(c.arena, governor.type->kind, governor.type->place);
+        *type = *governor.type;
+        type->constraints.push_back(const_cast<ConstraintSpec *>(set.set));
+    }
+    return {type, governor.scope};
+}
+
+TypeUse followArgument(Compilation &c, const Reference &reference, const Argument &argument) {
+    switch (argument.kind) {
+    case ArgumentKind::Type:
+        return {argument.type, argument.scope};
+    case ArgumentKind::ValueSet:
+        return typeOfSet(c, &argument, argument.governor, {argument.set, argument.scope});
+    case ArgumentKind::Class:
+        reportNoType(c, reference, "a class");
+        return {};
+    case ArgumentKind::Value:
+    case ArgumentKind::Object:
+        reportNoType(c, reference, argument.kind == ArgumentKind::Value ? "a value" : "an object");
+        return {};
+    case ArgumentKind::ObjectSet:
+        reportNoType(c, reference, "an object set");
+        return {};
+    case ArgumentKind::Bad:
+        break;
+    }
+    return {};
+}
+
+TypeUse followReference(Compilation &c, const Reference &reference, const Scope *scope) {
+    const Target target = resolve(c, reference, scope);
+    if (target.argument != nullptr)
+        return followArgument(c, reference, *target.argument);
+    if (target.assignment == nullptr)
+        return {};
+    const Assignment *assignment = target.assignment;
+    const TypeUse type{assignment->type, target.scope};
+    switch (assignment->kind) {
+    case AssignmentKind::Type:
+        if (classOf(c, type)) {
+            reportNoType(c, reference, "a class");
+            return {};
+        }
+        return type;
+    case AssignmentKind::Set: {
+        if (classOf(c, type)) {
+            reportNoType(c, reference, "an object set");
+            return {};
+        }
+        const SetUse set = setOfDefinition(c, assignment, target.scope);
+        return set ? typeOfSet(c, assignment, type, set) : TypeUse{};
+    }
+    case AssignmentKind::Class:
+        reportNoType(c, reference, "a class");
+        return {};
+    case AssignmentKind::Value:
+        reportNoType(c, reference, "a value");
+        return {};
+    case AssignmentKind::Macro:
+        break; /* an instance that the parser took for a plain reference; the type is left open */
+    }
+    return {};
+}
+
+TypeUse followSelection(Compilation &c, TypeUse use) {
+    const TypeUse choice = baseOf(c, {use.type->element, use.scope});
+    if (!choice)
+        return {};
+    const std::string name(use.type->identifier.text);
+    if (choice.type->kind != TypeKind::Choice) {
+        error(c.diagnostics, use.type->identifier.place,
+              "a selection type needs a CHOICE behind `<`");
+        return {};
+    }
+    for (const Component &component : choice.type->components)
+        if (component.kind == ComponentKind::Component &&
+            component.name.text == use.type->identifier.text)
+            return {component.type, choice.scope};
+    error(c.diagnostics, use.type->identifier.place, "the CHOICE has no alternative `" + name + "`",
+          {{choice.type->place, "the CHOICE"}});
+    return {};
+}
+
+TypeUse followField(Compilation &c, TypeUse use) {
+    const Type &type = *use.type;
+    if (const FieldTarget target = fieldTarget(c, use)) {
+        if (target.kind == FieldKind::FixedValue || target.kind == FieldKind::FixedSet)
+            return governorOf(target.lastClass, *target.last());
+        if (target.kind == FieldKind::Object || target.kind == FieldKind::ObjectSet)
+            error(c.diagnostics, type.fields.back().place,
+                  "`&" + std::string(type.fields.back().text) + "` holds objects, not a type");
+        return {};
+    }
+    if (!tryResolve(c, type.ref, use.scope)) {
+        resolve(c, type.ref, use.scope);
+        return {};
+    }
+    for (const Setting &setting :
+         settingsOf(c, type.ref, type.fields, type.fieldIsUpper, use.scope)) {
+        if (setting.kind == FieldKind::Type)
+            return setting.type;
+        if (setting.kind == FieldKind::FixedValue || setting.kind == FieldKind::FixedSet ||
+            setting.kind == FieldKind::VariableSet || setting.kind == FieldKind::VariableValue)
+            return setting.governor;
+    }
+    return {};
+}
+
+bool isStep(const Type &type) {
+    return type.kind == TypeKind::Reference || type.kind == TypeKind::Selection ||
+           type.kind == TypeKind::Field;
+}
+
+/* One mistake of a circle is told where the first of its types stands. */
+void reportCircle(Compilation &c, TypeUse first) {
+    error(c.diagnostics, first.type->place, "the definition goes in a circle: it refers to itself");
+}
+
+} // namespace
+
+TypeUse follow(Compilation &c, TypeUse use) {
+    if (!use)
+        return {};
+    DepthGuard guard(c);
+    if (!guard.ok)
+        return {};
+    switch (use.type->kind) {
+    case TypeKind::Reference:
+        return followReference(c, use.type->ref, use.scope);
+    case TypeKind::Selection:
+        return followSelection(c, use);
+    case TypeKind::Field:
+        return followField(c, use);
+    default:
+        return {};
+    }
+}
+
+TypeUse baseOf(Compilation &c, TypeUse use) {
+    if (!use || !isStep(*use.type))
+        return use;
+    std::vector<UseKey> chain;
+    TypeUse result = use;
+    std::unordered_set<UseKey, UseHash> seen;
+    while (result && isStep(*result.type)) {
+        const UseKey key{result.type, result.scope};
+        if (auto known = c.bases.find(key); known != c.bases.end()) {
+            result = known->second;
+            break;
+        }
+        if (!seen.insert(key).second) {
+            reportCircle(c, use);
+            result = {};
+            break;
+        }
+        chain.push_back(key);
+        const TypeUse step = follow(c, result);
+        if (!step && isOpenType(c, result))
+            break; /* an open type is its own base */
+        result = step;
+    }
+    for (const UseKey &key : chain)
+        c.bases[key] = result;
+    return result;
+}
+
+const Assignment *definitionOf(Compilation &c, TypeUse use) {
+    if (!use || use.type->kind != TypeKind::Reference)
+        return nullptr;
+    return tryResolve(c, use.type->ref, use.scope).assignment;
+}
+
+ClassUse classOf(Compilation &c, TypeUse use) {
+    for (int steps = 0; use && use.type->kind == TypeKind::Reference && steps < 1000; ++steps) {
+        if (!use.type->tags.empty() || !use.type->constraints.empty())
+            return {};
+        const Target target = tryResolve(c, use.type->ref, use.scope);
+        if (target.argument != nullptr) {
+            if (target.argument->kind != ArgumentKind::Class &&
+                target.argument->kind != ArgumentKind::Type)
+                return {};
+            use = {target.argument->type, target.argument->scope};
+            continue;
+        }
+        const Assignment *assignment = target.assignment;
+        if (assignment == nullptr)
+            return {};
+        if (assignment->kind == AssignmentKind::Class)
+            return {assignment->objectClass, target.scope, assignment};
+        if (assignment->kind != AssignmentKind::Type)
+            return {};
+        use = {assignment->type, target.scope};
+    }
+    return {};
+}
+
+} // namespace asntree

@@ -1,0 +1,247 @@
+#include "asntree/objects.h"
+
+#include <algorithm>
+
+/* One object, read by its class: which settings it has, and what governs them. */
+
+namespace asntree {
+
+namespace {
+
+std::string quoted(const Name &name) {
+    return "`&" + std::string(name.text) + "`";
+}
+
+/* What the parser asks of the class while it cuts settings. */
+struct KindQuestion {
+    Compilation *c;
+    ClassUse objectClass;
+};
+
+SettingKind settingKind(void *state, std::string_view name) {
+    const KindQuestion &question = *static_cast<KindQuestion *>(state);
+    for (const ClassField &field : question.objectClass.objectClass->fields) {
+        if (field.name.text != name)
+            continue;
+        switch (fieldKind(*question.c, question.objectClass, field)) {
+        case FieldKind::Type:
+            return SettingKind::Type;
+        case FieldKind::FixedValue:
+        case FieldKind::VariableValue:
+            return SettingKind::Value;
+        case FieldKind::FixedSet:
+        case FieldKind::VariableSet:
+            return SettingKind::Set;
+        case FieldKind::Object:
+            return SettingKind::Object;
+        case FieldKind::ObjectSet:
+            return SettingKind::ObjectSet;
+        }
+    }
+    return SettingKind::Value;
+}
+
+TokenRange withoutBraces(Compilation &c, TokenRange range) {
+    const SourceFile &file = c.sources[range.file];
+    const bool braces = range.end >= range.begin + 2 &&
+                        file.tokens[range.begin].kind == TokenKind::OpenBrace &&
+                        file.tokens[range.end - 1].kind == TokenKind::CloseBrace;
+    return braces ? TokenRange{range.file, range.begin + 1, range.end - 1} : range;
+}
+
+/* Reads the tokens of a setting by the kind of its field. `scope` is that of the tokens. */
+void readSetting(Compilation &c, Setting &setting, TokenRange tokens, const Scope *scope) {
+    ParseContext parsing = c.parsing();
+    switch (setting.kind) {
+    case FieldKind::Type:
+        setting.type = {readType(parsing, tokens), scope};
+        break;
+    case FieldKind::FixedValue:
+    case FieldKind::VariableValue:
+    case FieldKind::Object:
+        setting.value = {readValue(parsing, tokens), scope};
+        break;
+    case FieldKind::FixedSet:
+    case FieldKind::VariableSet:
+    case FieldKind::ObjectSet:
+        setting.set = {readSet(parsing, withoutBraces(c, tokens)), scope};
+        break;
+    }
+}
+
+Setting *findSetting(ObjectInfo &info, std::string_view name, bool upper) {
+    for (Setting &setting : info.settings)
+        if (setting.field->name.text == name && setting.field->upper == upper)
+            return &setting;
+    return nullptr;
+}
+
+/* What a field of variable type is governed by in this object: &Type, or &object.&Type. */
+TypeUse variableGovernor(Compilation &c, ObjectInfo &info, const ClassField &field) {
+    ObjectInfo *holder = &info;
+    for (std::size_t i = 0; i < field.path.size(); ++i) {
+        Setting *setting = findSetting(*holder, field.path[i].text, field.pathIsUpper[i]);
+        if (setting == nullptr || (!setting->given && !setting->byDefault))
+            return {};
+        if (i + 1 == field.path.size())
+            return setting->kind == FieldKind::Type ? setting->type : setting->governor;
+        if (setting->kind != FieldKind::Object)
+            return {};
+        const ClassUse next = classOf(c, governorOf(holder->use.objectClass, *setting->field));
+        const ObjectUse inner = objectOf(c, setting->value, next);
+        if (!inner)
+            return {};
+        holder = const_cast<ObjectInfo *>(&readObject(c, inner));
+    }
+    return {};
+}
+
+void settleGovernors(Compilation &c, ObjectInfo &info) {
+    for (Setting &setting : info.settings)
+        if (setting.kind != FieldKind::VariableValue && setting.kind != FieldKind::VariableSet)
+            setting.governor = governorOf(info.use.objectClass, *setting.field);
+    for (Setting &setting : info.settings)
+        if (setting.kind == FieldKind::VariableValue || setting.kind == FieldKind::VariableSet)
+            setting.governor = variableGovernor(c, info, *setting.field);
+}
+
+void takeSettings(Compilation &c, ObjectInfo &info, const std::vector<FieldSetting> &written) {
+    for (const FieldSetting &part : written) {
+        Setting *setting = findSetting(info, part.field.text, part.upper);
+        if (setting == nullptr) {
+            error(c.diagnostics, part.place, "the class has no field " + quoted(part.field),
+                  {{info.use.objectClass.objectClass->place, "the class"}});
+            info.sound = false;
+        } else if (setting->given) {
+            error(c.diagnostics, part.place, quoted(part.field) + " is set twice",
+                  {{setting->place, "first set here"}});
+            info.sound = false;
+        } else {
+            setting->given = true;
+            setting->place = part.place;
+            readSetting(c, *setting, part.tokens, info.use.scope);
+        }
+    }
+}
+
+void takeDefaults(Compilation &c, ObjectInfo &info) {
+    for (Setting &setting : info.settings) {
+        if (setting.given)
+            continue;
+        if (setting.field->defaultSetting.given()) {
+            setting.byDefault = true;
+            setting.place = info.use.value->place;
+            readSetting(c, setting, setting.field->defaultSetting, info.use.objectClass.scope);
+        } else if (!setting.field->optional && info.sound) {
+            error(c.diagnostics, info.use.value->place,
+                  "the object doesn't set " + quoted(setting.field->name) +
+                      ", which is neither OPTIONAL nor has a DEFAULT",
+                  {{setting.field->place, "the field"}});
+            info.sound = false;
+        }
+    }
+}
+
+void fillObject(Compilation &c, ObjectInfo &info) {
+    for (const ClassField &field : info.use.objectClass.objectClass->fields) {
+        Setting setting;
+        setting.field = &field;
+        setting.kind = fieldKind(c, info.use.objectClass, field);
+        info.settings.push_back(setting);
+    }
+    KindQuestion question{&c, info.use.objectClass};
+    ParseContext parsing = c.parsing();
+    info.sound = true;
+    const std::vector<FieldSetting> written =
+        readObject(parsing, info.use.value->tokens, *info.use.objectClass.objectClass,
+                   {&question, settingKind}, info.sound);
+    takeSettings(c, info, written);
+    takeDefaults(c, info);
+    settleGovernors(c, info);
+}
+
+bool sameClass(ClassUse a, ClassUse b) {
+    return a.objectClass == b.objectClass;
+}
+
+ObjectUse objectOfDefinition(Compilation &c, const Target &target, const Reference &reference,
+                             ClassUse objectClass) {
+    const Assignment &assignment = *target.assignment;
+    const ClassUse own = assignment.kind == AssignmentKind::Value
+                             ? classOf(c, {assignment.type, target.scope})
+                             : ClassUse{};
+    if (!own) {
+        error(c.diagnostics, reference.name.place,
+              "`" + std::string(reference.name.text) + "` is no object");
+        return {};
+    }
+    if (objectClass && !sameClass(own, objectClass)) {
+        error(c.diagnostics, reference.name.place,
+              "`" + std::string(reference.name.text) + "` is an object of another class",
+              {{assignment.name.place, "defined here"}});
+        return {};
+    }
+    ObjectUse found = objectOf(c, {assignment.value, target.scope}, own);
+    if (found && found.value == assignment.value)
+        found.definition = &assignment;
+    return found;
+}
+
+ObjectUse objectOfReference(Compilation &c, ValueUse use, ClassUse objectClass) {
+    const Target target = resolve(c, use.value->ref, use.scope);
+    if (target.assignment != nullptr)
+        return objectOfDefinition(c, target, use.value->ref, objectClass);
+    if (target.argument == nullptr)
+        return {};
+    if (target.argument->kind == ArgumentKind::Object)
+        return objectOf(c, {target.argument->value, target.argument->scope}, objectClass);
+    error(c.diagnostics, use.value->place,
+          "`" + std::string(use.value->ref.name.text) + "` is no object");
+    return {};
+}
+
+ObjectUse objectOfField(Compilation &c, ValueUse use, ClassUse objectClass) {
+    const Value &value = *use.value;
+    for (const Setting &setting :
+         settingsOf(c, value.ref, value.fields, value.fieldIsUpper, use.scope))
+        if (setting.kind == FieldKind::Object)
+            return objectOf(c, setting.value, objectClass);
+    error(c.diagnostics, value.place, "the field path leads to no object");
+    return {};
+}
+
+} // namespace
+
+ObjectUse objectOf(Compilation &c, ValueUse use, ClassUse objectClass) {
+    DepthGuard guard(c);
+    if (!use || !guard.ok)
+        return {};
+    switch (use.value->kind) {
+    case ValueKind::Braced:
+    case ValueKind::Object:
+        return {use.value, use.scope, objectClass, nullptr};
+    case ValueKind::Reference:
+        return objectOfReference(c, use, objectClass);
+    case ValueKind::Field:
+        return objectOfField(c, use, objectClass);
+    case ValueKind::Bad:
+        return {};
+    default:
+        error(c.diagnostics, use.value->place, "an object is expected here, not a value");
+        return {};
+    }
+}
+
+const ObjectInfo &readObject(Compilation &c, const ObjectUse &use) {
+    ObjectInfo *&known = c.objectsOfValues[{use.value, use.scope}];
+    if (known != nullptr)
+        return *known;
+    c.objects.push_back({use, {}, false});
+    known = &c.objects.back();
+    ObjectInfo &info = *known; /* `known` may move while the object is read */
+    if (use && use.objectClass)
+        fillObject(c, info);
+    return info;
+}
+
+} // namespace asntree
