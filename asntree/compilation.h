@@ -26,6 +26,7 @@ struct Scope;
 struct ModuleInfo;
 struct Datum;      /* values.h */
 struct ValueMemos; /* reading.h */
+struct ValueMemos; /* reading.h */
 struct ObjectInfo; /* objects.h */
 struct ObjectSetInfo;
 
@@ -130,6 +131,7 @@ struct Compilation {
     std::vector<std::unique_ptr<ModuleInfo>> modules; /* the predefined one first */
     std::unordered_map<const Module *, ModuleInfo *> moduleInfos;
     std::unordered_map<Instance, std::unique_ptr<Scope>, InstanceHash> instances;
+    std::deque<const Scope *> uncheckedInstances;
     std::unordered_map<std::string_view, std::vector<ModuleInfo *>> modulesByName;
     std::unordered_map<std::string, std::vector<ModuleInfo *>> modulesByIdentifier;
     /* What was worked out once, by what it was worked out from. */
@@ -139,7 +141,9 @@ struct Compilation {
     std::unordered_map<const Assignment *, ConstraintSpec *> setsOfDefinitions;
     std::unordered_map<UseKey, Type *, UseHash> typesOfSets; /* value sets as types */
     std::unordered_map<std::string_view, Argument> builtinsByName; /* IMPORTS UTF8String */
+    std::unordered_set<UseKey, UseHash> checkedUses; /* objects and sets that were checked */
     int depth = 0; /* of questions within one another, see DepthGuard */
+    std::shared_ptr<ValueMemos> valueMemos; /* made when the first value is read */
     std::deque<Datum> datums;
     std::deque<ObjectInfo> objects;
     std::deque<ObjectSetInfo> objectSets;

@@ -23,7 +23,7 @@ enum class DatumKind : std::uint8_t {
     Null,
     ObjectIdentifier,
     RelativeOid,
-    Text,      /* character strings: `characters` */
+    Text,      /* character strings and the IRI types: `characters` */
     Time,      /* GeneralizedTime, UTCTime and those of 2008: `text` */
     Structure, /* SEQUENCE, SET, and what is associated with one: `members` */
     List,      /* `members` without components */
@@ -64,7 +64,7 @@ struct Datum {
     Number number;              /* Integer, Item: its number */
     std::string_view item;      /* Item, or the named number by which an integer is given */
     RealNumber real;
-    std::string_view text;      /* Bits, Octets, Time; the IRI types too */
+    std::string_view text;      /* Bits, Octets, Time */
     bool fromBits = false;      /* the digits are binary */
     std::u32string_view characters;          /* Text */
     std::span<const std::string_view> bits;  /* NamedBits: names */
