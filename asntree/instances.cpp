@@ -131,6 +131,7 @@ const Scope *instantiate(Compilation &c, const Assignment *definition, const Ref
     const Scope *result = scope.get();
     Scope *made = scope.get();
     c.instances.emplace(std::move(instance), std::move(scope));
+    c.uncheckedInstances.push_back(result);
     for (std::size_t i = 0; i < keys.size(); ++i) {
         Argument &argument = made->arguments[i];
         argument.scope = caller;

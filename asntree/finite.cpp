@@ -1,0 +1,112 @@
+#include "asntree/check.h"
+
+/* Types of finite size. A type is one if it is builtin, or a SEQUENCE or SET whose mandatory
+   components are, or a CHOICE with an alternative that is; a list may be empty and always is one.
+   What never turns out to be one holds itself without end. */
+
+namespace asntree {
+
+namespace {
+
+struct FiniteSearch {
+    Compilation &c;
+    std::unordered_set<UseKey, UseHash> finite;
+    /* Definitions to be asked again as soon as the key is known to be finite. */
+    std::unordered_map<UseKey, std::vector<TypeUse>, UseHash> waiting;
+};
+
+/* True if the type is known to be finite. If not, `blocker` is a type that it waits for. */
+bool isFinite(FiniteSearch &search, TypeUse use, TypeUse &blocker, int depth) {
+    if (!use || depth > DepthGuard::MAX_DEPTH)
+        return true;
+    switch (use.type->kind) {
+    case TypeKind::Reference:
+    case TypeKind::Selection:
+    case TypeKind::Field: {
+        const TypeUse next = follow(search.c, use);
+        if (!next || search.finite.count({next.type, next.scope}) != 0)
+            return true;
+        const Assignment *definition = definitionOf(search.c, use);
+        if (definition == nullptr || definition->kind != AssignmentKind::Type)
+            return isFinite(search, next, blocker, depth + 1); /* it stands in no definition */
+        blocker = next;
+        return false;
+    }
+    case TypeKind::Sequence:
+    case TypeKind::Set:
+        for (const Component &component : use.type->components)
+            if (component.type != nullptr && component.presence == Presence::Mandatory &&
+                !isFinite(search, {component.type, use.scope}, blocker, depth + 1))
+                return false;
+        return true;
+    case TypeKind::Choice: {
+        bool some = use.type->components.empty();
+        for (const Component &component : use.type->components)
+            some = some || (component.type != nullptr &&
+                            isFinite(search, {component.type, use.scope}, blocker, depth + 1));
+        return some;
+    }
+    default:
+        return true;
+    }
+}
+
+/* What a CHOICE waits for: each of its alternatives may free it, so it is registered at all. */
+void waitFor(FiniteSearch &search, TypeUse definition, TypeUse use, int depth) {
+    if (!use || depth > DepthGuard::MAX_DEPTH)
+        return;
+    if (use.type->kind == TypeKind::Choice || use.type->kind == TypeKind::Sequence ||
+        use.type->kind == TypeKind::Set) {
+        for (const Component &component : use.type->components)
+            if (component.type != nullptr && component.presence == Presence::Mandatory)
+                waitFor(search, definition, {component.type, use.scope}, depth + 1);
+        return;
+    }
+    TypeUse blocker;
+    if (!isFinite(search, use, blocker, depth) && blocker)
+        search.waiting[{blocker.type, blocker.scope}].push_back(definition);
+}
+
+void settle(FiniteSearch &search, TypeUse first) {
+    std::vector<TypeUse> work{first};
+    while (!work.empty()) {
+        const TypeUse use = work.back();
+        work.pop_back();
+        const UseKey key{use.type, use.scope};
+        TypeUse blocker;
+        if (search.finite.count(key) != 0 || !isFinite(search, use, blocker, 0))
+            continue;
+        search.finite.insert(key);
+        if (auto found = search.waiting.find(key); found != search.waiting.end()) {
+            work.insert(work.end(), found->second.begin(), found->second.end());
+            search.waiting.erase(found);
+        }
+    }
+}
+
+} // namespace
+
+void checkFiniteSizes(Compilation &c) {
+    FiniteSearch search{c, {}, {}};
+    std::vector<std::pair<TypeUse, Place>> all;
+    for (const auto &info : c.modules)
+        for (const Assignment *assignment : info->syntax->assignments)
+            if (assignment->kind == AssignmentKind::Type && !assignment->parameterized &&
+                !classOf(c, {assignment->type, &info->root}))
+                all.push_back({{assignment->type, &info->root}, assignment->name.place});
+    for (const auto &[instance, scope] : c.instances)
+        if (instance.definition->kind == AssignmentKind::Type)
+            all.push_back({{instance.definition->type, scope.get()}, instance.definition->name.place});
+    for (const auto &[use, place] : all) {
+        settle(search, use);
+        if (search.finite.count({use.type, use.scope}) == 0)
+            waitFor(search, use, use, 0);
+        settle(search, use);
+    }
+    for (const auto &[use, place] : all)
+        if (search.finite.count({use.type, use.scope}) == 0 && baseOf(c, use))
+            error(c.diagnostics, place,
+                  "no value of this type has a finite size: it always holds itself");
+}
+
+} // namespace asntree
