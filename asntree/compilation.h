@@ -93,6 +93,7 @@ struct ModuleInfo {
     Scope root;
     std::uint32_t number = 0; /* in the compilation's list */
     bool predefined = false;  /* the module of TYPE-IDENTIFIER and its like, which has no file */
+    bool incomplete = false;  /* has mistakes of syntax: what seems to be missing may be there */
     bool named = false;       /* stands in a file of the command line, not found by search */
     std::unordered_map<std::string_view, Assignment *> names;
     std::unordered_map<std::string_view, ImportedName> imported;

@@ -132,7 +132,7 @@ void checkSymbol(Compilation &c, ModuleInfo &importer, const ModuleInfo &from,
     const std::string module(from.syntax->name.text);
     const bool known = from.names.count(symbol.text) != 0 || from.imported.count(symbol.text) != 0;
     if (!known) {
-        if (isBuiltinName(symbol.text))
+        if (isBuiltinName(symbol.text) || from.incomplete)
             return;
         std::vector<std::string_view> candidates;
         for (const auto &[candidate, assignment] : from.names)

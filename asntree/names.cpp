@@ -81,8 +81,10 @@ Lookup lookInModule(Compilation &c, ModuleInfo *module, std::string_view name) {
             return result;
         }
         auto imported = module->imported.find(name);
-        if (imported == module->imported.end())
+        if (imported == module->imported.end()) {
+            result.silent = module->incomplete;
             break;
+        }
         if (imported->second.ambiguous && steps == 0) {
             result.ambiguous = &imported->second;
             return result;

@@ -1,0 +1,32 @@
+#include "asntree/compile.h"
+
+#include "asntree/check.h"
+#include "asntree/names.h"
+#include "asntree/predefined.h"
+
+namespace asntree {
+
+void addFile(Compilation &c, SourceFile &file, bool named) {
+    if (c.modules.empty())
+        addPredefinedModule(c);
+    const int errors = c.diagnostics.errors;
+    lex(file, c.diagnostics);
+    ParseContext parsing = c.parsing();
+    const std::vector<Module *> modules = parseFile(parsing, file);
+    const bool incomplete = c.diagnostics.errors != errors;
+    for (Module *module : modules) {
+        ModuleInfo *info = addModule(c, module);
+        info->named = named;
+        info->incomplete = incomplete;
+    }
+    if (modules.empty() && !incomplete)
+        error(c.diagnostics, {file.number, 0}, "the file holds no module");
+}
+
+bool checkAll(Compilation &c) {
+    linkImports(c);
+    checkModules(c);
+    return c.diagnostics.errors == 0;
+}
+
+} // namespace asntree
