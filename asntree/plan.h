@@ -26,9 +26,16 @@ struct EntryChoice {
     std::uint8_t categories = 0; /* TNode.entryCategories */
 };
 
+/* The prefixes of a module: that of its tree, or those that it would have outside of a merged one. */
+struct ModulePrefixes {
+    std::string file;
+    std::string gen;
+};
+
 struct Plan {
-    std::vector<TreePlan> trees;
+    std::vector<TreePlan> trees; /* each behind those that it imports from */
     std::unordered_map<const ModuleInfo *, std::size_t> treeOfModule; /* index in `trees` */
+    std::unordered_map<const ModuleInfo *, ModulePrefixes> prefixes;
     std::unordered_map<const Assignment *, EntryChoice> entries;
     /* Naming overrides of definitions, as they stand in the tree: "-PREF=h225", "-NAME=..." (the
        options of Words come in addition). */
