@@ -5,11 +5,13 @@
 # of the tree accounts for. Components get asking and printing functions too, "browser" a browser tree.
 # "messages" measures generated code instead: coding of the messages in bench/messages.asn, with the code
 # that asn1c and esnacc generate beside it where these are installed.
-# usage: bench/run.sh [types|components|objects|browser|messages]
+# "text" measures the compiler on modules of 10,000, 100,000 and 1,000,000 lines, and on 10,000 small
+# modules that import one another.
+# usage: bench/run.sh [types|components|objects|browser|messages|text]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 cmake --preset release -DVELMO_TESTS=OFF >/dev/null
-cmake --build build/release --target velmo maketree makeobjects measure >/dev/null
+cmake --build build/release --target velmo asntree maketree makeobjects maketext measure >/dev/null
 built=$PWD/build/release
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -41,6 +43,30 @@ objects() {
   measure separate '1000 30000' makeobjects separate
 }
 browser() { measure browser '1000 10000 100000' maketree '' -TAVI-PREFIX=p; }
+
+# compile NAME OCTETS LINES FILE...: a line of the table for a run of the compiler.
+compile() {
+  local name=$1 octets=$2 lines=$3 seconds peak
+  shift 3
+  rm -rf "$work/out"
+  mkdir "$work/out"
+  read -r seconds peak < <(cd "$work/out" && "$built/bench/measure" "$built/asntree" -S=. "$@")
+  awk -v n="$name" -v o="$octets" -v l="$lines" -v s="$seconds" -v p="$peak" 'BEGIN {
+    printf "%15s %11d %8s %8s %12.0f %17.1f\n", n, o, s, p, l / (s > 0 ? s : 0.01), p * 1048576 / o }'
+}
+
+text() {
+  local lines
+  printf '%15s %11s %8s %8s %12s %17s\n' lines octets seconds 'peak MB' 'lines/second' 'memory per octet'
+  for lines in 10000 100000 1000000; do
+    "$built/bench/maketext" $lines "$work/large.asn"
+    compile $lines "$(stat -c %s "$work/large.asn")" $lines "$work/large.asn"
+  done
+  mkdir "$work/modules"
+  "$built/bench/maketext" modules 10000 "$work/modules"
+  compile '10000 modules' "$(cat "$work"/modules/*.asn | wc -c)" "$(cat "$work"/modules/*.asn | wc -l)" \
+    -A="$work/modules" "$work/modules/m9999.asn"
+}
 
 # codec NAME PROGRAM: a line for each message and direction of a program made of messages.c.
 codec() {
@@ -96,7 +122,7 @@ messages() {
 }
 
 case ${1:-all} in
-types | components | objects | browser | messages) $1 ;;
+types | components | objects | browser | messages | text) $1 ;;
 all)
   types
   components
