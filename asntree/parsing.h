@@ -107,13 +107,13 @@ struct Nesting {
 };
 
 /* Sets a member of the parser for the time of a block. */
-template <typename Member> struct Setting {
+template <typename Member> struct Scoped {
     Member &member;
     Member old;
-    Setting(Member &place, Member value) : member(place), old(place) { member = value; }
-    ~Setting() { member = old; }
-    Setting(const Setting &) = delete;
-    Setting &operator=(const Setting &) = delete;
+    Scoped(Member &place, Member value) : member(place), old(place) { member = value; }
+    ~Scoped() { member = old; }
+    Scoped(const Scoped &) = delete;
+    Scoped &operator=(const Scoped &) = delete;
 };
 
 /* A comma was taken; true, with a warning, if the list ends behind it. */

@@ -1,0 +1,148 @@
+#include <algorithm>
+
+#include "asntree/parsing.h"
+
+/* Where assignments and modules begin, found from the "::=" backwards: that is how a mistake is left
+   behind, and how the end of what has no grammar is found. */
+
+namespace asntree {
+
+namespace {
+
+TokenKind kindAt(const Parser &p, std::uint32_t i) {
+    return p.file.tokens[i].kind;
+}
+
+bool firstOnLine(const Parser &p, std::uint32_t i) {
+    if (i == 0)
+        return true;
+    const Token &before = p.file.tokens[i - 1];
+    const std::uint32_t begin = before.offset + before.length;
+    const std::string_view between =
+        std::string_view(p.file.text).substr(begin, p.file.tokens[i].offset - begin);
+    return between.find_first_of("\n\r\v\f") != std::string_view::npos;
+}
+
+bool isName(const Parser &p, std::uint32_t i) {
+    return kindAt(p, i) == TokenKind::Lower || isUpperName(p, p.file.tokens[i]);
+}
+
+bool closes(TokenKind kind) {
+    return kind == TokenKind::CloseBrace || kind == TokenKind::CloseParen ||
+           kind == TokenKind::CloseBracket;
+}
+
+bool opens(TokenKind kind) {
+    return kind == TokenKind::OpenBrace || kind == TokenKind::OpenParen ||
+           kind == TokenKind::OpenBracket;
+}
+
+/* The "{" of the "}" at `i`, or NO_TOKEN. */
+std::uint32_t openingBrace(const Parser &p, std::uint32_t i, std::uint32_t low) {
+    int depth = 0;
+    for (;; --i) {
+        const TokenKind kind = kindAt(p, i);
+        if (kind == TokenKind::CloseBrace)
+            ++depth;
+        else if (kind == TokenKind::OpenBrace && --depth == 0)
+            return i;
+        if (i == low || kind == TokenKind::Assign)
+            return NO_TOKEN;
+    }
+}
+
+/* The name at `last` is all that stands left of "::=": it begins its line, and the name of a value
+   or set doesn't stand on the line in front of it. */
+bool standsAlone(const Parser &p, std::uint32_t last, std::uint32_t low) {
+    if (!isName(p, last) || !firstOnLine(p, last))
+        return false;
+    if (last == low || !isName(p, last - 1) || !firstOnLine(p, last - 1))
+        return true;
+    return last - 1 == low || kindAt(p, last - 2) == TokenKind::Assign;
+}
+
+/* The name that the assignment begins with whose governor ends at `last`: the nearest one that
+   begins a line, or, in text without lines, the nearest one in front of the type. */
+std::uint32_t nameBefore(const Parser &p, std::uint32_t last, std::uint32_t low) {
+    std::uint32_t lower = NO_TOKEN;
+    int depth = 0;
+    for (std::uint32_t i = last;; --i) {
+        const TokenKind kind = kindAt(p, i);
+        if (closes(kind))
+            ++depth;
+        else if (opens(kind) && --depth < 0)
+            break;
+        if (kind == TokenKind::Assign)
+            break;
+        if (depth == 0 && i != last && isName(p, i)) {
+            if (firstOnLine(p, i))
+                return i;
+            if (kind == TokenKind::Lower && lower == NO_TOKEN)
+                lower = i;
+        }
+        if (i == low)
+            break;
+    }
+    if (lower == NO_TOKEN || (isUpperName(p, p.file.tokens[last]) && lower + 1 != last))
+        return isUpperName(p, p.file.tokens[last]) ? last : lower;
+    return lower;
+}
+
+std::uint32_t assignmentStart(const Parser &p, std::uint32_t assign, std::uint32_t low) {
+    if (assign == low)
+        return NO_TOKEN;
+    std::uint32_t last = assign - 1;
+    if (kindAt(p, last) == TokenKind::CloseBrace) {
+        last = openingBrace(p, last, low);
+        if (last == NO_TOKEN || last == low)
+            return NO_TOKEN;
+        --last;
+    }
+    if (p.file.tokens[last].word == Word::MACRO)
+        return last > low ? last - 1 : NO_TOKEN;
+    if (standsAlone(p, last, low))
+        return last;
+    if (last == low)
+        return isName(p, last) ? last : NO_TOKEN;
+    return nameBefore(p, last, low);
+}
+
+} // namespace
+
+std::uint32_t headerStart(const Parser &p, std::uint32_t definitions, std::uint32_t low) {
+    if (definitions == low)
+        return definitions;
+    std::uint32_t last = definitions - 1;
+    if (kindAt(p, last) == TokenKind::CString && last > low)
+        --last;
+    if (kindAt(p, last) == TokenKind::CloseBrace) {
+        last = openingBrace(p, last, low);
+        if (last == NO_TOKEN || last == low)
+            return definitions;
+        --last;
+    }
+    return isName(p, last) ? last : definitions;
+}
+
+std::uint32_t nextAssignment(const Parser &p, std::uint32_t from, std::uint32_t low) {
+    std::uint32_t i = from;
+    for (; i < p.end; ++i) {
+        const Token &token = p.file.tokens[i];
+        if (token.word == Word::DEFINITIONS)
+            return headerStart(p, i, low);
+        if (token.word == Word::END || token.word == Word::ENCODING_CONTROL ||
+            token.kind == TokenKind::End)
+            return i;
+        if (token.kind != TokenKind::Assign)
+            continue;
+        const std::uint32_t start = assignmentStart(p, i, low);
+        if (start != NO_TOKEN)
+            return start;
+        low = i + 1;
+        if (low == p.end)
+            break;
+    }
+    return p.end;
+}
+
+} // namespace asntree
