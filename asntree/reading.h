@@ -34,12 +34,7 @@ struct ComponentTable {
     bool done = false; /* false while COMPONENTS OF are worked out */
 };
 
-/* What a constraint leaves of the numbers, sizes or characters of a type. */
-struct Extent {
-    NumberSet set;
-    bool exact = true; /* false: other things are asked for too, or they can't be worked out */
-};
-
+/* What a type or constraint is asked for. */
 enum class Aspect : std::uint8_t { Values, Sizes, Characters };
 constexpr std::size_t ASPECTS = 3;
 
@@ -48,7 +43,11 @@ struct ValueMemos {
     std::unordered_map<DatumKey, const Datum *, DatumHash> datums; /* null: being read */
     std::unordered_map<UseKey, ItemTable, UseHash> items;
     std::unordered_map<UseKey, ComponentTable, UseHash> components;
-    std::unordered_map<UseKey, NumberSet, UseHash> extents[ASPECTS][2]; /* by ExtensionView */
+    struct KnownExtent {
+        NumberSet set;
+        bool done = false; /* false while it is worked out */
+    };
+    std::unordered_map<UseKey, KnownExtent, UseHash> extents[ASPECTS][2]; /* by ExtensionView */
     std::unordered_map<TypeKind, const Type *> builtins;
     std::deque<std::string> texts;
     std::deque<std::u32string> characters;
@@ -92,6 +91,8 @@ void readTime(Reading &reading);
 void readStructure(Reading &reading); /* SEQUENCE, SET */
 void readList(Reading &reading);
 void readChoice(Reading &reading);
+/* `alternative {...}`, which looks like a reference with parameters; false if it is one. */
+bool readChoiceWithoutColon(Reading &reading);
 void readOpen(Reading &reading); /* open types and ANY */
 void readContaining(Reading &reading);
 void readMacroValue(Reading &reading);

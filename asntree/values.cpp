@@ -274,14 +274,16 @@ void readAny(Reading &r) {
     const ValueKind kind = r.value().kind;
     if (kind == ValueKind::Bad || r.base.type->kind == TypeKind::Bad)
         return;
-    if (kind == ValueKind::Reference)
-        readReference(r);
-    else if (kind == ValueKind::Field)
+    if (kind == ValueKind::Reference) {
+        if (!readChoiceWithoutColon(r))
+            readReference(r);
+    } else if (kind == ValueKind::Field) {
         readField(r);
-    else if (kind == ValueKind::Containing)
+    } else if (kind == ValueKind::Containing) {
         readContaining(r);
-    else
+    } else {
         readByKind(r);
+    }
 }
 
 } // namespace
