@@ -1,7 +1,6 @@
 #include "tests/support/treederive.h"
 
-#include <algorithm>
-
+#include "asntree/graph.h"
 #include "store/ketramac.h"
 
 /* Which definitions contain themselves. */
@@ -32,88 +31,21 @@ void addEdges(const TreeWriter &tree, RecNr nr, RecNr list, std::vector<Edge> &e
             addEdges(tree, comp, 0, edges);
 }
 
-/* Finds the groups of definitions that reach one another (Tarjan), without recursion, since trees
-   for measurements have chains of a hundred thousand references. */
-struct Groups {
-    explicit Groups(const TreeWriter &tree);
-    const std::vector<Edge> &edgesOf(RecNr nr) const { return edges_[at(nr)]; }
-    bool sameGroup(RecNr a, RecNr b) const { return group_[at(a)] == group_[at(b)]; }
-
-private:
-    void visit(RecNr root);
-    void enter(RecNr nr);
-    void leave(RecNr nr);
-
-    struct Frame {
-        RecNr nr;
-        std::size_t nextEdge;
-    };
-    std::vector<std::vector<Edge>> edges_;
-    std::vector<int> order_, low_, group_;
-    std::vector<RecNr> open_;
-    std::vector<Frame> frames_;
-    int count_ = 0;
-};
-
-Groups::Groups(const TreeWriter &tree) {
-    const std::size_t size = tree.tNodes.size();
-    edges_.resize(size);
-    order_.assign(size, 0);
-    low_.assign(size, 0);
-    group_.assign(size, 0);
-    for (RecNr nr = tree.mNodes.front().firstTNode; nr != 0; nr = tree.tNodes[at(nr)].next)
-        addEdges(tree, nr, 0, edges_[at(nr)]);
-    for (RecNr nr = tree.mNodes.front().firstTNode; nr != 0; nr = tree.tNodes[at(nr)].next)
-        if (order_[at(nr)] == 0)
-            visit(nr);
-}
-
-void Groups::enter(RecNr nr) {
-    order_[at(nr)] = low_[at(nr)] = ++count_;
-    open_.push_back(nr);
-    frames_.push_back({nr, 0});
-}
-
-/* All edges of `nr` are done: it may be the first of a group. */
-void Groups::leave(RecNr nr) {
-    if (low_[at(nr)] == order_[at(nr)]) {
-        RecNr member = 0;
-        do {
-            member = open_.back();
-            open_.pop_back();
-            group_[at(member)] = nr;
-        } while (member != nr);
-    }
-    frames_.pop_back();
-    if (!frames_.empty()) {
-        int &low = low_[at(frames_.back().nr)];
-        low = std::min(low, low_[at(nr)]);
-    }
-}
-
-void Groups::visit(RecNr root) {
-    enter(root);
-    while (!frames_.empty()) {
-        Frame &frame = frames_.back();
-        if (frame.nextEdge == edges_[at(frame.nr)].size()) {
-            leave(frame.nr);
-            continue;
-        }
-        RecNr target = edges_[at(frame.nr)][frame.nextEdge++].target;
-        if (order_[at(target)] == 0)
-            enter(target);
-        else if (group_[at(target)] == 0)
-            low_[at(frame.nr)] = std::min(low_[at(frame.nr)], order_[at(target)]);
-    }
-}
-
 } // namespace
 
 void markRecursion(TreeWriter &tree) {
-    Groups groups(tree);
+    std::vector<std::vector<Edge>> edges(tree.tNodes.size());
+    asntree::Edges pairs;
     for (RecNr nr = tree.header().firstTNode; nr != 0; nr = tree.tNodes[at(nr)].next) {
-        for (const Edge &edge : groups.edgesOf(nr)) {
-            if (!groups.sameGroup(nr, edge.target))
+        addEdges(tree, nr, 0, edges[at(nr)]);
+        for (const Edge &edge : edges[at(nr)])
+            pairs.emplace_back(at(nr), at(edge.target));
+    }
+    const asntree::Groups groups =
+        asntree::groupsOf(asntree::graphOf(static_cast<std::uint32_t>(tree.tNodes.size()), pairs));
+    for (RecNr nr = tree.header().firstTNode; nr != 0; nr = tree.tNodes[at(nr)].next) {
+        for (const Edge &edge : edges[at(nr)]) {
+            if (groups.groupOf[at(nr)] != groups.groupOf[at(edge.target)])
                 continue;
             TypeNode{&tree, nr}.flag(TYPE_RECURSIVE);
             TreeWriter::TypeNotes *list = edge.list == 0 ? nullptr : &tree.typeNotes[at(edge.list)];

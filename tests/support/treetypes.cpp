@@ -116,11 +116,8 @@ TypeNode TypeNode::constrained(RecNr sub) const {
 }
 
 TypeNode TypeNode::endpoints(std::int64_t low, std::int64_t high) const {
-    auto pair = [](std::int64_t n) {
-        return sint64{static_cast<std::int32_t>(n >> 32), static_cast<std::uint32_t>(n)};
-    };
-    rec().lowerEndpoint = pair(low);
-    rec().upperEndpoint = pair(high);
+    rec().lowerEndpoint = asntree::storedNumber(low);
+    rec().upperEndpoint = asntree::storedNumber(high);
     notesOf(*this).endpointsGiven = true;
     return *this;
 }

@@ -10,16 +10,12 @@ std::size_t at(RecNr nr) {
     return static_cast<std::size_t>(nr - 1);
 }
 
-/* Writes a number of `width` bytes, high byte first, into the 12 bytes of a value. */
-void putBytes(VNode &node, std::size_t offset, int width, std::uint64_t number) {
-    for (int i = width - 1; i >= 0; --i, number >>= 8)
-        node.value[offset + static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(number & 0xFF);
-}
+using asntree::putValueBytes;
 
 /* Length and number of a string, as all kinds of strings have them. */
 ValueNode stringValue(ValueNode value, std::size_t length, RecNr stri) {
-    putBytes(value.rec(), 0, 2, length);
-    putBytes(value.rec(), 4, 4, static_cast<std::uint64_t>(stri));
+    putValueBytes(value.rec(), 0, 2, length);
+    putValueBytes(value.rec(), 4, 4, static_cast<std::uint64_t>(stri));
     return value;
 }
 
@@ -91,21 +87,21 @@ ValueNode TreeWriter::value(MainType kind) {
 
 ValueNode TreeWriter::boolValue(bool is) {
     ValueNode node = value(TYP_BOOLEAN);
-    putBytes(node.rec(), 0, 1, is ? 1 : 0);
+    putValueBytes(node.rec(), 0, 1, is ? 1 : 0);
     return node;
 }
 
 ValueNode TreeWriter::intValue(std::int64_t number) {
     ValueNode node = value(TYP_INTEGER);
-    putBytes(node.rec(), 0, 8, static_cast<std::uint64_t>(number));
+    putValueBytes(node.rec(), 0, 8, static_cast<std::uint64_t>(number));
     return node;
 }
 
 ValueNode TreeWriter::realValue(std::int64_t mantissa, int base, int exponent) {
     ValueNode node = value(TYP_REAL);
-    putBytes(node.rec(), 0, 8, static_cast<std::uint64_t>(mantissa));
-    putBytes(node.rec(), 8, 2, static_cast<std::uint64_t>(base));
-    putBytes(node.rec(), 10, 2, static_cast<std::uint64_t>(exponent));
+    putValueBytes(node.rec(), 0, 8, static_cast<std::uint64_t>(mantissa));
+    putValueBytes(node.rec(), 8, 2, static_cast<std::uint64_t>(base));
+    putValueBytes(node.rec(), 10, 2, static_cast<std::uint64_t>(exponent));
     return node;
 }
 

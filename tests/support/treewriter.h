@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "store/ketradef.h"
+#include "asntree/records.h"
 
 /* Builds a syntax tree in memory and writes it as a ".stx" file.
 
@@ -130,36 +130,15 @@ struct ComponentConstraint {
     std::int32_t moduleNr = 1; /* of the component */
 };
 
-struct TreeWriter {
+struct TreeWriter : asntree::Tree {
     /* A module without definitions or options, compiled at a fixed moment. */
     TreeWriter(std::string_view moduleName, std::string_view filePrefix);
     TreeWriter(const TreeWriter &) = delete;
     TreeWriter &operator=(const TreeWriter &) = delete;
 
-    /* Records. Number n stands at index n - 1. */
-    std::vector<MNode> mNodes;
-    std::vector<TNode> tNodes;
-    std::vector<VNode> vNodes;
-    std::vector<TagRec> tagRecs;
-    std::vector<SubRec> subRecs;
-    std::vector<TedRec> tedRecs;
-    std::vector<SNode> sNodes;
-    std::vector<std::string> strings8; /* without the ending zero */
-    std::vector<std::u16string> strings16;
-    std::vector<std::u32string> strings32;
-
-    MNode &header() { return mNodes.front(); }
-
-    /* Each appends a record and returns its number; an 8-bit string that is there already isn't
-       added again. */
+    /* As those of Tree, with notes beside the records. */
     RecNr addT(const TNode &node);
     RecNr addV(const VNode &node);
-    RecNr addTag(const TagRec &tag);
-    RecNr addSub(const SubRec &sub);
-    RecNr addS(const SNode &step);
-    RecNr str(std::string_view text);
-    RecNr str16(std::u16string_view text);
-    RecNr str32(std::u32string_view text);
 
     /* --- the module --- */
 
@@ -286,8 +265,6 @@ struct TreeWriter {
     std::string bytes();
     /* The same to a file; false if that fails. */
     bool save(const std::string &path);
-    /* bytes() sets the header's ten counts unless this is set. */
-    bool keepCounts = false;
 
     /* --- what the functions of the tree writer remember beside the records --- */
 
@@ -316,7 +293,6 @@ struct TreeWriter {
     RecNr lastValueDefinition = 0;
     RecNr plainInteger = 0; /* hidden INTEGER that governs sizes, made when first asked for */
     bool finished = false;
-    std::unordered_map<std::string, RecNr> stringNumbers;
     std::unordered_map<std::string, RecNr> typeNames;
     std::unordered_map<std::string, RecNr> valueNames;
     std::map<std::string, std::int32_t, std::less<>> importNumbers;
