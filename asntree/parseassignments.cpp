@@ -14,8 +14,8 @@ bool isParameterName(const Parser &p, std::uint32_t ahead) {
 void parseFormalParameter(Parser &p, Assignment &assignment) {
     FormalParameter parameter;
     const TokenKind second = peek(p, 1).kind;
-    const bool bare = isParameterName(p, 0) &&
-                      (second == TokenKind::Comma || second == TokenKind::CloseBrace);
+    const bool bare =
+        isParameterName(p, 0) && (second == TokenKind::Comma || second == TokenKind::CloseBrace);
     if (!bare) {
         parameter.governor = parseType(p);
         expect(p, TokenKind::Colon);

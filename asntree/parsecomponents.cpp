@@ -9,9 +9,9 @@ struct ListState {
     Type &type;
     bool choice = false;
     int markers = 0;
-    std::uint16_t groups = 0;    /* version brackets begun so far */
-    std::uint16_t group = 0;     /* the one that is open; 0: none */
-    std::int32_t version = -1;   /* its number */
+    std::uint16_t groups = 0;  /* version brackets begun so far */
+    std::uint16_t group = 0;   /* the one that is open; 0: none */
+    std::int32_t version = -1; /* its number */
 };
 
 void parseMarker(Parser &p, ListState &list) {
@@ -129,8 +129,7 @@ void parseListItem(Parser &p, ListState &list) {
 
 bool beginsItem(const Parser &p) {
     return at(p, TokenKind::Ellipsis) || at(p, TokenKind::OpenVersion) ||
-           (at(p, TokenKind::Lower) &&
-            (beginsType(p, peek(p, 1)) || nextIs(p, TokenKind::Lower)));
+           (at(p, TokenKind::Lower) && (beginsType(p, peek(p, 1)) || nextIs(p, TokenKind::Lower)));
 }
 
 /* Items up to and with `close`; at least one. */

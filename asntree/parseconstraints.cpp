@@ -13,8 +13,7 @@ Constraint *make(Parser &p, ConstraintKind kind) {
 }
 
 bool atRange(const Parser &p) {
-    return at(p, TokenKind::Range) ||
-           (at(p, TokenKind::Less) && nextIs(p, TokenKind::Range));
+    return at(p, TokenKind::Range) || (at(p, TokenKind::Less) && nextIs(p, TokenKind::Range));
 }
 
 /* What follows the first value of an element: nothing, or the rest of a range. */
@@ -41,8 +40,7 @@ Constraint *finishValue(Parser &p, Value *value, ConstraintKind alone) {
    does. */
 Constraint *finishField(Parser &p, Value *value) {
     if (!p.inSet || !value->fieldIsUpper.back() || atRange(p))
-        return finishValue(p, value,
-                           p.inSet ? ConstraintKind::SingleValue : ConstraintKind::Group);
+        return finishValue(p, value, p.inSet ? ConstraintKind::SingleValue : ConstraintKind::Group);
     Constraint *result = newConstraint(p.context.arena, ConstraintKind::Contained, value->place);
     result->type = newType(p.context.arena, TypeKind::Field, value->place);
     result->type->end = value->end;
@@ -326,8 +324,7 @@ Constraint *parseIntersection(Parser &p) {
     Constraint *first = parseExcept(p);
     if (!takeIntersection(p))
         return first;
-    Constraint *result =
-        newConstraint(p.context.arena, ConstraintKind::Intersection, first->place);
+    Constraint *result = newConstraint(p.context.arena, ConstraintKind::Intersection, first->place);
     result->operands.push_back(first);
     do
         result->operands.push_back(parseExcept(p));

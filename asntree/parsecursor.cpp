@@ -173,8 +173,7 @@ void claimDirectives(Parser &p, std::vector<std::uint32_t> &list) {
 
 Nesting::Nesting(Parser &parser) : p(parser) {
     if (++p.depth > MAX_NESTING)
-        fail(p, here(p),
-             "nested more than " + std::to_string(MAX_NESTING) + " levels deep");
+        fail(p, here(p), "nested more than " + std::to_string(MAX_NESTING) + " levels deep");
 }
 
 bool isCommaTooMany(Parser &p, TokenKind close) {

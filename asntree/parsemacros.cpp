@@ -59,30 +59,18 @@ struct ClauseWord {
 
 /* Words of the instances, with what follows them. */
 constexpr ClauseWord clauseWords[] = {
-    {"ARGUMENT", ClauseKind::Type},
-    {"RESULT", ClauseKind::Type},
-    {"ERRORS", ClauseKind::Values},
-    {"LINKED", ClauseKind::Values},
-    {"PARAMETER", ClauseKind::Type},
-    {"SYNTAX", ClauseKind::Type},
-    {"WRITE-SYNTAX", ClauseKind::Type},
-    {"ATTRIBUTE-SYNTAX", ClauseKind::Type},
-    {"BIND-ERROR", ClauseKind::Type},
-    {"UNBIND-ERROR", ClauseKind::Type},
-    {"VARIABLES", ClauseKind::Values},
-    {"OBJECTS", ClauseKind::Values},
-    {"NOTIFICATIONS", ClauseKind::Values},
-    {"ENTERPRISE", ClauseKind::Value},
-    {"ACCESS", ClauseKind::Other},
-    {"MAX-ACCESS", ClauseKind::Other},
-    {"MIN-ACCESS", ClauseKind::Other},
-    {"STATUS", ClauseKind::Other},
-    {"DESCRIPTION", ClauseKind::Other},
-    {"REFERENCE", ClauseKind::Other},
-    {"INDEX", ClauseKind::Other},
-    {"AUGMENTS", ClauseKind::Other},
-    {"DEFVAL", ClauseKind::Other},
-    {"UNITS", ClauseKind::Other},
+    {"ARGUMENT", ClauseKind::Type},        {"RESULT", ClauseKind::Type},
+    {"ERRORS", ClauseKind::Values},        {"LINKED", ClauseKind::Values},
+    {"PARAMETER", ClauseKind::Type},       {"SYNTAX", ClauseKind::Type},
+    {"WRITE-SYNTAX", ClauseKind::Type},    {"ATTRIBUTE-SYNTAX", ClauseKind::Type},
+    {"BIND-ERROR", ClauseKind::Type},      {"UNBIND-ERROR", ClauseKind::Type},
+    {"VARIABLES", ClauseKind::Values},     {"OBJECTS", ClauseKind::Values},
+    {"NOTIFICATIONS", ClauseKind::Values}, {"ENTERPRISE", ClauseKind::Value},
+    {"ACCESS", ClauseKind::Other},         {"MAX-ACCESS", ClauseKind::Other},
+    {"MIN-ACCESS", ClauseKind::Other},     {"STATUS", ClauseKind::Other},
+    {"DESCRIPTION", ClauseKind::Other},    {"REFERENCE", ClauseKind::Other},
+    {"INDEX", ClauseKind::Other},          {"AUGMENTS", ClauseKind::Other},
+    {"DEFVAL", ClauseKind::Other},         {"UNITS", ClauseKind::Other},
     {"DISPLAY-HINT", ClauseKind::Other},
 };
 
@@ -116,8 +104,8 @@ void skipInstance(Parser &p) {
         else if (isBracket(token.kind, false) && --depth < 0)
             return;
         const bool stops = token.kind == TokenKind::Comma ||
-                           token.kind == TokenKind::CloseVersion ||
-                           token.word == Word::OPTIONAL || token.word == Word::DEFAULT;
+                           token.kind == TokenKind::CloseVersion || token.word == Word::OPTIONAL ||
+                           token.word == Word::DEFAULT;
         if ((stops && depth == 0) || token.kind == TokenKind::Assign)
             return;
     }
@@ -197,7 +185,7 @@ void checkForMacro(Parser &p, Type &type) {
     const TokenKind kind = peek(p).kind;
     const std::uint32_t begin = p.pos;
     if (kind == TokenKind::Comma || kind == TokenKind::CloseBrace || kind == TokenKind::Assign ||
-        !isMacroName(p, type.ref.name.text))
+        kind == TokenKind::OpenParen || !isMacroName(p, type.ref.name.text))
         return;
     std::uint32_t assign = 0;
     switch (p.typePlace) {
@@ -214,7 +202,7 @@ void checkForMacro(Parser &p, Type &type) {
         break;
     case TypePlace::Component:
     case TypePlace::Elsewhere:
-        if (kind != TokenKind::OpenParen && beginsType(p, peek(p)) && kind != TokenKind::Lower) {
+        if (beginsType(p, peek(p))) {
             skipInstance(p);
             makeMacro(p, type, begin);
         }

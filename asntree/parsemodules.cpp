@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "asntree/parsing.h"
 #include "asntree/parsemodule.h"
+#include "asntree/parsing.h"
 
 namespace asntree {
 

@@ -2,8 +2,8 @@
 
 #include "asntree/parsing.h"
 
-/* Where assignments and modules begin, found from the "::=" backwards: that is how a mistake is left
-   behind, and how the end of what has no grammar is found. */
+/* Where assignments and modules begin, found from the "::=" backwards: that is how a mistake is
+   left behind, and how the end of what has no grammar is found. */
 
 namespace asntree {
 

@@ -96,8 +96,8 @@ bool beginsLowerType(const Parser &p, std::uint32_t ahead) {
     const TokenKind second = peek(p, ahead + 1).kind;
     if (second == TokenKind::Less)
         return !nextIs(p, TokenKind::Range, ahead + 2);
-    return second == TokenKind::Dot && (nextIs(p, TokenKind::AmpUpper, ahead + 2) ||
-                                        nextIs(p, TokenKind::AmpLower, ahead + 2));
+    return second == TokenKind::Dot &&
+           (nextIs(p, TokenKind::AmpUpper, ahead + 2) || nextIs(p, TokenKind::AmpLower, ahead + 2));
 }
 
 /* "(n)" behind an item; `negative`: may be less than 0. */

@@ -156,8 +156,7 @@ void parseNameValue(Parser &p, Value &value) {
     const bool selection = second == TokenKind::Less &&
                            (third == TokenKind::Upper || third == TokenKind::Lower) &&
                            peek(p, 3).kind == TokenKind::Colon;
-    if (at(p, TokenKind::Lower) ? selection
-                                : second != TokenKind::Dot || third != TokenKind::Lower)
+    if (at(p, TokenKind::Lower) ? selection : second != TokenKind::Dot || third != TokenKind::Lower)
         parseTypeFirst(p, value);
     else
         parseReferenceValue(p, value);

@@ -29,9 +29,9 @@ struct Parser {
     int depth = 0;
     bool failed = false;
     TypePlace typePlace = TypePlace::Elsewhere;
-    bool pairs = false;       /* a name in front of a value is a CHOICE without its colon */
-    bool quietPairs = false;  /* ... which is no slip, since the governor is a macro */
-    bool inSet = false;       /* braces in an element set are objects or values, never tables */
+    bool pairs = false;      /* a name in front of a value is a CHOICE without its colon */
+    bool quietPairs = false; /* ... which is no slip, since the governor is a macro */
+    bool inSet = false;      /* braces in an element set are objects or values, never tables */
     std::uint32_t softError = NO_TOKEN; /* where the last mistake was that was passed over */
     std::uint32_t lastAssign = 0;       /* behind the last "::=" */
 };
