@@ -61,7 +61,8 @@ void addNames(const NameTable &table, std::uint32_t number, std::vector<NameUse>
     switch (definition.kind) {
     case DefinitionKind::Type:
         out.add(NameRole::Own, name);
-        addTypeNames(out, name, prefix, *definition.assignment->type);
+        if (definition.assignment->type != nullptr)
+            addTypeNames(out, name, prefix, *definition.assignment->type);
         break;
     case DefinitionKind::Class:
         out.add(NameRole::Own, name);
@@ -126,10 +127,11 @@ std::uint64_t hashOf(std::string_view name) {
 }
 
 std::string nameInC(const NameTable &table, const NamedDefinition &definition) {
-    return nameInC(definition.naming, definition.assignment->name.text, table.nameLength);
+    return nameInC(definition.naming, definition.assignment->name.text,
+                   table.given.nameLengths[definition.tree]);
 }
 
-void fillTable(NameTable &table, const GivenNames &given) {
+void fillTable(NameTable &table) {
     static const std::vector<std::string> none;
     for (std::uint32_t tree = 0; tree < table.plan.trees.size(); ++tree) {
         for (const Assignment *assignment : table.plan.trees[tree].definitions) {
@@ -139,10 +141,10 @@ void fillTable(NameTable &table, const GivenNames &given) {
             definition.tree = tree;
             if (namingPrefix(definition.kind).empty())
                 continue;
-            auto overrides = given.overrides.find(assignment);
+            auto overrides = table.given.overrides.find(assignment);
             definition.naming =
-                namingOf(given.rules[tree], definition.kind, assignment->name.text,
-                         overrides == given.overrides.end() ? none : overrides->second);
+                namingOf(table.given.rules[tree], definition.kind, assignment->name.text,
+                         overrides == table.given.overrides.end() ? none : overrides->second);
             definition.given = definition.naming.pref;
             table.definitions.push_back(std::move(definition));
         }

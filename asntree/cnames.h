@@ -35,7 +35,7 @@ struct NameUse {
 struct NameTable {
     const Compilation &c;
     const Plan &plan;
-    std::size_t nameLength;
+    const GivenNames &given;
     std::vector<NamedDefinition> definitions;
     std::vector<NameUse> fixed; /* members and reserved names, which nothing changes */
 };
@@ -43,7 +43,7 @@ struct NameTable {
 std::uint64_t hashOf(std::string_view name);
 std::string nameInC(const NameTable &table, const NamedDefinition &definition);
 /* All definitions with names, tree by tree, and the fixed names. */
-void fillTable(NameTable &table, const GivenNames &given);
+void fillTable(NameTable &table);
 /* The names that definitions have in C as they are called now, and the fixed ones. */
 std::vector<NameUse> allNames(const NameTable &table);
 

@@ -20,14 +20,14 @@ enum EntryBit : std::uint8_t {
 };
 constexpr std::uint8_t FIRST_CATEGORY = 1;
 
-EntryChoice choiceOf(const PlanOptions &options, std::uint8_t categories) {
+EntryChoice choiceOf(const ModuleSettings &settings, std::uint8_t categories) {
     const struct {
         std::uint8_t set;
         std::uint8_t bit;
-    } rows[] = {{options.encoded, ENCODED_ENTRY},
-                {options.decoded, DECODED_ENTRY},
-                {options.asked, ASKED_ENTRY},
-                {options.printed, PRINTED_ENTRY}};
+    } rows[] = {{settings.encodeCategories, ENCODED_ENTRY},
+                {settings.decodeCategories, DECODED_ENTRY},
+                {settings.askCategories, ASKED_ENTRY},
+                {settings.printCategories, PRINTED_ENTRY}};
     EntryChoice choice{ENTRY_TYPE_FLAG, categories};
     for (const auto &row : rows)
         if ((row.set & categories) != 0)
@@ -169,83 +169,108 @@ std::vector<const Assignment *> unnamedTypes(Compilation &c, const Plan &plan) {
 
 /* --- what options and words say --- */
 
+/* What is settled for the entries of one module. */
+struct ModuleEntries {
+    ModuleSettings settings;
+    std::uint8_t common = FIRST_CATEGORY; /* categories of entries that none are given for */
+    bool spokenOf = false;                /* options or words say which types are entries */
+};
+
 struct Chooser {
     Compilation &c;
-    const PlanOptions &options;
+    const Settings &settings;
     Plan &plan;
-    std::uint8_t common = FIRST_CATEGORY; /* categories of entries that none are given for */
+    std::unordered_map<const Module *, ModuleEntries> modules;
+    std::unordered_map<std::string, std::vector<const Assignment *>> typesByName;
 
     void choose(const Assignment *assignment, std::uint8_t categories) {
+        const ModuleEntries &module = modules.at(assignment->module);
         EntryChoice &choice = plan.entries[assignment];
-        const auto all = static_cast<std::uint8_t>(choice.categories | categories);
-        choice = choiceOf(options, all);
+        const auto all = static_cast<std::uint8_t>(
+            choice.categories | (categories != 0 ? categories : module.common));
+        choice = choiceOf(module.settings, all);
+    }
+    bool inScope(const EntryOption &entry, const Module &module) const {
+        const TreePlan &tree = plan.trees[plan.treeOfModule.at(c.moduleInfos.at(&module))];
+        return isInScope(settings, entry.scope, tree.filePrefix, module.name.text);
     }
 };
 
-/* Types by their names, which may stand with "-" or with "_" in an option. */
+/* Names may stand with "-" or with "_" in an option. */
 std::string optionName(std::string_view name) {
     std::string text(name);
     std::replace(text.begin(), text.end(), '-', '_');
     return text;
 }
 
-void chooseNamed(Chooser &chooser, const PlanOptions::Entry &entry) {
-    const std::uint8_t categories = entry.categories != 0 ? entry.categories : chooser.common;
-    const std::size_t dot = entry.type.find('.');
-    const std::string module = dot == entry.type.npos ? "" : optionName(entry.type.substr(0, dot));
-    const std::string type =
-        optionName(dot == entry.type.npos ? entry.type : entry.type.substr(dot + 1));
-    bool found = false;
-    for (const TreePlan &tree : chooser.plan.trees)
-        for (const Assignment *assignment : tree.definitions) {
-            if ((type != "*" && optionName(assignment->name.text) != type) ||
-                (!module.empty() && optionName(assignment->module->name.text) != module) ||
-                !canBeEntry(chooser.c, *assignment))
-                continue;
-            found = true;
-            chooser.choose(assignment, categories);
+void fillChooser(Chooser &chooser) {
+    for (const TreePlan &tree : chooser.plan.trees) {
+        for (const ModuleInfo *info : tree.modules) {
+            const Module *module = info->syntax;
+            ModuleEntries &entries = chooser.modules[module];
+            entries.settings =
+                moduleSettings(chooser.settings, tree.filePrefix, module->name.text);
+            for (const EntryOption &entry : chooser.settings.entries)
+                if (chooser.inScope(entry, *module)) {
+                    if (!entry.type.empty())
+                        entries.spokenOf = true;
+                    else if (entry.categories != 0)
+                        entries.common = entry.categories;
+                }
         }
-    if (!found)
-        error(chooser.c.diagnostics, {},
-              "-ENTRY=" + entry.text + ": no module of this run defines " +
-                  (type == "*" ? "types in `" + module + "`" : "a type `" + entry.type + "`"));
+        for (const Assignment *assignment : tree.definitions)
+            if (canBeEntry(chooser.c, *assignment)) {
+                chooser.typesByName[optionName(assignment->name.text)].push_back(assignment);
+                chooser.typesByName["*"].push_back(assignment);
+            }
+    }
+}
+
+void chooseNamed(Chooser &chooser, const EntryOption &entry) {
+    const std::string wanted = optionName(entry.module);
+    bool found = false;
+    for (const Assignment *assignment : chooser.typesByName[optionName(entry.type)]) {
+        const Module &module = *assignment->module;
+        if ((!wanted.empty() && optionName(module.name.text) != wanted) ||
+            !chooser.inScope(entry, module))
+            continue;
+        found = true;
+        chooser.choose(assignment, entry.categories);
+    }
+    if (found || entry.type == "*")
+        return;
+    const std::string module = entry.module.empty() ? "" : entry.module + ".";
+    error(chooser.c.diagnostics, {},
+          entry.where + "-ENTRY=" + module + entry.type + ": there is no type `" + entry.type +
+              (entry.module.empty() ? "` in this run" : "` in module `" + entry.module + "`"));
 }
 
 void chooseWords(Chooser &chooser, const std::vector<EntryWord> &words) {
     for (const EntryWord &word : words) {
-        if (canBeEntry(chooser.c, *word.definition))
-            chooser.choose(word.definition,
-                           word.categories != 0 ? word.categories : chooser.common);
-        else
+        if (canBeEntry(chooser.c, *word.definition)) {
+            chooser.modules.at(word.definition->module).spokenOf = true;
+            chooser.choose(word.definition, word.categories);
+        } else {
             error(chooser.c.diagnostics, word.definition->name.place,
                   "`" + std::string(word.definition->name.text) +
                       "` can't be an entry: it is no type, or has parameters");
+        }
     }
 }
 
 } // namespace
 
-void chooseEntries(Compilation &c, const PlanOptions &options, const std::vector<EntryWord> &words,
+void chooseEntries(Compilation &c, const Settings &settings, const std::vector<EntryWord> &words,
                    Plan &plan) {
-    Chooser chooser{c, options, plan};
-    bool named = false;
-    for (const PlanOptions::Entry &entry : options.entries)
-        if (entry.type.empty() && entry.categories != 0)
-            chooser.common = entry.categories;
-    for (const PlanOptions::Entry &entry : options.entries)
-        if (!entry.type.empty()) {
-            named = true;
+    Chooser chooser{c, settings, plan, {}, {}};
+    fillChooser(chooser);
+    for (const EntryOption &entry : settings.entries)
+        if (!entry.type.empty())
             chooseNamed(chooser, entry);
-        }
     chooseWords(chooser, words);
-    if (named)
-        return;
-    std::unordered_set<const Module *> worded;
-    for (const EntryWord &word : words)
-        worded.insert(word.definition->module);
     for (const Assignment *assignment : unnamedTypes(c, plan))
-        if (worded.count(assignment->module) == 0 && canBeEntry(c, *assignment))
-            chooser.choose(assignment, chooser.common);
+        if (canBeEntry(c, *assignment) && !chooser.modules.at(assignment->module).spokenOf)
+            chooser.choose(assignment, 0);
 }
 
 } // namespace asntree

@@ -43,7 +43,7 @@ Edges includesOf(const Compilation &c, const std::vector<ModuleInfo *> &modules,
 }
 
 /* The numbers of the modules that a MERGE= option names. */
-std::vector<std::uint32_t> mergedModules(Compilation &c, const PlanOptions::Merge &merge,
+std::vector<std::uint32_t> mergedModules(Compilation &c, const MergeChoice &merge,
                                          const std::vector<ModuleInfo *> &modules) {
     std::vector<std::uint32_t> found;
     for (const std::string &name : merge.modules) {
@@ -53,7 +53,7 @@ std::vector<std::uint32_t> mergedModules(Compilation &c, const PlanOptions::Merg
                 found.push_back(n);
         if (found.size() == before)
             error(c.diagnostics, {},
-                  "-MERGE=" + merge.prefix + ": there is no module `" + name + "` in this run");
+                  merge.where + "-MERGE=" + merge.prefix + ": there is no module `" + name + "` in this run");
     }
     return found;
 }
@@ -83,14 +83,14 @@ void noteMerge(Compilation &c, TreePlan &tree, bool wanted) {
 
 } // namespace
 
-void mergeModules(Compilation &c, const PlanOptions &options, Plan &plan) {
+void mergeModules(Compilation &c, const Settings &settings, Plan &plan) {
     const std::vector<ModuleInfo *> modules = sortedModules(c);
     Numbers numbers;
     for (std::uint32_t n = 0; n < modules.size(); ++n)
         numbers.emplace(modules[n], n);
     Edges edges = includesOf(c, modules, numbers);
     std::vector<std::string> wantedPrefix(modules.size());
-    for (const PlanOptions::Merge &merge : options.merges) {
+    for (const MergeChoice &merge : settings.merges) {
         const std::vector<std::uint32_t> members = mergedModules(c, merge, modules);
         for (std::size_t i = 0; i < members.size(); ++i) {
             edges.emplace_back(members[i], members[(i + 1) % members.size()]);
@@ -109,6 +109,14 @@ void mergeModules(Compilation &c, const PlanOptions &options, Plan &plan) {
         if (members.size() > 1)
             noteMerge(c, tree, !tree.filePrefix.empty());
         plan.trees.push_back(std::move(tree));
+    }
+    for (const auto &[from, to] : edges)
+        if (groups.groupOf[from] != groups.groupOf[to])
+            plan.trees[groups.groupOf[from]].includes.push_back(groups.groupOf[to]);
+    for (TreePlan &tree : plan.trees) {
+        std::sort(tree.includes.begin(), tree.includes.end());
+        tree.includes.erase(std::unique(tree.includes.begin(), tree.includes.end()),
+                            tree.includes.end());
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "asntree/options.h"
 #include "asntree/plan.h"
-#include "asntree/planoptions.h"
 
 namespace asntree {
 
@@ -9,7 +9,7 @@ namespace asntree {
    imports, and for those that an option merges (with what that makes a circle). The trees stand
    behind those that they import from; the modules of a tree in the order of `standsBefore`.
    Prefixes and definitions are left to be filled. */
-void mergeModules(Compilation &c, const PlanOptions &options, Plan &plan);
+void mergeModules(Compilation &c, const Settings &settings, Plan &plan);
 
 /* Fills the definitions of a tree: those of a single module in the order of its text; of merged
    modules so that each stands behind what it names, groups that name one another together, and else

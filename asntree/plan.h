@@ -17,6 +17,7 @@ struct TreePlan {
     std::string filePrefix;
     std::string genPrefix;
     std::vector<ModuleInfo *> modules;           /* the first one gives the tree its name */
+    std::vector<std::size_t> includes;           /* trees that it imports from, ascending */
     std::vector<const Assignment *> definitions; /* in the order of the tree's lists */
     std::vector<std::string> notes;              /* merged modules, renamed definitions */
 };
@@ -37,13 +38,27 @@ struct Plan {
     std::unordered_map<const ModuleInfo *, std::size_t> treeOfModule; /* index in `trees` */
     std::unordered_map<const ModuleInfo *, ModulePrefixes> prefixes;
     std::unordered_map<const Assignment *, EntryChoice> entries;
-    /* Naming overrides of definitions, as they stand in the tree: "-PREF=h225", "-NAME=..." (the
-       options of Words come in addition). */
+    /* Naming overrides of definitions, as they stand in the tree: "-TPREF=h225", "-VNAME=..." with the
+       letters of the definition's kind (naming.h). They stand behind those that Words give, which
+       they take into account. */
     std::unordered_map<const Assignment *, std::vector<std::string>> overrides;
+};
+
+/* An `entry` word that a directive gives a definition. */
+struct EntryWord {
+    const Assignment *definition = nullptr;
+    std::uint8_t categories = 0; /* 0: none given */
+};
+
+/* What directives say of definitions that the plan has to know. */
+struct DefinitionWords {
+    std::vector<EntryWord> entries;
+    /* Naming words as the overrides that they become in the tree: "-TNAME=X". */
+    std::unordered_map<const Assignment *, std::vector<std::string>> naming;
 };
 
 /* Makes the plan from modules without errors. Reports what can't be planned: a MERGE= that names an
    unknown module, prefixes that two modules want, entries that aren't there. */
-Plan makePlan(Compilation &c, const Settings &settings);
+Plan makePlan(Compilation &c, const Settings &settings, const DefinitionWords &words = {});
 
 } // namespace asntree

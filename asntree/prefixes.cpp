@@ -100,24 +100,24 @@ void takeGiven(Compilation &c, Taken &taken, const std::string &option, const st
                                            : "that of " + other->second + " too"));
 }
 
-void takePrefixOptions(Compilation &c, const PlanOptions &options, Plan &plan, Taken &taken,
+void takePrefixOptions(Compilation &c, const Settings &settings, Plan &plan, Taken &taken,
                        const std::vector<const ModuleInfo *> &modules) {
     std::unordered_map<std::string, const ModuleInfo *> byName;
     for (const ModuleInfo *module : modules)
         byName.emplace(withUnderscores(module->syntax->name.text), module);
-    for (const PlanOptions::Prefix &option : options.prefixes) {
-        auto found = byName.find(withUnderscores(option.module));
+    for (const PrefixChoice &choice : settings.prefixes) {
+        auto found = byName.find(withUnderscores(choice.module));
         if (found == byName.end())
             continue; /* an option file may serve many runs */
         auto [place, isNew] =
-            plan.prefixes.emplace(found->second, ModulePrefixes{option.file, option.gen});
+            plan.prefixes.emplace(found->second, ModulePrefixes{choice.filePrefix, choice.genPrefix});
         if (!isNew)
             error(c.diagnostics, {},
-                  "-PREFIX=" + option.module + ": the module has a prefix already, `" +
+                  "-PREFIX=" + choice.module + ": the module has a prefix already, `" +
                       place->second.gen + "`");
         else
-            takeGiven(c, taken, "-PREFIX=" + option.module, option.gen,
-                      "module `" + option.module + "`");
+            takeGiven(c, taken, "-PREFIX=" + choice.module, choice.genPrefix,
+                      "module `" + choice.module + "`");
     }
 }
 
@@ -189,15 +189,15 @@ std::string prefixOfName(std::string_view moduleName, std::size_t length) {
     return text.substr(0, length);
 }
 
-void choosePrefixes(Compilation &c, const PlanOptions &options, Plan &plan) {
+void choosePrefixes(Compilation &c, const Settings &settings, Plan &plan) {
     const std::vector<const ModuleInfo *> modules = sortedModules(c, plan);
-    const auto length = static_cast<std::size_t>(options.prefixLength);
+    const auto length = static_cast<std::size_t>(settings.prefixLength);
     Taken taken;
     for (const TreePlan &tree : plan.trees)
         if (!tree.genPrefix.empty())
             takeGiven(c, taken, "-MERGE=" + tree.genPrefix, tree.genPrefix, "merged modules");
     std::unordered_map<const ModuleInfo *, bool> byOption;
-    takePrefixOptions(c, options, plan, taken, modules);
+    takePrefixOptions(c, settings, plan, taken, modules);
     for (const auto &[module, prefixes] : plan.prefixes)
         byOption[module] = true;
     takeFileNames(c, length, plan, taken, modules);

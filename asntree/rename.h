@@ -1,15 +1,16 @@
 #pragma once
 
 #include "asntree/naming.h"
+#include "asntree/options.h"
 #include "asntree/plan.h"
-#include "asntree/planoptions.h"
 
 namespace asntree {
 
 /* What the parts of the tree that are written for a definition say of its name already: options of
    its module (by tree), and words of directives as overrides ("-TNAME=X"). */
 struct GivenNames {
-    std::vector<NamingRules> rules; /* parallel to Plan::trees */
+    std::vector<NamingRules> rules;       /* parallel to Plan::trees */
+    std::vector<std::size_t> nameLengths; /* the same: NAMELEN= */
     std::unordered_map<const Assignment *, std::vector<std::string>> overrides;
 };
 
@@ -17,6 +18,6 @@ struct GivenNames {
    generator derives from the names of others (functions, tags, tables, macros), with the run-time
    layer, and defines of values with members of structures. Each gets the prefix of its own module,
    and where that doesn't tell two apart, a number. A note for each. */
-void renameClashes(Compilation &c, const PlanOptions &options, const GivenNames &given, Plan &plan);
+void renameClashes(Compilation &c, const Settings &settings, const GivenNames &given, Plan &plan);
 
 } // namespace asntree
