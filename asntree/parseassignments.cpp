@@ -75,13 +75,6 @@ void parseMacro(Parser &p, Assignment &assignment) {
         fail(p, place, "the macro has no END");
 }
 
-/* A type is expected, and the next assignment begins instead. */
-bool isAssignmentNext(const Parser &p) {
-    const Token &token = peek(p);
-    return (token.kind == TokenKind::Upper || token.kind == TokenKind::Lower) &&
-           nextIs(p, TokenKind::Assign);
-}
-
 void parseTypeAssignment(Parser &p, Assignment &assignment) {
     const Scoped<TypePlace> scoped(p.typePlace, TypePlace::Assignment);
     if (atWord(p, Word::CLASS)) {
@@ -92,8 +85,6 @@ void parseTypeAssignment(Parser &p, Assignment &assignment) {
         assignment.objectClass = created.get();
         p.context.arena.classes.push_back(std::move(created));
         parseObjectClass(p, *assignment.objectClass);
-    } else if (isAssignmentNext(p)) {
-        failExpected(p, "a type");
     } else {
         assignment.type = parseType(p);
     }
@@ -105,7 +96,7 @@ void parseSetAssignment(Parser &p, Assignment &assignment) {
     const std::uint32_t begin = p.pos;
     if (at(p, TokenKind::OpenBrace)) {
         assignment.tokens = skipBraces(p);
-    } else if (beginsType(p, peek(p)) && !isAssignmentNext(p)) {
+    } else if (beginsType(p, peek(p)) && !beginsNextAssignment(p)) {
         parseType(p);
         assignment.tokens = rangeFrom(p, begin);
     } else if (beginsValue(peek(p))) {
@@ -133,7 +124,7 @@ void parseValueAssignment(Parser &p, Assignment &assignment) {
                        (assignment.type->kind == TypeKind::Reference && isMacroName(p, governor));
     const Scoped<bool> pairs(p.pairs, true);
     const Scoped<bool> quiet(p.quietPairs, macro);
-    if (isAssignmentNext(p))
+    if (beginsNextAssignment(p))
         failExpected(p, "a value");
     assignment.value = parseValue(p);
 }

@@ -159,7 +159,9 @@ void parseSyntaxItems(Parser &p, Brackets &brackets, std::vector<SyntaxItem> &it
         if (!opens && !isLiteral(p, token) && token.kind != TokenKind::AmpUpper &&
             token.kind != TokenKind::AmpLower)
             return;
-        items.push_back(parseSyntaxItem(p, brackets));
+        SyntaxItem item = parseSyntaxItem(p, brackets);
+        if (!p.failed)
+            items.push_back(std::move(item)); /* a group is never empty */
     }
 }
 

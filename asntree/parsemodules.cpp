@@ -178,16 +178,16 @@ void parseImports(Parser &p, Module &module) {
     }
 }
 
-/* After a mistake: to what follows the ";", or to the first assignment. */
-void leaveList(Parser &p) {
+/* After a mistake in the list at `begin`: to what follows the ";", or to the first assignment. */
+void leaveList(Parser &p, std::uint32_t begin) {
     if (!p.failed)
         return;
     p.failed = false;
-    const std::uint32_t assignment = nextAssignment(p, p.pos, p.lastAssign);
+    const std::uint32_t assignment = nextAssignment(p, p.pos, begin + 1);
     std::uint32_t i = p.pos;
     while (i < assignment && p.file.tokens[i].kind != TokenKind::Semicolon)
         ++i;
-    p.pos = i < assignment ? i + 1 : std::max(p.pos, assignment);
+    p.pos = i < assignment ? i + 1 : assignment;
 }
 
 void noteImports(const Module &module, ModuleWords &words) {
@@ -213,6 +213,7 @@ void parseModuleStart(Parser &p, Module &module, ModuleWords &words) {
     bool exported = false;
     bool imported = false;
     while (!p.failed && (atWord(p, Word::EXPORTS) || atWord(p, Word::IMPORTS))) {
+        const std::uint32_t begin = p.pos;
         const Place place = here(p);
         const bool exports = atWord(p, Word::EXPORTS);
         if (exports ? exported : imported)
@@ -224,7 +225,7 @@ void parseModuleStart(Parser &p, Module &module, ModuleWords &words) {
             parseExports(p, module);
         else
             parseImports(p, module);
-        leaveList(p);
+        leaveList(p, begin);
         p.softError = NO_TOKEN;
     }
     noteImports(module, words);

@@ -47,7 +47,7 @@ bool isDefined(const SourceFile &file, std::uint32_t i) {
     const bool governs = before.kind == TokenKind::Lower || before.kind == TokenKind::Upper ||
                          before.kind == TokenKind::CloseBracket || before.word == Word::OF ||
                          before.word == Word::IMPLICIT || before.word == Word::EXPLICIT ||
-                         before.kind == TokenKind::Less;
+                         before.kind == TokenKind::Less || before.kind == TokenKind::Assign;
     return !governs || lineBetween(file, before, token);
 }
 

@@ -317,6 +317,8 @@ bool isObjectMacro(const Parser &p) {
 
 void parseUntagged(Parser &p, Type &type) {
     const Token &token = peek(p);
+    if (p.typePlace == TypePlace::Assignment && beginsNextAssignment(p))
+        return failExpected(p, "a type");
     const bool className =
         token.word == Word::TYPE_IDENTIFIER || token.word == Word::ABSTRACT_SYNTAX;
     if (isUpperName(p, token) || className || isObjectMacro(p)) {

@@ -133,6 +133,10 @@ void parseReference(Parser &p, Reference &ref, std::vector<Name> &fields,
    so. */
 void checkForMacro(Parser &p, Type &type);
 
+/* A type or value is expected, and `Name ::=` stands there. */
+inline bool beginsNextAssignment(const Parser &p) {
+    return (at(p, TokenKind::Upper) || at(p, TokenKind::Lower)) && nextIs(p, TokenKind::Assign);
+}
 /* Number of the token that the next assignment behind `from` begins with, or END, or the end of the
    range. `low`: where it may begin at the earliest. */
 std::uint32_t nextAssignment(const Parser &p, std::uint32_t from, std::uint32_t low);
