@@ -51,4 +51,11 @@ void checkConstraint(Compilation &c, const ConstraintUse &use, TypeUse governor)
 /* Does a value fit its type's constraints; reports once what doesn't. */
 bool checkDatum(Compilation &c, const Datum &datum, TypeUse type);
 
+/* Reports what doesn't fit: a constraint that doesn't go with its type, values of another type,
+   ranges that are reversed, empty, or reach outside the parent. Tables and their paths are left to
+   others. */
+void checkConstraints(Compilation &c, TypeUse type); /* those that stand on this one type node */
+/* The same for one constraint, or a value set, on `parent` with all constraints of that. */
+void checkConstraint(Compilation &c, const ConstraintUse &use, TypeUse parent);
+
 } // namespace asntree

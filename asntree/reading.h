@@ -103,5 +103,7 @@ bool isTime(TypeKind kind);
 bool isOpen(TypeKind kind);
 /* The characters of a string type. */
 NumberSet alphabetOf(TypeKind kind);
+/* "`x`", "U+00E9". */
+std::string textOfCharacter(char32_t character);
 
 } // namespace asntree

@@ -117,6 +117,17 @@ NumberSet alphabetOf(TypeKind kind) {
     }
 }
 
+std::string textOfCharacter(char32_t character) {
+    if (character > 0x20 && character < 0x7F)
+        return std::string("`") + static_cast<char>(character) + "`";
+    constexpr char digits[] = "0123456789ABCDEF";
+    std::string text;
+    for (int shift = 28; shift >= 0; shift -= 4)
+        if (const char32_t digit = character >> shift; digit != 0 || shift < 16)
+            text += digits[digit & 15];
+    return "U+" + text;
+}
+
 namespace {
 
 /* As alphabetOf, quickly. */
@@ -138,17 +149,6 @@ bool belongs(TypeKind kind, char32_t character) {
     default:
         return true;
     }
-}
-
-std::string textOfCharacter(char32_t character) {
-    if (character > 0x20 && character < 0x7F)
-        return std::string("`") + static_cast<char>(character) + "`";
-    constexpr char digits[] = "0123456789ABCDEF";
-    std::string text;
-    for (int shift = 28; shift >= 0; shift -= 4)
-        if (const char32_t digit = character >> shift; digit != 0 || shift < 16)
-            text += digits[digit & 15];
-    return "U+" + text;
 }
 
 /* The characters of a text in UTF-8; octets that aren't stand for themselves, as in Latin-1. */

@@ -1,0 +1,496 @@
+#include <algorithm>
+#include <unordered_set>
+
+#include "asntree/extents.h"
+#include "asntree/objects.h"
+
+/* Does a constraint fit the type that it is written on. */
+
+namespace asntree {
+
+namespace {
+
+/* What a constraint is checked against. */
+struct Site {
+    Compilation &c;
+    const Scope *scope;
+    TypeUse governor;
+    TypeUse base;
+    NumberSet extents[ASPECTS]; /* of the parent: values, sizes, characters */
+    bool alphabet = false;      /* within FROM */
+    bool size = false;          /* within SIZE */
+
+    const NumberSet &extent(Aspect aspect) const {
+        return extents[static_cast<std::size_t>(aspect)];
+    }
+    TypeKind kind() const { return base.type->kind; }
+};
+
+void checkSpec(Site &site, const ConstraintSpec &spec);
+void checkElement(Site &site, const Constraint &constraint);
+
+Site siteOf(Compilation &c, const Scope *scope, TypeUse governor, TypeUse parent) {
+    Site site{c, scope, governor, baseOf(c, governor), {}};
+    for (std::size_t i = 0; i < ASPECTS; ++i) {
+        const auto aspect = static_cast<Aspect>(i);
+        site.extents[i] = parent ? extentOf(c, parent, aspect, ExtensionView::Open)
+                                 : wholeExtent(c, governor, aspect);
+    }
+    return site;
+}
+
+void refuse(const Site &site, Place place, std::string text) {
+    error(site.c.diagnostics, place, std::move(text));
+}
+
+/* "SIZE restricts strings and lists, not INTEGER". */
+void refuseKind(const Site &site, const Constraint &constraint, std::string_view what) {
+    std::string type = describeType(site.governor);
+    const std::string kind(kindText(site.kind()));
+    if (type != kind)
+        type += " (" + kind + ")";
+    refuse(site, constraint.place, std::string(what) + ", not " + type);
+}
+
+bool isSized(TypeKind kind) {
+    return kind == TypeKind::BitString || kind == TypeKind::OctetString ||
+           kind == TypeKind::SequenceOf || kind == TypeKind::SetOf || isCharacterString(kind) ||
+           kind == TypeKind::GeneralizedTime || kind == TypeKind::UtcTime;
+}
+
+/* The times of 1988 are strings of characters by their definition. */
+bool hasAlphabet(TypeKind kind) {
+    return (isCharacterString(kind) && kind != TypeKind::CharacterString) ||
+           kind == TypeKind::GeneralizedTime || kind == TypeKind::UtcTime;
+}
+
+bool isIsoTime(TypeKind kind) {
+    return isTime(kind) && kind != TypeKind::GeneralizedTime && kind != TypeKind::UtcTime;
+}
+
+/* --- values and ranges --- */
+
+void reportOutside(const Site &site, Place place, const std::string &what, const Number &number) {
+    const Aspect aspect = site.alphabet ? Aspect::Characters
+                          : site.size   ? Aspect::Sizes
+                                        : Aspect::Values;
+    const NumberSet &parent = site.extent(aspect);
+    if (site.alphabet) {
+        refuse(site, place, what + " reaches outside the parent: no such character is left there");
+        return;
+    }
+    refuse(site, place,
+           what + " " + textOf(number) + " reaches outside the parent, which allows " +
+               (site.size ? "sizes of " : "") + textOf(parent));
+}
+
+const NumberSet &parentOf(const Site &site) {
+    return site.extent(site.alphabet ? Aspect::Characters
+                       : site.size   ? Aspect::Sizes
+                                     : Aspect::Values);
+}
+
+void checkSingle(Site &site, const Value *value) {
+    if (site.kind() == TypeKind::Integer && !site.size &&
+        (value->kind == ValueKind::Min || value->kind == ValueKind::Max))
+        return; /* an end of the parent */
+    const Datum *datum = readDatum(site.c, {value, site.scope}, site.governor);
+    if (site.alphabet) {
+        if (datum->kind == DatumKind::Text &&
+            !isWithin(charactersIn(*datum), parentOf(site)))
+            reportOutside(site, value->place, "the text", {});
+        return;
+    }
+    if (datum->kind == DatumKind::Integer || datum->kind == DatumKind::Item) {
+        if (!contains(parentOf(site), datum->number))
+            reportOutside(site, value->place, site.size ? "the size" : "the value", datum->number);
+        return;
+    }
+    const auto size = sizeOf(*datum);
+    if (size && !contains(site.extent(Aspect::Sizes), *size))
+        refuse(site, value->place,
+               "the value reaches outside the parent, which allows sizes of " +
+                   textOf(site.extent(Aspect::Sizes)));
+}
+
+ExtentQuestion questionOf(const Site &site, Aspect aspect) {
+    return {site.c, site.scope, site.governor, aspect, ExtensionView::Root, site.alphabet};
+}
+
+/* Endpoints that aren't MIN or MAX, and whether they can be used. */
+struct Ends {
+    std::optional<Number> lower;
+    std::optional<Number> upper;
+    bool sound = true;
+};
+
+std::optional<Number> checkEnd(Site &site, const Value *value, bool &sound) {
+    if (value->kind == ValueKind::Min || value->kind == ValueKind::Max)
+        return std::nullopt;
+    const auto number = endpointOf(questionOf(site, Aspect::Values), value);
+    if (!number) {
+        const Datum *datum = readDatum(site.c, {value, site.scope}, site.governor);
+        if (datum->kind != DatumKind::Bad)
+            refuse(site, value->place,
+                   site.alphabet ? "an endpoint of a range of characters is one character"
+                                 : "an endpoint of a range is a number");
+        sound = false;
+        return number;
+    }
+    if (!contains(parentOf(site), *number)) {
+        reportOutside(site, value->place, site.size ? "the size" : "the endpoint", *number);
+        sound = false;
+    }
+    return number;
+}
+
+void checkNumberRange(Site &site, const Constraint &range) {
+    bool sound = true;
+    auto lower = checkEnd(site, range.lower, sound);
+    auto upper = checkEnd(site, range.upper, sound);
+    const NumberSet &parent = parentOf(site);
+    if (!sound || parent.empty())
+        return;
+    if (!lower)
+        lower = range.lower->kind == ValueKind::Min ? parent.lower() : parent.upper();
+    if (!upper)
+        upper = range.upper->kind == ValueKind::Max ? parent.upper() : parent.lower();
+    if (*upper < *lower) {
+        refuse(site, range.place,
+               site.alphabet ? "the range is reversed: its first character comes behind its last"
+                             : "the range is reversed: its lower end " + textOf(*lower) +
+                                   " is greater than its upper end " + textOf(*upper));
+        return;
+    }
+    if (range.lowerOpen)
+        lower = next(*lower);
+    if (range.upperOpen)
+        upper = previous(*upper);
+    if (*upper < *lower)
+        refuse(site, range.place, "the range is empty: nothing lies between its ends");
+}
+
+void checkRealRange(Site &site, const Constraint &range) {
+    const auto real = [&](const Value *value) -> const Datum * {
+        if (value->kind == ValueKind::Min || value->kind == ValueKind::Max)
+            return nullptr;
+        const Datum *datum = readDatum(site.c, {value, site.scope}, site.governor);
+        return datum->kind == DatumKind::Real ? datum : nullptr;
+    };
+    const Datum *lower = real(range.lower);
+    const Datum *upper = real(range.upper);
+    if (lower == nullptr || upper == nullptr)
+        return;
+    const auto order = compareReals(lower->real, upper->real);
+    if (order && *order > 0)
+        refuse(site, range.place,
+               "the range is reversed: its lower end is greater than its upper end");
+    else if (order && *order == 0 && (range.lowerOpen || range.upperOpen))
+        refuse(site, range.place, "the range is empty: nothing lies between its ends");
+}
+
+void checkRange(Site &site, const Constraint &range) {
+    if (site.alphabet || site.size || site.kind() == TypeKind::Integer)
+        checkNumberRange(site, range);
+    else if (site.kind() == TypeKind::Real)
+        checkRealRange(site, range);
+    else if (!isIsoTime(site.kind()))
+        refuseKind(site, range,
+                   hasAlphabet(site.kind())
+                       ? "a range of characters stands within FROM; a range restricts numbers"
+                       : "a range restricts INTEGER and REAL");
+}
+
+/* --- constraints of one kind of types --- */
+
+void checkSize(Site &site, const Constraint &constraint) {
+    if (site.size || site.alphabet || !isSized(site.kind())) {
+        refuseKind(site, constraint, "SIZE restricts strings and lists");
+        return;
+    }
+    if (constraint.inner == nullptr)
+        return;
+    Site inner = site;
+    inner.size = true;
+    inner.governor = inner.base = builtinType(site.c, TypeKind::Integer);
+    checkSpec(inner, *constraint.inner);
+}
+
+void checkAlphabet(Site &site, const Constraint &constraint) {
+    if (site.size || site.alphabet || !hasAlphabet(site.kind())) {
+        refuseKind(site, constraint, "FROM restricts strings of characters");
+        return;
+    }
+    if (constraint.inner == nullptr || isTime(site.kind()))
+        return;
+    Site inner = site;
+    inner.alphabet = true;
+    checkSpec(inner, *constraint.inner);
+}
+
+void checkContained(Site &site, const Constraint &constraint) {
+    if (constraint.type == nullptr)
+        return;
+    const TypeUse type{constraint.type, site.scope};
+    const TypeUse base = baseOf(site.c, type);
+    if (!base || isOpen(site.kind()) || compatible(site.c, type, site.governor))
+        return;
+    refuse(site, constraint.place,
+           describeType(type) + " can't be included in " +
+               (site.size ? "a size, which is an INTEGER" : describeType(site.governor)) +
+               ": its values are of another type");
+}
+
+void checkWithComponent(Site &site, const Constraint &constraint) {
+    if (site.kind() != TypeKind::SequenceOf && site.kind() != TypeKind::SetOf) {
+        refuseKind(site, constraint, "WITH COMPONENT restricts SEQUENCE OF and SET OF");
+        return;
+    }
+    if (constraint.inner == nullptr)
+        return;
+    const TypeUse element{site.base.type->element, site.base.scope};
+    checkConstraint(site.c, {constraint.inner, site.scope, element}, element);
+}
+
+/* The structures whose components may be named for a type; more than one for EXTERNAL. */
+std::vector<TypeUse> structuresOf(const Site &site) {
+    switch (site.kind()) {
+    case TypeKind::Sequence:
+    case TypeKind::Set:
+    case TypeKind::Choice:
+        return {site.base};
+    case TypeKind::External:
+        return {predefinedType(site.c, "External1994"), predefinedType(site.c, "External1990")};
+    case TypeKind::EmbeddedPdv:
+        return {predefinedType(site.c, "EmbeddedPdv")};
+    case TypeKind::CharacterString:
+        return {predefinedType(site.c, "CharacterStringValue")};
+    case TypeKind::InstanceOf:
+        return {predefinedType(site.c, "InstanceOf")};
+    case TypeKind::Real:
+        return {predefinedType(site.c, "RealValue")};
+    default:
+        return {};
+    }
+}
+
+void checkPart(Site &site, const std::vector<TypeUse> &structures,
+               const ComponentConstraint &part) {
+    const SettledComponent *component = nullptr;
+    for (const TypeUse &structure : structures)
+        if (component == nullptr && structure)
+            component = findComponent(site.c, structure, part.name.text);
+    if (component != nullptr) {
+        if (part.inner != nullptr)
+            checkConstraint(site.c, {part.inner, site.scope, component->type}, component->type);
+        return;
+    }
+    std::vector<std::string_view> candidates;
+    for (const TypeUse &structure : structures)
+        for (const SettledComponent &other : componentsOf(site.c, structure))
+            candidates.push_back(other.name);
+    std::vector<Remark> remarks;
+    const std::string_view near = nearestName(part.name.text, candidates);
+    if (!near.empty())
+        remarks.push_back({{}, "did you mean " + quote(near) + "?"});
+    error(site.c.diagnostics, part.name.place,
+          describeType(site.governor) + " has no component " + quote(part.name.text), remarks);
+}
+
+void checkWithComponents(Site &site, const Constraint &constraint) {
+    const std::vector<TypeUse> structures = structuresOf(site);
+    if (structures.empty()) {
+        refuseKind(site, constraint, "WITH COMPONENTS restricts SEQUENCE, SET and CHOICE");
+        return;
+    }
+    std::unordered_map<std::string_view, Place> seen;
+    const ComponentConstraint *present = nullptr;
+    for (const ComponentConstraint &part : constraint.parts) {
+        const auto [first, isNew] = seen.try_emplace(part.name.text, part.name.place);
+        if (!isNew) {
+            error(site.c.diagnostics, part.name.place,
+                  "the component " + quote(part.name.text) + " is restricted twice",
+                  {{first->second, "first here"}});
+            continue;
+        }
+        checkPart(site, structures, part);
+        if (site.kind() != TypeKind::Choice || part.presence != PresenceWord::Present)
+            continue;
+        if (present != nullptr)
+            error(site.c.diagnostics, part.name.place,
+                  "only one alternative of a CHOICE can be PRESENT",
+                  {{present->name.place, "the other one"}});
+        present = &part;
+    }
+}
+
+void checkPattern(Site &site, const Constraint &constraint) {
+    if (!hasAlphabet(site.kind()) || site.size || site.alphabet)
+        refuseKind(site, constraint, "PATTERN restricts strings of characters");
+    else if (constraint.value != nullptr)
+        readDatum(site.c, {constraint.value, site.scope},
+                  builtinType(site.c, TypeKind::Utf8String));
+}
+
+void checkSettings(Site &site, const Constraint &constraint) {
+    if (!isIsoTime(site.kind()))
+        refuseKind(site, constraint, "SETTINGS restricts TIME");
+}
+
+void checkContents(Site &site, const Constraint &constraint) {
+    const bool bits = site.kind() == TypeKind::BitString;
+    if (!bits && site.kind() != TypeKind::OctetString)
+        refuseKind(site, constraint, "CONTAINING and ENCODED BY restrict BIT STRING and OCTET STRING");
+    else if (bits && !site.base.type->items.empty())
+        refuse(site, constraint.place, "a BIT STRING with named bits can't be CONTAINING a type");
+    if (constraint.value != nullptr)
+        readDatum(site.c, {constraint.value, site.scope},
+                  builtinType(site.c, TypeKind::ObjectIdentifier));
+}
+
+/* Braces are a value here, and so are fields of objects; fields of sets give many values. */
+void checkGroup(Site &site, const Constraint &constraint) {
+    const Value &value = *constraint.value;
+    if (value.kind == ValueKind::Field && !value.fieldIsUpper.empty())
+        settingsOf(site.c, value.ref, value.fields, value.fieldIsUpper, site.scope);
+    else
+        checkSingle(site, &value);
+}
+
+void checkElement(Site &site, const Constraint &constraint) {
+    switch (constraint.kind) {
+    case ConstraintKind::Union:
+    case ConstraintKind::Intersection:
+    case ConstraintKind::Except:
+    case ConstraintKind::AllExcept:
+        for (const Constraint *operand : constraint.operands)
+            checkElement(site, *operand);
+        return;
+    case ConstraintKind::SingleValue:
+        return checkSingle(site, constraint.value);
+    case ConstraintKind::Range:
+        return checkRange(site, constraint);
+    case ConstraintKind::Contained:
+        return checkContained(site, constraint);
+    case ConstraintKind::Size:
+        return checkSize(site, constraint);
+    case ConstraintKind::Alphabet:
+        return checkAlphabet(site, constraint);
+    case ConstraintKind::WithComponent:
+        return checkWithComponent(site, constraint);
+    case ConstraintKind::WithComponents:
+        return checkWithComponents(site, constraint);
+    case ConstraintKind::Pattern:
+        return checkPattern(site, constraint);
+    case ConstraintKind::Settings:
+        return checkSettings(site, constraint);
+    case ConstraintKind::Contents:
+        return checkContents(site, constraint);
+    case ConstraintKind::Group:
+        return checkGroup(site, constraint);
+    case ConstraintKind::Table:
+    case ConstraintKind::UserDefined:
+    case ConstraintKind::Bad:
+        return;
+    }
+}
+
+/* --- whole constraints --- */
+
+void checkException(Site &site, const ConstraintSpec &spec) {
+    if (spec.exception == nullptr)
+        return;
+    const TypeUse type = spec.exceptionType != nullptr
+                             ? TypeUse{spec.exceptionType, site.scope}
+                             : builtinType(site.c, TypeKind::Integer);
+    readDatum(site.c, {spec.exception, site.scope}, type);
+}
+
+/* Which sets of a type a constraint may leave empty. */
+std::vector<Aspect> aspectsOf(const Site &site) {
+    if (site.alphabet)
+        return {Aspect::Characters};
+    if (site.size || site.kind() == TypeKind::Integer || site.kind() == TypeKind::Enumerated)
+        return {Aspect::Values};
+    std::vector<Aspect> aspects;
+    if (isSized(site.kind()))
+        aspects.push_back(Aspect::Sizes);
+    if (isCharacterString(site.kind()))
+        aspects.push_back(Aspect::Characters);
+    return aspects;
+}
+
+void checkEmpty(Site &site, const ConstraintSpec &spec) {
+    for (const Aspect aspect : aspectsOf(site)) {
+        const NumberSet &parent =
+            site.size ? site.extent(Aspect::Sizes) : site.extent(aspect);
+        if (parent.empty() || !evaluate(questionOf(site, aspect), *spec.root, parent).set.empty())
+            continue;
+        refuse(site, spec.place,
+               site.size || aspect == Aspect::Sizes ? "the constraint leaves no size"
+               : aspect == Aspect::Characters       ? "the constraint leaves no character"
+                                                    : "the constraint leaves no value");
+        return;
+    }
+}
+
+void checkSpec(Site &site, const ConstraintSpec &spec) {
+    const DepthGuard guard(site.c);
+    if (!guard.ok) {
+        refuse(site, spec.place, "constraints lie too deep in one another here");
+        return;
+    }
+    const int errors = site.c.diagnostics.errors;
+    if (spec.root != nullptr)
+        checkElement(site, *spec.root);
+    if (spec.additions != nullptr)
+        checkElement(site, *spec.additions);
+    checkException(site, spec);
+    if (errors == site.c.diagnostics.errors && spec.root != nullptr)
+        checkEmpty(site, spec);
+}
+
+/* Serial constraints: each has what those in front of it leave as its parent. */
+void narrow(Site &site, const ConstraintSpec &spec) {
+    for (std::size_t i = 0; i < ASPECTS; ++i) {
+        const ExtentQuestion question{site.c, site.scope, site.governor, static_cast<Aspect>(i),
+                                      ExtensionView::Open};
+        site.extents[i] = evaluate(question, spec, site.extents[i]).set;
+    }
+}
+
+bool isCheckable(const Site &site) {
+    return site.base && site.kind() != TypeKind::Bad && site.kind() != TypeKind::Macro &&
+           site.kind() != TypeKind::Reference;
+}
+
+} // namespace
+
+void checkConstraint(Compilation &c, const ConstraintUse &use, TypeUse parent) {
+    if (use.spec == nullptr || !use.type)
+        return;
+    const DepthGuard guard(c);
+    if (!guard.ok) {
+        error(c.diagnostics, use.spec->place, "constraints lie too deep in one another here");
+        return;
+    }
+    if (!baseOf(c, use.type))
+        return;
+    Site site = siteOf(c, use.scope, use.type, parent);
+    if (isCheckable(site))
+        checkSpec(site, *use.spec);
+}
+
+void checkConstraints(Compilation &c, TypeUse type) {
+    if (!type || type.type->constraints.empty() || !baseOf(c, type))
+        return;
+    Site site = siteOf(c, type.scope, type, follow(c, type));
+    if (!isCheckable(site))
+        return;
+    for (const ConstraintSpec *spec : type.type->constraints) {
+        checkSpec(site, *spec);
+        narrow(site, *spec);
+    }
+}
+
+} // namespace asntree
