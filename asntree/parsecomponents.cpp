@@ -21,7 +21,7 @@ void parseMarker(Parser &p, ListState &list) {
     if (list.group != 0)
         complain(p, here(p), "\"...\" can't stand in version brackets");
     else if (++list.markers > 2)
-        complain(p, here(p), "a list of components has two \"...\" at most");
+        fail(p, here(p), "a list of components has two \"...\" at most");
     else if (list.choice && list.type.components.empty())
         slip(p.context.diagnostics, here(p), "a CHOICE needs an alternative in front of \"...\"");
     advance(p);
@@ -98,7 +98,7 @@ void parseRun(Parser &p, ListState &list, TokenKind close);
 /* [[ 2: a A, b B ]] */
 void parseGroup(Parser &p, ListState &list) {
     if (list.group != 0)
-        complain(p, here(p), "version brackets can't stand in version brackets");
+        fail(p, here(p), "version brackets can't stand in version brackets");
     else if (list.markers != 1)
         complain(p, here(p), "version brackets stand behind \"...\" only");
     advance(p);

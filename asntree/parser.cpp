@@ -143,14 +143,15 @@ void recover(Parser &p, std::uint32_t begin) {
 
 /* The assignments up to and with END. */
 void parseBody(Parser &p, Module &module) {
-    for (;;) {
+    for (bool lost = false;;) {
         p.softError = NO_TOKEN;
         const std::uint32_t begin = p.pos;
         module.end = here(p);
         if (takeWord(p, Word::END))
             return;
         if (at(p, TokenKind::End) || atHeader(p)) {
-            failExpected(p, "\"END\"");
+            if (!lost) /* else the mistake is told already */
+                failExpected(p, "\"END\"");
             p.failed = false;
             return;
         }
@@ -162,7 +163,8 @@ void parseBody(Parser &p, Module &module) {
             parseAssignment(p, module);
         else
             failExpected(p, "an assignment or \"END\"");
-        if (p.failed)
+        lost = p.failed;
+        if (lost)
             recover(p, begin);
     }
 }

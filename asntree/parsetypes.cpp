@@ -125,7 +125,7 @@ void parseItem(Parser &p, Type &type) {
         if (type.items.empty())
             complain(p, here(p), "an item is needed in front of \"...\"");
         else if (std::any_of(type.items.begin(), type.items.end(), isMarker))
-            complain(p, here(p), "an ENUMERATED has one \"...\" only");
+            fail(p, here(p), "an ENUMERATED has one \"...\" only");
         advance(p);
         if (at(p, TokenKind::Exclamation))
             parseException(p, nullptr);
