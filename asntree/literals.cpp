@@ -243,8 +243,11 @@ std::string charactersOf(std::string_view quoted) {
             continue;
         }
         while (content.ends_with(' ') || content.ends_with('\t') ||
-               content.ends_with(NO_BREAK_SPACE))
-            content.resize(content.size() - (content.back() == NO_BREAK_SPACE[1] ? 2 : 1));
+               content.ends_with(NO_BREAK_SPACE)) {
+            if (content.back() == NO_BREAK_SPACE[1])
+                content.pop_back();
+            content.pop_back();
+        }
         while (at + 1 < quoted.size() && spaceAt(quoted, at + 1) != 0)
             at += spaceAt(quoted, at + 1);
     }

@@ -35,14 +35,6 @@ bool beginsName(char c) {
     return isAsciiAlnum(c) || c == '_';
 }
 
-bool isComment(const Text &line) {
-    static constexpr const char *marks[] = {"/*", "*/", "//", "(*", "*)", "--", "#", "$"};
-    for (const char *mark : marks)
-        if (isOptionStri(line.c_str(), mark) != nullptr)
-            return true;
-    return false;
-}
-
 /* The text cut to the length of an option, its name in upper case. */
 Text optionCopy(const char *text) {
     Text copy(text, strnlen(text, MAX_OPTION_LENGTH));
@@ -214,7 +206,7 @@ void handleOptionFile(const char *name, unsigned *kinds, TedRange *range) {
             continue;
         if (lineBegins(line, "-END-OF-OPTIONS"))
             break;
-        if (!checkScopeLine(line, name, &inScope) && isComment(line))
+        if (!checkScopeLine(line, name, &inScope) && isOptionComment(line))
             continue;
         if (!beginsName(line[0]))
             parseOneCmdLineOption(line, kinds, range);
@@ -227,6 +219,14 @@ void handleOptionFile(const char *name, unsigned *kinds, TedRange *range) {
 }
 
 } // namespace
+
+bool isOptionComment(const Text &line) {
+    static constexpr const char *marks[] = {"/*", "*/", "//", "(*", "*)", "--", "#", "$"};
+    for (const char *mark : marks)
+        if (isOptionStri(line.c_str(), mark) != nullptr)
+            return true;
+    return false;
+}
 
 Text &optionToUpper(Text &text) {
     for (std::size_t i = 1; i < text.size() && text[i] != '='; ++i)

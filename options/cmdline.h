@@ -22,6 +22,9 @@ void addTedRec(TedRange *range, int tedKind, const char *text);
 /* Upper case for the letters of an option's name: from the second character to the first "=". */
 Text &optionToUpper(Text &text);
 
+/* True if a line of an option file, without white space in front, begins with a comment mark. */
+bool isOptionComment(const Text &line);
+
 /* The first character that can't be printed, or is a blank that isn't allowed; null if none. */
 const char *findNonPrint(const char *text, bool blankAllowed);
 

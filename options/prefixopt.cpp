@@ -31,13 +31,7 @@ const char *skipColon(const char *text) {
     return *text == ':' ? text + 1 : text;
 }
 
-/* The texts between the ":"; an empty prefix is that of the part before it. */
-struct PrefixOption {
-    std::string_view moduleName;
-    std::string_view filePrefix;
-    std::string_view genPrefix;
-    bool genPrefixGiven = false;
-};
+} // namespace
 
 bool parsePrefixOption(const char *text, PrefixOption *parts) {
     if (!isAsciiUpper(*text))
@@ -58,8 +52,6 @@ bool parsePrefixOption(const char *text, PrefixOption *parts) {
         parts->genPrefix = parts->filePrefix;
     return true;
 }
-
-} // namespace
 
 bool prefixOptOK(ModRec *module, const char *text) {
     PrefixOption parts;
