@@ -94,6 +94,8 @@ void checkSingle(Site &site, const Value *value) {
     if (site.kind() == TypeKind::Integer && !site.size &&
         (value->kind == ValueKind::Min || value->kind == ValueKind::Max))
         return; /* an end of the parent */
+    if (isInlineTable(site.c, value, site.governor))
+        return;
     const Datum *datum = readDatum(site.c, {value, site.scope}, site.governor);
     if (site.alphabet) {
         if (datum->kind == DatumKind::Text &&

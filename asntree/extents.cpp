@@ -43,6 +43,17 @@ std::optional<Number> endpointOf(const ExtentQuestion &q, const Value *value) {
     return std::nullopt;
 }
 
+bool isInlineTable(Compilation &c, const Value *value, TypeUse governor) {
+    if (value == nullptr || value->kind != ValueKind::Braced)
+        return false;
+    for (int steps = 0; governor && steps < 1000; ++steps) {
+        if (governor.type->kind == TypeKind::Field)
+            return true;
+        governor = governor.type->kind == TypeKind::Reference ? follow(c, governor) : TypeUse{};
+    }
+    return false;
+}
+
 namespace {
 
 Extent unknown(const NumberSet &parent) {
@@ -125,12 +136,18 @@ Extent evaluateRange(const ExtentQuestion &q, const Constraint &constraint,
     return {intersected(NumberSet::of(*lower, *upper), parent), true};
 }
 
+Extent evaluateSingle(const ExtentQuestion &q, const Value *value, const NumberSet &parent) {
+    if (isInlineTable(q.c, value, q.governor))
+        return unknown(parent);
+    return evaluateDatum(q, *readDatum(q.c, {value, q.scope}, q.governor), parent);
+}
+
 /* A field path in the place of an element: values, or sets of them, of one or many objects. */
 Extent evaluateGroup(const ExtentQuestion &q, const Constraint &constraint,
                      const NumberSet &parent) {
     const Value &value = *constraint.value;
     if (value.kind != ValueKind::Field)
-        return evaluateDatum(q, *readDatum(q.c, {&value, q.scope}, q.governor), parent);
+        return evaluateSingle(q, &value, parent);
     std::vector<NumberRange> ranges;
     for (const Setting &setting :
          settingsOf(q.c, value.ref, value.fields, value.fieldIsUpper, q.scope)) {
@@ -192,7 +209,7 @@ Extent evaluate(const ExtentQuestion &q, const Constraint &constraint, const Num
     case ConstraintKind::AllExcept:
         return evaluateExcept(q, constraint, parent);
     case ConstraintKind::SingleValue:
-        return evaluateDatum(q, *readDatum(q.c, {constraint.value, q.scope}, q.governor), parent);
+        return evaluateSingle(q, constraint.value, parent);
     case ConstraintKind::Range:
         return evaluateRange(q, constraint, parent);
     case ConstraintKind::Contained:

@@ -36,6 +36,9 @@ NumberSet wholeExtent(Compilation &c, TypeUse type, Aspect aspect);
    other values, and after a message. */
 std::optional<Number> endpointOf(const ExtentQuestion &question, const Value *value);
 
+/* Whether braces hold an object set in line, as a table for a field of a class, and no value. */
+bool isInlineTable(Compilation &c, const Value *value, TypeUse governor);
+
 /* Characters, bits, octets or elements of a value; nothing if it has no size, or one that trailing
    zeros may change. */
 std::optional<Number> sizeOf(const Datum &datum);

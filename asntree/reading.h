@@ -78,6 +78,8 @@ struct Reading {
 void reportMismatch(Reading &reading, std::string_view expected);
 std::string_view kindText(ValueKind kind);
 std::string quote(std::string_view name);
+/* True for a dummy reference. Within the check of a body without arguments it leads nowhere. */
+bool isDummy(const Scope *scope, const Reference &reference);
 /* The content of a value that is a string of any kind. */
 std::string contentOf(Compilation &c, const Value &value);
 

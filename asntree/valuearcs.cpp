@@ -157,7 +157,7 @@ void addName(ArcReading &r, const Arc &arc) {
     }
     if (!target) {
         r.sound = false;
-        if (r.quiet)
+        if (r.quiet || isDummy(r.scope, arc.ref))
             return;
         if (r.numbers.empty() || arc.ref.module.given())
             resolve(r.c, arc.ref, r.scope);

@@ -79,7 +79,7 @@ void addComponentsOf(Compilation &c, TypeUse base, const Component &item, bool a
     if (!other)
         return;
     if (other.type->kind != base.type->kind) {
-        error(c.diagnostics, item.type->place,
+        error(c.diagnostics, item.place,
               "COMPONENTS OF in a " + std::string(kindText(base.type->kind)) + " needs a " +
                   std::string(kindText(base.type->kind)) + ", but " +
                   describeType({item.type, base.scope}) + " is a " +

@@ -1,5 +1,7 @@
 #include "asntree/values.h"
 
+#include <algorithm>
+
 #include "asntree/constraints.h"
 #include "asntree/objects.h"
 #include "asntree/reading.h"
@@ -30,6 +32,15 @@ TypeUse predefinedType(Compilation &c, std::string_view name) {
 
 std::string quote(std::string_view name) {
     return "`" + std::string(name) + "`";
+}
+
+bool isDummy(const Scope *scope, const Reference &reference) {
+    if (scope == nullptr || scope->definition == nullptr || reference.module.given())
+        return false;
+    const auto &parameters = scope->definition->parameters;
+    return std::any_of(parameters.begin(), parameters.end(), [&](const FormalParameter &parameter) {
+        return parameter.name.text == reference.name.text;
+    });
 }
 
 void reportMismatch(Reading &reading, std::string_view expected) {
@@ -114,7 +125,8 @@ void readReference(Reading &r) {
     if (readItem(r))
         return;
     const Reference &ref = r.value().ref;
-    if (r.base.type->kind == TypeKind::Enumerated && !tryResolve(r.c, ref, r.use.scope)) {
+    if (r.base.type->kind == TypeKind::Enumerated && !isDummy(r.use.scope, ref) &&
+        !tryResolve(r.c, ref, r.use.scope)) {
         reportNoItem(r);
         return;
     }

@@ -226,9 +226,12 @@ Verdict judgeComponents(const Judging &j, const Constraint &constraint, const Da
 Verdict judgeSimple(const Judging &j, const Constraint &constraint, const Datum &datum) {
     switch (constraint.kind) {
     case ConstraintKind::SingleValue:
+        if (isInlineTable(j.c, constraint.value, j.governor))
+            return Verdict::Unknown;
         return same(datum, *readDatum(j.c, {constraint.value, j.scope}, j.governor));
     case ConstraintKind::Group:
-        if (constraint.value->kind != ValueKind::Braced)
+        if (constraint.value->kind != ValueKind::Braced ||
+            isInlineTable(j.c, constraint.value, j.governor))
             return Verdict::Unknown;
         return same(datum, *readDatum(j.c, {constraint.value, j.scope}, j.governor));
     case ConstraintKind::Range:
