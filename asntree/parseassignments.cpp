@@ -77,7 +77,7 @@ void parseMacro(Parser &p, Assignment &assignment) {
 
 void parseTypeAssignment(Parser &p, Assignment &assignment) {
     const Scoped<TypePlace> scoped(p.typePlace, TypePlace::Assignment);
-    if (atWord(p, Word::CLASS)) {
+    if (atWord(p, Word::CLASS) && !isRedefined(p, Word::CLASS)) {
         if (!isAllCapitals(assignment.name.text))
             complain(p, assignment.name.place, "the name of a class is written in capitals");
         assignment.kind = AssignmentKind::Class;

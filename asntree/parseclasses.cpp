@@ -123,6 +123,43 @@ struct Brackets {
     bool close() { return take(TokenKind::CloseBracket, TokenKind::CloseVersion); }
 };
 
+/* Words that begin a setting, and so can't be words of a syntax. */
+bool beginsSetting(Word word) {
+    switch (word) {
+    case Word::BIT:
+    case Word::BOOLEAN:
+    case Word::CHARACTER:
+    case Word::CHOICE:
+    case Word::DATE:
+    case Word::DATE_TIME:
+    case Word::DURATION:
+    case Word::EMBEDDED:
+    case Word::END:
+    case Word::ENUMERATED:
+    case Word::EXTERNAL:
+    case Word::FALSE:
+    case Word::INSTANCE:
+    case Word::INTEGER:
+    case Word::INTERSECTION:
+    case Word::MINUS_INFINITY:
+    case Word::NULL_:
+    case Word::OBJECT:
+    case Word::OCTET:
+    case Word::PLUS_INFINITY:
+    case Word::REAL:
+    case Word::RELATIVE_OID:
+    case Word::SEQUENCE:
+    case Word::SET:
+    case Word::TIME:
+    case Word::TIME_OF_DAY:
+    case Word::TRUE:
+    case Word::UNION:
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool isLiteral(const Parser &p, const Token &token) {
     if (token.kind == TokenKind::Comma)
         return true;
@@ -146,6 +183,9 @@ SyntaxItem parseSyntaxItem(Parser &p, Brackets &brackets) {
         return item;
     }
     item.kind = isLiteral(p, peek(p)) ? SyntaxItem::Literal : SyntaxItem::Field;
+    if (beginsSetting(peek(p).word))
+        slip(p.context.diagnostics, here(p),
+             quoted(nameHere(p).text) + " can't be a word of WITH SYNTAX");
     item.upper = at(p, TokenKind::AmpUpper);
     item.text = takeName(p);
     return item;

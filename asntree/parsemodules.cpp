@@ -7,11 +7,6 @@ namespace asntree {
 
 namespace {
 
-void addWord(ModuleWords &words, Word word) {
-    if (std::find(words.redefined.begin(), words.redefined.end(), word) == words.redefined.end())
-        words.redefined.push_back(word);
-}
-
 /* --- the header --- */
 
 void parseTagDefault(Parser &p, Module &module) {
@@ -195,7 +190,7 @@ void noteImports(const Module &module, ModuleWords &words) {
         for (const Name &symbol : import.symbols) {
             const Word word = wordOf(symbol.text);
             if (word != Word::None)
-                addWord(words, word);
+                redefine(words, word);
             else if (isAllCapitals(symbol.text))
                 words.macros.push_back(symbol.text);
         }

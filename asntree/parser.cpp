@@ -12,6 +12,29 @@ bool isRedefined(const Parser &p, Word word) {
                p.words->redefined.end();
 }
 
+/* Words that every edition of ASN.1 has reserved. */
+static constexpr Word alwaysReserved[] = {
+    Word::ABSENT,      Word::ANY,           Word::APPLICATION, Word::BEGIN,
+    Word::BIT,         Word::BOOLEAN,       Word::BY,          Word::CHOICE,
+    Word::COMPONENT,   Word::COMPONENTS,    Word::DEFAULT,     Word::DEFINED,
+    Word::DEFINITIONS, Word::END,           Word::ENUMERATED,  Word::EXPLICIT,
+    Word::EXPORTS,     Word::FALSE,         Word::FROM,        Word::IDENTIFIER,
+    Word::IMPLICIT,    Word::IMPORTS,       Word::INCLUDES,    Word::INTEGER,
+    Word::MACRO,       Word::MAX,           Word::MIN,         Word::MINUS_INFINITY,
+    Word::NULL_,       Word::OBJECT,        Word::OCTET,       Word::OF,
+    Word::OPTIONAL,    Word::PLUS_INFINITY, Word::PRESENT,     Word::PRIVATE,
+    Word::SEQUENCE,    Word::SET,           Word::SIZE,        Word::STRING,
+    Word::TAGS,        Word::TRUE,          Word::UNIVERSAL,   Word::WITH,
+};
+
+void redefine(ModuleWords &words, Word word) {
+    const auto has = [&](const auto &list) {
+        return std::find(std::begin(list), std::end(list), word) != std::end(list);
+    };
+    if (!has(alwaysReserved) && !has(words.redefined))
+        words.redefined.push_back(word);
+}
+
 bool isUpperName(const Parser &p, const Token &token) {
     return token.kind == TokenKind::Upper ||
            (token.kind == TokenKind::Word && isRedefined(p, token.word));
@@ -65,9 +88,9 @@ void scanDefinitions(const Parser &p, ModuleWords &words) {
             if (name.kind == TokenKind::Upper)
                 words.macros.push_back(textOf(p.file, name));
             else if (name.kind == TokenKind::Word)
-                words.redefined.push_back(name.word);
+                redefine(words, name.word);
         } else if (isDefined(p.file, i)) {
-            words.redefined.push_back(token.word);
+            redefine(words, token.word);
         }
     }
 }

@@ -23,6 +23,18 @@ bool firstOnLine(const Parser &p, std::uint32_t i) {
     return between.find_first_of("\n\r\v\f") != std::string_view::npos;
 }
 
+/* How far a token that is the first of its line is indented. */
+std::uint32_t indentation(const Parser &p, std::uint32_t i) {
+    std::uint32_t column = 0;
+    for (std::uint32_t at = p.file.tokens[i].offset; at-- > 0;) {
+        const char letter = p.file.text[at];
+        if (letter == '\n' || letter == '\r')
+            break;
+        column += letter == '\t' ? 8 : 1;
+    }
+    return column;
+}
+
 bool isName(const Parser &p, std::uint32_t i) {
     return kindAt(p, i) == TokenKind::Lower || isUpperName(p, p.file.tokens[i]);
 }
@@ -51,20 +63,44 @@ std::uint32_t openingBrace(const Parser &p, std::uint32_t i, std::uint32_t low) 
     }
 }
 
-/* The name at `last` is all that stands left of "::=": it begins its line, and the name of a value
-   or set doesn't stand on the line in front of it. */
+/* The name at `last` is all that stands left of "::=": it begins its line, and it is not the
+   indented type of a value or set whose name stands on the line in front of it. */
 bool standsAlone(const Parser &p, std::uint32_t last, std::uint32_t low) {
     if (!isName(p, last) || !firstOnLine(p, last))
         return false;
-    if (last == low || !isName(p, last - 1) || !firstOnLine(p, last - 1))
+    if (last <= low + 1 || !isName(p, last - 1) || !firstOnLine(p, last - 1))
         return true;
-    return last - 1 == low || kindAt(p, last - 2) == TokenKind::Assign;
+    return kindAt(p, last - 2) == TokenKind::Assign ||
+           indentation(p, last) <= indentation(p, last - 1);
 }
 
-/* The name that the assignment begins with whose governor ends at `last`: the nearest one that
-   begins a line, or, in text without lines, the nearest one in front of the type. */
+/* Names that an assignment may begin with. */
+struct StartCandidates {
+    std::uint32_t first = NO_TOKEN; /* begins a line, and is indented least */
+    std::uint32_t column = 0;
+    std::uint32_t lower = NO_TOKEN; /* the last one with a small letter */
+};
+
+void addCandidate(const Parser &p, StartCandidates &found, std::uint32_t i) {
+    const bool lower = kindAt(p, i) == TokenKind::Lower;
+    if (lower && found.lower == NO_TOKEN)
+        found.lower = i;
+    if (!firstOnLine(p, i))
+        return;
+    const std::uint32_t column = indentation(p, i);
+    const bool better =
+        found.first == NO_TOKEN || column < found.column ||
+        (column == found.column && lower && kindAt(p, found.first) != TokenKind::Lower);
+    if (better) {
+        found.first = i;
+        found.column = column;
+    }
+}
+
+/* The name that the assignment begins with whose governor ends at `last`: the one that begins a
+   line and is indented least, or, in text without lines, the nearest one in front of the type. */
 std::uint32_t nameBefore(const Parser &p, std::uint32_t last, std::uint32_t low) {
-    std::uint32_t lower = NO_TOKEN;
+    StartCandidates found;
     int depth = 0;
     for (std::uint32_t i = last;; --i) {
         const TokenKind kind = kindAt(p, i);
@@ -74,18 +110,15 @@ std::uint32_t nameBefore(const Parser &p, std::uint32_t last, std::uint32_t low)
             break;
         if (kind == TokenKind::Assign)
             break;
-        if (depth == 0 && i != last && isName(p, i)) {
-            if (firstOnLine(p, i))
-                return i;
-            if (kind == TokenKind::Lower && lower == NO_TOKEN)
-                lower = i;
-        }
+        if (depth == 0 && i != last && isName(p, i))
+            addCandidate(p, found, i);
         if (i == low)
             break;
     }
-    if (lower == NO_TOKEN || (isUpperName(p, p.file.tokens[last]) && lower + 1 != last))
-        return isUpperName(p, p.file.tokens[last]) ? last : lower;
-    return lower;
+    if (found.first != NO_TOKEN)
+        return found.first;
+    const bool named = isUpperName(p, p.file.tokens[last]);
+    return named && (found.lower == NO_TOKEN || found.lower + 1 != last) ? last : found.lower;
 }
 
 std::uint32_t assignmentStart(const Parser &p, std::uint32_t assign, std::uint32_t low) {

@@ -100,8 +100,6 @@ bool matchesLiteral(const Parser &p, const SyntaxItem &item) {
     return token.kind != TokenKind::End && textOf(p.file, token) == item.text.text;
 }
 
-bool canBegin(const ObjectReader &r, const Follow &at);
-
 /* Whether a literal that may come behind the item stands there already. */
 bool isFollowed(const ObjectReader &r, const Follow *follow) {
     for (; follow != nullptr; follow = follow->outer) {
@@ -136,8 +134,16 @@ bool canBeSetting(const ObjectReader &r, const SyntaxItem &field) {
     }
 }
 
-/* Whether the token there can be the first of the item `at.next`, or of what comes behind it if it
-   may be left out. */
+/* Whether a group, or one around it, may be left out and what stands there comes behind it. */
+bool isBehindGroup(const ObjectReader &r, const Follow *outer) {
+    for (; outer != nullptr; outer = outer->outer)
+        if (isFollowed(r, outer))
+            return true;
+    return false;
+}
+
+/* Whether the token there can be the first of a group: of its first item, or of the next one if
+   that may be left out. `at.outer` is what follows the group. */
 bool canBegin(const ObjectReader &r, const Follow &at) {
     for (std::size_t i = at.next; i < at.items->size(); ++i) {
         const SyntaxItem &item = (*at.items)[i];
@@ -145,7 +151,7 @@ bool canBegin(const ObjectReader &r, const Follow &at) {
         if (item.kind == SyntaxItem::Literal)
             return matchesLiteral(r.p, item);
         if (item.kind == SyntaxItem::Field)
-            return canBeSetting(r, item) && !isFollowed(r, &behindItem);
+            return canBeSetting(r, item) && !isBehindGroup(r, at.outer);
         if (canBegin(r, {&item.group, 0, &behindItem}))
             return true;
     }
