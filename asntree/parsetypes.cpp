@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 
 #include "asntree/parsing.h"
 
@@ -7,65 +8,54 @@ namespace asntree {
 namespace {
 
 /* Types of one word. */
+struct WordType {
+    Word word;
+    TypeKind kind;
+};
+constexpr WordType wordTypes[] = {
+    {Word::BMPString, TypeKind::BmpString},
+    {Word::BOOLEAN, TypeKind::Boolean},
+    {Word::DATE, TypeKind::Date},
+    {Word::DATE_TIME, TypeKind::DateTime},
+    {Word::DURATION, TypeKind::Duration},
+    {Word::EXTERNAL, TypeKind::External},
+    {Word::GeneralString, TypeKind::GeneralString},
+    {Word::GeneralizedTime, TypeKind::GeneralizedTime},
+    {Word::GraphicString, TypeKind::GraphicString},
+    {Word::IA5String, TypeKind::Ia5String},
+    {Word::ISO646String, TypeKind::VisibleString},
+    {Word::VisibleString, TypeKind::VisibleString},
+    {Word::NULL_, TypeKind::Null},
+    {Word::NumericString, TypeKind::NumericString},
+    {Word::OID_IRI, TypeKind::OidIri},
+    {Word::ObjectDescriptor, TypeKind::ObjectDescriptor},
+    {Word::PrintableString, TypeKind::PrintableString},
+    {Word::REAL, TypeKind::Real},
+    {Word::RELATIVE_OID, TypeKind::RelativeOid},
+    {Word::RELATIVE_OID_IRI, TypeKind::RelativeOidIri},
+    {Word::T61String, TypeKind::TeletexString},
+    {Word::TeletexString, TypeKind::TeletexString},
+    {Word::TIME, TypeKind::Time},
+    {Word::TIME_OF_DAY, TypeKind::TimeOfDay},
+    {Word::UTCTime, TypeKind::UtcTime},
+    {Word::UTF8String, TypeKind::Utf8String},
+    {Word::UniversalString, TypeKind::UniversalString},
+    {Word::VideotexString, TypeKind::VideotexString},
+};
+
+constexpr std::size_t WORDS = static_cast<std::size_t>(Word::WITH) + 1;
+
+constexpr std::array<TypeKind, WORDS> kindsByWord() {
+    std::array<TypeKind, WORDS> kinds{};
+    kinds.fill(TypeKind::Bad);
+    for (const WordType &entry : wordTypes)
+        kinds[static_cast<std::size_t>(entry.word)] = entry.kind;
+    return kinds;
+}
+
 TypeKind kindOfWord(Word word) {
-    switch (word) {
-    case Word::BMPString:
-        return TypeKind::BmpString;
-    case Word::BOOLEAN:
-        return TypeKind::Boolean;
-    case Word::DATE:
-        return TypeKind::Date;
-    case Word::DATE_TIME:
-        return TypeKind::DateTime;
-    case Word::DURATION:
-        return TypeKind::Duration;
-    case Word::EXTERNAL:
-        return TypeKind::External;
-    case Word::GeneralString:
-        return TypeKind::GeneralString;
-    case Word::GeneralizedTime:
-        return TypeKind::GeneralizedTime;
-    case Word::GraphicString:
-        return TypeKind::GraphicString;
-    case Word::IA5String:
-        return TypeKind::Ia5String;
-    case Word::ISO646String:
-    case Word::VisibleString:
-        return TypeKind::VisibleString;
-    case Word::NULL_:
-        return TypeKind::Null;
-    case Word::NumericString:
-        return TypeKind::NumericString;
-    case Word::OID_IRI:
-        return TypeKind::OidIri;
-    case Word::ObjectDescriptor:
-        return TypeKind::ObjectDescriptor;
-    case Word::PrintableString:
-        return TypeKind::PrintableString;
-    case Word::REAL:
-        return TypeKind::Real;
-    case Word::RELATIVE_OID:
-        return TypeKind::RelativeOid;
-    case Word::RELATIVE_OID_IRI:
-        return TypeKind::RelativeOidIri;
-    case Word::T61String:
-    case Word::TeletexString:
-        return TypeKind::TeletexString;
-    case Word::TIME:
-        return TypeKind::Time;
-    case Word::TIME_OF_DAY:
-        return TypeKind::TimeOfDay;
-    case Word::UTCTime:
-        return TypeKind::UtcTime;
-    case Word::UTF8String:
-        return TypeKind::Utf8String;
-    case Word::UniversalString:
-        return TypeKind::UniversalString;
-    case Word::VideotexString:
-        return TypeKind::VideotexString;
-    default:
-        return TypeKind::Bad;
-    }
+    static constexpr std::array<TypeKind, WORDS> kinds = kindsByWord();
+    return kinds[static_cast<std::size_t>(word)];
 }
 
 /* Types that begin with a word and have more behind it. */
