@@ -165,11 +165,12 @@ void parseImports(Parser &p, Module &module) {
     advance(p);
     while (!p.failed && !take(p, TokenKind::Semicolon)) {
         parseImport(p, module);
-        const TokenKind kind = peek(p).kind;
-        if (!p.failed && kind != TokenKind::Semicolon && !atSymbol(p))
+        if (at(p, TokenKind::Comma)) {
+            slip(p.context.diagnostics, here(p), "no comma stands behind the name of a module");
+            advance(p);
+        } else if (!at(p, TokenKind::Semicolon) && !atSymbol(p)) {
             failExpected(p, "\";\" or another name");
-        else if (take(p, TokenKind::Comma))
-            failExpected(p, "\";\" or another name");
+        }
     }
 }
 

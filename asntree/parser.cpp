@@ -182,7 +182,9 @@ void parseBody(Parser &p, Module &module) {
             skipEncodingControl(p);
             continue;
         }
-        if (beginsAssignment(p))
+        if (at(p, TokenKind::Word) && nextIs(p, TokenKind::Assign) && !isRedefined(p, peek(p).word))
+            fail(p, here(p), quoted(wordText(peek(p).word)) + " is a reserved word");
+        else if (beginsAssignment(p))
             parseAssignment(p, module);
         else
             failExpected(p, "an assignment or \"END\"");
