@@ -98,12 +98,18 @@ void checkSingle(Site &site, const Value *value) {
         return;
     const Datum *datum = readDatum(site.c, {value, site.scope}, site.governor);
     if (site.alphabet) {
-        if (datum->kind == DatumKind::Text &&
-            !isWithin(charactersIn(*datum), parentOf(site)))
+        if (datum->kind == DatumKind::Text && !isWithin(charactersIn(*datum), parentOf(site)))
             reportOutside(site, value->place, "the text", {});
         return;
     }
-    if (datum->kind == DatumKind::Integer || datum->kind == DatumKind::Item) {
+    if (datum->kind == DatumKind::Item) {
+        if (!contains(parentOf(site), datum->number))
+            refuse(site, value->place,
+                   "the item " + quote(datum->item) +
+                       " reaches outside the parent, which doesn't allow it");
+        return;
+    }
+    if (datum->kind == DatumKind::Integer) {
         if (!contains(parentOf(site), datum->number))
             reportOutside(site, value->place, site.size ? "the size" : "the value", datum->number);
         return;
@@ -342,7 +348,8 @@ void checkSettings(Site &site, const Constraint &constraint) {
 void checkContents(Site &site, const Constraint &constraint) {
     const bool bits = site.kind() == TypeKind::BitString;
     if (!bits && site.kind() != TypeKind::OctetString)
-        refuseKind(site, constraint, "CONTAINING and ENCODED BY restrict BIT STRING and OCTET STRING");
+        refuseKind(site, constraint,
+                   "CONTAINING and ENCODED BY restrict BIT STRING and OCTET STRING");
     else if (bits && !site.base.type->items.empty())
         refuse(site, constraint.place, "a BIT STRING with named bits can't be CONTAINING a type");
     if (constraint.value != nullptr)
@@ -402,9 +409,8 @@ void checkElement(Site &site, const Constraint &constraint) {
 void checkException(Site &site, const ConstraintSpec &spec) {
     if (spec.exception == nullptr)
         return;
-    const TypeUse type = spec.exceptionType != nullptr
-                             ? TypeUse{spec.exceptionType, site.scope}
-                             : builtinType(site.c, TypeKind::Integer);
+    const TypeUse type = spec.exceptionType != nullptr ? TypeUse{spec.exceptionType, site.scope}
+                                                       : builtinType(site.c, TypeKind::Integer);
     readDatum(site.c, {spec.exception, site.scope}, type);
 }
 
@@ -424,8 +430,7 @@ std::vector<Aspect> aspectsOf(const Site &site) {
 
 void checkEmpty(Site &site, const ConstraintSpec &spec) {
     for (const Aspect aspect : aspectsOf(site)) {
-        const NumberSet &parent =
-            site.size ? site.extent(Aspect::Sizes) : site.extent(aspect);
+        const NumberSet &parent = site.size ? site.extent(Aspect::Sizes) : site.extent(aspect);
         if (parent.empty() || !evaluate(questionOf(site, aspect), *spec.root, parent).set.empty())
             continue;
         refuse(site, spec.place,

@@ -83,8 +83,8 @@ NumberSet restricted(Compilation &c, const Level &level, NumberSet set, Aspect a
 } // namespace
 
 const NumberSet &extentOf(Compilation &c, TypeUse type, Aspect aspect, ExtensionView view) {
-    auto &known = memosOf(c).extents[static_cast<std::size_t>(aspect)]
-                                    [static_cast<std::size_t>(view)];
+    auto &known =
+        memosOf(c).extents[static_cast<std::size_t>(aspect)][static_cast<std::size_t>(view)];
     const auto [entry, isNew] = known.try_emplace({type.type, type.scope});
     ValueMemos::KnownExtent &result = entry->second;
     if (!isNew) {

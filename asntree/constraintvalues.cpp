@@ -22,6 +22,20 @@ bool isChainExtensible(Compilation &c, TypeUse type) {
                        [](const ConstraintUse &use) { return isExtensible(*use.spec); });
 }
 
+bool holds(const Constraint &constraint, ConstraintKind kind) {
+    return constraint.kind == kind ||
+           std::any_of(constraint.operands.begin(), constraint.operands.end(),
+                       [kind](const Constraint *operand) { return holds(*operand, kind); });
+}
+
+/* Whether SIZE or FROM is written; else what sets of sizes and characters tell isn't the reason. */
+bool isWritten(const Fit &fit, ConstraintKind kind) {
+    const ConstraintChain chain = constraintsOf(fit.c, fit.type);
+    return std::any_of(chain.all.begin(), chain.all.end(), [kind](const ConstraintUse &use) {
+        return use.spec->root != nullptr && holds(*use.spec->root, kind);
+    });
+}
+
 bool refuse(const Fit &fit, std::string text) {
     error(fit.c.diagnostics, fit.at, std::move(text));
     return false;
@@ -55,7 +69,8 @@ bool checkSize(const Fit &fit) {
     if (fit.datum.kind == DatumKind::Bits && !baseOf(fit.c, fit.type).type->items.empty())
         return true; /* zeros at its end may be added or dropped */
     const NumberSet &sizes = extentOf(fit.c, fit.type, Aspect::Sizes, ExtensionView::Root);
-    if (sizes.empty() || contains(sizes, *size) || isChainExtensible(fit.c, fit.type))
+    if (sizes.empty() || contains(sizes, *size) || !isWritten(fit, ConstraintKind::Size) ||
+        isChainExtensible(fit.c, fit.type))
         return true;
     return refuse(fit, "the value has " + textOf(*size) + " " +
                            unitOf(fit.datum, !(*size == Number::of(1))) + ", but the size of " +
@@ -72,8 +87,12 @@ bool checkCharacters(const Fit &fit) {
         });
     if (set.empty() || strange == fit.datum.characters.end() || isChainExtensible(fit.c, fit.type))
         return true;
-    return refuse(fit, "the character " + textOfCharacter(*strange) +
-                           " is none of those that " + describeType(fit.type) + " allows");
+    if (!isWritten(fit, ConstraintKind::Alphabet) &&
+        contains(wholeExtent(fit.c, fit.type, Aspect::Characters),
+                 Number::of(static_cast<std::int64_t>(*strange))))
+        return true;
+    return refuse(fit, "the character " + textOfCharacter(*strange) + " is none of those that " +
+                           describeType(fit.type) + " allows");
 }
 
 /* All that the sets of numbers don't tell. */

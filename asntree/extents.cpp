@@ -192,6 +192,9 @@ Extent evaluateInner(const ExtentQuestion &q, const Constraint &constraint,
         inner.aspect = Aspect::Values;
         inner.governor = builtinType(q.c, TypeKind::Integer);
     } else {
+        const TypeUse base = baseOf(q.c, q.governor);
+        if (!base || !isCharacterString(base.type->kind))
+            return unknown(parent);
         inner.alphabet = true;
     }
     return evaluate(inner, *constraint.inner, parent);

@@ -10,7 +10,7 @@ namespace asntree {
 /* A whole number of any size, and the two infinities, which stand for MIN and MAX. */
 struct Number {
     enum Kind : std::int8_t { MinusInfinite = -1, Finite = 0, PlusInfinite = 1 } kind = Finite;
-    bool negative = false; /* never with the digits "0" */
+    bool negative = false;    /* never with the digits "0" */
     std::string digits = "0"; /* decimal, without leading zeros */
 
     static Number of(std::int64_t number);
@@ -22,9 +22,15 @@ struct Number {
 
 /* Sign of a - b. */
 int compare(const Number &a, const Number &b);
-inline bool operator<(const Number &a, const Number &b) { return compare(a, b) < 0; }
-inline bool operator<=(const Number &a, const Number &b) { return compare(a, b) <= 0; }
-inline bool operator==(const Number &a, const Number &b) { return compare(a, b) == 0; }
+inline bool operator<(const Number &a, const Number &b) {
+    return compare(a, b) < 0;
+}
+inline bool operator<=(const Number &a, const Number &b) {
+    return compare(a, b) <= 0;
+}
+inline bool operator==(const Number &a, const Number &b) {
+    return compare(a, b) == 0;
+}
 /* a + 1 and a - 1; an infinity stays one. */
 Number next(const Number &a);
 Number previous(const Number &a);

@@ -16,7 +16,7 @@ struct NumberSet {
     std::vector<NumberRange> ranges;
 
     static NumberSet all() { return {{{Number::least(), Number::greatest()}}}; }
-    static NumberSet of(Number lower, Number upper); /* empty if lower > upper */
+    static NumberSet of(Number lower, Number upper);            /* empty if lower > upper */
     static NumberSet ofRanges(std::vector<NumberRange> ranges); /* in any order */
     bool empty() const { return ranges.empty(); }
     const Number &lower() const { return ranges.front().lower; } /* not of an empty set */

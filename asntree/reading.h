@@ -18,7 +18,9 @@ struct DatumHash {
     std::size_t operator()(const DatumKey &key) const {
         const std::hash<const void *> hash;
         return ((hash(key.value.value) * 31 + hash(key.value.scope)) * 31 +
-                hash(key.governor.type)) * 31 + hash(key.governor.scope);
+                hash(key.governor.type)) *
+                   31 +
+               hash(key.governor.scope);
     }
 };
 

@@ -128,8 +128,7 @@ void addReferenced(ArcReading &r, const Arc &arc, const Datum &whole, const Targ
         break;
     case DatumKind::RelativeOid:
         if (r.numbers.empty() && !r.relative) {
-            fail(r, arc.place,
-                 "a RELATIVE-OID can't stand at the head of an OBJECT IDENTIFIER");
+            fail(r, arc.place, "a RELATIVE-OID can't stand at the head of an OBJECT IDENTIFIER");
             return;
         }
         break;
@@ -210,8 +209,7 @@ void checkRoots(ArcReading &r, Place place) {
         fail(r, place, "an OBJECT IDENTIFIER needs at least one arc");
     else if (Number::of(2) < r.numbers[0])
         fail(r, place, "the first arc of an OBJECT IDENTIFIER is 0, 1 or 2");
-    else if (r.numbers.size() > 1 && r.numbers[0] < Number::of(2) &&
-             Number::of(39) < r.numbers[1])
+    else if (r.numbers.size() > 1 && r.numbers[0] < Number::of(2) && Number::of(39) < r.numbers[1])
         fail(r, place, "the second arc of an OBJECT IDENTIFIER is at most 39 under 0 and 1");
 }
 

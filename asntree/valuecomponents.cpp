@@ -88,13 +88,13 @@ void addComponentsOf(Compilation &c, TypeUse base, const Component &item, bool a
     }
     const DepthGuard guard(c);
     const ComponentTable *table = guard.ok ? &componentTable(c, other) : nullptr;
-    if (table == nullptr || !table->done) {
-        error(c.diagnostics, item.type->place, "COMPONENTS OF leads back to the type it stands in");
-        return;
-    }
+    if (table == nullptr)
+        error(c.diagnostics, item.place, "COMPONENTS OF lie too deep in one another here");
+    if (table == nullptr || !table->done)
+        return; /* a type that holds itself is reported by the check of sizes */
     constexpr std::size_t MOST = 100000; /* such types may double one another */
     if (out.size() + table->components.size() > MOST) {
-        error(c.diagnostics, item.type->place, "COMPONENTS OF gives too many components");
+        error(c.diagnostics, item.place, "COMPONENTS OF gives too many components");
         return;
     }
     for (const SettledComponent &component : table->components) {

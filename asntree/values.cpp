@@ -183,16 +183,17 @@ void readInteger(Reading &r) {
         reportMismatch(r, "a whole number");
         return;
     }
+    const int errors = r.c.diagnostics.errors;
     const NumberSet set = valuesOf(r.c, r.governor, ExtensionView::Root);
-    if (set.empty())
+    if (set.empty() || r.c.diagnostics.errors != errors)
         return;
     r.datum.number = value.kind == ValueKind::Min ? set.lower() : set.upper();
     if (r.datum.number.finite())
         r.datum.kind = DatumKind::Integer;
     else
         error(r.c.diagnostics, value.place,
-              describeType(r.governor) + " has no bound that " +
-                  std::string(kindText(value.kind)) + " could stand for");
+              describeType(r.governor) + " has no bound that " + std::string(kindText(value.kind)) +
+                  " could stand for");
 }
 
 void readNull(Reading &r) {

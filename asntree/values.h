@@ -23,12 +23,12 @@ enum class DatumKind : std::uint8_t {
     Null,
     ObjectIdentifier,
     RelativeOid,
-    Text,      /* character strings and the IRI types: `characters` */
-    Time,      /* GeneralizedTime, UTCTime and those of 2008: `text` */
-    Structure, /* SEQUENCE, SET, and what is associated with one: `members` */
-    List,      /* `members` without components */
-    Choice,    /* one member */
-    Open,      /* a value of an open type or ANY: `type`, one member */
+    Text,       /* character strings and the IRI types: `characters` */
+    Time,       /* GeneralizedTime, UTCTime and those of 2008: `text` */
+    Structure,  /* SEQUENCE, SET, and what is associated with one: `members` */
+    List,       /* `members` without components */
+    Choice,     /* one member */
+    Open,       /* a value of an open type or ANY: `type`, one member */
     Containing, /* CONTAINING: `type`, one member */
 };
 
@@ -47,9 +47,9 @@ struct DatumMember {
 };
 
 struct DatumArc {
-    std::string name;   /* as written; empty if there is none */
+    std::string name; /* as written; empty if there is none */
     Number number;
-    Target reference;   /* a value that gives the arc, or arcs at the head */
+    Target reference; /* a value that gives the arc, or arcs at the head */
 };
 
 /* A value. Where it is a reference to a definition, `reference` names that, and all else tells what
@@ -58,19 +58,19 @@ struct DatumArc {
 struct Datum {
     DatumKind kind = DatumKind::Bad;
     Place place;
-    TypeUse type;               /* the governor it was read by */
+    TypeUse type; /* the governor it was read by */
     Target reference;
-    bool isTrue = false;        /* Boolean */
-    Number number;              /* Integer, Item: its number */
-    std::string_view item;      /* Item, or the named number by which an integer is given */
+    bool isTrue = false;   /* Boolean */
+    Number number;         /* Integer, Item: its number */
+    std::string_view item; /* Item, or the named number by which an integer is given */
     RealNumber real;
-    std::string_view text;      /* Bits, Octets, Time */
-    bool fromBits = false;      /* the digits are binary */
-    std::u32string_view characters;          /* Text */
-    std::span<const std::string_view> bits;  /* NamedBits: names */
-    std::span<const Number> bitNumbers;      /* parallel */
-    std::span<const DatumArc> arcs;          /* as written */
-    std::span<const Number> identifier;      /* all arcs, references resolved */
+    std::string_view text;                  /* Bits, Octets, Time */
+    bool fromBits = false;                  /* the digits are binary */
+    std::u32string_view characters;         /* Text */
+    std::span<const std::string_view> bits; /* NamedBits: names */
+    std::span<const Number> bitNumbers;     /* parallel */
+    std::span<const DatumArc> arcs;         /* as written */
+    std::span<const Number> identifier;     /* all arcs, references resolved */
     std::span<const DatumMember> members;
 };
 
@@ -104,9 +104,9 @@ void checkItems(Compilation &c, TypeUse type);
 struct SettledComponent {
     const Component *component;
     TypeUse type;
-    bool addition = false;  /* between the markers */
+    bool addition = false; /* between the markers */
     const Scope *scope = nullptr;
-    std::string_view name;  /* for a component of 1988 without identifier, made from its type */
+    std::string_view name; /* for a component of 1988 without identifier, made from its type */
 };
 const std::vector<SettledComponent> &componentsOf(Compilation &c, TypeUse base);
 /* Null if there is no component of that name. */

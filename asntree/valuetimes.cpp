@@ -84,8 +84,8 @@ bool takeTimeOfDay(Scan &scan) {
 
 /* Any form of a time is only looked at for characters that none has. */
 bool isTimeText(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789+-:,./TWZPYMDHSRC") ==
-                                std::string_view::npos;
+    return !text.empty() &&
+           text.find_first_not_of("0123456789+-:,./TWZPYMDHSRC") == std::string_view::npos;
 }
 
 bool fits(TypeKind kind, std::string_view text) {

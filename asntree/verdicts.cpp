@@ -243,9 +243,8 @@ Verdict judgeSimple(const Judging &j, const Constraint &constraint, const Datum 
             return Verdict::Unknown; /* zeros at its end may be dropped */
         return judgeBySet(j, constraint, datum, Aspect::Sizes);
     case ConstraintKind::Alphabet:
-        return datum.kind == DatumKind::Text
-                   ? judgeBySet(j, constraint, datum, Aspect::Characters)
-                   : Verdict::Unknown;
+        return datum.kind == DatumKind::Text ? judgeBySet(j, constraint, datum, Aspect::Characters)
+                                             : Verdict::Unknown;
     case ConstraintKind::Contained:
         return judgeContained(j, constraint, datum);
     case ConstraintKind::WithComponent:
