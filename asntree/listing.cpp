@@ -186,9 +186,11 @@ std::string typeText(Lister &lister, const TNode &node) {
     case TYP_SELECTION:
         return pathText(lister, node.auxRecord) + " < " +
                typeNameAt(lister, 1, node.refRecord);
-    case TYP_FIELDLIST:
+    case TYP_FIELDLIST: {
+        const std::string path = pathText(lister, node.auxRecord);
         return typeNameAt(lister, node.refModule, node.refRecord) + ".&" +
-               pathText(lister, node.auxRecord);
+               path.substr(path.find('.') == path.npos ? 0 : path.rfind('.') + 1);
+    }
     case TYP_ANY:
         return node.auxRecord == 0 ? "ANY" : "ANY DEFINED BY " + pathText(lister, node.auxRecord);
     case TYP_NONE:

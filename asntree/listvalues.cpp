@@ -46,14 +46,22 @@ std::string realText(const VNode &value) {
            ", exponent " + std::to_string(exponent) + "}";
 }
 
-std::string listText(Lister &lister, RecNr first, int depth) {
+/* The name of an element: of an object's field that of the field, which governs it. */
+std::string elementName(const Lister &lister, const VNode &part, bool ofObject) {
+    if (!ofObject)
+        return stringAt(lister.tree, part.nameIdx);
+    const std::string name = typeNameAt(lister, part.governorModule, part.governorRec);
+    return "&" + name.substr(name.find('.') == name.npos ? 0 : name.find('.') + 1);
+}
+
+std::string listText(Lister &lister, RecNr first, int depth, bool ofObject = false) {
     std::string text = "{";
     const char *between = "";
     for (const VNode *part = recordAt(lister.tree.vNodes, first); part != nullptr;
          part = recordAt(lister.tree.vNodes, part->next)) {
         if (!lister.spend())
             return text + " ...}";
-        const std::string name = stringAt(lister.tree, part->nameIdx);
+        const std::string name = elementName(lister, *part, ofObject);
         text.append(between).append(name).append(name.empty() ? "" : " ");
         text += valueText(lister, *part, depth + 1);
         between = ", ";
@@ -125,10 +133,11 @@ std::string valueText(Lister &lister, const VNode &value, int depth) {
     case TYP_EXTERNAL_1994:
     case TYP_INSTANCE_OF:
     case TYP_CHASTR:
+        return listText(lister, value.refRecord, depth);
     case TYP_CLASS:
     case TYP_TYPE_ID:
     case TYP_ABSTR_STX:
-        return listText(lister, value.refRecord, depth);
+        return listText(lister, value.refRecord, depth, true);
     case TYP_BITSTR:
     case TYP_OCTSTR:
     case TYP_GENTIME:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 
 #include "asntree/compile.h"
 #include "asntree/lexer.h"
@@ -14,6 +15,93 @@ namespace asntree {
 namespace fs = std::filesystem;
 
 namespace {
+
+constexpr std::string_view suffixes[] = {".asn", ".asn1", ".ASN", ".ASN1"};
+/* Octets in which the first header of a file stands, behind all that comments say. */
+constexpr std::size_t BEGINNING = 64 * 1024;
+
+/* A file, a pipe or the like. */
+bool isFile(const std::string &path) {
+    std::error_code failure;
+    return fs::exists(path, failure) && !fs::is_directory(path, failure);
+}
+
+/* Sources of a directory in the order of their names. */
+std::vector<std::string> listSources(const std::string &directory, SourceIndex &index) {
+    std::vector<std::string> paths;
+    std::error_code failure;
+    fs::directory_iterator entry(directory, failure);
+    for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
+        const std::string suffix = entry->path().extension().string();
+        std::error_code ignored;
+        if (std::find(std::begin(suffixes), std::end(suffixes), suffix) != std::end(suffixes) &&
+            entry->is_regular_file(ignored))
+            paths.push_back(directory + entry->path().filename().string());
+    }
+    if (failure)
+        index.problems.push_back("can't read the directory " + directory + ": " +
+                                 failure.message());
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
+/* Enters the headers in the first `limit` octets of a file; true if there is more. */
+bool addHeaders(SourceIndex &index, const std::string &path, std::size_t limit) {
+    std::ifstream file(path, std::ios::binary);
+    std::string text;
+    char block[16 * 1024];
+    while (file && text.size() < limit) {
+        file.read(block, sizeof block);
+        text.append(block, static_cast<std::size_t>(file.gcount()));
+    }
+    for (const std::string &module : moduleHeaders(text)) {
+        std::vector<std::string> &files = index.files[module];
+        if (std::find(files.begin(), files.end(), path) == files.end())
+            files.push_back(path);
+    }
+    return text.size() >= limit;
+}
+
+/* The files that seem to hold a module. */
+std::vector<std::string> filesOf(const Settings &settings, SourceIndex &index,
+                                 const std::string &module) {
+    if (!index.made)
+        for (const std::string &directory : settings.sourceDirectories)
+            for (const std::string &path : listSources(directory, index))
+                if (addHeaders(index, path, BEGINNING))
+                    index.begun.push_back(path);
+    index.made = true;
+    if (index.files.count(module) == 0 && !index.whole) {
+        index.whole = true;
+        for (const std::string &path : index.begun)
+            addHeaders(index, path, std::string::npos);
+    }
+    auto found = index.files.find(module);
+    return found == index.files.end() ? std::vector<std::string>() : found->second;
+}
+
+/* The path that a name on the command line means, empty if there is none; `tried` gets what was
+   looked for. */
+std::string findNamed(const Settings &settings, const std::string &name,
+                      std::vector<std::string> &tried) {
+    const auto exists = [&tried](const std::string &path) {
+        tried.push_back(path);
+        return isFile(path);
+    };
+    if (exists(name))
+        return name;
+    std::vector<std::string> directories = settings.sourceDirectories;
+    if (directories.empty() || name.starts_with('/'))
+        directories = {""};
+    for (const std::string &directory : directories) {
+        if (!directory.empty() && exists(directory + name))
+            return tried.back();
+        for (std::string_view suffix : suffixes)
+            if (exists(directory + name + std::string(suffix)))
+                return tried.back();
+    }
+    return {};
+}
 
 /* The same for a file by whatever way it is reached. */
 std::string wholePath(const std::string &path) {
@@ -60,7 +148,7 @@ bool addImported(Compilation &c, const Settings &settings, Search &search,
     SpareModules *from = nullptr;
     std::size_t chosen = 0;
     for (const std::string &path :
-         findModule(settings, search.index, std::string(import.module.text))) {
+         filesOf(settings, search.index, std::string(import.module.text))) {
         SpareModules &spare = spareOf(c, search, path);
         auto named = std::find_if(
             spare.modules.begin(), spare.modules.end(),
@@ -87,7 +175,7 @@ bool addImported(Compilation &c, const Settings &settings, Search &search,
 bool addNamedFile(Compilation &c, const Settings &settings, Search &search,
                   const std::string &name) {
     std::vector<std::string> tried;
-    const std::string path = findSource(settings, name, tried);
+    const std::string path = findNamed(settings, name, tried);
     if (path.empty()) {
         std::string text = "there is no file " + name;
         for (std::size_t i = 1; i < tried.size(); ++i)
