@@ -107,8 +107,10 @@ void nameType(Names &names, const Type &type, const ModuleInfo &module) {
     for (const Component &component : type.components)
         names.add(component.type, &module);
     names.add(type.element, &module);
-    for (const ConstraintSpec *spec : type.constraints)
-        names.add(spec, &module);
+    /* What an open type is constrained to is encoded by itself. */
+    if (type.kind != TypeKind::Field && type.kind != TypeKind::Any)
+        for (const ConstraintSpec *spec : type.constraints)
+            names.add(spec, &module);
 }
 
 void nameConstraint(Names &names, const Constraint &constraint, const ModuleInfo &module) {
@@ -140,7 +142,7 @@ std::vector<const Assignment *> namedBy(Compilation &c, const Assignment &assign
     return std::move(names.found);
 }
 
-/* The types of the run that no type outside of their own group names. */
+/* The types of the run that no type names, and circles of types that none outside names. */
 std::vector<const Assignment *> unnamedTypes(Compilation &c, const Plan &plan) {
     std::vector<const Assignment *> types;
     std::unordered_map<const Assignment *, std::uint32_t> numbers;
@@ -156,13 +158,13 @@ std::vector<const Assignment *> unnamedTypes(Compilation &c, const Plan &plan) {
             if (auto found = numbers.find(other); found != numbers.end())
                 edges.emplace_back(n, found->second);
     const Groups groups = groupsOf(graphOf(static_cast<std::uint32_t>(types.size()), edges));
-    std::vector<bool> named(types.size(), false);
+    std::vector<bool> named(groups.members.size(), false);
     for (const auto &[from, to] : edges)
         if (groups.groupOf[from] != groups.groupOf[to])
-            named[to] = true;
+            named[groups.groupOf[to]] = true;
     std::vector<const Assignment *> unnamed;
     for (std::uint32_t n = 0; n < types.size(); ++n)
-        if (!named[n])
+        if (!named[groups.groupOf[n]])
             unnamed.push_back(types[n]);
     return unnamed;
 }
