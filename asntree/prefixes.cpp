@@ -59,10 +59,16 @@ std::string_view stemOf(std::string_view path) {
     return path.substr(0, path.find_last_of('.'));
 }
 
-bool holdsOneModule(const SourceFile &file) {
-    return std::count_if(file.tokens.begin(), file.tokens.end(), [](const Token &token) {
-               return token.kind == TokenKind::Word && token.word == Word::DEFINITIONS;
-           }) == 1;
+/* The files that hold one module, by their texts: of a file that was searched for a module others may
+   not be in the run. */
+std::vector<bool> filesOfOneModule(const Sources &sources) {
+    std::vector<bool> single;
+    for (const SourceFile &file : sources.files)
+        single.push_back(std::count_if(file.tokens.begin(), file.tokens.end(),
+                                       [](const Token &token) {
+                                           return token.word == Word::DEFINITIONS;
+                                       }) == 1);
+    return single;
 }
 
 /* The prefixes that are given away, by key, with what they are given to. */
@@ -126,11 +132,12 @@ void takeFileNames(const Compilation &c, std::size_t length, Plan &plan, Taken &
                    const std::vector<const ModuleInfo *> &modules) {
     std::map<std::string, std::vector<const ModuleInfo *>> wishes;
     std::map<std::string, std::string> names;
+    const std::vector<bool> single = filesOfOneModule(c.sources);
     for (const ModuleInfo *module : modules) {
         const SourceFile &file = c.sources[module->syntax->file];
         const std::string stem = withUnderscores(stemOf(file.path));
         if (plan.prefixes.count(module) != 0 || !isGoodPrefix(stem, length) ||
-            !holdsOneModule(file))
+            !single[module->syntax->file])
             continue;
         wishes[keyOf(stem)].push_back(module);
         names[keyOf(stem)] = stem;
