@@ -126,13 +126,13 @@ void linkSymbol(ModuleInfo &importer, std::uint32_t number, const Name &symbol) 
 }
 
 /* A name that another module doesn't have, doesn't export, or has from a missing module. */
-void checkSymbol(Compilation &c, ModuleInfo &importer, const ModuleInfo &from,
-                 const Name &symbol) {
+void checkSymbol(Compilation &c, ModuleInfo &importer, const ModuleInfo &from, const Name &symbol,
+                 bool isOtherVersion) {
     const std::string name(symbol.text);
     const std::string module(from.syntax->name.text);
     const bool known = from.names.count(symbol.text) != 0 || from.imported.count(symbol.text) != 0;
     if (!known) {
-        if (isBuiltinName(symbol.text) || from.incomplete)
+        if (isBuiltinName(symbol.text) || isWellKnownMacro(symbol.text) || from.incomplete)
             return;
         std::vector<std::string_view> candidates;
         for (const auto &[candidate, assignment] : from.names)
@@ -146,9 +146,11 @@ void checkSymbol(Compilation &c, ModuleInfo &importer, const ModuleInfo &from,
         importer.imported.at(symbol.text).module = nullptr;
     } else if (from.syntax->exportsMode == ExportsMode::List &&
                from.exported.count(symbol.text) == 0) {
-        error(c.diagnostics, symbol.place,
-              "module `" + module + "` does not export `" + name + "`",
-              {{from.syntax->name.place, "its EXPORTS list does not name it"}});
+        /* Another version of the module, as the identifier says, may well export it. */
+        const auto report = isOtherVersion ? warning : error;
+        report(c.diagnostics, symbol.place,
+               "module `" + module + "` does not export `" + name + "`",
+               {{from.syntax->name.place, "its EXPORTS list does not name it"}});
     } else if (importer.names.count(symbol.text) != 0 &&
                definingModule(const_cast<ModuleInfo *>(&from), symbol.text) != &importer) {
         slip(c.diagnostics, symbol.place,
@@ -156,16 +158,18 @@ void checkSymbol(Compilation &c, ModuleInfo &importer, const ModuleInfo &from,
     }
 }
 
-void checkIdentifier(Compilation &c, const ModuleInfo &importer, const ImportFrom &import,
-                     const ModuleInfo &found) {
+/* Warns of an import whose identifier isn't that of the module at hand; true if it is so. */
+bool isOfOtherVersion(Compilation &c, const ModuleInfo &importer, const ImportFrom &import,
+                      const ModuleInfo &found) {
     const std::vector<std::string> wanted = identifierOf(c, import.identifier, &importer.root);
     if (wanted.empty() || found.identifier.empty() || wanted == found.identifier ||
         isRelative(import, wanted, found.identifier))
-        return;
+        return false;
     warning(c.diagnostics, import.module.place,
             "module `" + std::string(import.module.text) + "` is imported by the identifier " +
                 joined(wanted) + ", the one at hand has " + joined(found.identifier),
             {{found.syntax->name.place, "it stands here"}});
+    return true;
 }
 
 void nameDefinition(Compilation &c, ModuleInfo &info, Assignment *assignment) {
@@ -241,13 +245,14 @@ void linkImports(Compilation &c) {
                 reportMissingModule(c, *info, import);
                 continue;
             }
-            checkIdentifier(c, *info, import, *from);
+            const bool isOtherVersion = isOfOtherVersion(c, *info, import, *from);
             for (const Name &symbol : import.symbols)
-                checkSymbol(c, *info, *from, symbol);
+                checkSymbol(c, *info, *from, symbol, isOtherVersion);
         }
     for (const auto &info : c.modules)
         for (const Name &name : info->syntax->exports)
-            if (info->names.count(name.text) == 0 && info->imported.count(name.text) == 0)
+            if (info->names.count(name.text) == 0 && info->imported.count(name.text) == 0 &&
+                !isBuiltinName(name.text) && !isWellKnownMacro(name.text) && !info->incomplete)
                 error(c.diagnostics, name.place,
                       "`" + std::string(name.text) + "` is exported, but neither defined nor "
                                                      "imported");

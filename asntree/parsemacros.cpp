@@ -170,10 +170,14 @@ bool isAllCapitals(std::string_view name) {
                         [](char letter) { return letter >= 'a' && letter <= 'z'; });
 }
 
+bool isWellKnownMacro(std::string_view name) {
+    return std::binary_search(std::begin(wellKnownMacros), std::end(wellKnownMacros), name);
+}
+
 bool isMacroName(const Parser &p, std::string_view name) {
     if (!isAllCapitals(name))
         return false;
-    if (std::binary_search(std::begin(wellKnownMacros), std::end(wellKnownMacros), name))
+    if (isWellKnownMacro(name))
         return true;
     return p.words != nullptr &&
            std::binary_search(p.words->macros.begin(), p.words->macros.end(), name);

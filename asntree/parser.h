@@ -60,6 +60,8 @@ struct MacroClause {
     Type *type = nullptr;
     std::vector<Value *> values;
 };
+/* True for the macros of published standards, which modules use without their definition. */
+bool isWellKnownMacro(std::string_view name);
 std::vector<MacroClause> readMacroClauses(ParseContext &context, TokenRange range);
 
 } // namespace asntree

@@ -1,0 +1,132 @@
+#include <cstdio>
+#include <cstring>
+#include <unistd.h>
+
+#include "asntree/compile.h"
+#include "asntree/directives.h"
+#include "asntree/emit.h"
+#include "asntree/listing.h"
+#include "asntree/options.h"
+#include "asntree/output.h"
+#include "asntree/plan.h"
+#include "asntree/search.h"
+#include "gen/meta.h"
+#include "gen/tooloptions.h"
+#include "options/hooks.h"
+#include "store/tree.h"
+
+/* asntree: compiles ASN.1 modules into syntax trees. */
+
+namespace {
+
+using namespace asntree;
+
+enum ExitStatus { STATUS_GOOD = 0, STATUS_USAGE = 1, STATUS_ERRORS = 2 };
+
+bool wantsColor(const Settings &settings) {
+    return settings.color == ColorWish::Always ||
+           (settings.color == ColorWish::Auto && isatty(STDERR_FILENO) != 0);
+}
+
+void printMessages(Compilation &c, const Settings &settings) {
+    const std::string text = printed(c.diagnostics, wantsColor(settings));
+    std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
+/* Reads and checks everything; true without errors. */
+bool readModules(Compilation &c, const Settings &settings) {
+    Search search;
+    bool found = true;
+    for (const std::string &name : settings.files)
+        found = addNamedFile(c, settings, search, name) && found;
+    if (!found)
+        return false;
+    addImportedModules(c, settings, search);
+    return checkAll(c);
+}
+
+/* Trees and listings beside their places; the message of the first failure otherwise. */
+bool writeTrees(const Compilation &c, const Settings &settings, const Plan &plan,
+                std::vector<EmittedTree> &trees, Outputs &outputs, std::string &why) {
+    KnownTrees known;
+    for (std::size_t i = 0; i < trees.size(); ++i)
+        known.emplace(plan.trees[i].genPrefix, &trees[i].tree);
+    for (std::size_t i = 0; i < trees.size(); ++i) {
+        const TreePlan &planned = plan.trees[i];
+        if (!writeBeside(outputs, treePath(settings, planned), storedBytes(trees[i].tree), why))
+            return false;
+        if (!settings.listingDirectory.empty() &&
+            !writeBeside(outputs, listingPath(settings, planned),
+                         listTree(trees[i].tree, known, listingNotes(c, planned, trees[i])), why))
+            return false;
+    }
+    return true;
+}
+
+bool writeDependencies(const Compilation &c, const Settings &settings, const Plan &plan,
+                       Outputs &outputs, std::string &why) {
+    if (settings.dependencyFile.empty())
+        return true;
+    std::vector<std::string> targets, sources;
+    for (const TreePlan &tree : plan.trees)
+        targets.push_back(treePath(settings, tree));
+    for (std::size_t i = 1; i < c.sources.files.size(); ++i) /* the first is the predefined one */
+        sources.push_back(c.sources.files[i].path);
+    return writeBeside(outputs, settings.dependencyFile, dependencyText(targets, sources), why);
+}
+
+bool writeAll(const Compilation &c, const Settings &settings, const Plan &plan,
+              std::vector<EmittedTree> &trees) {
+    Outputs outputs;
+    std::string why;
+    if (writeTrees(c, settings, plan, trees, outputs, why) &&
+        writeDependencies(c, settings, plan, outputs, why) && putInPlace(outputs, why))
+        return true;
+    dropOutputs(outputs);
+    std::fprintf(stderr, "asntree: %s\n", why.c_str());
+    return false;
+}
+
+ExitStatus compile(Compilation &c, Settings &settings) {
+    c.diagnostics.warningsAreErrors = settings.warningsAreErrors;
+    c.diagnostics.strict = settings.strict;
+    if (!readModules(c, settings))
+        return STATUS_ERRORS;
+    placeOptionFiles(settings, c.sources);
+    Directives directives;
+    takeDirectives(c, settings, directives);
+    const Plan plan = makePlan(c, settings, definitionWords(c, directives));
+    std::vector<EmittedTree> trees;
+    if (c.diagnostics.errors != 0 || !emitTrees(c, plan, settings, &directives, trees) ||
+        c.diagnostics.errors != 0)
+        return STATUS_ERRORS;
+    if (settings.checkOnly)
+        return STATUS_GOOD;
+    if (!writeAll(c, settings, plan, trees))
+        return STATUS_ERRORS;
+    std::fputs(summaryText(settings, plan).c_str(), stdout);
+    return std::fflush(stdout) == 0 ? STATUS_GOOD : STATUS_ERRORS;
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    optionHooks.globalBEOptionOK = globalBEOptionOK;
+    treeHooks.newMetaRec = newBEModMetaRec;
+    treeHooks.deleteMetaRec = deleteBEModMetaRec;
+    Settings settings;
+    std::string message;
+    const bool good = parseCommandLine(argc, argv, settings, message);
+    std::fputs(message.c_str(), stderr);
+    if (!good)
+        return STATUS_USAGE;
+    if (settings.help || settings.version) {
+        std::fputs(settings.help ? usageText() : versionText().c_str(), stdout);
+        return STATUS_GOOD;
+    }
+    auto *c = new Compilation; /* freeing each node of a large run takes longer than it is worth */
+    const ExitStatus status = compile(*c, settings);
+    printMessages(*c, settings);
+    std::fflush(nullptr);
+    _Exit(status);
+}
