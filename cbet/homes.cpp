@@ -115,6 +115,6 @@ Text &cHome(Text &dst, const char *prefix, bool addressOf, AsnType *type, const 
 Text &cAnyDefinedByClassifierTypeHome(Text &dst, const char *prefix, bool addressOf,
                                       AsnType *classifier, const char *postfix) {
     Text id;
-    getTypeCompId(id, nullptr, classifier, postfix);
+    cMemberName(id, nullptr, classifier, postfix);
     return cHome(dst, prefix, addressOf, getFatherOfTypeComp(classifier), ".", id.c_str());
 }

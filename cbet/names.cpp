@@ -1,6 +1,7 @@
 #include "cbet/names.h"
 
 #include "cbet/predicates.h"
+#include "cbet/reserved.h"
 #include "driver/fatal.h"
 #include "model/backend.h"
 #include "model/backvar.h"
@@ -30,15 +31,21 @@ void appendName(Text &dst, const FixRec &fix, const char *suffix) {
     dst += printFixRec(name, nullptr, &fix, suffix);
 }
 
-/* The name of the base between prefix and postfix. */
-Text &baseName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    if (hasName(type->baseId))
-        return printFixRec(dst, prefix, &type->baseId, postfix);
-    return dst = Text(orEmpty(prefix)) + NAMELESS_TYPE + orEmpty(postfix);
-}
-
 Text &between(Text &dst, const char *prefix, const char *text, const char *postfix) {
     return dst = Text(orEmpty(prefix)) + text + orEmpty(postfix);
+}
+
+Text &loneBetween(Text &dst, const char *prefix, const Text &name, AsnType *type,
+                  const char *postfix) {
+    return between(dst, prefix, cLoneName(name, getModuleOfType(type)).c_str(), postfix);
+}
+
+/* The name of the base between prefix and postfix. */
+Text &baseName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
+    Text name = NAMELESS_TYPE;
+    if (hasName(type->baseId))
+        printFixRec(name, nullptr, &type->baseId, nullptr);
+    return loneBetween(dst, prefix, name, type, postfix);
 }
 
 Text &predefinedName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
@@ -183,7 +190,7 @@ Text &cTypeIdForTypeCompDef(Text &dst, const char *prefix, AsnType *type, const 
         return cTypeId(dst, (Text(orEmpty(prefix)) + "LIST /* ").c_str(), type, behind.c_str());
     }
     if (cIsDefinedBaseType(type))
-        return getDefBaseTypeId(dst, prefix, type, postfix);
+        return cDefBaseTypeName(dst, prefix, type, postfix);
     if (cIsPredefinedType(type))
         return predefinedName(dst, prefix, type, postfix);
     return cTypeId(dst, tag.c_str(), type, postfix);
@@ -194,6 +201,21 @@ Text &cTypeIdForDefinedTypeCompRef(Text &dst, const char *prefix, AsnType *type,
     if (cIsDefinedBaseType(type))
         return cTypeId(dst, prefix, type, postfix);
     return between(dst, prefix, NO_NAME, postfix);
+}
+
+Text &cDefTypeName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
+    Text name;
+    return loneBetween(dst, prefix, getDefTypeId(name, nullptr, type, nullptr), type, postfix);
+}
+
+Text &cDefBaseTypeName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
+    Text name;
+    return loneBetween(dst, prefix, getDefBaseTypeId(name, nullptr, type, nullptr), type, postfix);
+}
+
+Text &cMemberName(Text &dst, const char *prefix, AsnType *comp, const char *postfix) {
+    Text name;
+    return loneBetween(dst, prefix, getTypeCompId(name, nullptr, comp, nullptr), comp, postfix);
 }
 
 Text &cASN1VariableName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {

@@ -21,6 +21,12 @@ Text &cTypeIdForTypeCompDef(Text &dst, const char *prefix, AsnType *type, const 
 Text &cTypeIdForDefinedTypeCompRef(Text &dst, const char *prefix, AsnType *type,
                                    const char *postfix);
 
+/* getDefTypeId, getDefBaseTypeId and getTypeCompId where the name stands alone, as that of a C type
+   or of a member of a structure. */
+Text &cDefTypeName(Text &dst, const char *prefix, AsnType *type, const char *postfix);
+Text &cDefBaseTypeName(Text &dst, const char *prefix, AsnType *type, const char *postfix);
+Text &cMemberName(Text &dst, const char *prefix, AsnType *comp, const char *postfix);
+
 /* The C type of a value form, bent by "C-GENERATION="; null if the form has none. */
 const char *getPredefinedType(AsnType *type);
 /* The member of the ASNHOME union; fatal error 13 for a value form out of range. */

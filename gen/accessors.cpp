@@ -52,7 +52,7 @@ bool compsAreHeldAsPointers(AsnType *father) {
 void genIsMacro(AsnType *father, AsnType *comp, int compNbr) {
     Text body;
     if (compsAreHeldAsPointers(father))
-        body = formatText("((home)->%s != NULL)", getMetaCompId(comp));
+        body = formatText("((home)->%s != NULL)", getMetaMemberName(comp).c_str());
     else
         getControlMemberTst(body, nullptr, HOME, father, comp, compNbr, nullptr);
     genMacro(father, comp, "is", body);
@@ -78,8 +78,8 @@ void genRemMacro(AsnType *father, AsnType *comp, int compNbr) {
 void genAltMacro(AsnType *father, AsnType *comp) {
     genMacro(father, comp, "alt",
              compsAreHeldAsPointers(father)
-                 ? formatText("((home)->%s)", getMetaCompId(comp))
-                 : formatText("(&((home)->i1.%s))", getMetaCompId(comp)));
+                 ? formatText("((home)->%s)", getMetaMemberName(comp).c_str())
+                 : formatText("(&((home)->i1.%s))", getMetaMemberName(comp).c_str()));
 }
 
 /* Macro groups of one type are set apart by an empty line. */
@@ -117,6 +117,12 @@ void genChoiceAccessRoutines(AsnType *type) {
     forEachTypeComp(type, genAlternative);
 }
 
+/* A program in C++ can't write "val.bool". */
+Text homeMember(AsnType *elem) {
+    const bool isWord = getVF(elem) == VF_BOOL && avoidsCPlusPlusWords(getModuleOfType(elem));
+    return isWord ? "boolean" : getAsnhomeMember(elem);
+}
+
 /* #define item_List(elem) \
      ((Elem *)((elem)->val.stru)) */
 void genElemMacro(AsnType *father, AsnType *elem) {
@@ -131,8 +137,7 @@ void genElemMacro(AsnType *father, AsnType *elem) {
         if (columnsInF(fiDef) > LAST_CAST_COLUMN)
             wToF(fiDef, " \\\n");
     }
-    Text member;
-    wToF(fiDef, cAsnHomeMember(member, "((elem)->val.", elem, ")"));
+    wToF(fiDef, "((elem)->val." + homeMember(elem) + ")");
     if (isPointer)
         wToF(fiDef, ")");
     genMacroPostfix();

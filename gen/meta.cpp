@@ -84,6 +84,10 @@ const char *getMetaLogFile(AsnModule *module) {
     return name.empty() ? nullptr : name.c_str();
 }
 
+bool avoidsCPlusPlusWords(AsnModule *module) {
+    return getBEModMetaRec(module)->cPlusPlus;
+}
+
 const char *getMetaCodFuncPref(AsnModule *module) {
     return getBEModMetaRec(module)->codFuncPref.c_str();
 }

@@ -47,6 +47,7 @@ struct BEModMetaRec {
     bool brunModuleId = false;
     bool tabValueSetN = false;
     Text codFuncPref;
+    bool cPlusPlus = false; /* words of C++ are no names either */
 };
 
 struct BEClassMetaRec {
@@ -81,6 +82,9 @@ void setMetaVerbosity(AsnModule *module, int verbosity);
 const char *getMetaLogFile(AsnModule *module);
 /* Empty for none. */
 const char *getMetaCodFuncPref(AsnModule *module);
+
+/* "CPLUSPLUS=". */
+bool avoidsCPlusPlusWords(AsnModule *module);
 
 /* Separate entry parameter lists. addMetaAsnParams is called for the entries in their order and
    returns true if the entry needs a list of its own. */

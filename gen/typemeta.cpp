@@ -4,6 +4,7 @@
 
 #include "cbet/names.h"
 #include "cbet/predicates.h"
+#include "cbet/reserved.h"
 #include "gen/meta.h"
 #include "model/backend.h"
 #include "model/modules.h"
@@ -129,6 +130,14 @@ const char *getMetaBaseTypeId(AsnType *type) {
 const char *getMetaCompId(AsnType *type) {
     const BETypMetaRec *meta = getBETypMetaRec(type);
     return meta == nullptr || !meta->hasCompId ? nullptr : meta->compId.c_str();
+}
+
+Text getMetaMemberName(AsnType *type) {
+    return cLoneName(orEmpty(getMetaCompId(type)), getModuleOfType(type));
+}
+
+Text getMetaTypeName(AsnType *type) {
+    return cLoneName(getMetaTypeId(type), getModuleOfType(type));
 }
 
 const char *getMetaHomeTypeId(AsnType *type) {

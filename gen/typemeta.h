@@ -42,5 +42,9 @@ const char *getMetaTypeId(AsnType *type);
 const char *getMetaBaseTypeId(AsnType *type);
 /* Null for a type that has none. */
 const char *getMetaCompId(AsnType *type);
+/* The same where the name stands alone, as that of a member; empty for a type that has none. */
+Text getMetaMemberName(AsnType *type);
+/* A type's getMetaTypeId where it stands alone. */
+Text getMetaTypeName(AsnType *type);
 const char *getMetaHomeTypeId(AsnType *type);
 int getMetaTypeAccessRoutines(AsnType *type);

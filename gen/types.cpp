@@ -1,7 +1,6 @@
 #include "gen/types.h"
 
 #include <cstdio>
-#include <cstring>
 
 #include "cbet/imports.h"
 #include "cbet/predicates.h"
@@ -36,8 +35,8 @@ void genTypedefPrefix(AsnType *type) {
 
 /* " Msg;", the user's text. */
 void genTypedefPostfix(AsnType *type) {
-    printfToF(fiTyp, " %s;\n", orEmpty(getMetaTypeId(type)));
-    taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaTypeId(type)});
+    printfToF(fiTyp, " %s;\n", getMetaTypeName(type).c_str());
+    taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaTypeName(type).c_str()});
     printLocalTypeEmbeddingOptions(fiTyp, type, TED_TYP_BEHIND);
 }
 
@@ -54,8 +53,7 @@ void genTypedef(AsnType *type) {
    defines A. */
 void genEntryTypedef(AsnType *type) {
     const char *base = orEmpty(getMetaBaseTypeId(type));
-    const bool synonym =
-        isSynonymType(type) && std::strcmp(base, orEmpty(getMetaTypeId(type))) != 0;
+    const bool synonym = isSynonymType(type) && getMetaTypeName(type) != base;
     if (!synonym && (isMorlaApplication(getModuleOfType(type)) || !isCarriedAsItIs(type)))
         return;
     genTypedefPrefix(type);
