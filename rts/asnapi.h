@@ -77,8 +77,8 @@ void *asnNew (ASNMEM *memory, size_t size);
 ASNHOME *asnNewItem (ASNMEM *memory, LIST *list, int format, size_t size);
 /* A home that stands alone, as the values of an array of homes do. */
 ASNHOME *asnNewHome (ASNMEM *memory, int format, size_t size);
-/* A copy of one value's encoding. `typed` as in ASN_FRAME. */
-FRAME_PTR asnNewFrame (ASNMEM *memory, const void *octets, size_t length, BOOLE typed);
+/* A copy of one value's encoding. */
+FRAME_PTR asnNewFrame (ASNMEM *memory, const void *octets, size_t length);
 
 /* --- calling entry functions oneself --- */
 

@@ -20,7 +20,6 @@ void asnOpenDecoder (ASNCODG *g, const void *buffer, size_t length, ASNMEM *memo
   g->nrOfNames = 0;
   g->room = g->front = g->end = NULL;
   g->growing = FALSE;
-  g->frameMark = ASN_NO_MARK;
   g->nrOfEnds = 0;
   if (length > INT32_MAX) {
     g->limit = g->start;
@@ -119,6 +118,17 @@ static int findEnd (const BYTE_TYPE *p, const BYTE_TYPE *limit, const BYTE_TYPE 
   }
   *end = p;
   return ASN_OK;
+}
+
+BOOLE asnIsOneEncoding (const BYTE_TYPE *octets, size_t length)
+{
+  const BYTE_TYPE *end = octets + length, *behind;
+  ASN_HEADER header;
+  if (length > INT32_MAX || asnReadHeader (octets, end, &header) != ASN_OK || header.tag == EOC_TAG)
+    return FALSE;
+  if (!header.indefinite)
+    return (size_t)(end - header.contents) == header.len;
+  return findEnd (header.contents, end, &behind) == ASN_OK && behind == end;
 }
 
 /* --- levels --- */
@@ -278,6 +288,15 @@ void asnDecEOC (ASNCODG *g)
   g->element = g->place;
   if (!closeAtEnd (g))
     asnRaise (&g->util, g->place == g->limit ? LEN_FAIL : EOC_FAIL);
+}
+
+void asnCloseLevels (ASNCODG *g)
+{
+  while (!asnFailed (g) && g->depth > 0) {
+    g->element = g->place;
+    if (!closeAtEnd (g))
+      asnRaise (&g->util, g->place == g->limit ? LEN_FAIL : REST_FAIL);
+  }
 }
 
 /* --- what is passed over --- */

@@ -50,8 +50,6 @@ void *asnTake (ASNUTIG *util, size_t size);
 
 /* --- encoding --- */
 
-#define ASN_NO_MARK UINT32_MAX
-
 static inline uint32 asnUsed (const ASNCODG *g)
 {
   return (uint32)(g->end - g->front);
@@ -91,6 +89,12 @@ typedef struct {
 /* Reads no octet from `limit` on; ASN_OK or the error. Contents of definite length end before `limit`.
    An end-of-contents is a tag 0 with length 0. */
 int asnReadHeader (const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *header);
+
+/* Whether octets are one whole encoding, as far as tags and lengths say. */
+BOOLE asnIsOneEncoding (const BYTE_TYPE *octets, size_t length);
+
+/* Reads the ends of what is open still: the entry function of a CHOICE leaves that of its tag unread. */
+void asnCloseLevels (ASNCODG *g);
 
 /* Passes over what is in hand, so that the decoder stands behind it. */
 void asnPassElement (ASNCODG *g);

@@ -133,7 +133,7 @@ static void printIdentification (ASNTSTG *g, const EXTERNAL_IDENTIFICATION *valu
 static void printDataValue (ASNTSTG *g, const EXTERNAL_1994 *value)
 {
   if (value->encoding == 0) {
-    ASN_FRAME frame = { NULL, FALSE, 0, NULL };
+    ASN_FRAME frame = { NULL, 0, NULL };
     frame.length = value->dataValue.n;
     frame.octets = value->dataValue.st;
     printSingleType (g, &frame);

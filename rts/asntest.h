@@ -60,7 +60,7 @@ static inline BOOLE asnHasLevel (int mainType)
 }
 
 /* A frame from digits in hand, or null for none. */
-FRAME_PTR asnFrameFromDigits (ASNTSTG *g, BOOLE typed);
+FRAME_PTR asnFrameFromDigits (ASNTSTG *g);
 
 /* --- strings --- */
 
