@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "cbet/comptests.h"
+#include "cbet/constants.h"
 #include "cbet/engine.h"
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
@@ -27,6 +28,7 @@ struct Check {
     int file = 0;
     bool okDefined = false; /* the block with the variable is open */
     bool sorry = false;     /* the constraint in hand can't be put into code */
+    Text characters;        /* of the alphabet in hand */
     int depth = 0;          /* of constraints within one another */
 };
 
@@ -190,7 +192,8 @@ void constructRangeCharacters(Check &check, AsnValue *low, bool lowClosed, AsnVa
         return;
     }
     for (std::uint64_t c = first; c <= last; ++c) /* `last` may be the greatest of its width */
-        putToF(check.file, Text(1, static_cast<char>(c)).c_str());
+        if (static_cast<char>(c) != '\0') /* ends the literal */
+            check.characters += static_cast<char>(c);
 }
 
 void constructAllowedCharacters(Check &check, AsnType *type, AsnConstraint *constraint) {
@@ -214,7 +217,9 @@ void constructAllowedCharacters(Check &check, AsnType *type, AsnConstraint *cons
         break;
     case SUB_SINGLE_VALUE:
         forSingleValueConstraint(type, constraint, [&](AsnType *, AsnValue *value) {
-            putCharacterStringValueToF(check.file, "", value, "");
+            forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *text) {
+                check.characters += text;
+            });
         });
         break;
     case SUB_INCLUDES:
@@ -237,8 +242,10 @@ void alphabetConstr(Check &check, AsnType *type, AsnConstraint *constraint) {
     printfToF(check.file, "(%sChrStrStrspn%s (", cIsStaticString(type) ? "sta" : "dyn",
               getVFSize(type) == VF_NONE ? "0" : "");
     wToF(check.file, cHome(text, "", true, type, nullptr, ","));
-    wToF(check.file, " \"");
+    check.characters.clear();
     constructAllowedCharacters(check, type, constraint);
+    wToF(check.file, " \"");
+    putToF(check.file, cStringText(check.characters).c_str());
     putToF(check.file, "\") =="); /* a line may not end within the literal */
     wToF(check.file, cGetSize(text, " ", type, true, ");\n"));
 }
@@ -261,7 +268,9 @@ void singleValueConstr(Check &check, AsnType *type, AsnValue *value) {
     } else if (inForm && isComparedAsText(kind)) {
         assignOk(check);
         wToF(check.file, cHome(text, "(strcmp (", false, type, ".", "st,"));
-        printCharacterStringValueToF(check.file, " \"", value, "\") == 0);\n");
+        forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *expected) {
+            printfToF(check.file, " \"%s\") == 0);\n", cStringText(expected).c_str());
+        });
     } else {
         check.sorry = true;
     }

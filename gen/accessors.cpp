@@ -18,6 +18,8 @@ namespace {
 constexpr const char *HOME = "(home)->";
 /* From this column on a cast stands on a line of its own. */
 constexpr int LAST_CAST_COLUMN = 58;
+/* What goes beyond this one would be broken off without a backslash. */
+constexpr int LAST_COLUMN = 78;
 
 void genIntro(AsnType *type) {
     Text id;
@@ -132,12 +134,14 @@ void genElemMacro(AsnType *father, AsnType *elem) {
     taviAddItem(ITEM_DEFINE, fiDef, {"item_", id.c_str()});
     ++fArr[fiDef].indent;
     const bool isPointer = cIsPtrAsnHomeMember(elem);
+    const Text member = "((elem)->val." + homeMember(elem) + ")";
     if (isPointer) {
         printfToF(fiDef, "((%s *)", getMetaBaseTypeId(elem));
-        if (columnsInF(fiDef) > LAST_CAST_COLUMN)
+        const int end = columnsInF(fiDef) + static_cast<int>(member.size());
+        if (columnsInF(fiDef) > LAST_CAST_COLUMN || end > LAST_COLUMN)
             wToF(fiDef, " \\\n");
     }
-    wToF(fiDef, "((elem)->val." + homeMember(elem) + ")");
+    wToF(fiDef, member);
     if (isPointer)
         wToF(fiDef, ")");
     genMacroPostfix();

@@ -32,7 +32,7 @@ void genValuePrefix(AsnValue *value) {
 }
 
 void genStringDefine(AsnValue *value, int, const char *text) {
-    genValue(value, "\"", text, "\"");
+    genValue(value, "\"", cStringText(text).c_str(), "\"");
 }
 
 void genBinaryDefine(AsnValue *value, int, const char *text) {
@@ -60,7 +60,9 @@ void genObjectIdentifierDefine(AsnValue *value) {
     }
     genValuePrefix(value);
     wToF(fiDef, "\\\n");
-    printObjectIdentifierValueToF(fiDef, "  \"{", value, nullptr, nullptr, nullptr, "}\"\n");
+    Text arcs; /* in one piece: a line may not end within it */
+    wToF(fiDef,
+         objectIdentifierValueStri(arcs, "  \"{", value, nullptr, nullptr, nullptr, "}\"\n"));
 }
 
 void genRootValue(AsnValue *value, int) {

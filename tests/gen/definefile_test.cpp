@@ -110,6 +110,11 @@ void listAccessors(TreeWriter &w) {
     w.define("Plain", list(w.sequence({w.comp("o", w.boolean()).optional()})));
     w.define("Rows", list(list(w.real())));
     w.define("Signals", list(w.enumerated({{"go", 0}, NamedNumber::extension()})));
+    for (int length = 49; length < 53; ++length) {
+        const std::string name = "L" + std::string(static_cast<std::size_t>(length) - 1, 'x');
+        w.define(name, w.type(TYP_UTCTIME)).entry();
+        w.define("Of_" + std::to_string(length), list(w.ref(name)));
+    }
     w.define("Long", list(w.ref("A_unit_whose_name_takes_nearly_a_whole_line_of_text_x")));
     w.define("Nested", w.sequence({w.comp("inner", list(w.ref("Unit"))).optional()}));
     w.define("Array", w.listOf(TYP_SEQOF, w.ref("Unit"), 1, 3).asArray());
@@ -194,6 +199,7 @@ void texts(TreeWriter &w) {
     w.defineValue("parts", w.string(TYP_IA5STR),
                   w.listValue(TYP_IA5STR, {w.textValue(TYP_IA5STR, "one, "), w.valueRef("text_20"),
                                            w.textValue(TYP_IA5STR, ", three")}));
+    w.defineValue("quoted", w.string(TYP_VISSTR), w.textValue(TYP_VISSTR, "\"a\\b\"?\?/\n\tz"));
     w.defineValue("moment", w.type(TYP_GENTIME), w.timeValue(TYP_GENTIME, "20021231235959.5Z"));
     w.defineValue("short_moment", w.type(TYP_UTCTIME), w.timeValue(TYP_UTCTIME, "0207121230+0200"));
 }
@@ -207,6 +213,10 @@ void objectIdentifiers(TreeWriter &w) {
         w.objectIdentifier({w.valueRef("root"), w.intValue(4294967295), w.valueRef("last_arc")}));
     w.defineValue("last_arc", w.integer(0, 9), w.intValue(7));
     w.defineValue("alias", identifier(), w.valueRef("leaf"));
+    std::vector<ValueNode> arcs;
+    for (int i = 0; i < 30; ++i)
+        arcs.push_back(w.intValue(4000 + i));
+    w.defineValue("long_one", identifier(), w.listValue(TYP_OBJID, arcs));
 }
 
 /* Values of these kinds have no line, nor has what isn't exported; a module that has only such
