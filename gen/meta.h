@@ -1,6 +1,7 @@
 #pragma once
 
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "gen/typemeta.h"
@@ -47,6 +48,11 @@ struct BEModMetaRec {
     bool brunModuleId = false;
     bool tabValueSetN = false;
     Text codFuncPref;
+    /* Numbers that component defines have so far, by name. */
+    std::unordered_map<Text, int> componentDefines;
+    /* Of definitions with nested structures, by record: the names of their components, at any
+       depth, that stand for several numbers. */
+    std::unordered_map<std::uint64_t, std::unordered_set<Text>> ambiguousComps;
     bool cPlusPlus = false; /* words of C++ are no names either */
 };
 

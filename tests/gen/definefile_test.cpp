@@ -41,6 +41,18 @@ void componentIndices(TreeWriter &w) {
     w.define("Deep",
              w.sequence({w.comp("up", w.sequence({w.comp("down", w.ref("Plain")), w.marker()})),
                          w.comp("side", w.choice({w.comp("n", w.null())}))}));
+    const auto nested = [&](std::initializer_list<const char *> names) {
+        std::vector<TypeNode> comps;
+        for (const char *name : names)
+            comps.push_back(w.comp(name, byte()));
+        return w.structure(TYP_SEQ, comps);
+    };
+    /* k and i stand for several numbers each, j for one. */
+    w.define("Nest", w.sequence({w.comp("a", nested({"k", "j", "i"})),
+                                 w.comp("b", nested({"i", "j"})), w.comp("k", byte()),
+                                 w.comp("c", w.listOf(TYP_SEQOF, nested({"k"})).asList())}));
+    w.define("FIELDS", w.objectClass({w.valueField("f", nested({"v", "x"})),
+                                      w.valueField("g", nested({"x", "v"}))}));
 }
 
 /* --- accessor macros --- */
