@@ -49,8 +49,9 @@ Text &cNamedNumberMnemonic(Text &dst, const char *prefix, AsnType *type, AsnValu
 }
 
 Text &cDefineForNamedNumber(Text &dst, AsnType *type, AsnValue *value) {
-    const Text number = i64tostr(int64Value(value)) + "\n";
-    return cNamedNumberMnemonic(dst, "#define ", type, value, (" " + number).c_str());
+    Text number;
+    integerValueStri(number, " ", value, "\n");
+    return cNamedNumberMnemonic(dst, "#define ", type, value, number.c_str());
 }
 
 Text &cComponentIndexMnemonic(Text &dst, const char *prefix, AsnType *comp, const char *postfix) {

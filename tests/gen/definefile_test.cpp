@@ -12,7 +12,10 @@ namespace {
 /* Numbers come with the type that they stand on, of a component with its path; an extension marker
    among items has no number; a synonym has no defines of its own. */
 void namedNumbers(TreeWriter &w) {
-    w.define("Grade", w.numbered(w.integer(-6, 6), {{"worst", -6}, {"best_of_all", 6}}));
+    w.define(
+        "Grade",
+        w.numbered(w.integer(-6, 6),
+                   {{"worst", -6}, {"best_of_all", 6}, {"least", MIN_VALUE}, {"most", MAX_VALUE}}));
     w.define("Rights",
              w.numbered(w.string(TYP_BITSTR, 0, 400), {{"read", 0}, {"write", 1}, {"far", 300}}));
     w.define("Signal",

@@ -17,8 +17,8 @@ TEST(ToolOptions, AcceptedAndRefused) {
     for (const char *option :
          {"-VERBOSE=quiet", "-VERBOSE=0", "-ENTRYTAG=Warn", "-LOGFILE=./a-b_[1]\\x.log",
           "-TAB-MORLA-PARAM=no", "-TAB-VALUE-SET-N=TRUE", "-ACCESS-ROUTINES=macros",
-          "-ACCESS-ROUTINES=0", "-TREE-FILE-SUFFIX=.a1", "-COD-FUNC-PREF=a_1",
-          "-CPLUSPLUS=YES", "-BRUN-GENERATION=", "-BEO=OTHER=VERBOSE=9", "-BEO=VELMO=VERBOSE=2"})
+          "-ACCESS-ROUTINES=0", "-TREE-FILE-SUFFIX=.a1", "-COD-FUNC-PREF=a_1", "-CPLUSPLUS=YES",
+          "-BRUN-GENERATION=", "-BEO=OTHER=VERBOSE=9", "-BEO=VELMO=VERBOSE=2"})
         EXPECT_TRUE(isOK(meta, option)) << option;
     for (const char *option : {"-VERBOSE=3",
                                "-VERBOSE=03",
