@@ -27,6 +27,15 @@
 extern "C" {
 #endif
 
+#define asnEncodeWith ASN_AGREED_ (asnEncodeWith)
+#define asnEncodeNewWith ASN_AGREED_ (asnEncodeNewWith)
+#define asnDecodeWith ASN_AGREED_ (asnDecodeWith)
+#define asnPrintWith ASN_AGREED_ (asnPrintWith)
+#define asnAskWith ASN_AGREED_ (asnAskWith)
+#define asnOpenEncoder ASN_AGREED_ (asnOpenEncoder)
+#define asnOpenDecoder ASN_AGREED_ (asnOpenDecoder)
+#define asnOpenTester ASN_AGREED_ (asnOpenTester)
+
 /* Encodes into the end of `buffer`; returns the first octet of the encoding, or null. */
 BYTE_TYPE *asnEncodeWith (int reentrant, ENTRYFUNC encode, const void *value, void *buffer,
                           size_t size, size_t *length, ASNERROR *error);

@@ -4,12 +4,17 @@
 
 /* --- object identifiers --- */
 
-static BOOLE readArc (const char *p, uint32 *arc)
+static BOOLE readDecimalArc (const char *p, ASN_ARC *arc)
 {
-  uint64 number;
-  if (!asnReadMagnitude (p, &number) || number > UINT32_MAX)
-    return FALSE;
-  *arc = (uint32)number;
+  const ASN_ARC most = (ASN_ARC)0 - 1;
+  ASN_ARC number = 0;
+  for (; *p; p++) {
+    const ASN_ARC digit = (ASN_ARC)(*p - '0');
+    if (*p < '0' || *p > '9' || number > (most - digit) / 10)
+      return FALSE;
+    number = number * 10 + digit;
+  }
+  *arc = number;
   return TRUE;
 }
 
@@ -23,7 +28,7 @@ static int readArcs (ASNTSTG *g, OBJECTIDENTIFIER *value)
   while (asnPeekWord (g) == ASN_WORD_) {
     if (value->n == MAX_ASN_OBJID_ARCS)
       return AM_FAIL;
-    if (!readArc (g->text, &value->arc[value->n]))
+    if (!readDecimalArc (g->text, &value->arc[value->n]))
       return INPUT_FAIL;
     value->n++;
     asnTakeWord (g);

@@ -64,6 +64,7 @@ static const BYTE_TYPE *readLongLength (const BYTE_TYPE *p, const BYTE_TYPE *lim
 
 int asnReadHeader (const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *header)
 {
+  const BYTE_TYPE *start = p;
   uint32 first, number;
   if (p >= limit)
     return LEN_FAIL;
@@ -92,7 +93,7 @@ int asnReadHeader (const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *heade
   }
   if (header->len > (size_t)(limit - p))
     return LEN_FAIL;
-  if (first == 0 && header->len != 0)
+  if (first == 0 && (header->len != 0 || p - start > 2))
     return TAG_FAIL;
   header->contents = p;
   return ASN_OK;
@@ -392,7 +393,8 @@ BOOLE asnNextSegment (ASNCODG *g, ASN_SEGMENTS *segments, const BYTE_TYPE **p, u
     if (tag == EOC_TAG) {
       if (g->depth == segments->depth)
         return FALSE;
-    } else if (segments->tag != 0 && tag != segments->tag && tag != ASN_TAG_OCTET_STRING) {
+    } else if (segments->tag != 0 && tag != segments->tag &&
+               (tag != ASN_TAG_OCTET_STRING || segments->tag == ASN_TAG_BIT_STRING)) {
       asnRaise (&g->util, TAG_FAIL);
       return FALSE;
     } else if (g->state == ASN_PRIMITIVE_) {

@@ -64,13 +64,19 @@ void asnEncFrame (ASNCODG *g, uint32 tag, const FRAME_PTR *frame)
   }
 }
 
-/* The frames stand in their order, so the room for all is taken at once. */
+/* The frames stand in their order, so the room for all is taken at once. It is asked for only where
+   something is there: a CHOICE would hold nothing without it. */
 void asnEncExtensionmarker (ASNCODG *g, const EXTENSIONMARKER *value)
 {
   size_t length = 0;
   BYTE_TYPE *p;
-  for (const ASN_FRAME *frame = value->first; frame; frame = frame->next)
+  for (const ASN_FRAME *frame = value->first; frame; frame = frame->next) {
+    if (!isFrameWhole (g, frame))
+      return;
     length += frame->length;
+  }
+  if (length == 0)
+    asnRaise (&g->util, VALUE_FAIL);
   if (length == 0 || !asnRoomFor (g, length))
     return;
   g->front -= length;

@@ -140,9 +140,7 @@ static void putWideCharacters (ASNCODG *g, uint32 n, const BYTE_TYPE *p)
   g->front = front;
 }
 
-/* Whether a string of `n` lies within its array, if it is held in one. */
-static BOOLE isWithinArray (uint32 how, uint32 n, const void *st, const void *array,
-                            size_t arraySize)
+BOOLE asnIsWithinArray (uint32 how, uint32 n, const void *st, const void *array, size_t arraySize)
 {
   const ASN_STRING_KIND *kind = &asnStringKinds[ASN_KIND_OF (how)];
   if (st != array)
@@ -155,7 +153,7 @@ static BOOLE isWithinArray (uint32 how, uint32 n, const void *st, const void *ar
 static BOOLE putString (ASNCODG *g, uint32 how, uint32 n, const void *st, const void *array,
                         size_t arraySize)
 {
-  if (!isWithinArray (how, n, st, array, arraySize)) {
+  if (!asnIsWithinArray (how, n, st, array, arraySize)) {
     asnRaise (&g->util, VALUE_FAIL);
     return FALSE;
   }

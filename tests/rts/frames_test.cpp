@@ -48,6 +48,9 @@ TEST(RuntimeFrames, AreOneEncoding) {
         EXPECT_EQ(written(hex), plain(hex));
     for (const char *hex : {"", "02", "0202 05", "020105 00", "0000", "3080 0500", "3080 0000 00"})
         EXPECT_EQ(written(hex), "VALUE_FAIL") << hex;
+    EXTENSIONMARKER none = {};
+    EXPECT_EQ("VALUE_FAIL", encoded([&](ASNCODG *asncodg) { e_Extensionmarker(&none); }))
+        << "a choice of it would hold nothing";
 }
 
 TEST(RuntimeFrames, ASkippedValueMayHaveNoTagOfItsOwn) {
