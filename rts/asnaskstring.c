@@ -221,6 +221,8 @@ void asnAskString (ASNTSTG *g, uint32 how, void *n, void *st, size_t size, sint6
   store (g, kindNr, to);
   if (kind->text)
     memset (to + (size_t)count * kind->width, 0, kind->width);
+  else if (kindNr == ASN_BIT_)
+    asnClearBits (to, size, count, high);
   asnStoreCount (n, ASN_LENGTH_SIZE (how), count);
   asnTakeWord (g);
 }

@@ -192,6 +192,9 @@ BOOLE asnCharactersAllowed (const ASN_STRING_KIND *kind, const BYTE_TYPE *p, uin
 /* The first element of a string, which the shape of a static string in a home may show misplaced. */
 BYTE_TYPE *asnElements (uint32 how, const void *st);
 void asnStoreCount (void *n, uint32 size, uint32 count);
+/* Clears an array behind the `n` bits that it holds, up to the bits that the type allows: in a home more
+   of the array seems to be there. */
+void asnClearBits (BYTE_TYPE *st, size_t size, uint32 n, sint64 high);
 /* Whether a string of `n` lies within its array, if it is held in one. */
 BOOLE asnIsWithinArray (uint32 how, uint32 n, const void *st, const void *array, size_t arraySize);
 

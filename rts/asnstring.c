@@ -73,6 +73,18 @@ void asnStoreCount (void *n, uint32 size, uint32 count)
     *(uint32 *)n = count;
 }
 
+void asnClearBits (BYTE_TYPE *st, size_t size, uint32 n, sint64 high)
+{
+  const size_t used = n / 8 + (n % 8 > 0);
+  const uint64 allowed = (uint64)high / 8 + (high % 8 > 0);
+  if (high >= INT32_MAX)
+    return;
+  if (size > allowed)
+    size = (size_t)allowed;
+  if (size > used)
+    memset (st + used, 0, size - used);
+}
+
 /* --- constraint checks --- */
 
 static uint32 charAt (const void *st, size_t charSize, uint32 i)
