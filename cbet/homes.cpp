@@ -39,7 +39,7 @@ Text asnHomeContainer(AsnType *type) {
 }
 
 const char *asnHomeSeparator(AsnType *type) {
-    const int form = getVF(type);
+    const int form = cGetHomeVF(type);
     if (form == VF_STRU)
         return ")->";
     const bool held = (form >= VF_DYNS0 && form <= VF_LIST) ||

@@ -62,6 +62,20 @@ const FixRec *nearestName(AsnType *type) {
     return nullptr;
 }
 
+/* The names of what a nested type lies in, from the inside out, up to the definition that it is part
+   of or that a component on the way refers to. What COMPONENTS OF brings in lies in the structure
+   that it is brought into. */
+void appendPlaces(Text &dst, AsnType *father) {
+    for (; father != nullptr; father = getFatherOfTypeComp(father)) {
+        if (getTypeCompStatus(father) == TCS_COMPOF)
+            continue;
+        if (getFatherOfTypeComp(father) == nullptr || isDefinedBaseType(father) ||
+            !hasName(father->compId))
+            return;
+        appendName(dst, father->compId, "_");
+    }
+}
+
 bool keepsExtensions(AsnType *marker) {
     AsnType *father = getFatherOfTypeComp(marker);
     return father != nullptr && testTypeOption(father, OPT_SAVE_EXTENSIONS);
@@ -117,11 +131,13 @@ const char *getPredefinedType(AsnType *type) {
 const char *getAsnhomeMember(AsnType *type) {
     if (isTypeExtensionmarker(type))
         return keepsExtensions(type) ? "extensionmarker" : asnhomeMemberArr[VF_NULL];
+    const int form = cGetHomeVF(type);
+    if (form == VF_FRM)
+        return asnhomeMemberArr[VF_FRM];
     if (isExtensibleEnumeratedList(type))
         return "xenum";
     if (const FormSwitch *row = activeSwitch(type))
         return row->member;
-    const int form = isFramedAny(type) ? static_cast<int>(VF_FRM) : getVF(type);
     if (form < VF_BOOL || form >= VF_COUNT)
         fatalError(FATAL_INTERNAL, "CBET: Unrecognized ASNHOME member indicator");
     return orEmpty(asnhomeMemberArr[form]);
@@ -143,10 +159,7 @@ Text &cTypeId(Text &dst, const char *prefix, AsnType *type, const char *postfix)
     AsnType *father = getFatherOfTypeComp(type);
     if (hasName(name)) {
         if (getBaseTypeCompStatus(type) != TCS_HEADER)
-            for (; father != nullptr && getFatherOfTypeComp(father) != nullptr &&
-                   hasName(father->compId);
-                 father = getFatherOfTypeComp(father))
-                appendName(dst, father->compId, "_");
+            appendPlaces(dst, father);
         appendName(dst, name, postfix);
     } else if (const FixRec *nearest = nearestName(type)) {
         appendName(dst, *nearest, postfix);

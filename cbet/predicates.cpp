@@ -130,7 +130,7 @@ bool cIsDynamicArray(AsnType *type) {
 }
 
 bool cIsPtrAsnHomeMember(AsnType *type) {
-    const int form = getVF(type);
+    const int form = cGetHomeVF(type);
     return isAnyForm(form, VF_STAS0, VF_STAS) || form == VF_STRU ||
            isAnyForm(form, VF_OBJI, VF_EXTERNAL_1994);
 }
@@ -169,6 +169,10 @@ int cGetVF(AsnType *type) {
     return cIsFrameType(type) ? static_cast<int>(VF_FRM) : getVF(type);
 }
 
+int cGetHomeVF(AsnType *type) {
+    return getVF(type) == VF_STRU ? static_cast<int>(VF_STRU) : cGetVF(type);
+}
+
 const char *cGetVFStri(AsnType *type) {
     if (getTypeMainType(type) == TYP_REAL &&
         testCGenerationOption(getModuleOfType(type), CGEN_REAL))
@@ -197,8 +201,10 @@ bool cIsDefinedBaseType(AsnType *type) {
 bool cIsBaseTypeGeneratedInCurrentModule(AsnType *type) {
     if (isBaseTypeInCurrentModule(type) || isInstantiatedType(type))
         return true;
-    if (!cIsDefinedBaseType(type))
-        return false;
+    if (!cIsDefinedBaseType(type)) {
+        AsnType *structure = structureOfCompOf(type);
+        return structure != nullptr && cIsBaseTypeGeneratedInCurrentModule(structure);
+    }
     const bool createMeta = setCreateBETypMetaFlag(false);
     const bool result = followToCurrentModule(type, nullptr);
     setCreateBETypMetaFlag(createMeta);

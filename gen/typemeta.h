@@ -13,6 +13,7 @@ struct BETypeInfo {
     const char *typeId = nullptr;
     const char *baseTypeId = nullptr;
     const char *homeTypeId = nullptr; /* null: none */
+    bool isGiven = false;             /* by a class field, not by the place of the type */
 };
 
 struct BETypMetaRec {

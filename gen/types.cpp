@@ -62,7 +62,7 @@ void genEntryTypedef(AsnType *type) {
 }
 
 void genReferredType(AsnType *father, AsnType *son) {
-    if (!cIsBaseTypeGeneratedInCurrentModule(son) || processingStarted(son) || isCarriedAsItIs(son))
+    if (!cIsBaseTypeGeneratedInCurrentModule(son) || isCarriedAsItIs(son))
         return;
     if (cIsDefinedBaseType(son)) {
         cForTypeGeneratedInCurrentModule(son, genType);

@@ -217,10 +217,26 @@ bool isNamedNumbers(AsnType *type) {
            type->base.namedNumbersRec != 0;
 }
 
+AsnType *structureOfCompOf(AsnType *type) {
+    AsnType *structure = nullptr;
+    for (AsnType *part = type; part != nullptr; part = part->father) {
+        if (part != type && isDefinedBaseType(part))
+            break;
+        if (part->compStatus == TCS_COMPOF)
+            continue;
+        if (part->inCompOf)
+            structure = part->father;
+        else if (part->father != nullptr && part->father->compStatus == TCS_COMPOF)
+            structure = part->father->father;
+    }
+    return structure;
+}
+
 bool isBaseTypeInCurrentModule(AsnType *type) {
     if (type->posModule != type->baseModule)
         return false;
-    return !type->inCompOf || type->father->baseModule == type->baseModule;
+    const AsnType *structure = structureOfCompOf(type);
+    return structure == nullptr || structure->baseModule == type->baseModule;
 }
 
 bool isTheSameTypeModule(AsnType *a, AsnType *b) {

@@ -65,6 +65,9 @@ bool isDefaultValue(AsnType *type);
 bool isDefaultValueComps(AsnType *type);
 bool isNamedNumbers(AsnType *type);
 bool isBaseTypeInCurrentModule(AsnType *type);
+/* The structure whose part a component, or what is nested in it, becomes by COMPONENTS OF: the
+   outermost one if there are several. Null if it stands where it was written. */
+AsnType *structureOfCompOf(AsnType *type);
 bool isTheSameTypeModule(AsnType *a, AsnType *b);
 /* One C type serves both: the same structure, list or enumeration, or any two types of another
  * kind. */

@@ -99,7 +99,8 @@ void inheritFatherNames(AsnType *son, const AsnType *father) {
         return;
     const bool instantiated = (son->firstTypeFlags & TYPE_INSTANTIATED) != 0;
     if (son->base.compStatus == TCS_MULTIPLE || (instantiated && son->compStatus == TCS_MULTIPLE)) {
-        son->defLevel = father->defLevel + 1;
+        /* The levels of a definition count from itself, whatever refers to it. */
+        son->defLevel = (father->base.compStatus == TCS_HEADER ? 0 : father->defLevel) + 1;
         if (father->base.compStatus != TCS_HEADER)
             son->compId = father->compId;
     }
