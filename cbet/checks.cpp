@@ -1,6 +1,7 @@
 #include "cbet/checks.h"
 
 #include <cstdio>
+#include <vector>
 
 #include "cbet/comptests.h"
 #include "cbet/constants.h"
@@ -12,6 +13,7 @@
 #include "cbet/vars.h"
 #include "driver/files.h"
 #include "model/constraints.h"
+#include "model/iterators.h"
 #include "model/modules.h"
 #include "model/typequeries.h"
 #include "model/valuequeries.h"
@@ -144,18 +146,37 @@ void sizeConstr(Check &check, AsnType *type, const Int64Range *range, int nbr) {
         printfToF(check.file, "(%s <= %s && %s <= %s)", lower.c_str(), s, s, upper.c_str());
 }
 
+/* The loop that reads a list of a definition of its own knows the bound of that definition only. */
+bool isUpperSizeChecked(AsnType *type, sint64 upper) {
+    const bool isReference = getFatherOfTypeComp(type) != nullptr || isSynonymType(type);
+    bool isChecked = true;
+    if (isReference && isListType(type) && cIsDefinedBaseType(type))
+        forDefinedBaseType(type, [&](AsnType *definition) {
+            isChecked = i64cmp(definition->upperEndpoint, upper) <= 0;
+        });
+    return isChecked;
+}
+
 void checkSize(Check &check, AsnType *type, AsnConstraint *constraint) {
-    const bool simple = isSimpleSizeConstraintValueSet(type);
-    bool mustClose = true;
-    forInt64SizeConstraintValueSet(type, constraint,
-                                   [&](AsnType *t, const Int64Range *range, int nbr) {
-                                       if (!simple)
-                                           sizeConstr(check, t, range, nbr);
-                                       else if (!simpleSizeConstr(check, t, range))
-                                           mustClose = false;
-                                   });
-    if (mustClose)
-        wToF(check.file, ");\n");
+    std::vector<Int64Range> ranges;
+    forInt64SizeConstraintValueSet(
+        type, constraint,
+        [&](AsnType *, const Int64Range *range, int) { ranges.push_back(*range); });
+    if (ranges.empty()) { /* no size is right */
+        assignOk(check);
+        wToF(check.file, "(FALSE);\n");
+        return;
+    }
+    const Int64Range &first = ranges.front();
+    if (isSimpleSizeConstraintValueSet(type) && ranges.size() == 1 &&
+        (first.lower == first.upper || isUpperSizeChecked(type, first.upper))) {
+        if (!simpleSizeConstr(check, type, &first))
+            return;
+    } else {
+        for (std::size_t nbr = 0; nbr < ranges.size(); ++nbr)
+            sizeConstr(check, type, &ranges[nbr], static_cast<int>(nbr));
+    }
+    wToF(check.file, ");\n");
 }
 
 /* --- permitted alphabets --- */

@@ -194,7 +194,7 @@ const char *pointerText(AsnType *son) {
 void genMemberTail(AsnType *father, AsnType *son) {
     if (isList(father)) {
         genHomeMember(son);
-    } else if (isOpenType(son)) {
+    } else if (isOpenType(son) && !isElemType(son) && !needsPointer(son)) {
         printfToF(fiTyp, "%s;\n", getMetaMemberName(son).c_str());
     } else if (isElemType(son)) {
         wToF(fiTyp, pointerText(son));
