@@ -41,11 +41,11 @@ bool typeHasBody(AsnType *type) {
            !testTypeOption(type, OPT_SKIPPED);
 }
 
-/* What COMPONENTS OF brings in and has no name of its own is written where the structure is. */
+/* What was taken over from elsewhere and has no name of its own is written where it was taken to. */
 bool isFuncGeneratedInThisModuleFile(AsnType *type) {
     if (isBaseTypeInCurrentModule(type) || isInstantiatedType(type))
         return true;
-    AsnType *structure = structureOfCompOf(type);
+    AsnType *structure = structureTakenInto(type);
     return structure != nullptr && !cIsDefinedBaseType(type) &&
            isFuncGeneratedInThisModuleFile(structure);
 }

@@ -40,7 +40,7 @@ void setCompId(AsnType *type, BETypMetaRec *meta) {
 /* The names that a type has in its own module, where it was written: those are kept. Under the
    options of another module, or as part of another structure, it may have others. */
 bool isAtItsPlace(AsnType *type) {
-    return type->ownerModule->modRec == type->posModule && structureOfCompOf(type) == nullptr;
+    return type->ownerModule->modRec == type->posModule && structureTakenInto(type) == nullptr;
 }
 
 bool isPartOfDefinition(AsnType *type) {
@@ -69,7 +69,7 @@ BETypMetaRec *newBETypMetaRec(AsnType *type) {
         return nullptr;
     auto *meta = new BETypMetaRec;
     const BETypeInfo *kept = getTypeInfoCache(type)->generatorInfo;
-    const bool isGiven = kept != nullptr && kept->isGiven && structureOfCompOf(type) == nullptr;
+    const bool isGiven = kept != nullptr && kept->isGiven && structureTakenInto(type) == nullptr;
     if (isGiven || isAtItsPlace(type))
         meta->names = *getBETypeInfoCache(type);
     else

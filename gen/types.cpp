@@ -14,6 +14,7 @@
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/stamps.h"
+#include "model/typenames.h"
 #include "model/typepath.h"
 #include "model/typequeries.h"
 #include "project/ketratavi.h"
@@ -40,8 +41,27 @@ void genTypedefPostfix(AsnType *type) {
     printLocalTypeEmbeddingOptions(fiTyp, type, TED_TYP_BEHIND);
 }
 
+/* A selection of a defined type has a name for that type. */
+bool isNameOfSelected(AsnType *type) {
+    return isSelectionType(type) && isSynonymType(type);
+}
+
+void genNameOfSelected(AsnType *type) {
+    Text text;
+    const bool hasName = !isCarriedAsItIs(type) ||
+                         (isEntryBaseType(type) && !isMorlaApplication(getModuleOfType(type)));
+    genTypedefPrefix(type);
+    if (hasName)
+        wToF(fiTyp, getDefBaseTypeId(text, nullptr, type, nullptr));
+    else
+        wToF(fiTyp, getMetaBaseTypeId(type));
+    genTypedefPostfix(type);
+}
+
 /* The users of a synonym name the type that it stands for, so it needs no definition. */
 void genTypedef(AsnType *type) {
+    if (isNameOfSelected(type))
+        return genNameOfSelected(type);
     if (isSynonymType(type) || isCarriedAsItIs(type))
         return;
     genTypedefPrefix(type);
@@ -54,6 +74,8 @@ void genTypedef(AsnType *type) {
 void genEntryTypedef(AsnType *type) {
     const char *base = orEmpty(getMetaBaseTypeId(type));
     const bool synonym = isSynonymType(type) && getMetaTypeName(type) != base;
+    if (isNameOfSelected(type))
+        return;
     if (!synonym && (isMorlaApplication(getModuleOfType(type)) || !isCarriedAsItIs(type)))
         return;
     genTypedefPrefix(type);
@@ -77,15 +99,6 @@ void genReferredType(AsnType *father, AsnType *son) {
     }
     taviUseTypeNode(son);
     genDefines(son);
-}
-
-/* What a selection names: the definition that the alternative refers to, which may well stand
-   already, or one that is made of the alternative itself. */
-void genSelectedType(AsnType *selected) {
-    if (!cIsDefinedBaseType(selected))
-        genType(selected);
-    else if (cIsBaseTypeGeneratedInCurrentModule(selected))
-        cForTypeGeneratedInCurrentModule(selected, genType);
 }
 
 void warnOfCircularImports(AsnModule *module) {
@@ -129,10 +142,7 @@ void genReferredTypes(AsnType *type) {
     const NestingGuard guard(&nesting, type->posModule);
     if (!cIsBaseTypeGeneratedInCurrentModule(type) || isCarriedAsItIs(type))
         return;
-    if (isSelectionType(type))
-        forSelectionType(
-            type, [](AsnType *, AsnType *selected, AsnType *) { genSelectedType(selected); });
-    else if (isSynonymType(type))
+    if (isSynonymType(type))
         cForTypeGeneratedInCurrentModule(type, genType);
     else if (!isLeafType(type))
         forEachTypeCompOrElem(

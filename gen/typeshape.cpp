@@ -261,15 +261,10 @@ bool isInCategorySet(AsnType *type, unsigned set) {
 }
 
 void genTypedefContents(AsnType *type) {
-    if (isSelectionType(type)) {
-        forSelectionType(type, [](AsnType *, AsnType *selected, AsnType *) {
-            wToF(fiTyp, getMetaTypeName(selected));
-        });
-    } else if (isLeafType(type)) {
+    if (isLeafType(type))
         genLeafType(type);
-    } else {
+    else
         genNonLeafType(type);
-    }
 }
 
 void genStructPrefix(AsnType *type) {

@@ -256,6 +256,26 @@ void valuesInHomes(TreeWriter &w) {
              w.sequence({w.comp("open", w.openType().option(OPT_POINTER)).explicitly(0)}));
 }
 
+/* A selection is its alternative, wherever it stands. */
+void selections(TreeWriter &w) {
+    const TypeNode part = w.sequence({w.comp("x", w.sequence({w.comp("y", byte(w)).optional()}))});
+    const TypeNode pick =
+        w.define("Pick", w.choice({w.comp("number", byte(w)).implicit(0), w.comp("u", w.ref("U")),
+                                   w.comp("part", part).implicit(1)}));
+    w.define("U", w.sequence({w.comp("x", w.boolean())}));
+    w.define("Named", w.selection("u", pick));
+    w.define("Number", w.selection("number", pick)).entry(ENTRY_ENCODE | ENTRY_DECODE);
+    w.define("Part", w.selection("part", pick)).entry(ENTRY_ENCODE | ENTRY_DECODE);
+    const auto members = [&](TypeNode named, TypeNode number, TypeNode inner, TypeNode elem) {
+        return w.sequence({w.comp("named", named), w.comp("number", number),
+                           w.comp("part", inner).optional(),
+                           w.comp("list", w.listOf(TYP_SEQOF, elem).asList())});
+    };
+    w.define("Direct", members(w.selection("u", pick), w.selection("number", pick),
+                               w.selection("part", pick), w.selection("part", pick)));
+    w.define("Behind", members(w.ref("Named"), w.ref("Number"), w.ref("Part"), w.ref("Part")));
+}
+
 /* The marker begins no chain of tests. */
 void markerFirst(TreeWriter &w) {
     const auto pick = [&] {
@@ -320,6 +340,7 @@ const CodingCase cases[] = {
     {"sizelimits", sizeLimits, {}, {"-Wno-unused-but-set-variable"}, ALL},
     {"componentsof", componentsOf},
     {"componentsof_nested", nestedComponentsOf, {}, {}, CODING_AND_TYPES},
+    {"selections", selections, {}, {}, CODING_AND_TYPES},
     {"valuesinhomes", valuesInHomes, {}, {}, ALL_AND_TYPES},
     {"markerfirst", markerFirst, {}, {"-Wno-unused-parameter"}, ALL},
     {"listsizes", listSizes},
