@@ -4,7 +4,7 @@
 
 #define ASN_REENTRANT 1
 #ifndef WITHOUT_LAYER
-#include "asnall.c"
+#include "whole/asnall.c"
 #endif
 #include "asnapi.h"
 #include "asncodec.ext"
