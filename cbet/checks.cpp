@@ -1,8 +1,10 @@
 #include "cbet/checks.h"
 
 #include <cstdio>
+#include <vector>
 
 #include "cbet/comptests.h"
+#include "cbet/constants.h"
 #include "cbet/engine.h"
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
@@ -11,6 +13,7 @@
 #include "cbet/vars.h"
 #include "driver/files.h"
 #include "model/constraints.h"
+#include "model/iterators.h"
 #include "model/modules.h"
 #include "model/typequeries.h"
 #include "model/valuequeries.h"
@@ -27,6 +30,7 @@ struct Check {
     int file = 0;
     bool okDefined = false; /* the block with the variable is open */
     bool sorry = false;     /* the constraint in hand can't be put into code */
+    Text characters;        /* of the alphabet in hand */
     int depth = 0;          /* of constraints within one another */
 };
 
@@ -142,18 +146,37 @@ void sizeConstr(Check &check, AsnType *type, const Int64Range *range, int nbr) {
         printfToF(check.file, "(%s <= %s && %s <= %s)", lower.c_str(), s, s, upper.c_str());
 }
 
+/* The loop that reads a list of a definition of its own knows the bound of that definition only. */
+bool isUpperSizeChecked(AsnType *type, sint64 upper) {
+    const bool isReference = getFatherOfTypeComp(type) != nullptr || isSynonymType(type);
+    bool isChecked = true;
+    if (isReference && isListType(type) && cIsDefinedBaseType(type))
+        forDefinedBaseType(type, [&](AsnType *definition) {
+            isChecked = i64cmp(definition->upperEndpoint, upper) <= 0;
+        });
+    return isChecked;
+}
+
 void checkSize(Check &check, AsnType *type, AsnConstraint *constraint) {
-    const bool simple = isSimpleSizeConstraintValueSet(type);
-    bool mustClose = true;
-    forInt64SizeConstraintValueSet(type, constraint,
-                                   [&](AsnType *t, const Int64Range *range, int nbr) {
-                                       if (!simple)
-                                           sizeConstr(check, t, range, nbr);
-                                       else if (!simpleSizeConstr(check, t, range))
-                                           mustClose = false;
-                                   });
-    if (mustClose)
-        wToF(check.file, ");\n");
+    std::vector<Int64Range> ranges;
+    forInt64SizeConstraintValueSet(
+        type, constraint,
+        [&](AsnType *, const Int64Range *range, int) { ranges.push_back(*range); });
+    if (ranges.empty()) { /* no size is right */
+        assignOk(check);
+        wToF(check.file, "(FALSE);\n");
+        return;
+    }
+    const Int64Range &first = ranges.front();
+    if (isSimpleSizeConstraintValueSet(type) && ranges.size() == 1 &&
+        (first.lower == first.upper || isUpperSizeChecked(type, first.upper))) {
+        if (!simpleSizeConstr(check, type, &first))
+            return;
+    } else {
+        for (std::size_t nbr = 0; nbr < ranges.size(); ++nbr)
+            sizeConstr(check, type, &ranges[nbr], static_cast<int>(nbr));
+    }
+    wToF(check.file, ");\n");
 }
 
 /* --- permitted alphabets --- */
@@ -190,7 +213,8 @@ void constructRangeCharacters(Check &check, AsnValue *low, bool lowClosed, AsnVa
         return;
     }
     for (std::uint64_t c = first; c <= last; ++c) /* `last` may be the greatest of its width */
-        putToF(check.file, Text(1, static_cast<char>(c)).c_str());
+        if (static_cast<char>(c) != '\0') /* ends the literal */
+            check.characters += static_cast<char>(c);
 }
 
 void constructAllowedCharacters(Check &check, AsnType *type, AsnConstraint *constraint) {
@@ -214,7 +238,9 @@ void constructAllowedCharacters(Check &check, AsnType *type, AsnConstraint *cons
         break;
     case SUB_SINGLE_VALUE:
         forSingleValueConstraint(type, constraint, [&](AsnType *, AsnValue *value) {
-            putCharacterStringValueToF(check.file, "", value, "");
+            forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *text) {
+                check.characters += text;
+            });
         });
         break;
     case SUB_INCLUDES:
@@ -237,8 +263,10 @@ void alphabetConstr(Check &check, AsnType *type, AsnConstraint *constraint) {
     printfToF(check.file, "(%sChrStrStrspn%s (", cIsStaticString(type) ? "sta" : "dyn",
               getVFSize(type) == VF_NONE ? "0" : "");
     wToF(check.file, cHome(text, "", true, type, nullptr, ","));
-    wToF(check.file, " \"");
+    check.characters.clear();
     constructAllowedCharacters(check, type, constraint);
+    wToF(check.file, " \"");
+    putToF(check.file, cStringText(check.characters).c_str());
     putToF(check.file, "\") =="); /* a line may not end within the literal */
     wToF(check.file, cGetSize(text, " ", type, true, ");\n"));
 }
@@ -261,7 +289,9 @@ void singleValueConstr(Check &check, AsnType *type, AsnValue *value) {
     } else if (inForm && isComparedAsText(kind)) {
         assignOk(check);
         wToF(check.file, cHome(text, "(strcmp (", false, type, ".", "st,"));
-        printCharacterStringValueToF(check.file, " \"", value, "\") == 0);\n");
+        forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *expected) {
+            printfToF(check.file, " \"%s\") == 0);\n", cStringText(expected).c_str());
+        });
     } else {
         check.sorry = true;
     }

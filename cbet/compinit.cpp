@@ -41,7 +41,8 @@ bool needsFirstValue(AsnType *type) {
     switch (getTypeMainType(type)) {
     case TYP_SEQ:
     case TYP_SET:
-        return !zeroHome && (cIsHomeComponent(type) || isOptionalTypeComps(type));
+        return !zeroHome &&
+               (cIsHomeComponent(type) || (isOptionalTypeComps(type) && !cIsHometab(type)));
     case TYP_CHOICE:
         if (cIsControlMember(type))
             return glbInfo->setChoiceControl;

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "cbet/names.h"
 #include "cbet/vars.h"
 #include "driver/fatal.h"
 #include "model/typeextension.h"
@@ -37,10 +38,10 @@ Text pathElement(AsnType *comp) {
     switch (getTypeCompStatus(comp)) {
     case TCS_MANDATORY:
     case TCS_OPTIONAL:
-        return getTypeCompId(text, nullptr, comp, nullptr);
+        return cMemberName(text, nullptr, comp, nullptr);
     case TCS_CHOICE: {
         bool homes = father != nullptr && testTypeOption(father, OPT_COMPS_AS_POINTERS);
-        return getTypeCompId(text, homes ? nullptr : "i1.", comp, nullptr);
+        return cMemberName(text, homes ? nullptr : "i1.", comp, nullptr);
     }
     case TCS_MULTIPLE:
         return formatText("elem [n%d]", cVarCount(VAR_N));

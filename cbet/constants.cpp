@@ -7,6 +7,11 @@
 
 namespace {
 
+/* The third character of a trigraph. */
+bool endsTrigraph(char c) {
+    return std::string_view("=/'()!<>-").find(c) != std::string_view::npos;
+}
+
 /* Calls of the run-time library, which holds such numbers as pairs of words. */
 Text cIntegerValue64(sint64 value) {
     if (i64ismax(value))
@@ -38,6 +43,27 @@ Text cIntegerValue32(sint64 value, int format) {
 }
 
 } // namespace
+
+Text cStringText(std::string_view text) {
+    constexpr char FIRST_PRINTABLE = ' ', DELETE = '\x7F';
+    Text literal;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        const bool isControl = (c >= 0 && c < FIRST_PRINTABLE) || c == DELETE;
+        if (c == '\n')
+            literal += "\\n";
+        else if (isControl)
+            literal += formatText("\\%03o", static_cast<unsigned>(c));
+        else if (c == '"' || c == '\\')
+            (literal += '\\') += c;
+        else if (c == '?' && literal.ends_with('?') && i + 1 < text.size() &&
+                 endsTrigraph(text[i + 1]))
+            literal += "\\?";
+        else
+            literal += c;
+    }
+    return literal;
+}
 
 Text &cInt64(Text &dst, const char *prefix, sint64 value, int format, const char *postfix) {
     const bool is64 = format == VF_UI64 || format == VF_I64;

@@ -1,9 +1,15 @@
 #pragma once
 
+#include <string_view>
+
 #include "store/i64.h"
 #include "store/text.h"
 
 struct AsnValue;
+
+/* What stands between the quotes of a string literal: quotes, backslashes, control characters and
+   what would become a trigraph are escaped. */
+Text cStringText(std::string_view text);
 
 /* Integers as C writes them. `format` is the value form of the C type that takes the number: 64-bit
    forms are built by calls of the run-time library. Infinity in a form that has no name for it is

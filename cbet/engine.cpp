@@ -1,5 +1,7 @@
 #include "cbet/engine.h"
 
+#include <algorithm>
+
 #include "cbet/embedding.h"
 #include "cbet/entryfuncs.h"
 #include "cbet/functions.h"
@@ -39,8 +41,13 @@ bool typeHasBody(AsnType *type) {
            !testTypeOption(type, OPT_SKIPPED);
 }
 
+/* What was taken over from elsewhere and has no name of its own is written where it was taken to. */
 bool isFuncGeneratedInThisModuleFile(AsnType *type) {
-    return isBaseTypeInCurrentModule(type) || isInstantiatedType(type);
+    if (isBaseTypeInCurrentModule(type) || isInstantiatedType(type))
+        return true;
+    AsnType *structure = structureTakenInto(type);
+    return structure != nullptr && !cIsDefinedBaseType(type) &&
+           isFuncGeneratedInThisModuleFile(structure);
 }
 
 /* --- embedded text --- */
@@ -88,8 +95,9 @@ void genNormalFuncForReferredType(AsnType *type) {
 }
 
 bool wantsFunc(AsnType *type) {
-    return isFuncGeneratedInThisModuleFile(type) && getBaseTypeStamp(type) < stampGIP &&
-           !cIsFrameType(type) && !isTypeExtensionmarker(type);
+    const bool isDone = cIsDefinedBaseType(type) && getBaseTypeStamp(type) >= stampGIP;
+    return isFuncGeneratedInThisModuleFile(type) && !isDone && !cIsFrameType(type) &&
+           !isTypeExtensionmarker(type);
 }
 
 /* A type on the way down carries stampGIP and isn't entered again, so recursive types end here. */
@@ -167,10 +175,11 @@ void genNormalFunc(AsnType *type, bool generateBody) {
     if (!isFuncGeneratedInThisModuleFile(type))
         return;
     bool synonym = isSynonymType(type);
+    const int before = getBaseTypeStamp(type);
     if (typeHasBody(type) || synonym) {
         bool first = getTypeStamp(type) < stampGHD;
         if (!(synonym && first))
-            setBaseTypeStamp(type, stampGIP);
+            setBaseTypeStamp(type, std::max(before, stampGIP));
         if (first)
             genReferredTypes(type);
     }
@@ -183,7 +192,8 @@ void genNormalFunc(AsnType *type, bool generateBody) {
         if (generateBody && cIsIgnorable(type))
             genFuncForIgnorable(type);
     }
-    setBaseTypeStamp(type, generateBody ? stampGAD : stampGHD);
+    /* What was done on another's account stays done. */
+    setBaseTypeStamp(type, std::max(before, generateBody ? stampGAD : stampGHD));
 }
 
 /* --- the functions of a module --- */

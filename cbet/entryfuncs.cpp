@@ -7,6 +7,7 @@
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/memory.h"
+#include "cbet/names.h"
 #include "cbet/predicates.h"
 #include "cbet/reports.h"
 #include "cbet/skipped.h"
@@ -102,7 +103,7 @@ void homeArgument(int file, AsnType *type, const char *end) {
         cAsnHomeCompRefToF(file, nullptr, true, type, nullptr, end);
     } else if (isMorlaApplication(getModuleOfType(type))) {
         wToF(file, "(");
-        wToF(file, getDefBaseTypeId(text, nullptr, type, " *)hometab"));
+        wToF(file, cDefBaseTypeName(text, nullptr, type, " *)hometab"));
         if (end != nullptr)
             wToF(file, end);
     } else {

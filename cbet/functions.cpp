@@ -42,7 +42,7 @@ struct Parameter {
 
 Parameter homeParameter(AsnType *type) {
     Text id;
-    return {getDefTypeId(id, nullptr, type, " *"), "home"};
+    return {cDefTypeName(id, nullptr, type, " *"), "home"};
 }
 
 Parameter entryParameter(AsnType *type) {

@@ -39,7 +39,7 @@ Text asnHomeContainer(AsnType *type) {
 }
 
 const char *asnHomeSeparator(AsnType *type) {
-    const int form = getVF(type);
+    const int form = cGetHomeVF(type);
     if (form == VF_STRU)
         return ")->";
     const bool held = (form >= VF_DYNS0 && form <= VF_LIST) ||
@@ -115,6 +115,6 @@ Text &cHome(Text &dst, const char *prefix, bool addressOf, AsnType *type, const 
 Text &cAnyDefinedByClassifierTypeHome(Text &dst, const char *prefix, bool addressOf,
                                       AsnType *classifier, const char *postfix) {
     Text id;
-    getTypeCompId(id, nullptr, classifier, postfix);
+    cMemberName(id, nullptr, classifier, postfix);
     return cHome(dst, prefix, addressOf, getFatherOfTypeComp(classifier), ".", id.c_str());
 }

@@ -42,7 +42,7 @@ void beginCountedLoop(int file, AsnType *list, bool reverse) {
 bool isListOfOwnHome(AsnType *list) {
     AsnType *father = getFatherOfTypeComp(list);
     return father != nullptr && !cIsDefinedBaseType(list) &&
-           (getVF(father) == VF_LIST || cHasCompHomes(father));
+           (getVF(father) == VF_LIST || cHasCompHomes(father) || testTypeOption(list, OPT_HOME));
 }
 
 /* {

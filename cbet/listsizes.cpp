@@ -76,7 +76,8 @@ Text &lengthCall(Text &dst, const char *prefix, const char *function, AsnType *t
     Text behind = Text(")") + orEmpty(postfix);
     /* A list whose body is being written is reached as the structure that it is, since its own item
        variable may be open. One that only refers to a definition has no body here. */
-    if (isListType(type) && !(getVF(type) == VF_LIST && cIsDefinedBaseType(type)))
+    const bool isReference = getFatherOfTypeComp(type) != nullptr && cIsDefinedBaseType(type);
+    if (isListType(type) && !isReference)
         return cStructHomeRef(dst, before.c_str(), true, type, behind.c_str());
     return cHome(dst, before.c_str(), true, type, nullptr, behind.c_str());
 }

@@ -125,7 +125,7 @@ namespace {
 Text memberAddress(AsnType *father, AsnType *comp) {
     Text home, name;
     cHomeRef(home, "", true, father, nullptr, "");
-    getTypeCompId(name, nullptr, comp, ",");
+    cMemberName(name, nullptr, comp, ",");
     return home.starts_with('&') ? home + "." + name : "&" + home + "->" + name;
 }
 

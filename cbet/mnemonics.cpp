@@ -27,15 +27,14 @@ void baseName(Text &dst, AsnType *type, const char *postfix) {
         dst = orEmpty(postfix);
 }
 
-/* The nearest ancestor whose C type has a name, null if there is none. */
-AsnType *definedAncestor(AsnType *comp) {
+} // namespace
+
+AsnType *cDefinedAncestor(AsnType *comp) {
     AsnType *father = getFatherOfTypeComp(comp);
     while (father != nullptr && !cIsDefinedBaseType(father))
         father = getFatherOfTypeComp(father);
     return father;
 }
-
-} // namespace
 
 Text &cNamedNumberMnemonic(Text &dst, const char *prefix, AsnType *type, AsnValue *value,
                            const char *postfix) {
@@ -50,8 +49,9 @@ Text &cNamedNumberMnemonic(Text &dst, const char *prefix, AsnType *type, AsnValu
 }
 
 Text &cDefineForNamedNumber(Text &dst, AsnType *type, AsnValue *value) {
-    const Text number = i64tostr(int64Value(value)) + "\n";
-    return cNamedNumberMnemonic(dst, "#define ", type, value, (" " + number).c_str());
+    Text number;
+    integerValueStri(number, " ", value, "\n");
+    return cNamedNumberMnemonic(dst, "#define ", type, value, number.c_str());
 }
 
 Text &cComponentIndexMnemonic(Text &dst, const char *prefix, AsnType *comp, const char *postfix) {
@@ -62,7 +62,7 @@ Text &cComponentIndexMnemonic(Text &dst, const char *prefix, AsnType *comp, cons
     AsnType *father = getFatherOfTypeComp(comp);
     if (!isTypeExtensionmarker(comp)) {
         getTypeCompId(name, prefix, comp, "_");
-        baseName(owner, definedAncestor(comp), postfix);
+        baseName(owner, cDefinedAncestor(comp), postfix);
     } else {
         name = Text(orEmpty(prefix)) + "extensionmarker_";
         if (father != nullptr && !cIsDefinedBaseType(father))
@@ -73,7 +73,15 @@ Text &cComponentIndexMnemonic(Text &dst, const char *prefix, AsnType *comp, cons
     return dst = name + owner;
 }
 
-Text &cDefineForComponentIndex(Text &dst, AsnType *comp) {
+Text &cComponentPathMnemonic(Text &dst, const char *prefix, AsnType *comp, const char *postfix) {
+    Text name, owner;
+    getTypeCompId(name, prefix, comp, "_");
+    return dst = name + cTypeId(owner, nullptr, getFatherOfTypeComp(comp), postfix);
+}
+
+Text &cDefineForComponentIndex(Text &dst, AsnType *comp, bool withPath) {
     const Text number = formatText(" %d\n", getTypeCompNbr(comp));
+    if (withPath)
+        return cComponentPathMnemonic(dst, "#define ", comp, number.c_str());
     return cComponentIndexMnemonic(dst, "#define ", comp, number.c_str());
 }

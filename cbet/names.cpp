@@ -1,6 +1,7 @@
 #include "cbet/names.h"
 
 #include "cbet/predicates.h"
+#include "cbet/reserved.h"
 #include "driver/fatal.h"
 #include "model/backend.h"
 #include "model/backvar.h"
@@ -30,15 +31,21 @@ void appendName(Text &dst, const FixRec &fix, const char *suffix) {
     dst += printFixRec(name, nullptr, &fix, suffix);
 }
 
-/* The name of the base between prefix and postfix. */
-Text &baseName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    if (hasName(type->baseId))
-        return printFixRec(dst, prefix, &type->baseId, postfix);
-    return dst = Text(orEmpty(prefix)) + NAMELESS_TYPE + orEmpty(postfix);
-}
-
 Text &between(Text &dst, const char *prefix, const char *text, const char *postfix) {
     return dst = Text(orEmpty(prefix)) + text + orEmpty(postfix);
+}
+
+Text &loneBetween(Text &dst, const char *prefix, const Text &name, AsnType *type,
+                  const char *postfix) {
+    return between(dst, prefix, cLoneName(name, getModuleOfType(type)).c_str(), postfix);
+}
+
+/* The name of the base between prefix and postfix. */
+Text &baseName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
+    Text name = NAMELESS_TYPE;
+    if (hasName(type->baseId))
+        printFixRec(name, nullptr, &type->baseId, nullptr);
+    return loneBetween(dst, prefix, name, type, postfix);
 }
 
 Text &predefinedName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
@@ -53,6 +60,20 @@ const FixRec *nearestName(AsnType *type) {
         if (getTypeCompStatus(type) == TCS_HEADER || hasName(type->baseId))
             return hasName(type->baseId) ? &type->baseId : nullptr;
     return nullptr;
+}
+
+/* The names of what a nested type lies in, from the inside out, up to the definition that it is part
+   of or that a component on the way refers to. What COMPONENTS OF brings in lies in the structure
+   that it is brought into. */
+void appendPlaces(Text &dst, AsnType *father) {
+    for (; father != nullptr; father = getFatherOfTypeComp(father)) {
+        if (getTypeCompStatus(father) == TCS_COMPOF)
+            continue;
+        if (getFatherOfTypeComp(father) == nullptr || isDefinedBaseType(father) ||
+            !hasName(father->compId))
+            return;
+        appendName(dst, father->compId, "_");
+    }
 }
 
 bool keepsExtensions(AsnType *marker) {
@@ -110,11 +131,13 @@ const char *getPredefinedType(AsnType *type) {
 const char *getAsnhomeMember(AsnType *type) {
     if (isTypeExtensionmarker(type))
         return keepsExtensions(type) ? "extensionmarker" : asnhomeMemberArr[VF_NULL];
+    const int form = cGetHomeVF(type);
+    if (form == VF_FRM)
+        return asnhomeMemberArr[VF_FRM];
     if (isExtensibleEnumeratedList(type))
         return "xenum";
     if (const FormSwitch *row = activeSwitch(type))
         return row->member;
-    const int form = isFramedAny(type) ? static_cast<int>(VF_FRM) : getVF(type);
     if (form < VF_BOOL || form >= VF_COUNT)
         fatalError(FATAL_INTERNAL, "CBET: Unrecognized ASNHOME member indicator");
     return orEmpty(asnhomeMemberArr[form]);
@@ -136,10 +159,7 @@ Text &cTypeId(Text &dst, const char *prefix, AsnType *type, const char *postfix)
     AsnType *father = getFatherOfTypeComp(type);
     if (hasName(name)) {
         if (getBaseTypeCompStatus(type) != TCS_HEADER)
-            for (; father != nullptr && getFatherOfTypeComp(father) != nullptr &&
-                   hasName(father->compId);
-                 father = getFatherOfTypeComp(father))
-                appendName(dst, father->compId, "_");
+            appendPlaces(dst, father);
         appendName(dst, name, postfix);
     } else if (const FixRec *nearest = nearestName(type)) {
         appendName(dst, *nearest, postfix);
@@ -183,7 +203,7 @@ Text &cTypeIdForTypeCompDef(Text &dst, const char *prefix, AsnType *type, const 
         return cTypeId(dst, (Text(orEmpty(prefix)) + "LIST /* ").c_str(), type, behind.c_str());
     }
     if (cIsDefinedBaseType(type))
-        return getDefBaseTypeId(dst, prefix, type, postfix);
+        return cDefBaseTypeName(dst, prefix, type, postfix);
     if (cIsPredefinedType(type))
         return predefinedName(dst, prefix, type, postfix);
     return cTypeId(dst, tag.c_str(), type, postfix);
@@ -194,6 +214,21 @@ Text &cTypeIdForDefinedTypeCompRef(Text &dst, const char *prefix, AsnType *type,
     if (cIsDefinedBaseType(type))
         return cTypeId(dst, prefix, type, postfix);
     return between(dst, prefix, NO_NAME, postfix);
+}
+
+Text &cDefTypeName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
+    Text name;
+    return loneBetween(dst, prefix, getDefTypeId(name, nullptr, type, nullptr), type, postfix);
+}
+
+Text &cDefBaseTypeName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
+    Text name;
+    return loneBetween(dst, prefix, getDefBaseTypeId(name, nullptr, type, nullptr), type, postfix);
+}
+
+Text &cMemberName(Text &dst, const char *prefix, AsnType *comp, const char *postfix) {
+    Text name;
+    return loneBetween(dst, prefix, getTypeCompId(name, nullptr, comp, nullptr), comp, postfix);
 }
 
 Text &cASN1VariableName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {

@@ -21,6 +21,12 @@ Text &cTypeIdForTypeCompDef(Text &dst, const char *prefix, AsnType *type, const 
 Text &cTypeIdForDefinedTypeCompRef(Text &dst, const char *prefix, AsnType *type,
                                    const char *postfix);
 
+/* getDefTypeId, getDefBaseTypeId and getTypeCompId where the name stands alone, as that of a C type
+   or of a member of a structure. */
+Text &cDefTypeName(Text &dst, const char *prefix, AsnType *type, const char *postfix);
+Text &cDefBaseTypeName(Text &dst, const char *prefix, AsnType *type, const char *postfix);
+Text &cMemberName(Text &dst, const char *prefix, AsnType *comp, const char *postfix);
+
 /* The C type of a value form, bent by "C-GENERATION="; null if the form has none. */
 const char *getPredefinedType(AsnType *type);
 /* The member of the ASNHOME union; fatal error 13 for a value form out of range. */
@@ -54,4 +60,10 @@ Text &cDefineForNamedNumber(Text &dst, AsnType *type,
                             AsnValue *value); /* "#define red_Color 1\n" */
 Text &cComponentIndexMnemonic(Text &dst, const char *prefix, AsnType *comp,
                               const char *postfix);       /* "a_Msg" */
-Text &cDefineForComponentIndex(Text &dst, AsnType *comp); /* "#define a_Msg 0\n" */
+/* The same where components of several nested structures would share a name: "a_inner_Msg". */
+Text &cComponentPathMnemonic(Text &dst, const char *prefix, AsnType *comp, const char *postfix);
+/* "#define a_Msg 0\n"; with the path for `withPath`. */
+Text &cDefineForComponentIndex(Text &dst, AsnType *comp, bool withPath = false);
+/* The nearest ancestor whose C type has a name, in which the mnemonic of a component ends; null if
+   there is none. */
+AsnType *cDefinedAncestor(AsnType *comp);

@@ -16,7 +16,7 @@
 namespace {
 
 /* Bits of the type info cache. Skipped types use others. */
-enum : int { CACHE_DEFINED_BASE = 1, CACHE_SELECTION_WARNED = 2 };
+enum : int { CACHE_DEFINED_BASE = 1 };
 
 bool isAnyForm(int form, int first, int last) {
     return form >= first && form <= last;
@@ -46,26 +46,10 @@ bool leadsToDefinition(AsnType *type) {
             return;
         if (isDefinedType(next))
             result = true;
-        else if (isSelectionType(next))
-            forSelectionType(next, [&](AsnType *, AsnType *selected, AsnType *) {
-                result = isDefinedType(selected) || leadsToDefinition(selected);
-            });
         else
             result = leadsToDefinition(next);
     });
     return result;
-}
-
-void warnOfSelection(AsnType *type) {
-    TypeInfoCache *cache = getTypeInfoCache(type);
-    if ((cache->known >> CACHE_SELECTION_WARNED & 1u) != 0)
-        return;
-    setTypeInfoCacheBetFlag(cache, CACHE_SELECTION_WARNED, true);
-    Text path;
-    std::fprintf(stderr, "%s:%d:%s\n",
-                 getModuleFilePath(path, nullptr, getModuleOfType(type), nullptr).c_str(),
-                 getTypeDefinitionLine(type),
-                 "warning: multi-module selection types not supported completely.");
 }
 
 /* Follows the references from definition to definition until one of the current module is no
@@ -79,8 +63,6 @@ bool followToCurrentModule(AsnType *type, Call<void(AsnType *)> func) {
             result = true;
             if (func)
                 func(next);
-        } else if (isSelectionType(next) && !isSynonymType(next)) {
-            warnOfSelection(next);
         } else {
             result = followToCurrentModule(next, func);
         }
@@ -130,7 +112,7 @@ bool cIsDynamicArray(AsnType *type) {
 }
 
 bool cIsPtrAsnHomeMember(AsnType *type) {
-    const int form = getVF(type);
+    const int form = cGetHomeVF(type);
     return isAnyForm(form, VF_STAS0, VF_STAS) || form == VF_STRU ||
            isAnyForm(form, VF_OBJI, VF_EXTERNAL_1994);
 }
@@ -169,6 +151,10 @@ int cGetVF(AsnType *type) {
     return cIsFrameType(type) ? static_cast<int>(VF_FRM) : getVF(type);
 }
 
+int cGetHomeVF(AsnType *type) {
+    return getVF(type) == VF_STRU ? static_cast<int>(VF_STRU) : cGetVF(type);
+}
+
 const char *cGetVFStri(AsnType *type) {
     if (getTypeMainType(type) == TYP_REAL &&
         testCGenerationOption(getModuleOfType(type), CGEN_REAL))
@@ -197,8 +183,10 @@ bool cIsDefinedBaseType(AsnType *type) {
 bool cIsBaseTypeGeneratedInCurrentModule(AsnType *type) {
     if (isBaseTypeInCurrentModule(type) || isInstantiatedType(type))
         return true;
-    if (!cIsDefinedBaseType(type))
-        return false;
+    if (!cIsDefinedBaseType(type)) {
+        AsnType *structure = structureTakenInto(type);
+        return structure != nullptr && cIsBaseTypeGeneratedInCurrentModule(structure);
+    }
     const bool createMeta = setCreateBETypMetaFlag(false);
     const bool result = followToCurrentModule(type, nullptr);
     setCreateBETypMetaFlag(createMeta);

@@ -28,6 +28,8 @@ bool cIsControlMember(AsnType *type);
 
 /* The value form, VF_FRM for a frame type. */
 int cGetVF(AsnType *type);
+/* The same for the member of an ASNHOME: the frame of a structure lies where the structure would. */
+int cGetHomeVF(AsnType *type);
 /* The value form's name in run-time calls, such as "VF_UI8". */
 const char *cGetVFStri(AsnType *type);
 

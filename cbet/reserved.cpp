@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
+
+NameHooks nameHooks;
 
 namespace {
 
@@ -16,11 +17,85 @@ constexpr std::string_view keywords[] = {
 };
 static_assert(std::is_sorted(std::begin(keywords), std::end(keywords)));
 
+/* What C++ has more, in ascending order. */
+constexpr std::string_view cPlusPlusKeywords[] = {
+    "alignas",
+    "alignof",
+    "and",
+    "and_eq",
+    "asm",
+    "bitand",
+    "bitor",
+    "bool",
+    "catch",
+    "char16_t",
+    "char32_t",
+    "char8_t",
+    "class",
+    "co_await",
+    "co_return",
+    "co_yield",
+    "compl",
+    "concept",
+    "const_cast",
+    "consteval",
+    "constexpr",
+    "constinit",
+    "decltype",
+    "delete",
+    "dynamic_cast",
+    "explicit",
+    "export",
+    "false",
+    "friend",
+    "mutable",
+    "namespace",
+    "new",
+    "noexcept",
+    "not",
+    "not_eq",
+    "nullptr",
+    "operator",
+    "or",
+    "or_eq",
+    "private",
+    "protected",
+    "public",
+    "reinterpret_cast",
+    "requires",
+    "static_assert",
+    "static_cast",
+    "template",
+    "this",
+    "thread_local",
+    "throw",
+    "true",
+    "try",
+    "typeid",
+    "typename",
+    "using",
+    "virtual",
+    "wchar_t",
+    "xor",
+    "xor_eq",
+};
+static_assert(std::is_sorted(std::begin(cPlusPlusKeywords), std::end(cPlusPlusKeywords)));
+
+template <std::size_t N> bool isOneOf(const std::string_view (&words)[N], std::string_view word) {
+    return std::binary_search(std::begin(words), std::end(words), word);
+}
+
 } // namespace
 
-bool cIsReservedWord(const char *name) {
-    constexpr std::size_t LONGEST = 8; /* Asked again and again of each name, so most end here. */
-    const std::string_view word(name);
-    return word.size() <= LONGEST &&
-           std::binary_search(std::begin(keywords), std::end(keywords), word);
+bool cIsReservedWord(std::string_view word, bool cPlusPlus) {
+    return isOneOf(keywords, word) || (cPlusPlus && isOneOf(cPlusPlusKeywords, word));
+}
+
+Text cLoneName(std::string_view name, AsnModule *module) {
+    const bool cPlusPlus =
+        nameHooks.avoidsCPlusPlusWords != nullptr && nameHooks.avoidsCPlusPlusWords(module);
+    Text lone(name);
+    if (cIsReservedWord(name, cPlusPlus))
+        lone += '_';
+    return lone;
 }

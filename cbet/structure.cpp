@@ -114,9 +114,13 @@ void structPost(AsnType *type, bool vars) {
 
 /* --- around a component: traversing kinds --- */
 
+bool printsMarker(AsnType *father) {
+    return glbInfo->funcKind == printingKind && testTypeOption(father, OPT_SAVE_EXTENSIONS);
+}
+
 bool isTheFirstChoiceComp(AsnType *father, AsnType *comp) {
     if (!glbInfo->reverseComps)
-        return getTypeCompNbr(comp) == 0;
+        return getTypeCompNbr(comp) == 0 || (isFirstActualTypeComp(comp) && !printsMarker(father));
     int last = nrOfWalkedComps(father) - 1;
     if (isTypeExtensionmarkerComp(father) && getTypeExtensionmarkerCompNbr(father) == last)
         --last;
@@ -300,14 +304,11 @@ void compPostFunc(AsnType *father, AsnType *comp) {
 
 /* --- extension markers --- */
 
-bool printsMarker(AsnType *father) {
-    return glbInfo->funcKind == printingKind && testTypeOption(father, OPT_SAVE_EXTENSIONS);
-}
-
-void extensionmarkerPrefFunc(AsnType *father) {
+void extensionmarkerPrefFunc(AsnType *father, AsnType *marker) {
     if (!printsMarker(father))
         return;
-    if (getTypeMainType(father) == TYP_CHOICE && !cIsControlMember(father))
+    if (getTypeMainType(father) == TYP_CHOICE && !cIsControlMember(father) &&
+        getTypeCompNbr(marker) > 0)
         wToF(glbInfo->outFile, "else ");
     cBeginTestExtensionmarker(glbInfo->outFile, father);
 }
@@ -405,7 +406,7 @@ void funcForComponentOrElement(AsnType *father, AsnType *comp, int) {
     if (pathFirst)
         addCompNameToPath(comp);
     if (marker) {
-        extensionmarkerPrefFunc(father);
+        extensionmarkerPrefFunc(father, comp);
     } else {
         compPrefFunc(father, comp);
         callTypeFunc(glbInfo->compPrefixFunc, comp);

@@ -52,7 +52,7 @@ void printEntries(int slot, const std::vector<DynaNode> &entries, std::size_t co
 
 /* The handle's copy of the record no longer tells this. */
 bool baseHasText(const AsnType *type) {
-    return (storedTNode(type->baseModule, type->baseRecord).optionBits &
+    return (storedTNode(type->contentModule, type->contentRecord).optionBits &
             optionMask(OPT_EMBEDDED_TEXT)) != 0;
 }
 
@@ -119,5 +119,5 @@ void printLocalTypeEmbeddingOptions(int slot, AsnType *type, int place) {
 
 void printBaseTypeEmbeddingOptions(int slot, AsnType *type, int place) {
     if (baseHasText(type))
-        printTEDs(slot, type->baseModule, type->base.tedFirst, type->base.tedLast, place);
+        printTEDs(slot, type->contentModule, type->base.tedFirst, type->base.tedLast, place);
 }

@@ -34,7 +34,8 @@ void installHooks() {
     optionHooks.globalBEOptionOK = globalBEOptionOK;
     optionHooks.isTAVIOption = taviIsTAVIOption;
     optionHooks.taviOptionOK = taviOptionOK;
-    optionHooks.isReservedName = cIsReservedWord;
+
+    nameHooks.avoidsCPlusPlusWords = avoidsCPlusPlusWords;
 
     embeddingHooks.printTypeEmbeddingOptions = printTypeEmbeddingOptions;
     embeddingHooks.printLocalTypeEmbeddingOptions = printLocalTypeEmbeddingOptions;

@@ -18,6 +18,8 @@ namespace {
 constexpr const char *HOME = "(home)->";
 /* From this column on a cast stands on a line of its own. */
 constexpr int LAST_CAST_COLUMN = 58;
+/* What goes beyond this one would be broken off without a backslash. */
+constexpr int LAST_COLUMN = 78;
 
 void genIntro(AsnType *type) {
     Text id;
@@ -52,7 +54,7 @@ bool compsAreHeldAsPointers(AsnType *father) {
 void genIsMacro(AsnType *father, AsnType *comp, int compNbr) {
     Text body;
     if (compsAreHeldAsPointers(father))
-        body = formatText("((home)->%s != NULL)", getMetaCompId(comp));
+        body = formatText("((home)->%s != NULL)", getMetaMemberName(comp).c_str());
     else
         getControlMemberTst(body, nullptr, HOME, father, comp, compNbr, nullptr);
     genMacro(father, comp, "is", body);
@@ -78,8 +80,8 @@ void genRemMacro(AsnType *father, AsnType *comp, int compNbr) {
 void genAltMacro(AsnType *father, AsnType *comp) {
     genMacro(father, comp, "alt",
              compsAreHeldAsPointers(father)
-                 ? formatText("((home)->%s)", getMetaCompId(comp))
-                 : formatText("(&((home)->i1.%s))", getMetaCompId(comp)));
+                 ? formatText("((home)->%s)", getMetaMemberName(comp).c_str())
+                 : formatText("(&((home)->i1.%s))", getMetaMemberName(comp).c_str()));
 }
 
 /* Macro groups of one type are set apart by an empty line. */
@@ -117,6 +119,12 @@ void genChoiceAccessRoutines(AsnType *type) {
     forEachTypeComp(type, genAlternative);
 }
 
+/* A program in C++ can't write "val.bool". */
+Text homeMember(AsnType *elem) {
+    const bool isWord = getVF(elem) == VF_BOOL && avoidsCPlusPlusWords(getModuleOfType(elem));
+    return isWord ? "boolean" : getAsnhomeMember(elem);
+}
+
 /* #define item_List(elem) \
      ((Elem *)((elem)->val.stru)) */
 void genElemMacro(AsnType *father, AsnType *elem) {
@@ -126,13 +134,14 @@ void genElemMacro(AsnType *father, AsnType *elem) {
     taviAddItem(ITEM_DEFINE, fiDef, {"item_", id.c_str()});
     ++fArr[fiDef].indent;
     const bool isPointer = cIsPtrAsnHomeMember(elem);
+    const Text member = "((elem)->val." + homeMember(elem) + ")";
     if (isPointer) {
         printfToF(fiDef, "((%s *)", getMetaBaseTypeId(elem));
-        if (columnsInF(fiDef) > LAST_CAST_COLUMN)
+        const int end = columnsInF(fiDef) + static_cast<int>(member.size());
+        if (columnsInF(fiDef) > LAST_CAST_COLUMN || end > LAST_COLUMN)
             wToF(fiDef, " \\\n");
     }
-    Text member;
-    wToF(fiDef, cAsnHomeMember(member, "((elem)->val.", elem, ")"));
+    wToF(fiDef, member);
     if (isPointer)
         wToF(fiDef, ")");
     genMacroPostfix();

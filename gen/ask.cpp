@@ -72,7 +72,7 @@ void askIsSeqComp(int file, AsnType *comp) {
 }
 
 void askIsChoiceComp(int file, AsnType *comp) {
-    printfToF(file, "%sif (", getTypeCompNbr(comp) == 0 ? "" : "else ");
+    printfToF(file, "%sif (", isFirstActualTypeComp(comp) ? "" : "else ");
     askBegComp(file, comp, ")");
     if (isOnlyAlternative(getFatherOfTypeComp(comp)))
         cOpenBrace(file);

@@ -1,5 +1,6 @@
 #include "gen/classdefines.h"
 
+#include "cbet/reserved.h"
 #include "driver/files.h"
 #include "gen/classes.h"
 #include "gen/classmeta.h"
@@ -76,8 +77,9 @@ void genObjectDefines(AsnObject *object) {
        #define login (mOPERATION + 0) */
     printfToF(fiDef, "#define %s%s %ld\n", prefix.c_str(), objectId, nr);
     taviAddItem(ITEM_DEFINE, fiDef, {prefix.c_str(), objectId});
-    printfToF(fiDef, "#define %s (%s%s + %ld)\n", objectId, prefix.c_str(), classId, nr);
-    taviAddItem(ITEM_DEFINE, fiDef, {objectId});
+    const Text name = cLoneName(objectId, module);
+    printfToF(fiDef, "#define %s (%s%s + %ld)\n", name.c_str(), prefix.c_str(), classId, nr);
+    taviAddItem(ITEM_DEFINE, fiDef, {name.c_str()});
 }
 
 void genObjectTableDefines(AsnModule *module, AsnObjClass *objClass, int count) {

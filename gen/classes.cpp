@@ -2,6 +2,7 @@
 
 #include "cbet/names.h"
 #include "cbet/predicates.h"
+#include "cbet/reserved.h"
 #include "driver/embedded.h"
 #include "driver/files.h"
 #include "gen/classdefines.h"
@@ -47,6 +48,11 @@ private:
 Text fieldId(AsnObjClassField *field) {
     Text id;
     return getObjClassFieldId(id, nullptr, field, nullptr);
+}
+
+/* The field's name as that of a member. */
+Text fieldName(AsnObjClassField *field) {
+    return cLoneName(fieldId(field), getModuleOfObjClass(getObjClassOfField(field)));
 }
 
 bool isSkippedClass(AsnObjClass *objClass) {
@@ -112,9 +118,10 @@ void genReferredDefinitions(AsnObjClass *objClass) {
 void genSkippedField(AsnObjClassField *field, const char *note) {
     const bool noted = *note != '\0';
     if (omitsSkippedFields(getObjClassOfField(field)))
-        printfToF(fiTyp, "/* SKIPPED %s%s%s */\n", fieldId(field).c_str(), noted ? " " : "", note);
+        printfToF(fiTyp, "/* SKIPPED %s%s%s */\n", fieldName(field).c_str(), noted ? " " : "",
+                  note);
     else
-        printfToF(fiTyp, "SKIPPED %s;%s%s%s\n", fieldId(field).c_str(), noted ? " /* " : "", note,
+        printfToF(fiTyp, "SKIPPED %s;%s%s%s\n", fieldName(field).c_str(), noted ? " /* " : "", note,
                   noted ? " */" : "");
 }
 
@@ -138,7 +145,7 @@ void genClassFieldChoiceTypedefContents(AsnObjClassField *field, AsnType *type) 
 /* The governor's name, or the whole type where it has none. */
 void genGovernorType(AsnObjClassField *field, AsnType *type) {
     if (cIsDefinedBaseType(type)) {
-        wToF(fiTyp, getMetaTypeId(type));
+        wToF(fiTyp, getMetaTypeName(type));
         return;
     }
     const GovernorScope scope(getObjClassOfField(field), field);
@@ -157,7 +164,7 @@ void genFixedTypeValueField(AsnObjClassField *field, AsnType *type) {
     } else {
         genGovernorType(field, type);
     }
-    printfToF(fiTyp, " %s;\n", fieldId(field).c_str());
+    printfToF(fiTyp, " %s;\n", fieldName(field).c_str());
 }
 
 /* struct {
@@ -185,15 +192,17 @@ void genFixedTypeValueSetField(AsnObjClassField *field, AsnType *type) {
     if (counted) {
         printfToF(fiTyp, "%s elem%s;\n", pointer, array);
         --fArr[fiTyp].indent;
-        printfToF(fiTyp, "} %s;\n", fieldId(field).c_str());
+        printfToF(fiTyp, "} %s;\n", fieldName(field).c_str());
     } else {
-        printfToF(fiTyp, "%s %s%s;\n", pointer, fieldId(field).c_str(), array);
+        printfToF(fiTyp, "%s %s%s;\n", pointer, fieldName(field).c_str(), array);
     }
 }
 
 /* A class that is just being written is known by its tag only. */
-const char *tagText(AsnObjClass *governor) {
-    return getObjClassStamp(governor) == stampGIP ? "const struct t_" : "";
+Text classRef(AsnObjClass *governor) {
+    return getObjClassStamp(governor) == stampGIP
+               ? Text("const struct t_") + getMetaClassId(governor)
+               : getMetaClassName(governor);
 }
 
 /* ERROR* next; */
@@ -201,8 +210,8 @@ void genObjectField(AsnObjClassField *field, AsnObjClass *governor) {
     if (isSkippedClass(governor))
         genSkippedField(field, GOVERNOR_SKIPPED);
     else
-        printfToF(fiTyp, "%s%s%s* %s;\n", tagText(governor), getMetaClassId(governor),
-                  nearText(field), fieldId(field).c_str());
+        printfToF(fiTyp, "%s%s* %s;\n", classRef(governor).c_str(), nearText(field),
+                  fieldName(field).c_str());
 }
 
 /* ERROR* const* errors; or ERROR* errors [MAX_ASN_SET_ELEMS + 1]; */
@@ -214,9 +223,8 @@ void genObjectSetField(AsnObjClassField *field, AsnObjClass *governor) {
     const bool separate =
         getGlobalOptions(getModuleOfObjClass(getObjClassOfField(field)))->tabO != 0;
     const char *pointer = testObjClassFieldOption(field, OPT_NEAR) ? " near* const" : "* const";
-    printfToF(fiTyp, "%s%s%s* %s%s;\n", tagText(governor), getMetaClassId(governor),
-              separate ? pointer : "", fieldId(field).c_str(),
-              separate ? "" : " [MAX_ASN_SET_ELEMS + 1]");
+    printfToF(fiTyp, "%s%s* %s%s;\n", classRef(governor).c_str(), separate ? pointer : "",
+              fieldName(field).c_str(), separate ? "" : " [MAX_ASN_SET_ELEMS + 1]");
 }
 
 void genClassTypedefContents(AsnObjClass *, AsnObjClassField *field, int) {
@@ -225,7 +233,7 @@ void genClassTypedefContents(AsnObjClass *, AsnObjClassField *field, int) {
     else if (testObjClassFieldOption(field, OPT_SKIPPED))
         genSkippedField(field, "");
     else if (isTypeField(field))
-        printfToF(fiTyp, "ENTRYDESCR%s* %s;\n", nearText(field), fieldId(field).c_str());
+        printfToF(fiTyp, "ENTRYDESCR%s* %s;\n", nearText(field), fieldName(field).c_str());
     else if (isFixedTypeValueField(field))
         forFixedTypeValueField(field, genFixedTypeValueField);
     else if (isFixedTypeValueSetField(field))
@@ -253,14 +261,14 @@ void genClassStructure(AsnObjClass *objClass) {
     }
     forEachObjClassField(objClass, genClassTypedefContents);
     --fArr[fiTyp].indent;
-    printfToF(fiTyp, "} %s;\n", getMetaClassId(objClass));
-    taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassId(objClass)});
+    printfToF(fiTyp, "} %s;\n", getMetaClassName(objClass).c_str());
+    taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassName(objClass).c_str()});
     printObjClassEmbeddingOptions(fiTyp, objClass, TED_TYP_BEHIND);
 }
 
 /* typedef OPERATION* OPERATION_iter; */
 void genClassIteratorTypedef(AsnObjClass *objClass) {
-    printfToF(fiTyp, "\ntypedef %s* %s_iter;\n", getMetaClassId(objClass),
+    printfToF(fiTyp, "\ntypedef %s* %s_iter;\n", getMetaClassName(objClass).c_str(),
               getMetaClassId(objClass));
     taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassId(objClass), "_iter"});
 }
@@ -270,8 +278,8 @@ void genClassTypedef(AsnObjClass *objClass) {
         return;
     if (isPredefinedObjClass(objClass)) {
         printfToF(fiTyp, "\ntypedef %s %s;\n", getMetaBaseClassId(objClass),
-                  getMetaClassId(objClass));
-        taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassId(objClass)});
+                  getMetaClassName(objClass).c_str());
+        taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassName(objClass).c_str()});
     } else {
         genClassStructure(objClass);
     }

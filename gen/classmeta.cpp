@@ -1,5 +1,6 @@
 #include "gen/classmeta.h"
 
+#include "cbet/reserved.h"
 #include "model/classes.h"
 #include "model/modules.h"
 #include "model/objectorder.h"
@@ -69,6 +70,10 @@ const char *getMetaClassId(AsnObjClass *objClass) {
 const char *getMetaBaseClassId(AsnObjClass *objClass) {
     const BEClassMetaRec *meta = getBEClassMetaRec(objClass);
     return meta == nullptr ? "" : meta->baseClassId.c_str();
+}
+
+Text getMetaClassName(AsnObjClass *objClass) {
+    return cLoneName(getMetaClassId(objClass), getModuleOfObjClass(objClass));
 }
 
 int getMetaClassAccessRoutines(AsnObjClass *objClass) {

@@ -19,6 +19,8 @@ void deleteBEObjSetMetaRec(BEObjSetMetaRec *meta);
 /* C names of a class where it was met and in the end; empty for a nameless class. */
 const char *getMetaClassId(AsnObjClass *objClass);
 const char *getMetaBaseClassId(AsnObjClass *objClass);
+/* getMetaClassId where it stands alone, as the name of the C type. */
+Text getMetaClassName(AsnObjClass *objClass);
 int getMetaClassAccessRoutines(AsnObjClass *objClass);
 /* C name of an object, empty if it has none. */
 const char *getMetaObjectId(AsnObject *object);

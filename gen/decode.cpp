@@ -232,7 +232,8 @@ void decPrepareExtensionmarker(const TypeFuncInfo *info, AsnType *type) {
 /* The last "else" of a chain: a tag that none of the known ones is. */
 void decNoneAbove(AsnType *type, const TypeFuncInfo *info) {
     const int file = info->outFile;
-    wToF(file, "else ");
+    const bool isOnlyMarker = isTypeExtensionmarkerComp(type) && nrOfWalkedComps(type) == 1;
+    wToF(file, isOnlyMarker ? "" : "else ");
     cOpenBrace(file);
     if (isTypeExtensionmarkerComp(type)) {
         decPrepareExtensionmarker(info, type);

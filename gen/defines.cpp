@@ -1,15 +1,18 @@
 #include "gen/defines.h"
 
 #include "cbet/names.h"
+#include "cbet/predicates.h"
 #include "driver/files.h"
 #include "gen/accessors.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "model/iterators.h"
 #include "model/modules.h"
+#include "model/typeextension.h"
 #include "model/typequeries.h"
 #include "model/typevalues.h"
 #include "project/ketratavi.h"
+#include "store/records.h"
 
 namespace {
 
@@ -30,11 +33,65 @@ void genNamedNumbers(AsnType *type) {
     forEachNamedNumber(type, genNamedNumber);
 }
 
-void genCompDefine(AsnType *, AsnType *comp, int) {
-    Text line;
+/* Numbers of the components of one definition, down to structures that are written in it. */
+struct CompNumbers {
+    std::unordered_map<Text, int> numbers;
+    std::unordered_set<Text> ambiguous;
+    int nesting = 0;
+};
+
+void collectCompNumbers(AsnType *type, CompNumbers *all) {
+    const NestingGuard guard(&all->nesting, type->posModule);
+    auto collect = [all](AsnType *, AsnType *comp, int) {
+        if (isComponentType(comp) && !isTypeExtensionmarker(comp)) {
+            const int number = getTypeCompNbr(comp);
+            const auto [place, isNew] = all->numbers.try_emplace(getMetaCompId(comp), number);
+            if (!isNew && place->second != number)
+                all->ambiguous.insert(place->first);
+        }
+        if (!cIsDefinedBaseType(comp) && !isLeafType(comp) && !cIsFrameType(comp) &&
+            !testTypeOption(comp, OPT_SKIPPED))
+            collectCompNumbers(comp, all);
+    };
+    forEachTypeCompOrElem(type, collect);
+}
+
+const std::unordered_set<Text> &ambiguousComps(AsnType *definition) {
+    const auto key = static_cast<std::uint64_t>(definition->baseRecord);
+    BEModMetaRec *meta = definition->baseModule->metaRec;
+    const auto known = meta->ambiguousComps.find(key);
+    if (known != meta->ambiguousComps.end())
+        return known->second;
+    CompNumbers all;
+    collectCompNumbers(definition, &all);
+    return meta->ambiguousComps[key] = std::move(all.ambiguous);
+}
+
+/* A component of a nested structure is named by its place there if the shorter name would stand for
+   several numbers. */
+bool needsPath(AsnType *father, AsnType *comp) {
+    if (isTypeExtensionmarker(comp) || cIsDefinedBaseType(father))
+        return false;
+    AsnType *definition = cDefinedAncestor(comp);
+    if (definition != nullptr)
+        return ambiguousComps(definition).contains(getMetaCompId(comp));
+    /* Structures in fields of a class have no definition around them: the first one is named. */
+    const auto &defines = getBEModMetaRec(getModuleOfType(comp))->componentDefines;
+    Text name;
+    const auto known = defines.find(cComponentIndexMnemonic(name, nullptr, comp, nullptr));
+    return known != defines.end() && known->second != getTypeCompNbr(comp);
+}
+
+void genCompDefine(AsnType *father, AsnType *comp, int) {
+    Text line, name;
     /* #define a_Msg 0 */
-    wToF(fiDef, cDefineForComponentIndex(line, comp));
+    const bool withPath = needsPath(father, comp);
+    wToF(fiDef, cDefineForComponentIndex(line, comp, withPath));
     taviAddDefine(fiDef, line);
+    if (!withPath && cDefinedAncestor(comp) == nullptr)
+        getBEModMetaRec(getModuleOfType(comp))
+            ->componentDefines.try_emplace(cComponentIndexMnemonic(name, nullptr, comp, nullptr),
+                                           getTypeCompNbr(comp));
 }
 
 void genCompDefines(AsnType *type) {

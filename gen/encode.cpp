@@ -71,44 +71,29 @@ void encOuterTagLens(int file, AsnType *type) {
         type, [file](AsnType *tagged, const AsnTag *tag, int) { encTagLen(file, tagged, tag); });
 }
 
-/* The run-time functions of builtin types write the innermost tag themselves. */
+/* The run-time functions of builtin types and of frames write the innermost tag themselves. */
 bool theInnermostTagIsNotGivenAsArgument(AsnType *type) {
     const bool skipped = testTypeOption(type, OPT_SKIPPED);
+    if (cIsFrameType(type))
+        return false;
     if (isListType(type))
         return !skipped;
     const int form = getVF(type);
-    if ((form == VF_ANY || form == VF_OPEN) && !cIsFrameType(type))
+    if (form == VF_ANY || form == VF_OPEN)
         return !skipped;
     if (cIsPredefinedType(type) || cIsStaticString(type))
         return false;
     return !skipped;
 }
 
-void encCompPrefix(AsnType *type, const TypeFuncInfo *info) {
+void encTagsPrefix(AsnType *type, const TypeFuncInfo *info) {
     encOuterEOCs(info->outFile, type);
     if (theInnermostTagIsNotGivenAsArgument(type))
         encInnerEOC(info->outFile, type);
 }
 
-void encCompPostfix(AsnType *type, const TypeFuncInfo *info) {
+void encTagsPostfix(AsnType *type, const TypeFuncInfo *info) {
     if (theInnermostTagIsNotGivenAsArgument(type))
-        encInnerTagLen(info->outFile, type);
-    encOuterTagLens(info->outFile, type);
-}
-
-bool entryWritesInnermostTag(AsnType *type) {
-    return !testTypeOption(type, OPT_SKIPPED) && !testTypeOption(type, OPT_FRAME) &&
-           theInnermostTagIsNotGivenAsArgument(type);
-}
-
-void encEntryPrefix(AsnType *type, const TypeFuncInfo *info) {
-    encOuterEOCs(info->outFile, type);
-    if (entryWritesInnermostTag(type))
-        encInnerEOC(info->outFile, type);
-}
-
-void encEntryPostfix(AsnType *type, const TypeFuncInfo *info) {
-    if (entryWritesInnermostTag(type))
         encInnerTagLen(info->outFile, type);
     encOuterTagLens(info->outFile, type);
 }
@@ -233,15 +218,17 @@ void encLeaf(AsnType *type, const TypeFuncInfo *info) {
     genLeaf(type, info, leafCalls);
 }
 
-/* A frame holds a ready encoding. */
+/* A frame holds a ready encoding. A constructed tag goes around it, where the type has none of its
+   own; a primitive one takes the place of the tag with which the frame begins. */
 void encFrame(AsnType *type, const TypeFuncInfo *info) {
     const int file = info->outFile;
     if (isAnyOrOpen(type) && getNrOfTags(type) == 0) {
         genOpenFrame(file, "e_Frame_0 (", type);
         return;
     }
+    const bool goesAround = isAnyOrOpen(type) || getTypeMainType(type) == TYP_CHOICE;
     printfToF(file, "e_Frame%s (", cTagFuncSuff(type));
-    cInnermostTagToF(file, nullptr, type, isAnyOrOpen(type) || isListType(type), ",");
+    cInnermostTagToF(file, nullptr, type, goesAround, ",");
     encRef(file, type, true, ");\n");
 }
 
@@ -286,16 +273,16 @@ void generateEncodingFunctions(AsnModule *module) {
     TypeFuncInfo info;
     initFunctionKind(&info, encodingKind);
     info.struPrefixFunc = encStruPrefix;
-    info.compPrefixFunc = encCompPrefix;
+    info.compPrefixFunc = encTagsPrefix;
     info.skipFunc = encSkip;
     info.ignoreFunc = encSkip;
     info.frameFunc = encFrame;
     info.leafFunc = encLeaf;
     info.definedFunc = genNormalCall;
-    info.compPostfixFunc = encCompPostfix;
+    info.compPostfixFunc = encTagsPostfix;
     info.struPostfixFunc = encStruPostfix;
-    info.entryPrefixFunc = encEntryPrefix;
-    info.entryPostfixFunc = encEntryPostfix;
+    info.entryPrefixFunc = encTagsPrefix;
+    info.entryPostfixFunc = encTagsPostfix;
     info.funcPrefix = funcPrefix.c_str();
     info.entryFuncPrefix = entryFuncPrefix.c_str();
     initStamps();

@@ -1,5 +1,7 @@
 #include "gen/entryparams.h"
 
+#include <algorithm>
+
 #include "cbet/names.h"
 #include "driver/files.h"
 #include "gen/fileset.h"
@@ -45,8 +47,14 @@ Text &entryParamName(Text &dst, AsnType *type, int index) {
 }
 
 int nrOfEntryParams(AsnType *type) {
-    const int comps = getNrOfTypeComps(type);
-    return comps == 0 ? 1 : comps;
+    int params = 0;
+    if (isMorlaLeafType(type))
+        return 1;
+    if (isSynonymType(type))
+        forTypeBehindSynonym(type, [&](AsnType *base) { params = nrOfEntryParams(base); });
+    else
+        forEachTypeComp(type, [&](AsnType *, AsnType *, int) { ++params; });
+    return std::max(params, 1);
 }
 
 void genETabElemCompsContents(AsnType *type) {

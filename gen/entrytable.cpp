@@ -149,7 +149,7 @@ void genETabElemFunctions(AsnType *type) {
 void genETabElemContents(AsnType *type, int index) {
     AsnModule *module = getModuleOfType(type);
     if (!isMorlaApplication(module)) {
-        printfToF(fiTab, "sizeof (%s)", getMetaTypeId(type));
+        printfToF(fiTab, "sizeof (%s)", getMetaTypeName(type).c_str());
         return;
     }
     const int comps = nrOfEntryParams(type);

@@ -88,10 +88,21 @@ void openFile(int file, AsnModule *module, int kind, int category) {
         writeGuardStart(file);
 }
 
+/* What declares functions and tables says that they are C, for programs in C++. */
+void writeLinkageStart(int file) {
+    wToF(file, "\n#ifdef __cplusplus\nextern \"C\" {\n#endif\n");
+}
+
+void writeLinkageEnd(int file) {
+    wToF(file, "\n#ifdef __cplusplus\n}\n#endif\n");
+}
+
 /* Ends a file, unless the other one of its pair was the same. */
 void closeFile(int *file, int kind) {
     if (*file != 0 && fArr[*file].stream != nullptr) {
         assert(fArr[*file].indent == 0);
+        if (kind == FILE_EXT)
+            writeLinkageEnd(*file);
         if (kind != FILE_C) {
             Text guard;
             defineGuardOfF(guard, nullptr, *file, nullptr);
@@ -199,6 +210,7 @@ void openTableFiles(AsnModule *module, const std::uint8_t *genArr) {
     if (fiTabE != 0) {
         includeReferencedTableExts(module, fiTabE);
         includeGeneratedFile(fiTabE, module, CAT_TYP, FILE_TYP);
+        writeLinkageStart(fiTabE);
         includeGeneratedFile(fiTab, module, CAT_TAB_EXT, FILE_EXT);
     }
     if (getNrOfEntryTypes(module) > 0) {
@@ -221,6 +233,7 @@ void openPrototypeF(AsnModule *module, int category) {
     includeRtsFile(file, isCodingCategory(category) ? CODING_OF_RTS : TESTING_OF_RTS);
     includeReferencedDeclarations(module, file, category);
     includeGeneratedFile(file, module, CAT_TYP, FILE_TYP);
+    writeLinkageStart(file);
 }
 
 void openPrototypeFiles(AsnModule *module, const std::uint8_t *genArr, int category, int *one,

@@ -16,13 +16,12 @@ namespace {
 
 std::unordered_map<BEModMetaRec *, std::unique_ptr<BEModMetaRec>> moduleRecords;
 
-/* The record whose parameters an entry has: the end of its synonyms. */
+/* The record whose parameters an entry has: the end of its synonyms, and of an instance what it is
+   an instance of. */
 AsnParamRec findAsnParamRec(AsnType *type) {
-    const bool isSynonym = isSynonymType(type);
-    const ModRec *module = isSynonym ? type->baseModule : type->posModule;
     AsnParamRec record;
-    record.moduleNr = module->listPlace;
-    record.typeNr = isSynonym ? getUniqueBaseTypeNr(type) : getUniqueTypeNr(type);
+    record.moduleNr = type->baseModule->listPlace;
+    record.typeNr = getUniqueBaseTypeNr(type);
     return record;
 }
 
@@ -82,6 +81,10 @@ void setMetaVerbosity(AsnModule *module, int verbosity) {
 const char *getMetaLogFile(AsnModule *module) {
     const Text &name = getBEModMetaRec(module)->logFile;
     return name.empty() ? nullptr : name.c_str();
+}
+
+bool avoidsCPlusPlusWords(AsnModule *module) {
+    return getBEModMetaRec(module)->cPlusPlus;
 }
 
 const char *getMetaCodFuncPref(AsnModule *module) {

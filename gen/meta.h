@@ -1,6 +1,7 @@
 #pragma once
 
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "gen/typemeta.h"
@@ -47,6 +48,12 @@ struct BEModMetaRec {
     bool brunModuleId = false;
     bool tabValueSetN = false;
     Text codFuncPref;
+    /* Numbers that component defines have so far, by name. */
+    std::unordered_map<Text, int> componentDefines;
+    /* Of definitions with nested structures, by record: the names of their components, at any
+       depth, that stand for several numbers. */
+    std::unordered_map<std::uint64_t, std::unordered_set<Text>> ambiguousComps;
+    bool cPlusPlus = false; /* words of C++ are no names either */
 };
 
 struct BEClassMetaRec {
@@ -81,6 +88,9 @@ void setMetaVerbosity(AsnModule *module, int verbosity);
 const char *getMetaLogFile(AsnModule *module);
 /* Empty for none. */
 const char *getMetaCodFuncPref(AsnModule *module);
+
+/* "CPLUSPLUS=". */
+bool avoidsCPlusPlusWords(AsnModule *module);
 
 /* Separate entry parameter lists. addMetaAsnParams is called for the entries in their order and
    returns true if the entry needs a list of its own. */

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "cbet/reserved.h"
 #include "driver/fatal.h"
 #include "driver/files.h"
 #include "gen/classdefines.h"
@@ -171,7 +172,7 @@ void declareArray(AsnModule *module, AsnObjClass *objClass, int count) {
     wToF(file, "\n");
     wToF(file, exported ? "extern " : "ASN_DECL ");
     const char *classId = tableClassId(objClass);
-    wToF(file, classId);
+    wToF(file, cLoneName(classId, module));
     printfToF(file, " %s%s [%s];\n", prefix.c_str(), classId,
               exported ? "" : formatText("ASN_DECL_SIZE (%d)", count).c_str());
     taviUseClassNode(objClass);
@@ -199,8 +200,8 @@ void genObjectTablePrefix(AsnModule *module, AsnObjClass *objClass, bool skipped
     Text prefix;
     getModulePrefix(prefix, nullptr, module, nullptr);
     const char *classId = tableClassId(objClass);
-    printfToF(fiTab, "\n%s%s %s%s [] = {\n", isExported(module) ? "" : "static ", classId,
-              prefix.c_str(), classId);
+    printfToF(fiTab, "\n%s%s %s%s [] = {\n", isExported(module) ? "" : "static ",
+              cLoneName(classId, module).c_str(), prefix.c_str(), classId);
     taviUseClassNode(objClass);
     taviAddItem(ITEM_VARIABLE, fiTab, {prefix.c_str(), classId, "[]"});
     ++fArr[fiTab].indent;
@@ -235,7 +236,8 @@ void genObjectTablePostfix(AsnModule *module, AsnObjClass *objClass, int count, 
     wToF(fiTab, "\n};\n");
     const char *classId = tableClassId(objClass);
     taviUseClassNode(objClass);
-    genTableAccessFunction(module, classId, classId, count, g_taviTypeNode);
+    genTableAccessFunction(module, cLoneName(classId, module).c_str(), classId, count,
+                           g_taviTypeNode);
     genObjectTableDefines(module, objClass, count);
 }
 

@@ -99,7 +99,8 @@ void genFieldValueSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
 void genObjectSetTablePrefix(AsnFieldValue *value, int number) {
     const Text name = tableName(value, "ObjectSet", number);
     auto genHead = [&](AsnObjClassField *, AsnObjClass *governor) {
-        printfToF(fiTab, "\nstatic %s* const %s [] = ", getMetaClassId(governor), name.c_str());
+        printfToF(fiTab, "\nstatic %s* const %s [] = ", getMetaClassName(governor).c_str(),
+                  name.c_str());
     };
     forObjectSetField(getObjClassFieldOfFieldValue(value), genHead);
     beginTable();
@@ -191,7 +192,7 @@ void genObjectSetTable(AsnObjectSet *objectSet, int) {
     Text prefix, table;
     getModulePrefix(prefix, nullptr, getModuleOfObjectSet(objectSet), nullptr);
     getDefObjectSetId(table, prefix.c_str(), objectSet, nullptr);
-    const Text declarator = Text(getMetaClassId(governor)) + "* const " + table;
+    const Text declarator = getMetaClassName(governor) + "* const " + table;
     printfToF(fiTabE, "\nextern %s [];\n", declarator.c_str());
     printfToF(fiTab, "\n%s%s [] = {\n", fiTabE != 0 ? "" : "static ", declarator.c_str());
     taviUseObjectSetNode(objectSet);

@@ -1,5 +1,6 @@
 #include "gen/staticvalues.h"
 
+#include "cbet/constants.h"
 #include "cbet/predicates.h"
 #include "driver/fatal.h"
 #include "driver/files.h"
@@ -62,7 +63,7 @@ void genBitStringFieldValue(AsnValue *value, const char *digits) {
 void genCharStringFieldValue(AsnValue *value, std::int32_t length, const char *text) {
     wToF(fiTab, "{ ");
     genLength(getTypeOfValue(value), length);
-    printfToF(fiTab, "\"%s\" }", text);
+    printfToF(fiTab, "\"%s\" }", cStringText(text).c_str());
 }
 
 void genBinaryFieldValue(AsnValue *value, std::int32_t, const char *digits) {

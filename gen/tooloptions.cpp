@@ -171,6 +171,10 @@ bool codFuncPrefOption(BEModMetaRec *meta, const char *value) {
     return alnumSpecialStriOptionOK(&meta->codFuncPref, value, "_", 1, MAX_LENGTH);
 }
 
+bool cPlusPlusOption(BEModMetaRec *meta, const char *value) {
+    return boolOptionOK(&meta->cPlusPlus, value);
+}
+
 /* An option that is written on a type or class. */
 bool definitionOptionOK(int *accessRoutines, const char *option) {
     const char *text = parseBEOption(option, toolWord.data(), toolWord.size());
@@ -198,6 +202,7 @@ constexpr ToolOption toolOptions[] = {
     {"BRUN-GENERATION=", brunGenerationOption},
     {"TREE-FILE-SUFFIX=", treeFileSuffixOption},
     {"COD-FUNC-PREF=", codFuncPrefOption},
+    {"CPLUSPLUS=", cPlusPlusOption},
 };
 
 bool toolOptionOK(BEModMetaRec *meta, const char *text) {

@@ -4,6 +4,7 @@
 
 #include "cbet/names.h"
 #include "cbet/predicates.h"
+#include "cbet/reserved.h"
 #include "gen/meta.h"
 #include "model/backend.h"
 #include "model/modules.h"
@@ -36,13 +37,27 @@ void setCompId(AsnType *type, BETypMetaRec *meta) {
         meta->hasCompId = false;
 }
 
-bool isCompOfItem(AsnType *type) {
-    return type != nullptr && getTypeCompStatus(type) == TCS_COMPOF;
+/* The names that a type has in its own module, where it was written: those are kept. Under the
+   options of another module, or as part of another structure, it may have others. */
+bool isAtItsPlace(AsnType *type) {
+    return type->ownerModule->modRec == type->posModule && structureTakenInto(type) == nullptr;
 }
 
+bool isPartOfDefinition(AsnType *type) {
+    while ((type = getFatherOfTypeComp(type)) != nullptr)
+        if (isDefinedBaseType(type))
+            return true;
+    return false;
+}
+
+/* A field that shows the parts of a definition names them for itself; to others they have the names
+   that the definition gives them. */
 void replaceTypeInfo(AsnType *type, const BETypeInfo &info) {
-    getBETypeInfoCache(type);
-    *getTypeInfoCache(type)->generatorInfo = info;
+    if (!isPartOfDefinition(type)) {
+        getBETypeInfoCache(type);
+        *getTypeInfoCache(type)->generatorInfo = info;
+        getTypeInfoCache(type)->generatorInfo->isGiven = true;
+    }
     if (BETypMetaRec *meta = getBETypMetaRec(type); meta != nullptr)
         meta->names = info;
 }
@@ -53,11 +68,12 @@ BETypMetaRec *newBETypMetaRec(AsnType *type) {
     if (isPartialTypeInfo(type))
         return nullptr;
     auto *meta = new BETypMetaRec;
-    /* What COMPONENTS OF brings in is named by the structure that it is brought into. */
-    if (isCompOfItem(getFatherOfTypeComp(type)))
-        meta->names = makeTypeInfo(type);
-    else
+    const BETypeInfo *kept = getTypeInfoCache(type)->generatorInfo;
+    const bool isGiven = kept != nullptr && kept->isGiven && structureTakenInto(type) == nullptr;
+    if (isGiven || isAtItsPlace(type))
         meta->names = *getBETypeInfoCache(type);
+    else
+        meta->names = makeTypeInfo(type);
     setCompId(type, meta);
     meta->accessRoutines = getBEModMetaRec(getModuleOfType(type))->accessRoutines;
     return meta;
@@ -110,7 +126,7 @@ void renewBETypeInfo(AsnType *type) {
 }
 
 void setBETypeInfoNames(AsnType *type, const char *name) {
-    BETypeInfo info = *getBETypeInfoCache(type);
+    BETypeInfo info = makeTypeInfo(type);
     info.typeId = allocateUniqStri(name);
     info.baseTypeId = allocateUniqStri((Text("struct t_") + name).c_str());
     replaceTypeInfo(type, info);
@@ -129,6 +145,14 @@ const char *getMetaBaseTypeId(AsnType *type) {
 const char *getMetaCompId(AsnType *type) {
     const BETypMetaRec *meta = getBETypMetaRec(type);
     return meta == nullptr || !meta->hasCompId ? nullptr : meta->compId.c_str();
+}
+
+Text getMetaMemberName(AsnType *type) {
+    return cLoneName(orEmpty(getMetaCompId(type)), getModuleOfType(type));
+}
+
+Text getMetaTypeName(AsnType *type) {
+    return cLoneName(getMetaTypeId(type), getModuleOfType(type));
 }
 
 const char *getMetaHomeTypeId(AsnType *type) {

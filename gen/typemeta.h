@@ -13,6 +13,7 @@ struct BETypeInfo {
     const char *typeId = nullptr;
     const char *baseTypeId = nullptr;
     const char *homeTypeId = nullptr; /* null: none */
+    bool isGiven = false;             /* by a class field, not by the place of the type */
 };
 
 struct BETypMetaRec {
@@ -42,5 +43,9 @@ const char *getMetaTypeId(AsnType *type);
 const char *getMetaBaseTypeId(AsnType *type);
 /* Null for a type that has none. */
 const char *getMetaCompId(AsnType *type);
+/* The same where the name stands alone, as that of a member; empty for a type that has none. */
+Text getMetaMemberName(AsnType *type);
+/* A type's getMetaTypeId where it stands alone. */
+Text getMetaTypeName(AsnType *type);
 const char *getMetaHomeTypeId(AsnType *type);
 int getMetaTypeAccessRoutines(AsnType *type);

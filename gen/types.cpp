@@ -1,7 +1,6 @@
 #include "gen/types.h"
 
 #include <cstdio>
-#include <cstring>
 
 #include "cbet/imports.h"
 #include "cbet/predicates.h"
@@ -15,6 +14,7 @@
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/stamps.h"
+#include "model/typenames.h"
 #include "model/typepath.h"
 #include "model/typequeries.h"
 #include "project/ketratavi.h"
@@ -36,13 +36,32 @@ void genTypedefPrefix(AsnType *type) {
 
 /* " Msg;", the user's text. */
 void genTypedefPostfix(AsnType *type) {
-    printfToF(fiTyp, " %s;\n", orEmpty(getMetaTypeId(type)));
-    taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaTypeId(type)});
+    printfToF(fiTyp, " %s;\n", getMetaTypeName(type).c_str());
+    taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaTypeName(type).c_str()});
     printLocalTypeEmbeddingOptions(fiTyp, type, TED_TYP_BEHIND);
+}
+
+/* A selection of a defined type has a name for that type. */
+bool isNameOfSelected(AsnType *type) {
+    return isSelectionType(type) && isSynonymType(type);
+}
+
+void genNameOfSelected(AsnType *type) {
+    Text text;
+    const bool hasName = !isCarriedAsItIs(type) ||
+                         (isEntryBaseType(type) && !isMorlaApplication(getModuleOfType(type)));
+    genTypedefPrefix(type);
+    if (hasName)
+        wToF(fiTyp, getDefBaseTypeId(text, nullptr, type, nullptr));
+    else
+        wToF(fiTyp, getMetaBaseTypeId(type));
+    genTypedefPostfix(type);
 }
 
 /* The users of a synonym name the type that it stands for, so it needs no definition. */
 void genTypedef(AsnType *type) {
+    if (isNameOfSelected(type))
+        return genNameOfSelected(type);
     if (isSynonymType(type) || isCarriedAsItIs(type))
         return;
     genTypedefPrefix(type);
@@ -54,8 +73,9 @@ void genTypedef(AsnType *type) {
    defines A. */
 void genEntryTypedef(AsnType *type) {
     const char *base = orEmpty(getMetaBaseTypeId(type));
-    const bool synonym =
-        isSynonymType(type) && std::strcmp(base, orEmpty(getMetaTypeId(type))) != 0;
+    const bool synonym = isSynonymType(type) && getMetaTypeName(type) != base;
+    if (isNameOfSelected(type))
+        return;
     if (!synonym && (isMorlaApplication(getModuleOfType(type)) || !isCarriedAsItIs(type)))
         return;
     genTypedefPrefix(type);
@@ -64,7 +84,7 @@ void genEntryTypedef(AsnType *type) {
 }
 
 void genReferredType(AsnType *father, AsnType *son) {
-    if (!cIsBaseTypeGeneratedInCurrentModule(son) || processingStarted(son) || isCarriedAsItIs(son))
+    if (!cIsBaseTypeGeneratedInCurrentModule(son) || isCarriedAsItIs(son))
         return;
     if (cIsDefinedBaseType(son)) {
         cForTypeGeneratedInCurrentModule(son, genType);
@@ -79,15 +99,6 @@ void genReferredType(AsnType *father, AsnType *son) {
     }
     taviUseTypeNode(son);
     genDefines(son);
-}
-
-/* What a selection names: the definition that the alternative refers to, which may well stand
-   already, or one that is made of the alternative itself. */
-void genSelectedType(AsnType *selected) {
-    if (!cIsDefinedBaseType(selected))
-        genType(selected);
-    else if (cIsBaseTypeGeneratedInCurrentModule(selected))
-        cForTypeGeneratedInCurrentModule(selected, genType);
 }
 
 void warnOfCircularImports(AsnModule *module) {
@@ -131,10 +142,7 @@ void genReferredTypes(AsnType *type) {
     const NestingGuard guard(&nesting, type->posModule);
     if (!cIsBaseTypeGeneratedInCurrentModule(type) || isCarriedAsItIs(type))
         return;
-    if (isSelectionType(type))
-        forSelectionType(
-            type, [](AsnType *, AsnType *selected, AsnType *) { genSelectedType(selected); });
-    else if (isSynonymType(type))
+    if (isSynonymType(type))
         cForTypeGeneratedInCurrentModule(type, genType);
     else if (!isLeafType(type))
         forEachTypeCompOrElem(

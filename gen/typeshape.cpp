@@ -194,8 +194,8 @@ const char *pointerText(AsnType *son) {
 void genMemberTail(AsnType *father, AsnType *son) {
     if (isList(father)) {
         genHomeMember(son);
-    } else if (isOpenType(son)) {
-        printfToF(fiTyp, "%s;\n", orEmpty(getMetaCompId(son)));
+    } else if (isOpenType(son) && !isElemType(son) && !needsPointer(son)) {
+        printfToF(fiTyp, "%s;\n", getMetaMemberName(son).c_str());
     } else if (isElemType(son)) {
         wToF(fiTyp, pointerText(son));
         if (testTypeOption(father, OPT_DYNAMIC_ARRAY))
@@ -205,7 +205,7 @@ void genMemberTail(AsnType *father, AsnType *son) {
         wToF(fiTyp, ";\n");
     } else {
         wToF(fiTyp, pointerText(son));
-        printfToF(fiTyp, " %s;\n", orEmpty(getMetaCompId(son)));
+        printfToF(fiTyp, " %s;\n", getMetaMemberName(son).c_str());
     }
 }
 
@@ -261,15 +261,10 @@ bool isInCategorySet(AsnType *type, unsigned set) {
 }
 
 void genTypedefContents(AsnType *type) {
-    if (isSelectionType(type)) {
-        forSelectionType(type, [](AsnType *, AsnType *selected, AsnType *) {
-            wToF(fiTyp, getMetaTypeId(selected));
-        });
-    } else if (isLeafType(type)) {
+    if (isLeafType(type))
         genLeafType(type);
-    } else {
+    else
         genNonLeafType(type);
-    }
 }
 
 void genStructPrefix(AsnType *type) {

@@ -1,6 +1,7 @@
 #include "gen/values.h"
 
 #include "cbet/constants.h"
+#include "cbet/reserved.h"
 #include "driver/files.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
@@ -24,13 +25,14 @@ void genValuePrefix(AsnValue *value) {
         setMetaIntroPrinted(module, true);
     }
     Text id;
-    printfToF(fiDef, "#define %s ", getValueId(id, nullptr, value, nullptr).c_str());
+    const Text name = cLoneName(getValueId(id, nullptr, value, nullptr), module);
+    printfToF(fiDef, "#define %s ", name.c_str());
     taviUseTypeNodeOfValue(value);
-    taviAddItem(ITEM_DEFINE, fiDef, {id.c_str()});
+    taviAddItem(ITEM_DEFINE, fiDef, {name.c_str()});
 }
 
 void genStringDefine(AsnValue *value, int, const char *text) {
-    genValue(value, "\"", text, "\"");
+    genValue(value, "\"", cStringText(text).c_str(), "\"");
 }
 
 void genBinaryDefine(AsnValue *value, int, const char *text) {
@@ -58,7 +60,9 @@ void genObjectIdentifierDefine(AsnValue *value) {
     }
     genValuePrefix(value);
     wToF(fiDef, "\\\n");
-    printObjectIdentifierValueToF(fiDef, "  \"{", value, nullptr, nullptr, nullptr, "}\"\n");
+    Text arcs; /* in one piece: a line may not end within it */
+    wToF(fiDef,
+         objectIdentifierValueStri(arcs, "  \"{", value, nullptr, nullptr, nullptr, "}\"\n"));
 }
 
 void genRootValue(AsnValue *value, int) {

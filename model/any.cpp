@@ -15,8 +15,8 @@ constexpr const char *ANY_OPTION = "$ANY=";
 
 /* The record of the component that decides. */
 NodePlace classifierPlace(const AsnType *anyType) {
-    readRec(anyType->baseModule, REC_SNODE, anyType->base.auxRecord);
-    return {getModPtr(anyType->baseModule, sNode.refModule), sNode.refRecord};
+    readRec(anyType->contentModule, REC_SNODE, anyType->base.auxRecord);
+    return {getModPtr(anyType->contentModule, sNode.refModule), sNode.refRecord};
 }
 
 /* Number of the component at `place` of `father`. */
@@ -40,7 +40,7 @@ AsnType *makeClassifier(AsnType *father, AsnType *anyType, int *number) {
         *number = classifierNumber(father, place);
     readRec(place.module, REC_TNODE, place.nr);
     AsnType *classifier = newAsnType(anyType->ownerModule, anyType->ownerModule);
-    getTypePath(father, classifier, false);
+    getTypePath(father, classifier);
     classifier->compNbr = *number;
     return classifier;
 }
@@ -60,7 +60,7 @@ template <typename Row> int forAnyRows(AsnType *anyType, Row row) {
     const RecNr last = anyType->base.tedLast;
     int nbr = 0;
     for (RecNr nr = anyType->base.tedFirst == 0 ? 1 : anyType->base.tedFirst; nr <= last; ++nr) {
-        readRec(anyType->baseModule, REC_TED, nr);
+        readRec(anyType->contentModule, REC_TED, nr);
         AsnValue *value = nullptr;
         AsnType *type = nullptr;
         if (!getDefValAndEntryType(anyType, &value, &type))
@@ -82,7 +82,7 @@ AsnType *getClassifier(AsnType *father, AsnType *anyType) {
 bool getDefValAndEntryType(AsnType *anyType, AsnValue **value, AsnType **type) {
     *value = nullptr;
     *type = nullptr;
-    ModRec *module = anyType->baseModule;
+    ModRec *module = anyType->contentModule;
     const char *option =
         tedRec.tedText == 0 ? nullptr : isOptionStri(getStri(module, tedRec.tedText), ANY_OPTION);
     Text valueName;
@@ -105,7 +105,7 @@ bool getDefValAndEntryType(AsnType *anyType, AsnValue **value, AsnType **type) {
     getValuePath(nullptr, *value, KIND_VALUE);
     restoreNodeContext(REC_TNODE, typePlace);
     *type = newAsnType(owner, owner);
-    getTypePath(nullptr, *type, false);
+    getTypePath(nullptr, *type);
     return true;
 }
 

@@ -68,6 +68,9 @@ struct AsnType {
 
     ModRec *baseModule = nullptr; /* the record at which the synonym chain ends */
     RecNr baseRecord = 0;
+    ModRec *contentModule = nullptr; /* where `base` was read: the base record, or the alternative */
+    RecNr contentRecord = 0;         /* whose content a selection has */
+    bool isSelection = false;        /* the position is one */
     FixRec baseId;                    /* name of the C type */
     std::uint8_t entryFlags = 0;      /* 0 for a type with a father */
     std::uint8_t entryCategories = 0; /* likewise */

@@ -23,9 +23,10 @@ bool goThroughClassSynChain(const ClassChainWalk &walk) {
             const NodePlace place = saveNodeContext(REC_TNODE);
             walk.leave(first);
             restoreNodeContext(REC_TNODE, place);
-        } else if (tNode.mainType == TYP_SELECTION && tNode.auxRecord != 0 &&
-                   walk.selectionIsFatal) {
-            fatalError(FATAL_INTERNAL, nullptr);
+        } else if (tNode.mainType == TYP_SELECTION && tNode.auxRecord != 0) {
+            if (walk.selectionIsFatal)
+                fatalError(FATAL_INTERNAL, nullptr);
+            return first;
         }
         if (!followTypeReference())
             return first;

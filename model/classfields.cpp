@@ -54,7 +54,7 @@ void forClassField(AsnObjClassField *field, int kind,
 void callWithType(AsnObjClassField *field, AsnModule *module,
                   Call<void(AsnObjClassField *field, AsnType *type)> func) {
     AsnType *type = newAsnType(module, module);
-    getTypePath(nullptr, type, true);
+    getTypePath(nullptr, type);
     func(field, type);
     delAsnType(type);
 }

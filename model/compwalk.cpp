@@ -97,8 +97,8 @@ void callForSon(SonWalk *walk, AsnType *son, int *number) {
 /* The components that a COMPONENTS OF stands for. They belong to the C type of the structure. */
 void expandCompOf(SonWalk *walk, AsnType *walked, AsnType *son, int *number) {
     AsnModule *kept = son->walkModule;
-    AsnModule *module = newAsnModule(son->baseModule);
-    compCursor(module) = son->baseRecord;
+    AsnModule *module = newAsnModule(son->contentModule);
+    compCursor(module) = son->contentRecord;
     son->walkModule = module;
     son->baseId = walked->baseId;
     walkSons(walk, son, true);
@@ -152,7 +152,7 @@ void visitSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
 /* A base in another module is walked with a handle on that module. */
 void walkSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
     const WalkLevel level(&compBound, walked->posModule);
-    ModRec *base = walked->baseModule;
+    ModRec *base = walked->contentModule;
     if (base == walked->posModule && base == walked->walkModule->modRec) {
         visitSons(walk, walked, compsOnly);
         return;
@@ -195,7 +195,7 @@ AsnType *firstTypeComp(AsnType *type, bool compsOnly, int nr) {
     if (!nextCompTNode(type, module))
         return nullptr;
     AsnType *comp = newAsnType(module, type->ownerModule);
-    getTypePathN(type, comp, false, nr);
+    getTypePathN(type, comp, nr);
     return comp;
 }
 
@@ -214,7 +214,7 @@ AsnType *nextTypeComp(AsnType *comp, int nr) {
     comp->walkModule = walkModule;
     comp->ownerModule = ownerModule;
     comp->walkSteps = steps;
-    getTypePathN(father, comp, false, nr);
+    getTypePathN(father, comp, nr);
     return comp;
 }
 
@@ -232,7 +232,7 @@ AsnType *lastTypeComp(AsnType *type, int nr) {
         --nr;
     AsnType *comp = newAsnType(module, type->ownerModule);
     comp->siblings = std::move(siblings);
-    getTypePathN(type, comp, false, nr);
+    getTypePathN(type, comp, nr);
     return comp;
 }
 
@@ -255,7 +255,7 @@ AsnType *prevTypeComp(AsnType *comp, int nr) {
     comp->walkModule = walkModule;
     comp->ownerModule = ownerModule;
     comp->siblings = std::move(siblings);
-    getTypePathN(father, comp, false, nr);
+    getTypePathN(father, comp, nr);
     return comp;
 }
 

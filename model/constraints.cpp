@@ -398,7 +398,7 @@ void forContSubtypeConstraint(
     readRec(constraint->module, REC_VNODE, constraint->sub.first);
     readRec(constraint->module, REC_TNODE, vNode.refRecord);
     AsnType *contained = newAsnType(type->ownerModule, type->ownerModule);
-    getTypePath(nullptr, contained, false);
+    getTypePath(nullptr, contained);
     AsnConstraint inner;
     for (int place = 0; fillFromList(&inner, contained, place); ++place) {
         constraintBound.step(constraint->module);

@@ -27,7 +27,7 @@ bool isNumberCurrent(int kind) {
 /* One end of a type's values or sizes as a new value; `flag` tells whether it is closed. */
 AsnValue *newEndpointValue(AsnType *type, bool plus, std::uint8_t *flag) {
     const int kind = type->base.mainType == TYP_REAL ? TYP_REAL : TYP_INTEGER;
-    readRec(type->baseModule, REC_TNODE, type->baseRecord);
+    readRec(type->contentModule, REC_TNODE, type->contentRecord);
     /* The record that gives the end is to be the one left current, not one of an earlier walk. */
     recJustRead[REC_VNODE] = NodePlace{};
     VNode end;

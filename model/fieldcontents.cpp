@@ -147,7 +147,7 @@ void forTypeFieldValue(AsnFieldValue *value, FieldTypeCall func) {
     AsnModule *own = newAsnModule(currModule(REC_TNODE));
     AsnType *type = newAsnType(own, owner);
     type->partial = true;
-    getTypePath(nullptr, type, false);
+    getTypePath(nullptr, type);
     func(value, type);
     delAsnType(type);
     delAsnModule(own);

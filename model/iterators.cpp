@@ -34,7 +34,7 @@ void forWantedTypes(AsnModule *module, const TypeCall &func, Wanted wanted) {
 /* A handle on the current TNode for the time of a call. */
 void callForCurrentTNode(AsnModule *walkModule, AsnModule *ownerModule, BaseTypeCall func) {
     AsnType *type = newAsnType(walkModule, ownerModule);
-    getTypePath(nullptr, type, false);
+    getTypePath(nullptr, type);
     func(type);
     delAsnType(type);
 }
@@ -73,7 +73,7 @@ AsnType *firstType(AsnModule *module) {
     if (!nextTNode(module, KIND_TYPE, false))
         return noType(module);
     AsnType *type = newAsnType(module, module);
-    getTypePath(nullptr, type, false);
+    getTypePath(nullptr, type);
     return type;
 }
 
@@ -93,7 +93,7 @@ AsnType *nextType(AsnType *type) {
     type->walkModule = walkModule;
     type->ownerModule = ownerModule;
     type->walkSteps = steps;
-    getTypePath(nullptr, type, false);
+    getTypePath(nullptr, type);
     return type;
 }
 
@@ -178,24 +178,4 @@ void forDefinedBaseType(AsnType *type, BaseTypeCall func) {
 void forDefBaseType(AsnType *type, TypePairCall func) {
     requireCall(func);
     forDefinedBaseType(type, [&](AsnType *baseType) { func(type, baseType); });
-}
-
-void forSelectionType(AsnType *type,
-                      Call<void(AsnType *type, AsnType *selected, AsnType *choice)> func) {
-    requireCall(func);
-    if (!isSelectionType(type))
-        return;
-    readRec(type->baseModule, REC_TNODE, type->baseRecord);
-    readRec(type->baseModule, REC_TNODE, tNode.refRecord);
-    skipTypes(true);
-    AsnType *choice = newAsnType(type->walkModule, type->ownerModule);
-    getTypePath(nullptr, choice, false);
-
-    readRec(type->baseModule, REC_SNODE, type->base.auxRecord);
-    readRec(getModPtr(type->baseModule, sNode.refModule), REC_TNODE, sNode.refRecord);
-    AsnType *selected = newAsnType(type->walkModule, type->ownerModule);
-    getTypePath(choice, selected, false);
-    func(type, selected, choice);
-    delAsnType(selected);
-    delAsnType(choice);
 }

@@ -33,7 +33,5 @@ void forSynonymAndBaseType(AsnType *type, TypePairCall func);
 /* Any reference to a definition; the handle is on the modules of `type`, wherever the base lies. */
 void forDefinedBaseType(AsnType *type, BaseTypeCall func);
 void forDefBaseType(AsnType *type, TypePairCall func);
-void forSelectionType(AsnType *type,
-                      Call<void(AsnType *type, AsnType *selected, AsnType *choice)> func);
 /* Makes the record current that these build from. Fatal error 13 if it is no definition. */
 void readSynonymTypeTNode(AsnType *type, bool followFirst);

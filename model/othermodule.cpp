@@ -23,11 +23,8 @@ bool followReference(StopAt stopAt) {
             return false;
         return stopAt == StopAt::ChainEnd || currModule(REC_TNODE) == module;
     }
-    if (tNode.mainType == TYP_SELECTION && tNode.auxRecord != 0) {
-        readRec(module, REC_SNODE, tNode.auxRecord);
-        readRec(getModPtr(module, sNode.refModule), REC_TNODE, sNode.refRecord);
-        return true;
-    }
+    if (tNode.mainType == TYP_SELECTION && tNode.auxRecord != 0)
+        return selectsDefinition() && followTypeReference();
     if (tNode.mainType == TYP_FIELDLIST && tNode.auxRecord != 0) {
         skipFieldList();
         return true;
@@ -56,7 +53,7 @@ void callForRecord(AsnModule *module, RecNr rec, const char *failure,
     if (!takeTNode(module, KIND_TYPE, rec, true))
         fatalError(FATAL_INTERNAL, failure);
     AsnType *defined = newAsnType(module, module);
-    getTypePath(nullptr, defined, false);
+    getTypePath(nullptr, defined);
     func(defined);
     delAsnType(defined);
     delAsnModule(module);

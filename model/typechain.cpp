@@ -15,11 +15,11 @@ namespace {
 /* What happens to a record before the chain leaves it. */
 struct ChainWalk {
     AsnType *son = nullptr;
-    bool followSelection = false;
     bool gathers = false;           /* tags, constraints and endpoints; else options are applied */
     std::uint32_t chainOptions = 0; /* gathered */
     int *tagState = nullptr;        /* given if it gathers */
     NodePlace *area = nullptr; /* last record before a parameterised detail; null: not wanted */
+    NodePlace selection;       /* the last one, if no definition came behind it */
     bool first = true;         /* the position has not been left yet */
 };
 
@@ -104,15 +104,14 @@ bool followChain(ChainWalk *walk) {
         leaveRecord(walk);
         followSynonymType();
         noteSynonymTarget(walk);
+        if (tNode.compStatus == TCS_HEADER || tNode.compStatus == TCS_PARAM_HEAD)
+            walk->selection = {};
         return true;
     }
     if (tNode.mainType == TYP_SELECTION && tNode.auxRecord != 0) {
-        if (!walk->followSelection)
-            return false;
         leaveRecord(walk);
-        ModRec *module = currModule(REC_TNODE);
-        readRec(module, REC_SNODE, tNode.auxRecord);
-        readRec(getModPtr(module, sNode.refModule), REC_TNODE, sNode.refRecord);
+        walk->selection = saveNodeContext(REC_TNODE);
+        followTypeReference();
     } else if (tNode.mainType == TYP_FIELDLIST && tNode.auxRecord != 0) {
         leaveRecord(walk);
         skipFieldList();
@@ -234,7 +233,7 @@ bool hasAutomaticTags(const AsnType *father) {
 
 } // namespace
 
-std::uint32_t initSon(AsnType *son, AsnType *father, int *tagState, bool followSelection) {
+std::uint32_t initSon(AsnType *son, AsnType *father, int *tagState) {
     const NodePlace position = saveNodeContext(REC_TNODE);
     NodePlace area = position;
     const bool instantiated = isInstantiatedTNode();
@@ -247,17 +246,27 @@ std::uint32_t initSon(AsnType *son, AsnType *father, int *tagState, bool followS
     readTNodeForBegOfSynonymChain(position);
     ChainWalk walk;
     walk.son = son;
-    walk.followSelection = followSelection;
     walk.gathers = true;
     walk.tagState = tagState;
     walk.area = &area;
     goThroughSynonymChain(&walk);
 
     narrowEndpoints(son);
-    son->baseModule = recJustRead[REC_TNODE].module;
-    son->baseRecord = recJustRead[REC_TNODE].nr;
-    if (instantiated)
+    const NodePlace content = saveNodeContext(REC_TNODE);
+    son->contentModule = content.module;
+    son->contentRecord = content.nr;
+    son->isSelection = son->firstMainType == TYP_SELECTION;
+    if (walk.selection.nr != 0)
+        area = walk.selection;
+    const NodePlace base = walk.selection.nr != 0 ? walk.selection : content;
+    son->baseModule = base.module;
+    son->baseRecord = base.nr;
+    if (instantiated || (base.module == son->posModule && base.nr == son->posRecord))
         son->firstMainType = tNode.mainType;
+    else if (son->isSelection)
+        son->firstMainType = TYP_SYNONYM;
+    if (son->isSelection)
+        son->typeOptions = tNode.typeOptions;
     setLastCompId(son, father, area);
     return walk.chainOptions;
 }
@@ -319,11 +328,10 @@ void initSonTags(AsnType *father, AsnType *son, int tagState, int compNr) {
         replaceOutermostTag(son, compNr);
 }
 
-void applyChainOptions(AsnType *son, const NodePlace &position, bool followSelection) {
+void applyChainOptions(AsnType *son, const NodePlace &position) {
     readTNodeForBegOfSynonymChain(position);
     ChainWalk walk;
     walk.son = son;
-    walk.followSelection = followSelection;
     goThroughSynonymChain(&walk);
     const NodeContext base(REC_TNODE);
     getTypeSpecificBEOpts(son, walk.first, true);

@@ -9,7 +9,7 @@
    records but that one have given their tags and constraints. The result is the option bits of
    these records or-ed together. `*tagState` tells whether the next inner tag counts
    (TAG_MODE_EXPLICIT). */
-std::uint32_t initSon(AsnType *son, AsnType *father, int *tagState, bool followSelection);
+std::uint32_t initSon(AsnType *son, AsnType *father, int *tagState);
 /* What the current record adds to `son`. */
 void getTagsAndEmbeddingOpts(AsnType *son, int *tagState);
 void addConstraint(AsnType *son);
@@ -18,4 +18,4 @@ void initSonTags(AsnType *father, AsnType *son, int tagState, int compNr);
 /* Was the tag written on the position itself? Universal tags never are. */
 bool isLocalTag(const AsnType *type, const DynaNode &entry);
 /* Applies the options of each record from `position` to the base, which is current afterwards. */
-void applyChainOptions(AsnType *son, const NodePlace &position, bool followSelection);
+void applyChainOptions(AsnType *son, const NodePlace &position);

@@ -56,7 +56,7 @@ int getTypeElemMainType(AsnType *type) {
     if (!isListType(type))
         return TYP_NONE;
     const std::int32_t moduleNr = type->base.refModule == 0 ? 1 : type->base.refModule;
-    readRec(getModPtr(type->baseModule, moduleNr), REC_TNODE, type->base.refRecord);
+    readRec(getModPtr(type->contentModule, moduleNr), REC_TNODE, type->base.refRecord);
     skipTypes(true);
     return tNode.mainType;
 }
@@ -158,7 +158,10 @@ bool isDefinedBaseType(AsnType *type) {
 }
 
 bool isSelectionType(AsnType *type) {
-    return type->base.mainType == TYP_SELECTION;
+    return type->isSelection;
+}
+bool isSelectedContent(const AsnType *type) {
+    return type->contentModule != type->baseModule || type->contentRecord != type->baseRecord;
 }
 
 bool isComponentType(AsnType *type) {
@@ -217,10 +220,28 @@ bool isNamedNumbers(AsnType *type) {
            type->base.namedNumbersRec != 0;
 }
 
+AsnType *structureTakenInto(AsnType *type) {
+    AsnType *structure = nullptr;
+    for (AsnType *part = type; part != nullptr; part = part->father) {
+        if (part != type && isSelectedContent(part))
+            structure = part;
+        if (part != type && isDefinedBaseType(part))
+            break;
+        if (part->compStatus == TCS_COMPOF)
+            continue;
+        if (part->inCompOf)
+            structure = part->father;
+        else if (part->father != nullptr && part->father->compStatus == TCS_COMPOF)
+            structure = part->father->father;
+    }
+    return structure;
+}
+
 bool isBaseTypeInCurrentModule(AsnType *type) {
     if (type->posModule != type->baseModule)
         return false;
-    return !type->inCompOf || type->father->baseModule == type->baseModule;
+    const AsnType *structure = structureTakenInto(type);
+    return structure == nullptr || structure->baseModule == type->baseModule;
 }
 
 bool isTheSameTypeModule(AsnType *a, AsnType *b) {

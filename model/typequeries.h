@@ -48,6 +48,8 @@ bool isSynonymType(AsnType *type);
 bool isDefinedType(AsnType *type);
 bool isDefinedBaseType(AsnType *type);
 bool isSelectionType(AsnType *type);
+/* The content is that of an alternative, which a selection has taken over. */
+bool isSelectedContent(const AsnType *type);
 bool isComponentType(AsnType *type);
 bool isCompOrElemType(AsnType *type);
 bool isElemType(AsnType *type);
@@ -65,6 +67,9 @@ bool isDefaultValue(AsnType *type);
 bool isDefaultValueComps(AsnType *type);
 bool isNamedNumbers(AsnType *type);
 bool isBaseTypeInCurrentModule(AsnType *type);
+/* The structure whose part a component, or what is nested in it, becomes by COMPONENTS OF or by a
+   selection: the outermost one if there are several. Null if it stands where it was written. */
+AsnType *structureTakenInto(AsnType *type);
 bool isTheSameTypeModule(AsnType *a, AsnType *b);
 /* One C type serves both: the same structure, list or enumeration, or any two types of another
  * kind. */

@@ -51,9 +51,9 @@ EnumItems collectItems(AsnType *type) {
 } // namespace
 
 AsnValue *firstNamedNumber(AsnType *type) {
-    const bool isElsewhere = type->walkModule->modRec != type->baseModule;
+    const bool isElsewhere = type->walkModule->modRec != type->contentModule;
     return firstListed(type->walkModule, isElsewhere ? nullptr : type->ownerModule,
-                       {type->baseModule, type->base.namedNumbersRec}, nullptr, KIND_NAMED_NUMBER);
+                       {type->contentModule, type->base.namedNumbersRec}, nullptr, KIND_NAMED_NUMBER);
 }
 
 AsnValue *nextNamedNumber(AsnValue *value) {

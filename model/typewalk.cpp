@@ -5,6 +5,7 @@
 #include "model/modules.h"
 #include "model/typechain.h"
 #include "model/typepath.h"
+#include "model/typequeries.h"
 #include "model/valuesets.h"
 #include "store/classify.h"
 #include "store/ketramac.h"
@@ -65,12 +66,27 @@ std::uint32_t fatherOptions(const AsnType *father) {
     return father->base.optionBits;
 }
 
+/* The content of an alternative becomes that of the selection, which is the base. */
+void takeOverSelection(AsnType *son) {
+    TNode &base = son->base;
+    const TNode selection = storedTNode(son->baseModule, son->baseRecord);
+    base.compStatus = selection.compStatus;
+    base.nodeFlags = selection.nodeFlags;
+    base.entryFlags = selection.entryFlags;
+    base.entryCategories = selection.entryCategories;
+    base.stamp = selection.stamp;
+}
+
 /* The copy of the base record: its status as the position sees it, without the option bits that
    speak of the record alone. */
 void initSonTNode(AsnType *son) {
     const bool instantiated = (son->firstTypeFlags & TYPE_INSTANTIATED) != 0;
     TNode &base = son->base;
     base = tNode;
+    if (isSelectedContent(son))
+        takeOverSelection(son);
+    if (son->isSelection)
+        base.lineNr = storedTNode(son->posModule, son->posRecord).lineNr;
     if ((son->firstTypeFlags & TYPE_TOP_LEVEL_INSTANTIATED) != 0) {
         base.compStatus = son->compStatus;
     } else if (base.compStatus == TCS_PARAM_HEAD && !instantiated &&
@@ -99,7 +115,8 @@ void inheritFatherNames(AsnType *son, const AsnType *father) {
         return;
     const bool instantiated = (son->firstTypeFlags & TYPE_INSTANTIATED) != 0;
     if (son->base.compStatus == TCS_MULTIPLE || (instantiated && son->compStatus == TCS_MULTIPLE)) {
-        son->defLevel = father->defLevel + 1;
+        /* The levels of a definition count from itself, whatever refers to it. */
+        son->defLevel = (father->base.compStatus == TCS_HEADER ? 0 : father->defLevel) + 1;
         if (father->base.compStatus != TCS_HEADER)
             son->compId = father->compId;
     }
@@ -182,10 +199,10 @@ void delAsnType(AsnType *type) {
     freeTypes.push_back(type);
 }
 
-void getTypePathN(AsnType *father, AsnType *son, bool followSelection, int compNr) {
+void getTypePathN(AsnType *father, AsnType *son, int compNr) {
     const NodePlace position = saveNodeContext(REC_TNODE);
     int tagState = TAG_MODE_EXPLICIT;
-    const std::uint32_t chainOptions = initSon(son, father, &tagState, followSelection);
+    const std::uint32_t chainOptions = initSon(son, father, &tagState);
     getTagsAndEmbeddingOpts(son, &tagState);
     initSonTags(father, son, tagState, compNr);
     initSonTNode(son);
@@ -198,7 +215,7 @@ void getTypePathN(AsnType *father, AsnType *son, bool followSelection, int compN
     }
     makeMetaRec(son);
     /* Options are applied last, since the meta record that takes them needs the finished handle. */
-    applyChainOptions(son, position, followSelection);
+    applyChainOptions(son, position);
 }
 
 bool nextTNode(AsnModule *module, int kind, bool withSkipped) {
@@ -239,7 +256,7 @@ AsnType *governorForAsnValue(ModRec *valueModule, std::int32_t moduleNr, RecNr t
     }
     AsnType *governor = newAsnType(module, module);
     governor->partial = true;
-    getTypePath(nullptr, governor, true);
+    getTypePath(nullptr, governor);
     return governor;
 }
 

@@ -13,12 +13,13 @@ void clearAsnType(AsnType *type);
 void delAsnType(AsnType *type);
 
 /* Fills `son`, whose modules are set, from the current TNode; afterwards the record at the end of
-   the chain is current. `father` is null at the top level. With `followSelection` the chain goes on
-   through a selection. `compNr` is the number of an automatic tag. Fatal error 13 inside
-   newBETypMetaRec, 15 for a chain without end. */
-void getTypePathN(AsnType *father, AsnType *son, bool followSelection, int compNr);
-inline void getTypePath(AsnType *father, AsnType *son, bool followSelection) {
-    getTypePathN(father, son, followSelection, 0);
+   the chain is current. `father` is null at the top level. A selection stands for its alternative:
+   a reference to what that refers to, or a type of its own with the content that is written there.
+   `compNr` is the number of an automatic tag. Fatal error 13 inside newBETypMetaRec, 15 for a chain
+   without end. */
+void getTypePathN(AsnType *father, AsnType *son, int compNr);
+inline void getTypePath(AsnType *father, AsnType *son) {
+    getTypePathN(father, son, 0);
 }
 
 /* Makes the next record of the walk current and moves the cursor behind it; false, and cursor 0, at

@@ -4,7 +4,7 @@
 #include <cctype>
 #include <span>
 
-#include "driver/files.h"
+#include "driver/fatal.h"
 #include "model/valuewalk.h"
 #include "store/classify.h"
 #include "store/strings.h"
@@ -331,21 +331,6 @@ void forCharacterStringValue(AsnValue *value, StringCall func) {
         func(value, static_cast<std::int32_t>(text.size()), text.c_str());
 }
 
-void printCharacterStringValueToF(int file, const char *prefix, AsnValue *value,
-                                  const char *suffix) {
-    forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *text) {
-        printfToF(file, "%s%s%s", orEmpty(prefix), text, orEmpty(suffix));
-    });
-}
-
-void putCharacterStringValueToF(int file, const char *prefix, AsnValue *value, const char *suffix) {
-    forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *text) {
-        putToF(file, orEmpty(prefix));
-        putToF(file, text);
-        putToF(file, orEmpty(suffix));
-    });
-}
-
 bool makeObjIdComps(AsnValue *value, ObjIdComps *comps) {
     *comps = ObjIdComps{};
     if (value->base.valueKind != TYP_OBJID)
@@ -377,18 +362,6 @@ Text &objectIdentifierValueStri(Text &dst, const char *prefix, AsnValue *value,
     for (std::size_t i = 0; i < comps.numbers.size(); ++i)
         dst += arcText(comps, i, separator, namePrefix, nameSuffix);
     return dst += orEmpty(suffix);
-}
-
-void printObjectIdentifierValueToF(int file, const char *prefix, AsnValue *value,
-                                   const char *separator, const char *namePrefix,
-                                   const char *nameSuffix, const char *suffix) {
-    ObjIdComps comps;
-    if (!makeObjIdComps(value, &comps))
-        return;
-    wToF(file, orEmpty(prefix));
-    for (std::size_t i = 0; i < comps.numbers.size(); ++i)
-        wToF(file, arcText(comps, i, separator, namePrefix, nameSuffix));
-    wToF(file, orEmpty(suffix));
 }
 
 void forObjectIdentifierValue(

@@ -29,9 +29,6 @@ void forOctetStringValue(AsnValue *value,
 /* 8-bit character strings and times; `length` in characters. */
 void forCharacterStringValue(
     AsnValue *value, Call<void(AsnValue *value, std::int32_t length, const char *text)> func);
-void printCharacterStringValueToF(int file, const char *prefix, AsnValue *value,
-                                  const char *suffix);
-void putCharacterStringValueToF(int file, const char *prefix, AsnValue *value, const char *suffix);
 
 /* The arcs of an object identifier. */
 struct ObjIdComps {
@@ -49,9 +46,6 @@ int getNrOfObjectIdentifierComps(AsnValue *value);
 Text &objectIdentifierValueStri(Text &dst, const char *prefix, AsnValue *value,
                                 const char *separator, const char *namePrefix,
                                 const char *nameSuffix, const char *suffix);
-void printObjectIdentifierValueToF(int file, const char *prefix, AsnValue *value,
-                                   const char *separator, const char *namePrefix,
-                                   const char *nameSuffix, const char *suffix);
 void forObjectIdentifierValue(
     AsnValue *value,
     Call<void(AsnValue *value, int count, const std::uint32_t *numbers, const char *const *names)>

@@ -6,7 +6,6 @@
 
 #include "driver/fatal.h"
 #include "options/checkers.h"
-#include "options/hooks.h"
 #include "options/ketracnf.h"
 #include "store/records.h"
 #include "store/strings.h"
@@ -139,11 +138,8 @@ void getFixRec(FixRec *dst, int kind) {
     dst->idLen = static_cast<std::int32_t>(strnlen(text, static_cast<std::size_t>(nameLen)));
     applyOverrides(dst, module, range, row);
 
-    if (isEmpty(dst->conv) && isEmpty(dst->pref) && isEmpty(dst->name) && isEmpty(dst->suff)) {
-        if (optionHooks.isReservedName == nullptr || !optionHooks.isReservedName(text))
-            return;
-        dst->suff = "_"; /* a component named "default" must not end the user's C compiler */
-    }
+    if (isEmpty(dst->conv) && isEmpty(dst->pref) && isEmpty(dst->name) && isEmpty(dst->suff))
+        return;
     if (isEmpty(dst->name))
         dst->name = dst->id;
     else

@@ -11,8 +11,5 @@ struct OptionHooks {
        are set; without them such an option is unknown. */
     bool (*isTAVIOption)(const char *option) = nullptr;
     bool (*taviOptionOK)(const char *option) = nullptr;
-    /* True if generated code can't use `name` as it stands, for it means something in the target
-       language; null knows no such name. */
-    bool (*isReservedName)(const char *name) = nullptr;
 };
 extern OptionHooks optionHooks;

@@ -66,7 +66,9 @@ BYTE_TYPE *asnEncodeNewWith (int reentrant, ENTRYFUNC encode, const void *value,
 
 BOOLE asnDecoded (ASNCODG *g, size_t *used, ASNERROR *error)
 {
-  size_t length = (size_t)(g->place - g->start);
+  size_t length;
+  asnCloseLevels (g);
+  length = (size_t)(g->place - g->start);
   if (!asnFailed (g) && !used && g->place != g->limit) {
     g->element = g->place;
     asnRaise (&g->util, REST_FAIL);

@@ -27,6 +27,15 @@
 extern "C" {
 #endif
 
+#define asnEncodeWith ASN_AGREED_ (asnEncodeWith)
+#define asnEncodeNewWith ASN_AGREED_ (asnEncodeNewWith)
+#define asnDecodeWith ASN_AGREED_ (asnDecodeWith)
+#define asnPrintWith ASN_AGREED_ (asnPrintWith)
+#define asnAskWith ASN_AGREED_ (asnAskWith)
+#define asnOpenEncoder ASN_AGREED_ (asnOpenEncoder)
+#define asnOpenDecoder ASN_AGREED_ (asnOpenDecoder)
+#define asnOpenTester ASN_AGREED_ (asnOpenTester)
+
 /* Encodes into the end of `buffer`; returns the first octet of the encoding, or null. */
 BYTE_TYPE *asnEncodeWith (int reentrant, ENTRYFUNC encode, const void *value, void *buffer,
                           size_t size, size_t *length, ASNERROR *error);
@@ -77,8 +86,8 @@ void *asnNew (ASNMEM *memory, size_t size);
 ASNHOME *asnNewItem (ASNMEM *memory, LIST *list, int format, size_t size);
 /* A home that stands alone, as the values of an array of homes do. */
 ASNHOME *asnNewHome (ASNMEM *memory, int format, size_t size);
-/* A copy of one value's encoding. `typed` as in ASN_FRAME. */
-FRAME_PTR asnNewFrame (ASNMEM *memory, const void *octets, size_t length, BOOLE typed);
+/* A copy of one value's encoding. */
+FRAME_PTR asnNewFrame (ASNMEM *memory, const void *octets, size_t length);
 
 /* --- calling entry functions oneself --- */
 

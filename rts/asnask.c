@@ -34,7 +34,8 @@ void asnAskNull (ASNTSTG *g)
 
 /* --- whole numbers --- */
 
-BOOLE asnReadMagnitude (const char *p, uint64 *magnitude)
+/* Decimal digits of a number that 64 bits hold. */
+static BOOLE readMagnitude (const char *p, uint64 *magnitude)
 {
   uint64 number = 0;
   if (!*p)
@@ -53,7 +54,7 @@ static BOOLE readNumber (const char *p, sint64 *number)
 {
   BOOLE isNegative = *p == '-';
   uint64 magnitude;
-  if (!asnReadMagnitude (p + isNegative, &magnitude) ||
+  if (!readMagnitude (p + isNegative, &magnitude) ||
       magnitude > (uint64)INT64_MAX + (isNegative ? 1 : 0))
     return FALSE;
   *number = isNegative ? (sint64)(0 - magnitude) : (sint64)magnitude;
@@ -98,7 +99,7 @@ void asnAskUint64 (ASNTSTG *g, uint64 *value, sint64 low, sint64 high)
 {
   sint64 number;
   uint64 magnitude;
-  if (high == MAXLONG && asnPeekWord (g) == ASN_WORD_ && asnReadMagnitude (g->text, &magnitude) &&
+  if (high == MAXLONG && asnPeekWord (g) == ASN_WORD_ && readMagnitude (g->text, &magnitude) &&
       magnitude > (uint64)INT64_MAX) {
     asnTakeWord (g);
     *value = magnitude;
@@ -122,15 +123,8 @@ void asnAskXEnum (ASNTSTG *g, EXTENSIBLE_ENUMERATED *value, sint64 low, sint64 h
 /* Longer ones say no more: the largest number has 4933 digits. */
 #define MOST_DIGITS 5000
 
-/* The largest number of a form and half of its last digit, which is what few decimal digits of that number
-   can stand for. */
-#define BEYOND(most, exponent, digits) \
-  ((REAL128)(most) + (REAL128)ldexp (1.0, (exponent) - (digits) - 1))
-#define BEYOND_REAL32 BEYOND (FLT_MAX, FLT_MAX_EXP, FLT_MANT_DIG)
-#define BEYOND_REAL64 BEYOND (DBL_MAX, DBL_MAX_EXP, DBL_MANT_DIG)
-
 /* "-12.5e-3", with the point that the C library takes in the program's language. */
-static BOOLE readDecimal (const char *word, REAL128 *value)
+static BOOLE readDecimalWord (const char *word, REAL128 *value)
 {
   char text[MOST_DIGITS + 16], *to = text, *end;
   const char *point = localeconv ()->decimal_point;
@@ -150,10 +144,10 @@ static BOOLE readDecimal (const char *word, REAL128 *value)
   }
   *to = 0;
   *value = strtold (text, &end);
-  return end != text && !*end && !isinf (*value);
+  return end != text && !*end && !isinf (*value) && (*value != 0 || asnIsZero (text));
 }
 
-static BOOLE readReal (const char *word, REAL128 *value)
+static BOOLE readRealWord (const char *word, REAL128 *value)
 {
   if (strcmp (word, "PLUS-INFINITY") == 0)
     *value = (REAL128)HUGE_VAL;
@@ -162,22 +156,19 @@ static BOOLE readReal (const char *word, REAL128 *value)
   else if (strcmp (word, "NOT-A-NUMBER") == 0)
     *value = (REAL128)nan ("");
   else
-    return readDecimal (word, value);
+    return readDecimalWord (word, value);
   return TRUE;
 }
 
-/* `least` is what the form that holds the value rounds to infinity, from there on. */
-static BOOLE askReal (ASNTSTG *g, const ASN_REAL_RANGE *range, REAL128 least, REAL128 *value)
+static BOOLE askReal (ASNTSTG *g, const ASN_REAL_RANGE *range, size_t size, REAL128 *value)
 {
   int error;
   do {
     error = INPUT_FAIL;
-    if (asnPeekWord (g) != ASN_WORD_ || !readReal (g->text, value))
+    if (asnPeekWord (g) != ASN_WORD_ || !readRealWord (g->text, value))
       continue;
     error = CONSTRAINT_FAIL;
-    if (!isinf (*value) && (*value >= least || *value <= -least))
-      continue;
-    if (asnIsInRange (*value, range)) {
+    if (asnRealFits (*value, size) && asnIsInRange (*value, range)) {
       asnTakeWord (g);
       return TRUE;
     }
@@ -185,15 +176,15 @@ static BOOLE askReal (ASNTSTG *g, const ASN_REAL_RANGE *range, REAL128 least, RE
   return FALSE;
 }
 
-#define ASK_REAL(size, least) \
+#define ASK_REAL(size) \
   void asnAskReal##size (ASNTSTG *g, REAL##size *value, int closure, int lowKind, REAL64 low, \
                          int highKind, REAL64 high) \
   { \
     const ASN_REAL_RANGE range = { closure, lowKind, low, highKind, high }; \
     REAL128 number; \
-    if (askReal (g, &range, least, &number)) \
+    if (askReal (g, &range, sizeof *value, &number)) \
       *value = (REAL##size)number; \
   }
-ASK_REAL (32, BEYOND_REAL32)
-ASK_REAL (64, BEYOND_REAL64)
-ASK_REAL (128, (REAL128)HUGE_VAL)
+ASK_REAL (32)
+ASK_REAL (64)
+ASK_REAL (128)

@@ -221,12 +221,14 @@ void asnAskString (ASNTSTG *g, uint32 how, void *n, void *st, size_t size, sint6
   store (g, kindNr, to);
   if (kind->text)
     memset (to + (size_t)count * kind->width, 0, kind->width);
+  else if (kindNr == ASN_BIT_)
+    asnClearBits (to, size, count, high);
   asnStoreCount (n, ASN_LENGTH_SIZE (how), count);
   asnTakeWord (g);
 }
 
 /* Memory for a string of `n`, which is never nothing. */
-static BYTE_TYPE *newString (ASNTSTG *g, uint32 kindNr, uint32 n)
+static BYTE_TYPE *newAskedString (ASNTSTG *g, uint32 kindNr, uint32 n)
 {
   size_t octets = kindNr == ASN_BIT_ ? n / 8 : n;
   return (BYTE_TYPE *)asnTake (&g->util, (octets + 1) * asnStringKinds[kindNr].width);
@@ -238,7 +240,7 @@ void asnAskDynString (ASNTSTG *g, uint32 how, void *n, void *st, sint64 low, sin
   BYTE_TYPE *to;
   if (!askWord (g, kindNr, low, lower (high, mostOfLength (how)), &count))
     return;
-  to = newString (g, kindNr, count);
+  to = newAskedString (g, kindNr, count);
   store (g, kindNr, to);
   memcpy (st, &to, sizeof to);
   asnStoreCount (n, ASN_LENGTH_SIZE (how), count);
@@ -270,7 +272,7 @@ static void askSegment (ASNTSTG *g, uint32 kindNr, LIST *list, uint32 *total)
   if (!askWord (g, kindNr, 0, INT32_MAX - *total, &count))
     return;
   asnAppendItem (&g->util, NULL, list, &item, VF_DYNS, 0);
-  to = newString (g, kindNr, count);
+  to = newAskedString (g, kindNr, count);
   store (g, kindNr, to);
   if (asnStringKinds[kindNr].width > 1)
     swapOctets (to, count, asnStringKinds[kindNr].width);

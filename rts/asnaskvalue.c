@@ -4,12 +4,17 @@
 
 /* --- object identifiers --- */
 
-static BOOLE readArc (const char *p, uint32 *arc)
+static BOOLE readDecimalArc (const char *p, ASN_ARC *arc)
 {
-  uint64 number;
-  if (!asnReadMagnitude (p, &number) || number > UINT32_MAX)
-    return FALSE;
-  *arc = (uint32)number;
+  const ASN_ARC most = (ASN_ARC)0 - 1;
+  ASN_ARC number = 0;
+  for (; *p; p++) {
+    const ASN_ARC digit = (ASN_ARC)(*p - '0');
+    if (*p < '0' || *p > '9' || number > (most - digit) / 10)
+      return FALSE;
+    number = number * 10 + digit;
+  }
+  *arc = number;
   return TRUE;
 }
 
@@ -23,7 +28,7 @@ static int readArcs (ASNTSTG *g, OBJECTIDENTIFIER *value)
   while (asnPeekWord (g) == ASN_WORD_) {
     if (value->n == MAX_ASN_OBJID_ARCS)
       return AM_FAIL;
-    if (!readArc (g->text, &value->arc[value->n]))
+    if (!readDecimalArc (g->text, &value->arc[value->n]))
       return INPUT_FAIL;
     value->n++;
     asnTakeWord (g);
@@ -87,19 +92,7 @@ void asnAskCommonTime (ASNTSTG *g, COMMONTIME *value, int isUtc)
 
 /* --- frames --- */
 
-/* Whether the octets are one whole encoding, as far as its own tag and length say. */
-static BOOLE isOneEncoding (const BYTE_TYPE *octets, size_t length)
-{
-  const BYTE_TYPE *end = octets + length;
-  ASN_HEADER header;
-  if (length > INT32_MAX || asnReadHeader (octets, end, &header) != ASN_OK)
-    return FALSE;
-  if (header.indefinite)
-    return end - header.contents >= 2 && end[-1] == 0 && end[-2] == 0;
-  return (size_t)(end - header.contents) == header.len;
-}
-
-FRAME_PTR asnFrameFromDigits (ASNTSTG *g, BOOLE typed)
+FRAME_PTR asnFrameFromDigits (ASNTSTG *g)
 {
   size_t length = g->length / 2;
   FRAME_PTR frame;
@@ -109,11 +102,10 @@ FRAME_PTR asnFrameFromDigits (ASNTSTG *g, BOOLE typed)
   if (!frame)
     return NULL;
   frame->next = NULL;
-  frame->typed = typed;
   frame->length = (uint32)length;
   frame->octets = (BYTE_TYPE *)(frame + 1);
   asnOctetsFromDigits (g, frame->octets);
-  if (!isOneEncoding (frame->octets, length))
+  if (!asnIsOneEncoding (frame->octets, length))
     return NULL;
   asnTakeWord (g);
   return frame;
@@ -133,7 +125,7 @@ static void closeLevel (ASNTSTG *g)
     level->begun++;
 }
 
-void asnAskFrame (ASNTSTG *g, FRAME_PTR *frame, BOOLE typed)
+void asnAskFrame (ASNTSTG *g, FRAME_PTR *frame)
 {
   int error;
   *frame = NULL;
@@ -144,7 +136,7 @@ void asnAskFrame (ASNTSTG *g, FRAME_PTR *frame, BOOLE typed)
     if (asnPeekWord (g) != ASN_HEX_DIGITS_)
       continue;
     error = VALUE_FAIL;
-    *frame = asnFrameFromDigits (g, typed);
+    *frame = asnFrameFromDigits (g);
   } while (!*frame && asnRefuseWord (g, error));
   if (*frame)
     closeLevel (g);
@@ -181,7 +173,7 @@ void asnAskExternal1990 (ASNTSTG *g, EXTERNAL_1990 *value)
   }
   if (isNext (g, "encoding", TCS_MANDATORY, TYP_CHOICE)) {
     if (isNext (g, "single-ASN1-type", TCS_CHOICE, TYP_OCTSTR)) {
-      asnAskFrame (g, &value->i1.singleAsn1Type, FALSE);
+      asnAskFrame (g, &value->i1.singleAsn1Type);
     } else if (isNext (g, "octet-aligned", TCS_CHOICE, TYP_OCTSTR)) {
       value->choice = 1;
       askOctets (g, ASN_OCTET_, &value->i1.octetAligned);
@@ -218,7 +210,7 @@ static void askDataValue (ASNTSTG *g, EXTERNAL_1994 *value)
 {
   if (isNext (g, "single-ASN1-type", TCS_CHOICE, TYP_OCTSTR)) {
     FRAME_PTR frame;
-    asnAskFrame (g, &frame, FALSE);
+    asnAskFrame (g, &frame);
     if (frame) {
       value->dataValue.n = frame->length;
       value->dataValue.st = frame->octets;

@@ -89,7 +89,7 @@ static void askUnknown (ASNTSTG *g)
   if (!asnExpectWord (g, ASN_OPEN_))
     return;
   while (asnPeekWord (g) == ASN_HEX_DIGITS_) {
-    FRAME_PTR frame = asnFrameFromDigits (g, TRUE);
+    FRAME_PTR frame = asnFrameFromDigits (g);
     if (!frame) {
       asnRaise (&g->util, VALUE_FAIL);
       return;

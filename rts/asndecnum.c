@@ -48,7 +48,7 @@ static inline BOOLE takeNumber (ASNCODG *g, const BYTE_TYPE **p, uint32 *len)
 }
 
 /* A number within its bounds. */
-static BOOLE readNumber (ASNCODG *g, sint64 low, sint64 high, sint64 *value)
+static BOOLE readInRange (ASNCODG *g, sint64 low, sint64 high, sint64 *value)
 {
   const BYTE_TYPE *p;
   uint32 len;
@@ -67,7 +67,7 @@ static BOOLE readNumber (ASNCODG *g, sint64 low, sint64 high, sint64 *value)
   void asnDec##form (ASNCODG *g, type *value, sint64 low, sint64 high) \
   { \
     sint64 number; \
-    if (readNumber (g, asnHigher (low, least), asnLower (high, most), &number)) \
+    if (readInRange (g, asnHigher (low, least), asnLower (high, most), &number)) \
       *value = (type)number; \
   }
 ASN_INTEGER_FORMS (DECODE)
@@ -86,7 +86,7 @@ void asnDecUint64 (ASNCODG *g, uint64 *value, sint64 low, sint64 high)
       asnRaise (&g->util, CONSTRAINT_FAIL);
   } else {
     sint64 number;
-    if (readNumber (g, asnHigher (low, 0), high, &number))
+    if (readInRange (g, asnHigher (low, 0), high, &number))
       *value = (uint64)number;
   }
 }
@@ -95,7 +95,7 @@ void asnDecUint64 (ASNCODG *g, uint64 *value, sint64 low, sint64 high)
 void asnDecXEnum (ASNCODG *g, EXTENSIBLE_ENUMERATED *value, sint64 low, sint64 high)
 {
   sint64 number;
-  if (readNumber (g, INT32_MIN, INT32_MAX, &number)) {
+  if (readInRange (g, INT32_MIN, INT32_MAX, &number)) {
     value->extended = number < low || number > high;
     value->value = (sint32)number;
   }

@@ -20,7 +20,6 @@ void asnOpenDecoder (ASNCODG *g, const void *buffer, size_t length, ASNMEM *memo
   g->nrOfNames = 0;
   g->room = g->front = g->end = NULL;
   g->growing = FALSE;
-  g->frameMark = ASN_NO_MARK;
   g->nrOfEnds = 0;
   if (length > INT32_MAX) {
     g->limit = g->start;
@@ -65,6 +64,7 @@ static const BYTE_TYPE *readLongLength (const BYTE_TYPE *p, const BYTE_TYPE *lim
 
 int asnReadHeader (const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *header)
 {
+  const BYTE_TYPE *start = p;
   uint32 first, number;
   if (p >= limit)
     return LEN_FAIL;
@@ -93,7 +93,7 @@ int asnReadHeader (const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *heade
   }
   if (header->len > (size_t)(limit - p))
     return LEN_FAIL;
-  if (first == 0 && header->len != 0)
+  if (first == 0 && (header->len != 0 || p - start > 2))
     return TAG_FAIL;
   header->contents = p;
   return ASN_OK;
@@ -119,6 +119,17 @@ static int findEnd (const BYTE_TYPE *p, const BYTE_TYPE *limit, const BYTE_TYPE 
   }
   *end = p;
   return ASN_OK;
+}
+
+BOOLE asnIsOneEncoding (const BYTE_TYPE *octets, size_t length)
+{
+  const BYTE_TYPE *end = octets + length, *behind;
+  ASN_HEADER header;
+  if (length > INT32_MAX || asnReadHeader (octets, end, &header) != ASN_OK || header.tag == EOC_TAG)
+    return FALSE;
+  if (!header.indefinite)
+    return (size_t)(end - header.contents) == header.len;
+  return findEnd (header.contents, end, &behind) == ASN_OK && behind == end;
 }
 
 /* --- levels --- */
@@ -280,6 +291,15 @@ void asnDecEOC (ASNCODG *g)
     asnRaise (&g->util, g->place == g->limit ? LEN_FAIL : EOC_FAIL);
 }
 
+void asnCloseLevels (ASNCODG *g)
+{
+  while (!asnFailed (g) && g->depth > 0) {
+    g->element = g->place;
+    if (!closeAtEnd (g))
+      asnRaise (&g->util, g->place == g->limit ? LEN_FAIL : REST_FAIL);
+  }
+}
+
 /* --- what is passed over --- */
 
 void asnPassElement (ASNCODG *g)
@@ -373,7 +393,8 @@ BOOLE asnNextSegment (ASNCODG *g, ASN_SEGMENTS *segments, const BYTE_TYPE **p, u
     if (tag == EOC_TAG) {
       if (g->depth == segments->depth)
         return FALSE;
-    } else if (segments->tag != 0 && tag != segments->tag && tag != ASN_TAG_OCTET_STRING) {
+    } else if (segments->tag != 0 && tag != segments->tag &&
+               (tag != ASN_TAG_OCTET_STRING || segments->tag == ASN_TAG_BIT_STRING)) {
       asnRaise (&g->util, TAG_FAIL);
       return FALSE;
     } else if (g->state == ASN_PRIMITIVE_) {

@@ -172,6 +172,8 @@ void asnDecString (ASNCODG *g, uint32 how, void *n, void *st, size_t size, sint6
   copy (g, kindNr, to, count);
   if (kind->text)
     memset (to + (size_t)count * kind->width, 0, kind->width);
+  else if (kindNr == ASN_BIT_)
+    asnClearBits (to, size, count, high);
   asnStoreCount (n, ASN_LENGTH_SIZE (how), count);
 }
 

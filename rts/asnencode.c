@@ -18,7 +18,6 @@ void asnOpenEncoder (ASNCODG *g, void *buffer, size_t size)
   g->room = (BYTE_TYPE *)buffer;
   g->end = g->front = size > 0 ? g->room + size : g->room;
   g->growing = FALSE;
-  g->frameMark = ASN_NO_MARK;
   g->nrOfEnds = 0;
   g->nrOfNames = 0;
   g->start = g->place = g->limit = g->element = NULL;
@@ -139,46 +138,28 @@ void asnEncEOC (ASNCODG *g)
   }
 }
 
-/* Whether a typed frame of this tag has just been written, which needs no tag any more. */
-static BOOLE isTagOfFrame (const ASNCODG *g, uint32 tag)
-{
-  return g->frameMark == asnUsed (g) && g->frameTag == (tag & ~ASN_FORM_BIT);
-}
-
 void asnEncTagLen (ASNCODG *g, uint32 tag)
 {
-  uint32 used = asnUsed (g);
   if (asnFailed (g) || g->nrOfEnds == 0)
     return;
   g->nrOfEnds--;
-  if (isTagOfFrame (g, tag) && used - g->ends[g->nrOfEnds] == g->frameLen)
-    return;
   asnPutHeader (g, tag, g->ends[g->nrOfEnds]);
 }
 
 void asnEncTagLen8 (ASNCODG *g, uint8 tag)
 {
-  uint32 used = asnUsed (g), length;
   BYTE_TYPE *p = g->front;
-  if (g->nrOfEnds == 0 || g->frameMark == used || !hasRoom (g, ASN_MAX_HEADER)) {
+  if (g->nrOfEnds == 0 || !hasRoom (g, ASN_MAX_HEADER)) {
     asnEncTagLen (g, ASN_WIDE_ (tag));
     return;
   }
-  length = used - g->ends[--g->nrOfEnds];
-  p = asnPutLength (p, length);
+  p = asnPutLength (p, asnUsed (g) - g->ends[--g->nrOfEnds]);
   *--p = tag;
   g->front = p;
 }
 
 void asnEncTagIndefLen (ASNCODG *g, uint32 tag)
 {
-  if (isTagOfFrame (g, tag) && !asnFailed (g)) {
-    /* The end-of-contents that was written for this tag goes. */
-    memmove (g->front + 2, g->front, g->frameLen);
-    g->front += 2;
-    g->frameMark = ASN_NO_MARK;
-    return;
-  }
   if (!asnRoomFor (g, 1))
     return;
   *--g->front = 0x80;

@@ -50,7 +50,7 @@ void asnEncExternal1990 (ASNCODG *g, uint32 tag, const EXTERNAL_1990 *value)
 void asnEncExternal1994 (ASNCODG *g, uint32 tag, const EXTERNAL_1994 *value)
 {
   EXTERNAL_1990 old;
-  ASN_FRAME frame = { NULL, FALSE, 0, NULL };
+  ASN_FRAME frame = { NULL, 0, NULL };
   memset (&old, 0, sizeof old);
   switch (value->identification.choice) {
   case BY_SYNTAX:

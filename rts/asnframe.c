@@ -6,10 +6,9 @@
 /* The octets follow the frame. */
 #define FRAME_SIZE(length) (sizeof (ASN_FRAME) + (length))
 
-static FRAME_PTR fillFrame (FRAME_PTR frame, const BYTE_TYPE *octets, uint32 length, BOOLE typed)
+static FRAME_PTR fillFrame (FRAME_PTR frame, const BYTE_TYPE *octets, uint32 length)
 {
   frame->next = NULL;
-  frame->typed = typed;
   frame->length = length;
   frame->octets = (BYTE_TYPE *)(frame + 1);
   if (length > 0)
@@ -17,62 +16,67 @@ static FRAME_PTR fillFrame (FRAME_PTR frame, const BYTE_TYPE *octets, uint32 len
   return frame;
 }
 
-FRAME_PTR asnNewFrame (ASNMEM *memory, const void *octets, size_t length, BOOLE typed)
+FRAME_PTR asnNewFrame (ASNMEM *memory, const void *octets, size_t length)
 {
   FRAME_PTR frame =
     length > INT32_MAX ? NULL : (FRAME_PTR)asnNew (memory, FRAME_SIZE (length));
-  return frame ? fillFrame (frame, (const BYTE_TYPE *)octets, (uint32)length, typed) : NULL;
+  return frame ? fillFrame (frame, (const BYTE_TYPE *)octets, (uint32)length) : NULL;
 }
 
 /* --- encoding --- */
 
+/* What a frame holds goes into a message as it is, so it must be one encoding. */
+static BOOLE isFrameWhole (ASNCODG *g, const ASN_FRAME *frame)
+{
+  if (frame && frame->octets && asnIsOneEncoding (frame->octets, frame->length))
+    return TRUE;
+  asnRaise (&g->util, VALUE_FAIL);
+  return FALSE;
+}
+
 void asnEncFrame0 (ASNCODG *g, const FRAME_PTR *frame)
 {
-  if (!*frame || (*frame)->length == 0)
-    asnRaise (&g->util, VALUE_FAIL);
-  else
+  if (isFrameWhole (g, *frame))
     asnPutOctets (g, (*frame)->octets, (*frame)->length);
 }
 
 /* The frame with its own tag replaced. */
 static void putWithTag (ASNCODG *g, uint32 tag, const ASN_FRAME *frame)
 {
-  ASN_HEADER header;
   const BYTE_TYPE *end = frame->octets + frame->length, *length = frame->octets + 1;
-  if (asnReadHeader (frame->octets, end, &header) != ASN_OK) {
-    asnRaise (&g->util, VALUE_FAIL);
-    return;
-  }
   if ((frame->octets[0] & 0x1F) == ASN_LONG_NUMBER)
     while (*length++ & 0x80) { /* octets of the old tag's number */
     }
   asnPutOctets (g, length, (size_t)(end - length));
-  asnPutTagAlone (g, tag | (header.constructed ? ASN_FORM_BIT : 0));
+  asnPutTagAlone (g, tag | (frame->octets[0] & ASN_FORM_OCTET ? ASN_FORM_BIT : 0));
 }
 
 void asnEncFrame (ASNCODG *g, uint32 tag, const FRAME_PTR *frame)
 {
-  uint32 used = asnUsed (g), plainTag = tag & ~ASN_FORM_BIT;
-  if (!*frame || (*frame)->length == 0) {
-    asnRaise (&g->util, VALUE_FAIL);
-  } else if (!(*frame)->typed && plainTag != tag) {
+  uint32 used = asnUsed (g);
+  if (!isFrameWhole (g, *frame))
+    return;
+  if (tag & ASN_FORM_BIT) {
     asnPutOctets (g, (*frame)->octets, (*frame)->length);
     asnPutHeader (g, tag, used);
   } else {
-    putWithTag (g, plainTag, *frame);
-    g->frameMark = asnUsed (g);
-    g->frameTag = plainTag;
-    g->frameLen = g->frameMark - used;
+    putWithTag (g, tag, *frame);
   }
 }
 
-/* The frames stand in their order, so the room for all is taken at once. */
+/* The frames stand in their order, so the room for all is taken at once. It is asked for only where
+   something is there: a CHOICE would hold nothing without it. */
 void asnEncExtensionmarker (ASNCODG *g, const EXTENSIONMARKER *value)
 {
   size_t length = 0;
   BYTE_TYPE *p;
-  for (const ASN_FRAME *frame = value->first; frame; frame = frame->next)
+  for (const ASN_FRAME *frame = value->first; frame; frame = frame->next) {
+    if (!isFrameWhole (g, frame))
+      return;
     length += frame->length;
+  }
+  if (length == 0)
+    asnRaise (&g->util, VALUE_FAIL);
   if (length == 0 || !asnRoomFor (g, length))
     return;
   g->front -= length;
@@ -85,7 +89,7 @@ void asnEncExtensionmarker (ASNCODG *g, const EXTENSIONMARKER *value)
 
 /* --- decoding --- */
 
-static FRAME_PTR frameInHand (ASNCODG *g, BOOLE typed)
+static FRAME_PTR frameInHand (ASNCODG *g)
 {
   const BYTE_TYPE *octets = g->element;
   FRAME_PTR frame;
@@ -95,7 +99,7 @@ static FRAME_PTR frameInHand (ASNCODG *g, BOOLE typed)
     return NULL;
   length = (uint32)(g->place - octets);
   frame = (FRAME_PTR)asnTake (&g->util, FRAME_SIZE (length));
-  return fillFrame (frame, octets, length, typed);
+  return fillFrame (frame, octets, length);
 }
 
 /* Takes what comes next in hand. */
@@ -106,17 +110,17 @@ static BOOLE lookAtFrame (ASNCODG *g)
   return !asnFailed (g);
 }
 
-void asnDecFrameInHand (ASNCODG *g, FRAME_PTR *frame, BOOLE typed)
+void asnDecFrameInHand (ASNCODG *g, FRAME_PTR *frame)
 {
   if (asnFailed (g) || (g->state == ASN_BETWEEN_ && !lookAtFrame (g)))
     return;
-  *frame = frameInHand (g, typed);
+  *frame = frameInHand (g);
 }
 
 void asnDecNextFrame (ASNCODG *g, FRAME_PTR *frame)
 {
   if (lookAtFrame (g))
-    *frame = frameInHand (g, FALSE);
+    *frame = frameInHand (g);
 }
 
 void asnDecExtensionmarker (ASNCODG *g, EXTENSIONMARKER *value)
@@ -128,7 +132,7 @@ void asnDecExtensionmarker (ASNCODG *g, EXTENSIONMARKER *value)
     asnRaise (&g->util, TAG_FAIL);
     return;
   }
-  frame = frameInHand (g, TRUE);
+  frame = frameInHand (g);
   if (!frame)
     return;
   if (value->last)

@@ -50,8 +50,6 @@ void *asnTake (ASNUTIG *util, size_t size);
 
 /* --- encoding --- */
 
-#define ASN_NO_MARK UINT32_MAX
-
 static inline uint32 asnUsed (const ASNCODG *g)
 {
   return (uint32)(g->end - g->front);
@@ -89,8 +87,14 @@ typedef struct {
 } ASN_HEADER;
 
 /* Reads no octet from `limit` on; ASN_OK or the error. Contents of definite length end before `limit`.
-   An end-of-contents is a tag 0 with length 0. */
+   An end-of-contents is a tag 0 with length 0 in one octet. */
 int asnReadHeader (const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *header);
+
+/* Whether octets are one whole encoding, as far as tags and lengths say. */
+BOOLE asnIsOneEncoding (const BYTE_TYPE *octets, size_t length);
+
+/* Reads the ends of what is open still: the entry function of a CHOICE leaves that of its tag unread. */
+void asnCloseLevels (ASNCODG *g);
 
 /* Passes over what is in hand, so that the decoder stands behind it. */
 void asnPassElement (ASNCODG *g);
@@ -111,7 +115,8 @@ static inline BOOLE asnTakeContents (ASNCODG *g, const BYTE_TYPE **contents, uin
 
 /* The segments of a string in hand, whatever its form. */
 typedef struct {
-  uint32 tag;       /* universal tag that a segment may have beside OCTET STRING's; 0: any tag */
+  uint32 tag;       /* universal tag of the type; segments of strings of characters may have that of
+                       OCTET STRING as well; 0: any tag */
   uint32 depth;     /* where the constructed form ends */
   BOOLE primitive;
   BOOLE begun;
@@ -161,6 +166,11 @@ typedef struct {
 } ASN_REAL_RANGE;
 
 BOOLE asnIsInRange (REAL128 value, const ASN_REAL_RANGE *range);
+/* Whether a form of `size` octets can hold a number: what rounds to infinity or to 0 there is too large
+   or too small. */
+BOOLE asnRealFits (REAL128 value, size_t size);
+/* Whether all digits of a decimal number are 0, whatever its exponent. */
+BOOLE asnIsZero (const char *text);
 
 /* --- strings --- */
 
@@ -182,6 +192,11 @@ BOOLE asnCharactersAllowed (const ASN_STRING_KIND *kind, const BYTE_TYPE *p, uin
 /* The first element of a string, which the shape of a static string in a home may show misplaced. */
 BYTE_TYPE *asnElements (uint32 how, const void *st);
 void asnStoreCount (void *n, uint32 size, uint32 count);
+/* Clears an array behind the `n` bits that it holds, up to the bits that the type allows: in a home more
+   of the array seems to be there. */
+void asnClearBits (BYTE_TYPE *st, size_t size, uint32 n, sint64 high);
+/* Whether a string of `n` lies within its array, if it is held in one. */
+BOOLE asnIsWithinArray (uint32 how, uint32 n, const void *st, const void *array, size_t arraySize);
 
 /* --- EXTERNAL --- */
 

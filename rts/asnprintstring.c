@@ -122,24 +122,13 @@ static void printCharacters (ASNTSTG *g, uint32 width, uint32 n, const BYTE_TYPE
 
 /* --- forms --- */
 
-/* Whether a string of `n` lies within its array, if it is held in one. */
-static BOOLE isWithinArray (uint32 kindNr, uint32 n, const void *st, const void *array,
-                            size_t arraySize)
-{
-  if (st != array)
-    return st != NULL || n == 0;
-  if (kindNr == ASN_BIT_)
-    return n / 8 + (n % 8 > 0) <= arraySize;
-  return n <= arraySize / asnStringKinds[kindNr].width;
-}
-
 void asnPriString (ASNTSTG *g, const char *name, uint32 how, uint32 n, const void *st,
                    const void *array, size_t arraySize)
 {
   uint32 kindNr = ASN_KIND_OF (how);
   if (!asnPriBegin (g, name))
     return;
-  if (!isWithinArray (kindNr, n, st, array, arraySize))
+  if (!asnIsWithinArray (how, n, st, array, arraySize))
     asnPriNothing (g);
   else if (kindNr == ASN_BIT_)
     printBits (g, n, (const BYTE_TYPE *)st, ASN_LENGTH_SIZE (how) == 0);

@@ -2,6 +2,16 @@
 
 #include "asntest.h"
 
+static void printArc (ASNTSTG *g, ASN_ARC arc)
+{
+  char text[40], *p = text + sizeof text - 1;
+  *p = 0;
+  do
+    *--p = (char)('0' + (int)(arc % 10));
+  while ((arc /= 10) > 0);
+  fputs (p, g->out);
+}
+
 /* { 1 2 840 } */
 void asnPriObjectIdentifier (ASNTSTG *g, const char *name, const OBJECTIDENTIFIER *value)
 {
@@ -11,8 +21,10 @@ void asnPriObjectIdentifier (ASNTSTG *g, const char *name, const OBJECTIDENTIFIE
     asnPriNothing (g);
   } else {
     fputs ("{ ", g->out);
-    for (uint32 i = 0; i < value->n; i++)
-      fprintf (g->out, "%lu ", (unsigned long)value->arc[i]);
+    for (uint32 i = 0; i < value->n; i++) {
+      printArc (g, value->arc[i]);
+      fputc (' ', g->out);
+    }
     fputc ('}', g->out);
   }
   asnPriEnd (g);
@@ -133,7 +145,7 @@ static void printIdentification (ASNTSTG *g, const EXTERNAL_IDENTIFICATION *valu
 static void printDataValue (ASNTSTG *g, const EXTERNAL_1994 *value)
 {
   if (value->encoding == 0) {
-    ASN_FRAME frame = { NULL, FALSE, 0, NULL };
+    ASN_FRAME frame = { NULL, 0, NULL };
     frame.length = value->dataValue.n;
     frame.octets = value->dataValue.st;
     printSingleType (g, &frame);

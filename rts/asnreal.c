@@ -27,15 +27,24 @@ static void putOctet (ASNCODG *g, uint32 octet)
 static void putBinary (ASNCODG *g, REAL128 value)
 {
   int exponent;
-  REAL128 fraction = frexpl (value < 0 ? -value : value, &exponent);
-  uint64 mantissa = (uint64)ldexpl (fraction, 64);
+  REAL128 fraction = ldexpl (frexpl (value < 0 ? -value : value, &exponent), 64);
+  uint64 high = (uint64)fraction, low = (uint64)ldexpl (fraction - (REAL128)high, 64);
   sint32 rest;
   uint32 octets = 1;
-  exponent -= 64;
-  for (; !(mantissa & 1); mantissa >>= 1)
-    exponent++;
-  for (; mantissa > 0; mantissa >>= 8)
-    putOctet (g, (uint32)(mantissa & 0xFF));
+  exponent -= 128;
+  if (low == 0) {
+    low = high;
+    high = 0;
+    exponent += 64;
+  }
+  for (; !(low & 1); exponent++) {
+    low = low >> 1 | high << 63;
+    high >>= 1;
+  }
+  for (; low > 0; high >>= 8) {
+    putOctet (g, (uint32)(low & 0xFF));
+    low = low >> 8 | high << 56;
+  }
   rest = exponent;
   putOctet (g, (uint32)rest & 0xFF);
   for (; rest < -128 || rest > 127; octets++) {
@@ -91,43 +100,49 @@ static sint64 signedNumber (const BYTE_TYPE *p, uint32 len)
   return (sint64)value;
 }
 
-/* 64 bits of a mantissa from its first one on; *exponent counts those that are left out. A bit that is
-   left out still decides how the number is rounded. */
-static uint64 mantissaOf (const BYTE_TYPE *p, const BYTE_TYPE *end, sint64 *exponent)
+/* At least 121 bits of a mantissa from its first one on; *exponent counts those that are left out. One
+   of them that is set still decides how the number is rounded. */
+typedef struct {
+  uint64 high, low;
+} MANTISSA;
+
+static MANTISSA mantissaOf (const BYTE_TYPE *p, const BYTE_TYPE *end, sint64 *exponent)
 {
-  uint64 mantissa = 0;
-  int bits = 0;
-  for (; p < end && *p == 0; p++) {
-  }
-  for (; p < end && bits < 64; p++) {
-    for (int bit = 7; bit >= 0; bit--) {
-      BOOLE isSet = (*p >> bit & 1) != 0;
-      if (mantissa == 0 && !isSet)
-        continue;
-      if (bits < 64) {
-        mantissa = mantissa << 1 | isSet;
-        bits++;
-      } else {
-        mantissa |= isSet;
-        ++*exponent;
-      }
-    }
+  MANTISSA m = { 0, 0 };
+  for (; p < end && m.high >> 56 == 0; p++) {
+    m.high = m.high << 8 | m.low >> 56;
+    m.low = m.low << 8 | *p;
   }
   for (; p < end; p++) {
-    mantissa |= *p != 0;
+    m.low |= *p != 0;
     *exponent += 8;
   }
-  return mantissa;
+  return m;
 }
 
-static BOOLE readBinary (const BYTE_TYPE *p, const BYTE_TYPE *end, REAL128 *value)
+/* Rounds once: here for the widest form; for others the first 64 bits say all, with a last one that stands
+   for those behind it. */
+static REAL128 roundedOnce (MANTISSA m, BOOLE isWidest, sint64 *exponent)
+{
+  if (m.high == 0)
+    return (REAL128)m.low;
+  if (isWidest && LDBL_MANT_DIG >= 64)
+    return ldexpl ((REAL128)m.high, 64) + (REAL128)m.low;
+  for (*exponent += 64; m.high >> 63 == 0; --*exponent) {
+    m.high = m.high << 1 | m.low >> 63;
+    m.low <<= 1;
+  }
+  return (REAL128)(m.high | (m.low != 0));
+}
+
+static BOOLE readBinary (const BYTE_TYPE *p, const BYTE_TYPE *end, BOOLE isWidest, REAL128 *value)
 {
   static const int bitsOfBase[] = { 1, 3, 4, 0 };
   enum { FURTHEST = 1000000 };
   uint32 first = *p++, octets = (first & 3) + 1;
   int perExponent = bitsOfBase[(first >> 4) & 3];
   sint64 exponent;
-  uint64 mantissa;
+  MANTISSA mantissa;
   if (octets == 4 && p < end)
     octets = *p++;
   /* Four octets of exponent are more than any number needs. */
@@ -135,12 +150,13 @@ static BOOLE readBinary (const BYTE_TYPE *p, const BYTE_TYPE *end, REAL128 *valu
     return FALSE;
   exponent = signedNumber (p, octets) * perExponent + (first >> 2 & 3);
   mantissa = mantissaOf (p + octets, end, &exponent);
+  *value = roundedOnce (mantissa, isWidest, &exponent);
   if (exponent > FURTHEST || exponent < -FURTHEST)
     exponent = exponent < 0 ? -FURTHEST : FURTHEST;
-  *value = ldexpl ((REAL128)mantissa, (int)exponent);
+  *value = ldexpl (*value, (int)exponent);
   if (first & NEGATIVE)
     *value = -*value;
-  return TRUE;
+  return *value != 0 || (mantissa.high | mantissa.low) == 0;
 }
 
 /* Copies digits and counts them. */
@@ -156,6 +172,14 @@ static const BYTE_TYPE *copySign (const BYTE_TYPE *p, const BYTE_TYPE *end, char
   if (p < end && (*p == '+' || *p == '-'))
     *(*to)++ = (char)*p++;
   return p;
+}
+
+BOOLE asnIsZero (const char *text)
+{
+  for (; *text && *text != 'e' && *text != 'E'; text++)
+    if (*text >= '1' && *text <= '9')
+      return FALSE;
+  return TRUE;
 }
 
 /* "  -12.5E-3", of which the form says what may be there. */
@@ -186,17 +210,17 @@ static BOOLE readDecimal (int form, const BYTE_TYPE *p, const BYTE_TYPE *end, RE
     return FALSE;
   *to = 0;
   *value = strtold (text, NULL);
-  return TRUE;
+  return *value != 0 || asnIsZero (text);
 }
 
-/* Infinity only where it is meant: a number that is too large is wrong. */
-static BOOLE readReal (const BYTE_TYPE *p, uint32 len, REAL128 *value)
+/* Infinity and 0 only where they are meant: a number that is too large or too small is wrong. */
+static BOOLE readReal (const BYTE_TYPE *p, uint32 len, BOOLE isWidest, REAL128 *value)
 {
   *value = 0;
   if (len == 0)
     return TRUE;
   if (*p & BINARY)
-    return readBinary (p, p + len, value) && !isinf (*value);
+    return readBinary (p, p + len, isWidest, value) && !isinf (*value);
   if (!(*p & SPECIAL))
     return *p >= NR1 && *p <= NR3 && readDecimal (*p, p + 1, p + len, value) && !isinf (*value);
   if (len > 1)
@@ -229,15 +253,23 @@ BOOLE asnIsInRange (REAL128 value, const ASN_REAL_RANGE *range)
   return range->highKind != REAL_NORMAL || (highOpen ? value < high : value <= high);
 }
 
-/* A number of at most `most`, unless it is infinite. */
-static BOOLE takeReal (ASNCODG *g, const ASN_REAL_RANGE *range, REAL128 most, REAL128 *value)
+BOOLE asnRealFits (REAL128 value, size_t size)
+{
+  REAL128 held = size == sizeof (REAL32)   ? (REAL128)(REAL32)value
+                 : size == sizeof (REAL64) ? (REAL128)(REAL64)value
+                                           : value;
+  return (!isinf (held) || isinf (value)) && (held != 0 || value == 0);
+}
+
+/* A number that a form of `size` octets holds. */
+static BOOLE takeReal (ASNCODG *g, const ASN_REAL_RANGE *range, size_t size, REAL128 *value)
 {
   const BYTE_TYPE *p;
   uint32 len;
   int error = ASN_OK;
   if (!asnTakeContents (g, &p, &len))
     return FALSE;
-  if (!readReal (p, len, value) || (!isinf (*value) && (*value > most || *value < -most)))
+  if (!readReal (p, len, size == sizeof (REAL128), value) || !asnRealFits (*value, size))
     error = VALUE_FAIL;
   else if (!asnIsInRange (*value, range))
     error = CONSTRAINT_FAIL;
@@ -246,15 +278,15 @@ static BOOLE takeReal (ASNCODG *g, const ASN_REAL_RANGE *range, REAL128 most, RE
   return !error;
 }
 
-#define DECODE_REAL(size, most) \
+#define DECODE_REAL(size) \
   void asnDecReal##size (ASNCODG *g, REAL##size *value, int closure, int lowKind, REAL64 low, \
                          int highKind, REAL64 high) \
   { \
     const ASN_REAL_RANGE range = { closure, lowKind, low, highKind, high }; \
     REAL128 number; \
-    if (takeReal (g, &range, most, &number)) \
+    if (takeReal (g, &range, sizeof *value, &number)) \
       *value = (REAL##size)number; \
   }
-DECODE_REAL (32, FLT_MAX)
-DECODE_REAL (64, DBL_MAX)
-DECODE_REAL (128, LDBL_MAX)
+DECODE_REAL (32)
+DECODE_REAL (64)
+DECODE_REAL (128)

@@ -73,6 +73,18 @@ void asnStoreCount (void *n, uint32 size, uint32 count)
     *(uint32 *)n = count;
 }
 
+void asnClearBits (BYTE_TYPE *st, size_t size, uint32 n, sint64 high)
+{
+  const size_t used = n / 8 + (n % 8 > 0);
+  const uint64 allowed = (uint64)high / 8 + (high % 8 > 0);
+  if (high >= INT32_MAX)
+    return;
+  if (size > allowed)
+    size = (size_t)allowed;
+  if (size > used)
+    memset (st + used, 0, size - used);
+}
+
 /* --- constraint checks --- */
 
 static uint32 charAt (const void *st, size_t charSize, uint32 i)
@@ -140,9 +152,7 @@ static void putWideCharacters (ASNCODG *g, uint32 n, const BYTE_TYPE *p)
   g->front = front;
 }
 
-/* Whether a string of `n` lies within its array, if it is held in one. */
-static BOOLE isWithinArray (uint32 how, uint32 n, const void *st, const void *array,
-                            size_t arraySize)
+BOOLE asnIsWithinArray (uint32 how, uint32 n, const void *st, const void *array, size_t arraySize)
 {
   const ASN_STRING_KIND *kind = &asnStringKinds[ASN_KIND_OF (how)];
   if (st != array)
@@ -155,7 +165,7 @@ static BOOLE isWithinArray (uint32 how, uint32 n, const void *st, const void *ar
 static BOOLE putString (ASNCODG *g, uint32 how, uint32 n, const void *st, const void *array,
                         size_t arraySize)
 {
-  if (!isWithinArray (how, n, st, array, arraySize)) {
+  if (!asnIsWithinArray (how, n, st, array, arraySize)) {
     asnRaise (&g->util, VALUE_FAIL);
     return FALSE;
   }

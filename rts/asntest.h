@@ -43,9 +43,6 @@ BOOLE asnExpectWord (ASNTSTG *g, int word);
 /* Room for `size` characters in g->text; false after an error. */
 BOOLE asnRoomForText (ASNTSTG *g, size_t size);
 
-/* Decimal digits of a number that 64 bits hold. */
-BOOLE asnReadMagnitude (const char *p, uint64 *magnitude);
-
 /* --- levels --- */
 
 /* Opens the component in hand; asking takes its brace. Null after an error. */
@@ -60,7 +57,7 @@ static inline BOOLE asnHasLevel (int mainType)
 }
 
 /* A frame from digits in hand, or null for none. */
-FRAME_PTR asnFrameFromDigits (ASNTSTG *g, BOOLE typed);
+FRAME_PTR asnFrameFromDigits (ASNTSTG *g);
 
 /* --- strings --- */
 

@@ -15,7 +15,7 @@ typedef struct {
 } READER;
 
 /* Reads exactly `digits` digits; -1 if they are not there. */
-static int readDigits (READER *r, int digits)
+static int readNumberOf (READER *r, int digits)
 {
   int number = 0;
   if (r->end - r->p < digits)
@@ -42,7 +42,7 @@ static int daysOf (int year, int month)
 
 static BOOLE readDate (READER *r, int isUtc, DATETIMEZ *value)
 {
-  int year = readDigits (r, isUtc ? 2 : 4), month = readDigits (r, 2), day = readDigits (r, 2);
+  int year = readNumberOf (r, isUtc ? 2 : 4), month = readNumberOf (r, 2), day = readNumberOf (r, 2);
   if (year < 0 || month < 1 || month > 12 || day < 1)
     return FALSE;
   if (isUtc) /* the two digits mean the years from 1950 to 2049 */
@@ -55,13 +55,13 @@ static BOOLE readDate (READER *r, int isUtc, DATETIMEZ *value)
 
 static BOOLE readClock (READER *r, int isUtc, DATETIMEZ *value)
 {
-  int hour = readDigits (r, 2), minute = NOT_TOLD, second = NOT_TOLD;
+  int hour = readNumberOf (r, 2), minute = NOT_TOLD, second = NOT_TOLD;
   if (isUtc || isDigitNext (r)) {
-    minute = readDigits (r, 2);
+    minute = readNumberOf (r, 2);
     if (minute < 0)
       return FALSE;
     if (isDigitNext (r)) {
-      second = readDigits (r, 2);
+      second = readNumberOf (r, 2);
       if (second < 0)
         return FALSE;
     }
@@ -82,7 +82,7 @@ static BOOLE readFraction (READER *r, DATETIMEZ *value)
   while (isDigitNext (r)) {
     if (value->fractionDigits == MAX_FRACTION_DIGITS)
       return FALSE;
-    value->fraction = value->fraction * 10 + (uint32)readDigits (r, 1);
+    value->fraction = value->fraction * 10 + (uint32)readNumberOf (r, 1);
     value->fractionDigits++;
   }
   return value->fractionDigits > 0;
@@ -104,9 +104,9 @@ static BOOLE readZone (READER *r, int isUtc, DATETIMEZ *value)
   if (*r->p != '+' && *r->p != '-')
     return FALSE;
   isWest = *r->p++ == '-';
-  hours = readDigits (r, 2);
+  hours = readNumberOf (r, 2);
   if (isUtc || isDigitNext (r))
-    minutes = readDigits (r, 2);
+    minutes = readNumberOf (r, 2);
   if (hours < 0 || hours > 15 || minutes < 0 || minutes > 59)
     return FALSE;
   value->zone = LOCAL_WITH_DIFFERENCE;

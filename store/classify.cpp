@@ -102,14 +102,38 @@ void followValueReference() {
     readRec(target, REC_VNODE, negated(sNode.refRecord));
 }
 
+namespace {
+
+/* To the alternative. */
+void followSelection() {
+    ModRec *module = currModule(REC_TNODE);
+    readRec(module, REC_SNODE, tNode.auxRecord);
+    readRec(getModPtr(module, sNode.refModule), REC_TNODE, sNode.refRecord);
+}
+
+} // namespace
+
 bool followTypeReference() {
     if (tNode.mainType == TYP_SYNONYM && tNode.refRecord != 0)
         followSynonymType();
+    else if (tNode.mainType == TYP_SELECTION && tNode.auxRecord != 0)
+        followSelection();
     else if (tNode.mainType == TYP_FIELDLIST && tNode.auxRecord != 0)
         skipFieldList();
     else
         return false;
     return true;
+}
+
+bool selectsDefinition() {
+    const NodeContext selection(REC_TNODE);
+    ChainGuard guard(REC_TNODE);
+    while (followTypeReference()) {
+        guard.step(currModule(REC_TNODE));
+        if (tNode.compStatus == TCS_HEADER || tNode.compStatus == TCS_PARAM_HEAD)
+            return true;
+    }
+    return false;
 }
 
 void skipTypesCatchInst(bool throughFields, NodePlace *instantiation) {
@@ -126,8 +150,7 @@ void skipTypesCatchInst(bool throughFields, NodePlace *instantiation) {
             }
             followSynonymType();
         } else if (tNode.mainType == TYP_SELECTION && tNode.auxRecord != 0) {
-            readRec(module, REC_SNODE, tNode.auxRecord);
-            readRec(getModPtr(module, sNode.refModule), REC_TNODE, sNode.refRecord);
+            followSelection();
         } else if (tNode.mainType == TYP_FIELDLIST && tNode.auxRecord != 0 &&
                    (throughFields || tNode.refModule == FIELDLIST_ALWAYS_FOLLOWED)) {
             if (!stepFieldList()) {

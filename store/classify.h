@@ -25,6 +25,9 @@ bool isValueReference();
 void followValueReference();
 /* The same step of a TNode; false, and nothing read, if the current one stands for itself. */
 bool followTypeReference();
+/* Of a selection: a definition comes on the way from it, so that it stands for that one. Otherwise
+   the alternative is written in line. */
+bool selectsDefinition();
 
 /* Questions of the current TNode; it stays current. */
 bool isInstantiatedTNode();

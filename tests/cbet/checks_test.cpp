@@ -88,12 +88,12 @@ const CheckRow rows[] = {
      },
      "ok1 = (dynChrStrStrspn (&home->x, \"0123456789abcdefghijklmnopqrstuvwxyz\") ==\n"
      "dynStrLen (&home->x));\n"},
-    {"CharactersStandAsTheyAre",
+    {"CharactersThatEndALiteralAreEscaped",
      [](TreeWriter &w) {
-         const RecNr range = letters(w, " ", "#", CLOSED), list = letter(w, "\\??\xE9");
+         const RecNr range = letters(w, " ", "#", CLOSED), list = letter(w, "\\?\?/\xE9");
          return w.string(TYP_VISSTR).constrained(w.alphabet(w.sub(SUB_UNION, {range, list})));
      },
-     "ok1 = (dynChrStrStrspn (&home->x, \" !\"#\\??\xE9\") == dynStrLen (&home->x));\n"},
+     "ok1 = (dynChrStrStrspn (&home->x, \" !\\\"#\\\\?\\?/\xE9\") == dynStrLen (&home->x));\n"},
     {"RangeUpToTheGreatestCharacter",
      [](TreeWriter &w) {
          const RecNr low = w.text32Value(U"\xFFFFFFFE"), high = w.text32Value(U"\xFFFFFFFF");

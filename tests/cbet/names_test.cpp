@@ -46,7 +46,7 @@ TEST(Names, TypesAndComponents) {
         {"Msg.a.b", "b_a_Msg", "struct t_b_a_Msg", "struct t_b_a_Msg", "?!?"},
         {"Msg.a.b.x", "x_b_a_Msg", "BOOLE", "BOOLE", "?!?"},
         {"Msg.a.u", "U", "U", "U", "U"},
-        {"Msg.a.u.x", "x_u_a_U", "BOOLE", "BOOLE", "?!?"},
+        {"Msg.a.u.x", "x_U", "BOOLE", "BOOLE", "?!?"},
         {"Msg.list", "list_Msg", "LIST", "LIST", "?!?"},
         {"Msg.list.*", "1_list_list_Msg", "struct t_1_list_list_Msg", "struct t_1_list_list_Msg",
          "?!?"},
@@ -158,7 +158,7 @@ TEST(Names, ValueForms) {
 }
 
 /* A reference into another module has the name that stands there; only what is written here counts
-   as generated here. */
+   as generated here, what COMPONENTS OF brings in included. */
 TEST(Names, AcrossModules) {
     WorkDir dir;
     TreeWriter base("Base_Module", "base");
@@ -179,7 +179,7 @@ TEST(Names, AcrossModules) {
     };
     for (const Row &row :
          {Row{"Msg", true, true}, Row{"Msg.crate", true, false}, Row{"Msg.here", true, true},
-          Row{"Msg.plain", false, true}, Row{"Msg.x", false, false}})
+          Row{"Msg.plain", false, true}, Row{"Msg.x", false, true}})
         withType(row.place, [&](AsnType *type) {
             EXPECT_EQ(cIsDefinedBaseType(type), row.defined) << row.place;
             EXPECT_EQ(cIsBaseTypeGeneratedInCurrentModule(type), row.generated) << row.place;

@@ -31,6 +31,8 @@ protected:
         type_.posRecord = 1;
         type_.baseModule = &other_;
         type_.baseRecord = 3;
+        type_.contentModule = type_.baseModule;
+        type_.contentRecord = type_.baseRecord;
         type_.base.tedFirst = 3;
         type_.base.tedLast = 4;
         type_.compStatus = TCS_MANDATORY;

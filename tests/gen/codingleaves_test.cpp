@@ -154,13 +154,14 @@ void anything(TreeWriter &w) {
 
 void frames(TreeWriter &w) {
     const auto frame = [](TypeNode type) { return type.option(OPT_FRAME); };
-    w.define(
-        "Frames",
-        w.sequence({w.comp("number", frame(w.integer())),
-                    w.comp("text", frame(w.string(TYP_IA5STR))).implicit(31),
-                    w.comp("list", frame(w.listOf(TYP_SEQOF, w.null()))).explicitly(0),
-                    w.comp("structure", frame(w.sequence({w.comp("x", w.null())}))).optional()}));
+    w.define("Frames",
+             w.sequence({w.comp("number", frame(w.integer())),
+                         w.comp("text", frame(w.string(TYP_IA5STR))).implicit(31),
+                         w.comp("list", frame(w.listOf(TYP_SEQOF, w.null()))).explicitly(0),
+                         w.comp("structure", frame(w.sequence({w.comp("x", w.null())}))).optional(),
+                         w.comp("pick", frame(w.choice({w.comp("x", w.null())}))).explicitly(1)}));
     w.define("Top", frame(w.integer())).entry();
+    w.define("TopList", frame(w.listOf(TYP_SEQOF, w.null())).explicitly(2)).entry();
 }
 
 void skipped(TreeWriter &w) {

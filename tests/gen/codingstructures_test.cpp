@@ -222,6 +222,96 @@ void componentsOf(TreeWriter &w) {
              w.sequence({w.comp("a", w.null()), w.componentsOf(w.ref("Base"))}).automaticTags());
 }
 
+/* What is nested in a component that is brought in belongs to the structure that it is brought
+   into. */
+void nestedComponentsOf(TreeWriter &w) {
+    const auto parts = [&] {
+        const TypeNode inner =
+            w.sequence({w.comp("z", byte(w)).optional(), w.comp("text", w.string(TYP_IA5STR, 1, 8))});
+        return w.sequence({w.comp("deep", inner), w.comp("number", byte(w))});
+    };
+    w.define("Base", w.sequence({w.comp("list", w.listOf(TYP_SEQOF, parts())).implicit(0),
+                                 w.comp("in", parts()).implicit(1)}));
+    w.define("Whole", w.sequence({w.comp("a", w.boolean()), w.componentsOf(w.ref("Base"))}));
+    w.define("Inside", w.sequence({w.comp("one", w.sequence({w.componentsOf(w.ref("Base"))})),
+                                   w.comp("two", w.set({w.componentsOf(w.ref("Whole"))}))}));
+}
+
+/* Values whose way to their home is not that of a plain member. */
+void valuesInHomes(TreeWriter &w) {
+    const auto home = [&](const char *name, TypeNode type, int tag) {
+        return w.comp(name, type.option(OPT_HOME)).implicit(tag);
+    };
+    const auto bytes = [&] { return w.listOf(TYP_SEQOF, byte(w)).asList(); };
+    const auto frame = [](TypeNode type) { return type.option(OPT_FRAME); };
+    w.define("Homes", w.sequence({home("list", bytes(), 0),
+                                  home("lists", w.listOf(TYP_SEQOF, bytes()).asList(), 1),
+                                  home("flag", frame(w.boolean()), 2),
+                                  home("text", frame(w.string(TYP_IA5STR, 1, 8)), 3)}));
+    w.define("Frames", w.listOf(TYP_SEQOF, frame(w.boolean())).asList());
+    w.define("Pointers", w.sequence({w.comp("open", w.openType()).explicitly(0),
+                                     w.comp("number", byte(w)).optional()})
+                             .option(OPT_COMPS_AS_POINTERS));
+    w.define("OnePointer",
+             w.sequence({w.comp("open", w.openType().option(OPT_POINTER)).explicitly(0)}));
+}
+
+/* A selection is its alternative, wherever it stands. */
+void selections(TreeWriter &w) {
+    const TypeNode part = w.sequence({w.comp("x", w.sequence({w.comp("y", byte(w)).optional()}))});
+    const TypeNode pick =
+        w.define("Pick", w.choice({w.comp("number", byte(w)).implicit(0), w.comp("u", w.ref("U")),
+                                   w.comp("part", part).implicit(1)}));
+    w.define("U", w.sequence({w.comp("x", w.boolean())}));
+    w.define("Named", w.selection("u", pick));
+    w.define("Number", w.selection("number", pick)).entry(ENTRY_ENCODE | ENTRY_DECODE);
+    w.define("Part", w.selection("part", pick)).entry(ENTRY_ENCODE | ENTRY_DECODE);
+    const auto members = [&](TypeNode named, TypeNode number, TypeNode inner, TypeNode elem) {
+        return w.sequence({w.comp("named", named), w.comp("number", number),
+                           w.comp("part", inner).optional(),
+                           w.comp("list", w.listOf(TYP_SEQOF, elem).asList())});
+    };
+    w.define("Direct", members(w.selection("u", pick), w.selection("number", pick),
+                               w.selection("part", pick), w.selection("part", pick)));
+    w.define("Behind", members(w.ref("Named"), w.ref("Number"), w.ref("Part"), w.ref("Part")));
+}
+
+/* The marker begins no chain of tests. */
+void markerFirst(TreeWriter &w) {
+    const auto pick = [&] {
+        return w.choice({w.marker(), w.comp("a", byte(w)), w.comp("b", w.boolean())});
+    };
+    w.define("Pick", pick());
+    w.define("Pointers", pick().option(OPT_COMPS_AS_POINTERS));
+    w.define("Kept", pick().option(OPT_COMPS_AS_POINTERS).option(OPT_SAVE_EXTENSIONS));
+    w.define("OnlyMarker", w.choice({w.marker()}));
+}
+
+/* Sizes that are written where a list is used are checked there. */
+void listSizes(TreeWriter &w) {
+    const auto sized = [&](RecNr sizes) { return w.ref("Array").constrained(w.size(sizes)); };
+    w.define("Array", w.listOf(TYP_SEQOF, byte(w), 0, 6).asArray());
+    w.define("Uses",
+             w.sequence({w.comp("gap", sized(w.sub(SUB_UNION, {w.range(4, 6), w.range(0, 0)}))),
+                         w.comp("shorter", sized(w.range(0, 3))),
+                         w.comp("longer", sized(w.range(2, 6))),
+                         w.comp("none", sized(w.sub(SUB_INTERSECTION, {w.range(1, 2),
+                                                                       w.range(4, 5)})))}));
+    w.define("Linked", w.listOf(TYP_SEQOF, sized(w.range(3, 3))).asList());
+}
+
+/* The function of A is written once, whoever refers to it; no function knows a "home" that it
+   hasn't. */
+void morlaSynonyms(TreeWriter &w) {
+    constexpr int morla = ENTRY_ENCODE | ENTRY_DECODE | 1 << 6;
+    w.exportsMarked();
+    w.define("A", w.sequence({w.comp("x", byte(w)).optional()}));
+    w.define("B", w.sequence({w.comp("a", w.ref("A"))})).entry(morla);
+    w.define("C", w.ref("A")).entry(morla);
+    w.define("D", w.sequence({w.comp("a", w.ref("A"))})).entry(morla);
+    w.define("E", w.set({w.comp("x", byte(w)).optional(), w.comp("y", w.null())})).entry(morla);
+}
+
 const CodingCase cases[] = {
     {"optionalplaces", optionalPlaces, {"-DEFINITELEN=definite"}, {}, ALL},
     {"untaggedchoices", untaggedChoices, {}, {}, ALL},
@@ -249,6 +339,16 @@ const CodingCase cases[] = {
     {"brokenplaces", brokenPlaces, {}, {""}},
     {"sizelimits", sizeLimits, {}, {"-Wno-unused-but-set-variable"}, ALL},
     {"componentsof", componentsOf},
+    {"componentsof_nested", nestedComponentsOf, {}, {}, CODING_AND_TYPES},
+    {"selections", selections, {}, {}, CODING_AND_TYPES},
+    {"valuesinhomes", valuesInHomes, {}, {}, ALL_AND_TYPES},
+    {"markerfirst", markerFirst, {}, {"-Wno-unused-parameter"}, ALL},
+    {"listsizes", listSizes},
+    {"morla_synonyms",
+     morlaSynonyms,
+     {"-DEFINITION-CATEGORY=MORLA-PROTOCOL", "-ZEROHOME=no"},
+     {},
+     CODING},
 };
 
 class CodingStructures : public testing::TestWithParam<CodingCase> {};

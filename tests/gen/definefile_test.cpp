@@ -12,7 +12,10 @@ namespace {
 /* Numbers come with the type that they stand on, of a component with its path; an extension marker
    among items has no number; a synonym has no defines of its own. */
 void namedNumbers(TreeWriter &w) {
-    w.define("Grade", w.numbered(w.integer(-6, 6), {{"worst", -6}, {"best_of_all", 6}}));
+    w.define(
+        "Grade",
+        w.numbered(w.integer(-6, 6),
+                   {{"worst", -6}, {"best_of_all", 6}, {"least", MIN_VALUE}, {"most", MAX_VALUE}}));
     w.define("Rights",
              w.numbered(w.string(TYP_BITSTR, 0, 400), {{"read", 0}, {"write", 1}, {"far", 300}}));
     w.define("Signal",
@@ -41,6 +44,18 @@ void componentIndices(TreeWriter &w) {
     w.define("Deep",
              w.sequence({w.comp("up", w.sequence({w.comp("down", w.ref("Plain")), w.marker()})),
                          w.comp("side", w.choice({w.comp("n", w.null())}))}));
+    const auto nested = [&](std::initializer_list<const char *> names) {
+        std::vector<TypeNode> comps;
+        for (const char *name : names)
+            comps.push_back(w.comp(name, byte()));
+        return w.structure(TYP_SEQ, comps);
+    };
+    /* k and i stand for several numbers each, j for one. */
+    w.define("Nest", w.sequence({w.comp("a", nested({"k", "j", "i"})),
+                                 w.comp("b", nested({"i", "j"})), w.comp("k", byte()),
+                                 w.comp("c", w.listOf(TYP_SEQOF, nested({"k"})).asList())}));
+    w.define("FIELDS", w.objectClass({w.valueField("f", nested({"v", "x"})),
+                                      w.valueField("g", nested({"x", "v"}))}));
 }
 
 /* --- accessor macros --- */
@@ -110,6 +125,11 @@ void listAccessors(TreeWriter &w) {
     w.define("Plain", list(w.sequence({w.comp("o", w.boolean()).optional()})));
     w.define("Rows", list(list(w.real())));
     w.define("Signals", list(w.enumerated({{"go", 0}, NamedNumber::extension()})));
+    for (int length = 49; length < 53; ++length) {
+        const std::string name = "L" + std::string(static_cast<std::size_t>(length) - 1, 'x');
+        w.define(name, w.type(TYP_UTCTIME)).entry();
+        w.define("Of_" + std::to_string(length), list(w.ref(name)));
+    }
     w.define("Long", list(w.ref("A_unit_whose_name_takes_nearly_a_whole_line_of_text_x")));
     w.define("Nested", w.sequence({w.comp("inner", list(w.ref("Unit"))).optional()}));
     w.define("Array", w.listOf(TYP_SEQOF, w.ref("Unit"), 1, 3).asArray());
@@ -194,6 +214,7 @@ void texts(TreeWriter &w) {
     w.defineValue("parts", w.string(TYP_IA5STR),
                   w.listValue(TYP_IA5STR, {w.textValue(TYP_IA5STR, "one, "), w.valueRef("text_20"),
                                            w.textValue(TYP_IA5STR, ", three")}));
+    w.defineValue("quoted", w.string(TYP_VISSTR), w.textValue(TYP_VISSTR, "\"a\\b\"?\?/\n\tz"));
     w.defineValue("moment", w.type(TYP_GENTIME), w.timeValue(TYP_GENTIME, "20021231235959.5Z"));
     w.defineValue("short_moment", w.type(TYP_UTCTIME), w.timeValue(TYP_UTCTIME, "0207121230+0200"));
 }
@@ -207,6 +228,10 @@ void objectIdentifiers(TreeWriter &w) {
         w.objectIdentifier({w.valueRef("root"), w.intValue(4294967295), w.valueRef("last_arc")}));
     w.defineValue("last_arc", w.integer(0, 9), w.intValue(7));
     w.defineValue("alias", identifier(), w.valueRef("leaf"));
+    std::vector<ValueNode> arcs;
+    for (int i = 0; i < 30; ++i)
+        arcs.push_back(w.intValue(4000 + i));
+    w.defineValue("long_one", identifier(), w.listValue(TYP_OBJID, arcs));
 }
 
 /* Values of these kinds have no line, nor has what isn't exported; a module that has only such

@@ -52,6 +52,20 @@ void components(TreeWriter &w) {
     w.define("Alias", w.ref("Number")).entry();
     w.define("Pick", w.choice({w.comp("x", w.null()), w.comp("y", w.ref("Number"))})).entry();
     w.define("Other", w.sequence({w.comp("first", w.boolean())})).entry();
+    const TypeNode head =
+        w.parameterisedHead("Param", w.sequence({w.comp("x", w.null()), w.comp("y", w.null())}));
+    w.define("Instance", w.instance(head)).entry();
+    w.define("Of_Instance", w.ref("Instance")).entry();
+    w.define("Of_That", w.ref("Of_Instance")).entry();
+}
+
+/* The number of components is that of their walk, whatever the tree says. */
+void miscounted(TreeWriter &w) {
+    w.define("Msg", w.sequence({w.comp("first", w.integer(0, 9)),
+                                w.comp("Second_one", w.null()).optional(), w.marker()}))
+        .entry();
+    w.finish();
+    w.findType("Msg")->nrOfComps = 2;
 }
 
 constexpr const char *VARIABLES =
@@ -93,6 +107,7 @@ const TableCase cases[] = {
      {"tab.c", "tab.ext"}},
     {"counted", components, {"-MORLA=2"}, {"-TAB-MORLA-PARAM=no"}, {".tab"}, {"-DASN_TABPARAM=1"}},
     {"listed", components, {"-MORLA=2"}, {}, {".tab"}, {"-DASN_TABPARAM=2"}, VARIABLES},
+    {"miscounted", miscounted, {"-MORLA=2"}, {}, {".tab"}, {"-DASN_TABPARAM=2"}, VARIABLES},
     {"listed_referenced",
      components,
      {"-MORLA=2", "-OPTVARS=yes"},

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 
 #include "tests/support/codingcase.h"
 #include "tests/support/gencase.h"
@@ -108,6 +109,81 @@ const ModuleSet sets[] = {
     {"rua", {"ruac2", "ruac3", "ruaco", "ruaie", "ruap2", "ruapd"}, {"-TABF=yes", "-NAMELEN=64"}},
     {"h225", {"h235", "h245", "h225"}, {"-TABF=yes"}},
 };
+
+/* Modules that refer to one another in every way that lends a name: by components, synonyms and
+   elements, COMPONENTS OF, selections, and fields of classes. */
+void makeRelatedModules(const WorkDir &dir) {
+    TreeWriter base("Base", "base"), far("Far", "far"), last("Last", "last");
+    const auto leaf = [](TreeWriter &w) { return w.comp("leaf", w.integer(0, 255)).optional(); };
+    const auto inner = [&](TreeWriter &w) {
+        return w.choice({w.comp("y", w.sequence({leaf(w)})), w.comp("z", w.boolean())});
+    };
+    const auto rows = [&](TreeWriter &w) {
+        return w.listOf(TYP_SEQOF, w.listOf(TYP_SEQOF, w.sequence({leaf(w)})).asList()).asList();
+    };
+    base.define("Point", base.sequence({leaf(base)}));
+    const TypeNode shape = base.define(
+        "Shape",
+        base.choice({base.comp("poly", base.listOf(TYP_SEQOF, base.ref("Point")).asList()).implicit(0),
+                     base.comp("in", base.sequence({base.comp("ch", inner(base))})).implicit(1),
+                     base.comp("rows", rows(base)).implicit(2)}));
+    base.define("Rows", rows(base));
+    base.define("Parts", base.sequence({base.comp("shape", base.ref("Shape")).optional(),
+                                        base.comp("part", base.sequence({leaf(base)})),
+                                        base.comp("rows", rows(base)).implicit(3)}));
+    far.import(base);
+    last.import(base);
+    last.import(far);
+    for (TreeWriter *w : {&far, &last}) {
+        const std::string name = w == &far ? "Far" : "Last";
+        const auto of = [&](const char *word) { return name + word; };
+        w->define(of("Poly"), w->selection("poly", shape));
+        w->define(of("In"), w->selection("in", shape));
+        w->define(of("Alias"), w->ref(base, "Shape"));
+        w->define(of("User"), w->sequence({w->comp("b", w->ref(base, "Shape")).optional(),
+                                           w->comp("alias", w->ref(of("Alias"))).implicit(4),
+                                           w->comp("l", w->listOf(TYP_SETOF, w->ref(base, "Rows"))),
+                                           w->comp("s", w->selection("rows", shape)).implicit(5),
+                                           w->componentsOf(w->ref(base, "Parts"))}));
+        w->define(of("CLASS"), w->objectClass({w->valueField("code", w->ref(base, "Shape")),
+                                               w->setField("codes", w->ref(base, "Rows"))}));
+    }
+    last.define("Member", last.sequence({last.comp("in", last.ref(far, "FarIn")),
+                                         last.comp("user", last.ref(far, "FarUser")),
+                                         last.componentsOf(last.ref(far, "FarUser"))}));
+    for (TreeWriter *w : {&base, &far, &last}) {
+        addOptions(*w, {"-COD=1:1", "-TST=1:1", "-CDEFS=yes"}, {});
+        ASSERT_TRUE(w->save(dir.path(std::string(w == &base  ? "base"
+                                                 : w == &far ? "far"
+                                                             : "last") + ".stx")));
+    }
+}
+
+/* The files of a module don't depend on who stands on the command line beside it. */
+TEST(ModuleOrder, FilesOfAModuleAreItsOwn) {
+    WorkDir dir;
+    makeRelatedModules(dir);
+    const Names order[] = {{"base"},        {"far"},         {"last"},        {"base", "far"},
+                           {"far", "base"}, {"base", "last"}, {"last", "base"}, {"far", "last"},
+                           {"last", "far"}, {"base", "far", "last"}, {"last", "far", "base"}};
+    std::map<std::string, std::string> first;
+    for (Names arguments : order) {
+        const std::string said = testing::PrintToString(arguments);
+        for (const std::string &file : dir.files())
+            if (!file.ends_with(".stx"))
+                std::filesystem::remove(dir.path(file));
+        arguments.insert(arguments.begin(), "-VERBOSE=quiet");
+        const ProgramRun run = runVelmo(dir, arguments);
+        ASSERT_EQ(run.status, 0) << run.err;
+        for (const std::string &file : dir.files())
+            if (!file.ends_with(".stx")) {
+                const std::string text = maskTimes(dir.read(file));
+                EXPECT_EQ(differenceOf(first.try_emplace(file, text).first->second, text), "")
+                    << file << " of " << said;
+            }
+    }
+    EXPECT_EQ(compileFunctions(dir, {}), "");
+}
 
 INSTANTIATE_TEST_SUITE_P(Sets, ModuleSets, testing::ValuesIn(sets),
                          [](const auto &row) { return std::string(row.param.name); });

@@ -123,7 +123,7 @@ void makeValues(TreeWriter &w, bool withKept) {
     std::vector<ValueNode> parts = {w.fieldValue(f[0], w.itemOf("Colour", "blue")),
                                     w.fieldValue(f[1], pair),
                                     w.fieldValue(f[2], choice),
-                                    w.fieldValue(f[3], w.textValue(TYP_PRISTR, "word")),
+                                    w.fieldValue(f[3], w.textValue(TYP_PRISTR, "w\\or\"d")),
                                     w.fieldValue(f[4], w.hexValue("0AFF0")),
                                     w.fieldValue(f[5], w.bitsValue("101000001")),
                                     w.fieldValue(f[6], id),

@@ -17,7 +17,7 @@ TEST(ToolOptions, AcceptedAndRefused) {
     for (const char *option :
          {"-VERBOSE=quiet", "-VERBOSE=0", "-ENTRYTAG=Warn", "-LOGFILE=./a-b_[1]\\x.log",
           "-TAB-MORLA-PARAM=no", "-TAB-VALUE-SET-N=TRUE", "-ACCESS-ROUTINES=macros",
-          "-ACCESS-ROUTINES=0", "-TREE-FILE-SUFFIX=.a1", "-COD-FUNC-PREF=a_1",
+          "-ACCESS-ROUTINES=0", "-TREE-FILE-SUFFIX=.a1", "-COD-FUNC-PREF=a_1", "-CPLUSPLUS=YES",
           "-BRUN-GENERATION=", "-BEO=OTHER=VERBOSE=9", "-BEO=VELMO=VERBOSE=2"})
         EXPECT_TRUE(isOK(meta, option)) << option;
     for (const char *option : {"-VERBOSE=3",
@@ -29,6 +29,7 @@ TEST(ToolOptions, AcceptedAndRefused) {
                                "-TAB-MORLA-PARAM=2",
                                "-ACCESS-ROUTINES=3",
                                "-TREE-FILE-SUFFIX=",
+                               "-CPLUSPLUS=maybe",
                                "-COD-FUNC-PREF=",
                                "-TREE-FILE-SUFFIX=.abcd",
                                "-COD-FUNC-PREF=abcdef",

@@ -111,16 +111,6 @@ void entries(TreeWriter &w) {
     w.define("User", w.sequence({w.comp("a", w.ref("A")), w.comp("f", w.ref("Frame"))}));
 }
 
-/* A selection names the alternative's type, which is made if it has none. */
-void selections(TreeWriter &w) {
-    const TypeNode pick =
-        w.define("Pick", w.choice({w.comp("number", w.integer(0, 9)), w.comp("u", w.ref("U"))}));
-    w.define("U", w.sequence({w.comp("x", w.boolean())}));
-    w.define("Named", w.selection("u", pick));
-    w.define("Plain", w.selection("number", pick)).entry();
-    w.define("User", w.sequence({w.comp("n", w.ref("Named")), w.comp("p", w.ref("Plain"))}));
-}
-
 /* Depth first, in the order of components; Hidden is needed by nobody, Used by others only. */
 void order(TreeWriter &w) {
     const auto of = [&](const char *a, const char *b) {
@@ -186,7 +176,6 @@ const TypesCase cases[] = {
     {"members", members},
     {"entries", entries},
     {"entries_morla", entries, {"-MORLA=2"}},
-    {"selections", selections},
     {"order", order},
     {"masks", masks},
     {"ignored", ignored},

@@ -75,7 +75,7 @@ bool beginsItem(const std::string &file, const std::string &text) {
                (text.starts_with("} ") && text.ends_with(";"));
     if (file.ends_with(".def"))
         return false;
-    return text.starts_with("extern ") || text.starts_with("void ") ||
+    return (text.starts_with("extern ") && !text.starts_with("extern \"C\"")) || text.starts_with("void ") ||
            (text.starts_with("static ") && text.find(" [] = {") != std::string::npos);
 }
 

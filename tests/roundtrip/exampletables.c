@@ -8,6 +8,9 @@
 #include "shop.tab"
 #include "stock.tab"
 #include "value.tab"
+#if !ASN_TABPARAM
+#include "kept.tab"
+#endif
 
 #define ROWS(table) table, (int)(sizeof table / sizeof table[0])
 
@@ -15,5 +18,8 @@ const MODULE modules[] = {
   { "basic", ROWS (basicEntryDescr) }, { "desk", ROWS (deskEntryDescr) },
   { "forms", ROWS (formsEntryDescr) }, { "shop", ROWS (shopEntryDescr) },
   { "stock", ROWS (stockEntryDescr) }, { "value", ROWS (valueEntryDescr) },
+#if !ASN_TABPARAM
+  { "kept", ROWS (keptEntryDescr) },
+#endif
 };
 const int nrOfModules = sizeof modules / sizeof modules[0];

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "examples/modules.h"
+#include "tests/roundtrip/frames.h"
 
 /* maketrees_all TREE NEW-TREE [OPTION ...]: a copy of a tree with general options.
    maketrees_all DIRECTORY [OPTION ...]: the trees of the example modules with general options,
@@ -63,18 +64,21 @@ int main(int argc, char **argv) {
     TreeWriter basic("Basic_Forms", "basic"), stock("Stock_Keeping", "stock");
     TreeWriter shop("Shop_Orders", "shop"), forms("All_Forms", "forms");
     TreeWriter value("Value_Forms", "value"), desk("Library_Desk", "desk");
+    TreeWriter frames("Kept_Values", "kept");
     shop.option("-TPREF=Shop");
     value.option("-TPREF=Val");
     desk.option("-TPREF=Desk");
+    frames.option("-TPREF=Kept");
     makeBasic(basic);
     makeStock(stock);
     makeShop(shop, stock);
     makeForms(forms, stock);
     makeValue(value, stock);
     makeOperations(desk);
-    const std::pair<TreeWriter *, const char *> all[] = {{&basic, "basic"}, {&stock, "stock"},
-                                                         {&shop, "shop"},   {&forms, "forms"},
-                                                         {&value, "value"}, {&desk, "desk"}};
+    makeFrames(frames);
+    const std::pair<TreeWriter *, const char *> all[] = {
+        {&basic, "basic"}, {&stock, "stock"}, {&shop, "shop"},  {&forms, "forms"},
+        {&value, "value"}, {&desk, "desk"},   {&frames, "kept"}};
     bool withHomes = false;
     for (int i = 2; i < argc; ++i)
         withHomes = withHomes || std::string_view(argv[i]).find("MORLA") != std::string_view::npos;

@@ -75,8 +75,9 @@ TEST(RuntimeReals, BinaryNumbersComeBackExactly) {
             d_TagLen(REAL_TAG);
             d_Real32(&narrow, CLOS_CLOS, REAL_MINUS_INF, 0.0, REAL_PLUS_INF, 0.0);
         });
-        if (std::isfinite(number) && std::fabs(number) > static_cast<REAL64>(FLT_MAX))
-            EXPECT_EQ(result, "VALUE_FAIL 0");
+        const REAL64 held = static_cast<REAL64>(static_cast<REAL32>(number));
+        if (std::isfinite(number) && (std::isinf(held) || (held == 0 && number != 0)))
+            EXPECT_EQ(result, "VALUE_FAIL 0") << "too large or too small";
         else
             EXPECT_EQ(narrow, static_cast<REAL32>(number));
     }
@@ -93,6 +94,30 @@ TEST(RuntimeReals, BinaryNumbersComeBackExactly) {
     EXPECT_TRUE(zero == 0 && std::signbit(zero));
     EXPECT_EQ("ASN_OK", readReal("090142", zero));
     EXPECT_TRUE(std::isnan(zero));
+}
+
+/* Each form rounds a long mantissa once; neither infinity nor 0 comes of a number that is none. */
+TEST(RuntimeReals, RoundingAndLimits) {
+    const auto readWide = [](const std::string &hex, REAL128 &value) {
+        return decoded(hex, [&](ASNCODG *asncodg) {
+            d_TagLen(REAL_TAG);
+            d_Real128(&value, CLOS_CLOS, REAL_MINUS_INF, 0.0, REAL_PLUS_INF, 0.0);
+        });
+    };
+    REAL128 wide = 0;
+    EXPECT_EQ("ASN_OK", readWide("090b 8000 018000000000000001", wide));
+    EXPECT_EQ(wide, std::ldexp(3.0L, 63) + 1.0L) << "a tie goes to the even one, where it is one";
+    EXPECT_EQ("ASN_OK", readWide("090d 8000 8000000000000001 800001", wide));
+    EXPECT_EQ(wide, std::ldexp(1.0L, 87) + std::ldexp(2.0L, 24));
+    REAL64 value = 0;
+    EXPECT_EQ("ASN_OK", readReal("090d 8000 8000000000000400 000001", value));
+    EXPECT_EQ(value, std::ldexp(1.0, 87) + std::ldexp(1.0, 35));
+    EXPECT_EQ("VALUE_FAIL 0", readWide("0906 8280000001 01", wide));
+    EXPECT_EQ("VALUE_FAIL 0", readReal("0904 81f80001", value));
+    EXPECT_EQ("VALUE_FAIL 0", readReal("0907 03 31652d393939", value)) << "1e-999";
+    EXPECT_EQ("ASN_OK", readReal("0907 03 30652d393939", value)) << "0e-999";
+    EXPECT_EQ(value, 0);
+    EXPECT_EQ("ASN_OK", readReal("0904 81f80000", value));
 }
 
 TEST(RuntimeReals, DecimalDigitsAndRanges) {

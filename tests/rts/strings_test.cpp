@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "tests/rts/codingcontext.h"
 
 namespace {
@@ -91,6 +93,24 @@ TEST(RuntimeStrings, LengthsHaveLimits) {
     Rights rights = {25, {0, 0, 0}};
     EXPECT_EQ("VALUE_FAIL", encoded([&](ASNCODG *asncodg) { e_BitString_8(3, &rights); }))
         << "a length beyond the array is not read";
+}
+
+/* Bits that did not come are 0 as far as the type goes, and no octet behind them is touched: in a
+   home the array has no end. */
+TEST(RuntimeStrings, BitsThatDidNotCome) {
+    struct {
+        Rights rights;
+        BYTE_TYPE behind[4];
+    } value;
+    for (const char *hex : {"0302 0780", "2304 0302 0780", "0301 00"}) {
+        std::memset(&value, 0xAA, sizeof value);
+        EXPECT_EQ("ASN_OK", decoded(hex, [&](ASNCODG *asncodg) {
+                      d_TagLen(BITS_TAG);
+                      d_BitString8(reinterpret_cast<ASN_STASTR8 *>(&value.rights), 0, 20);
+                  }));
+        EXPECT_EQ(hexOf(value.rights.st, 3), value.rights.n == 1 ? "800000" : "000000") << hex;
+        EXPECT_EQ(hexOf(value.behind, 4), "aaaaaaaa");
+    }
 }
 
 TEST(RuntimeStrings, SpansInConstraintChecks) {

@@ -61,6 +61,15 @@ void readNested(ASNCODG *asncodg) {
         d_EOC();
 }
 
+TEST(RuntimeTags, AnEndOfContentsIsTwoZeros) {
+    const auto skipped = [](const std::string &hex) {
+        return decoded(hex, [](ASNCODG *asncodg) { d_Skip(); });
+    };
+    EXPECT_EQ(skipped("3080 0500 0000"), "ASN_OK");
+    EXPECT_EQ(skipped("3080 0500 008100"), "TAG_FAIL 0");
+    EXPECT_EQ(skipped("3080 0500 008200000000"), "TAG_FAIL 0");
+}
+
 TEST(RuntimeTags, NestingHasALimit) {
     auto nested = [](int depth) {
         std::string hex;

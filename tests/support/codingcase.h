@@ -17,6 +17,7 @@ enum Kinds : unsigned {
     TESTING = 2, /* asking and printing functions: golden/testing */
     ALL = CODING | TESTING,
     TYPES = 4, /* the ".typ" file: golden/types */
+    CODING_AND_TYPES = CODING | TYPES,
     ALL_AND_TYPES = ALL | TYPES
 };
 

@@ -11,7 +11,11 @@ std::string prefixOf(const TreeWriter &tree) {
 }
 
 /* From behind the last include, or the guard, up to the end of the guard. */
-std::string content(const std::string &text) {
+std::string content(std::string text) {
+    for (const std::string linkage : {"\n#ifdef __cplusplus\nextern \"C\" {\n#endif\n",
+                                      "\n#ifdef __cplusplus\n}\n#endif\n"})
+        if (const std::size_t place = text.find(linkage); place != std::string::npos)
+            text.erase(place, linkage.size());
     std::size_t begin = text.rfind("#include \"");
     begin = begin == std::string::npos ? text.find("#define ") : text.find("#endif\n", begin);
     begin = begin == std::string::npos ? 0 : text.find('\n', begin) + 1;
@@ -77,9 +81,13 @@ std::string usesOfDefines(const WorkDir &dir, const std::string &prefix) {
             continue;
         if (line.compare(end, 6, "(elem)") == 0)
             source += "  (void)" + name + "(elem);\n";
-        else if (line[end] == '(')
+        else if (line.compare(end, 2, "()") == 0)
+            source += "  (void)" + name + "();\n";
+        else if (line.compare(end, 6, "(iter)") == 0)
+            source += "  (void)" + name + "(first" + name.substr(4) + "());\n";
+        else if (line[end] == '(' && line.compare(end, 5, "(obj)") != 0)
             source += "  (void)" + name + "((struct t_" + type + " *)structure);\n";
-        else
+        else if (line[end] != '(')
             source += "  (void)(" + name + ");\n";
     }
     return source + "}\n";

@@ -54,7 +54,8 @@ std::string compileC(const WorkDir &dir, const std::string &compiler, const std:
     /* A check of the syntax alone would miss what is only warned of when code is made. */
     WorkDir objects;
     std::vector<std::string> arguments = flags;
-    arguments.insert(arguments.end(), {"-c", "-o", objects.path("out.o"), "-x", "c", file});
+    arguments.insert(arguments.end(), {"-c", "-o", objects.path("out.o"), "-x",
+                                       compiler.ends_with("++") ? "c++" : "c", file});
     ProgramRun run = runProgram(dir, compiler, arguments);
     std::string messages = run.out + run.err;
     if (run.status != 0 && messages.empty())

@@ -22,7 +22,7 @@ inline std::string compareGolden(const std::string &name, const std::string &tex
 /* "diff -u" of two texts; empty if they are equal. */
 std::string differenceOf(const std::string &before, const std::string &after);
 
-/* What a C compiler ("gcc", "clang") says of a file in `dir`, whatever its suffix: empty if it
+/* What a compiler of C ("gcc", "clang") or C++ ("g++", "clang++") says of a file in `dir`, whatever its suffix: empty if it
    accepts it without a word. The object file is dropped. */
 std::string compileC(const WorkDir &dir, const std::string &compiler, const std::string &file,
                      const std::vector<std::string> &flags);

@@ -304,15 +304,27 @@ TypeNode TreeWriter::refTo(std::int32_t moduleNr, RecNr record) {
     return reference;
 }
 
+namespace {
+
+/* The component with this name, 0 if there is none. */
+RecNr componentOf(TypeNode structure, std::string_view name) {
+    RecNr found = structure->refRecord;
+    const TreeWriter &tree = *structure.tree;
+    const auto nameOf = [&](RecNr nr) { return tree.strings8[at(tree.tNodes[at(nr)].nameIdx)]; };
+    while (found != 0 && nameOf(found) != name)
+        found = tree.tNodes[at(found)].next;
+    return found;
+}
+
+} // namespace
+
 TypeNode TreeWriter::selection(std::string_view alternative, TypeNode choice) {
-    RecNr name = str(alternative);
-    RecNr found = choice->refRecord;
-    while (found != 0 && tNodes[at(found)].nameIdx != name)
-        found = tNodes[at(found)].next;
+    const std::int32_t moduleNr = choice.tree == this ? 1 : import(*choice.tree);
+    const TypeNode reference = choice.tree == this ? choice : refTo(moduleNr, choice.nr);
     TypeNode node = type(TYP_SELECTION);
     node->refModule = 1;
-    node->refRecord = choice.nr;
-    node->auxRecord = addS({1, found, 0});
+    node->refRecord = reference.nr;
+    node->auxRecord = addS({moduleNr, componentOf(choice, alternative), 0});
     return node;
 }
 

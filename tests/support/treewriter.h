@@ -196,7 +196,7 @@ struct TreeWriter : asntree::Tree {
     TypeNode ref(std::string_view name);
     TypeNode ref(const TreeWriter &other, std::string_view name);
     TypeNode refTo(std::int32_t moduleNr, RecNr record);
-    /* `alternative < Choice`, both definitions of this tree that were made before. */
+    /* `alternative < Choice`, a definition of this tree or another that was made before. */
     TypeNode selection(std::string_view alternative, TypeNode choice);
     /* The head of a parameterised definition with its parameters replaced, and a type that is an
        instance of it. The name is that of the parameterised definition. */
