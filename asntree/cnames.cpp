@@ -42,6 +42,32 @@ void addTypeNames(Collector &out, const std::string &name, const std::string &pr
     out.derived(prefix, name);
 }
 
+/* Component defines end in the name of the definition, whatever they are nested in, bodies of
+   parameterized definitions included. */
+void addComponentNames(Collector &out, const NameTable &table, const std::string &name,
+                       const Assignment &assignment) {
+    std::vector<std::pair<const Type *, const ModuleInfo *>> open{
+        {assignment.type, table.c.moduleInfos.at(assignment.module)}};
+    std::unordered_set<const Assignment *> bodies;
+    while (!open.empty()) {
+        const auto [type, module] = open.back();
+        open.pop_back();
+        if (type->element != nullptr)
+            open.emplace_back(type->element, module);
+        for (const Component &component : type->components) {
+            if (component.name.given())
+                out.derived(withUnderscores(component.name.text), "_", name);
+            if (component.type != nullptr)
+                open.emplace_back(component.type, module);
+        }
+        if (type->kind != TypeKind::Reference || !type->ref.hasParameters)
+            continue;
+        const Assignment *body = definitionNamed(table.c, *module, type->ref);
+        if (body != nullptr && body->type != nullptr && bodies.insert(body).second)
+            open.emplace_back(body->type, table.c.moduleInfos.at(body->module));
+    }
+}
+
 void addClassNames(Collector &out, const std::string &name, const std::string &prefix,
                    const Assignment &assignment) {
     out.derived("t_", name);
@@ -61,8 +87,11 @@ void addNames(const NameTable &table, std::uint32_t number, std::vector<NameUse>
     switch (definition.kind) {
     case DefinitionKind::Type:
         out.add(NameRole::Own, name);
-        if (definition.assignment->type != nullptr)
-            addTypeNames(out, name, prefix, *definition.assignment->type);
+        if (definition.assignment->type == nullptr)
+            break;
+        addTypeNames(out, name, prefix, *definition.assignment->type);
+        if (table.given.componentDefines[definition.tree])
+            addComponentNames(out, table, name, *definition.assignment);
         break;
     case DefinitionKind::Class:
         out.add(NameRole::Own, name);

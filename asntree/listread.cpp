@@ -118,20 +118,20 @@ bool isSame(const ListingNote &a, const ListingNote &b) {
 
 std::vector<ListingNote> listingNotes(const Compilation &c, const TreePlan &plan,
                                       const EmittedTree &emitted) {
+    std::unordered_map<std::uint32_t, std::vector<const Module *>> modules; /* by file */
+    for (const ModuleInfo *info : plan.modules)
+        modules[info->syntax->file].push_back(info->syntax);
     std::vector<ListingNote> notes;
     for (const Diagnostic &diagnostic : c.diagnostics.list) {
-        if (diagnostic.severity != Severity::Note)
+        auto found = diagnostic.severity == Severity::Note ? modules.find(diagnostic.place.file)
+                                                           : modules.end();
+        if (found == modules.end())
             continue;
-        for (const ModuleInfo *info : plan.modules) {
-            const Module &module = *info->syntax;
-            if (diagnostic.place.file != module.file ||
-                diagnostic.place.offset < module.name.place.offset ||
-                diagnostic.place.offset > module.end.offset)
-                continue;
-            notes.push_back(
-                noteOf(emitted, definitionAt(module, diagnostic.place), diagnostic.text));
-            break;
-        }
+        for (const Module *module : found->second)
+            if (diagnostic.place.offset >= module->name.place.offset &&
+                diagnostic.place.offset <= module->end.offset)
+                notes.push_back(
+                    noteOf(emitted, definitionAt(*module, diagnostic.place), diagnostic.text));
     }
     for (const EmitNote &note : emitted.notes)
         notes.push_back(noteOf(emitted, note.definition, note.text));

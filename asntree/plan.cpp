@@ -10,14 +10,26 @@ namespace asntree {
 
 namespace {
 
-/* Naming options are stored in a tree as they were given; what counts is their order there. */
-NamingRules namingRules(const Settings &settings, const TreePlan &tree) {
+bool isYes(std::string_view value) {
+    return value == "1" || value == "YES" || value == "yes" || value == "Yes";
+}
+
+/* What the options that are stored in a tree say of names; their order there counts. */
+void addGivenNames(const Settings &settings, const TreePlan &tree, GivenNames &given) {
+    constexpr std::string_view COMPONENT_DEFINES = "-CDEFS=";
+    const std::string_view module = tree.modules.front()->syntax->name.text;
     NamingRules rules;
-    for (const StoredOption &option :
-         storedOptions(settings, tree.filePrefix, tree.modules.front()->syntax->name.text))
-        if (option.tedKind == TED_OPTION)
-            addNamingOption(rules, option.text);
-    return rules;
+    bool componentDefines = false;
+    for (const StoredOption &option : storedOptions(settings, tree.filePrefix, module)) {
+        if (option.tedKind != TED_OPTION)
+            continue;
+        addNamingOption(rules, option.text);
+        if (option.text.starts_with(COMPONENT_DEFINES))
+            componentDefines = isYes(option.text.substr(COMPONENT_DEFINES.size()));
+    }
+    given.rules.push_back(std::move(rules));
+    given.nameLengths.push_back(moduleSettings(settings, tree.filePrefix, module).nameLength);
+    given.componentDefines.push_back(componentDefines);
 }
 
 } // namespace
@@ -26,13 +38,10 @@ Plan makePlan(Compilation &c, const Settings &settings, const DefinitionWords &w
     Plan plan;
     mergeModules(c, settings, plan);
     choosePrefixes(c, settings, plan);
-    GivenNames given{{}, {}, words.naming};
+    GivenNames given{{}, {}, {}, words.naming};
     for (TreePlan &tree : plan.trees) {
         orderDefinitions(c, tree);
-        given.rules.push_back(namingRules(settings, tree));
-        given.nameLengths.push_back(
-            moduleSettings(settings, tree.filePrefix, tree.modules.front()->syntax->name.text)
-                .nameLength);
+        addGivenNames(settings, tree, given);
     }
     chooseEntries(c, settings, words.entries, plan);
     renameClashes(c, settings, given, plan);

@@ -11,6 +11,7 @@ namespace asntree {
 struct GivenNames {
     std::vector<NamingRules> rules;       /* parallel to Plan::trees */
     std::vector<std::size_t> nameLengths; /* the same: NAMELEN= */
+    std::vector<bool> componentDefines;   /* the same: CDEFS= */
     std::unordered_map<const Assignment *, std::vector<std::string>> overrides;
 };
 
