@@ -188,8 +188,8 @@ struct Chooser {
     void choose(const Assignment *assignment, std::uint8_t categories) {
         const ModuleEntries &module = modules.at(assignment->module);
         EntryChoice &choice = plan.entries[assignment];
-        const auto all = static_cast<std::uint8_t>(
-            choice.categories | (categories != 0 ? categories : module.common));
+        const auto all = static_cast<std::uint8_t>(choice.categories |
+                                                   (categories != 0 ? categories : module.common));
         choice = choiceOf(module.settings, all);
     }
     bool inScope(const EntryOption &entry, const Module &module) const {
@@ -210,8 +210,7 @@ void fillChooser(Chooser &chooser) {
         for (const ModuleInfo *info : tree.modules) {
             const Module *module = info->syntax;
             ModuleEntries &entries = chooser.modules[module];
-            entries.settings =
-                moduleSettings(chooser.settings, tree.filePrefix, module->name.text);
+            entries.settings = moduleSettings(chooser.settings, tree.filePrefix, module->name.text);
             for (const EntryOption &entry : chooser.settings.entries)
                 if (chooser.inScope(entry, *module)) {
                     if (!entry.type.empty())

@@ -36,8 +36,7 @@ struct Walk {
     std::vector<Frame> frames;
     std::uint32_t visits = 0;
 
-    explicit Walk(const Graph &g)
-        : graph(g), order(g.nodes(), UNSEEN), low(g.nodes(), UNSEEN) {
+    explicit Walk(const Graph &g) : graph(g), order(g.nodes(), UNSEEN), low(g.nodes(), UNSEEN) {
         groups.groupOf.assign(g.nodes(), UNSEEN);
     }
 };

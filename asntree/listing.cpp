@@ -8,14 +8,47 @@
 namespace asntree {
 
 const char *typeWord(int mainType) {
-    constexpr const char *words[TYP_COUNT] = {
-        "BOOLEAN", "INTEGER", "ENUMERATED", "REAL", "BIT STRING", "OCTET STRING", "NULL",
-        "SEQUENCE", "SEQUENCE OF", "SET", "SET OF", "CHOICE", "ANY", "EMBEDDED PDV",
-        "OBJECT IDENTIFIER", "NumericString", "PrintableString", "TeletexString",
-        "VideotexString", "VisibleString", "IA5String", "GraphicString", "GeneralString",
-        "BMPString", "UniversalString", "CHARACTER STRING", "GeneralizedTime", "UTCTime",
-        "EXTERNAL (1990)", "EXTERNAL", "ObjectDescriptor", "INSTANCE OF", "reference", "...",
-        "selection", "field", "open type", "CLASS", "TYPE-IDENTIFIER", "ABSTRACT-SYNTAX", "none"};
+    constexpr const char *words[TYP_COUNT] = {"BOOLEAN",
+                                              "INTEGER",
+                                              "ENUMERATED",
+                                              "REAL",
+                                              "BIT STRING",
+                                              "OCTET STRING",
+                                              "NULL",
+                                              "SEQUENCE",
+                                              "SEQUENCE OF",
+                                              "SET",
+                                              "SET OF",
+                                              "CHOICE",
+                                              "ANY",
+                                              "EMBEDDED PDV",
+                                              "OBJECT IDENTIFIER",
+                                              "NumericString",
+                                              "PrintableString",
+                                              "TeletexString",
+                                              "VideotexString",
+                                              "VisibleString",
+                                              "IA5String",
+                                              "GraphicString",
+                                              "GeneralString",
+                                              "BMPString",
+                                              "UniversalString",
+                                              "CHARACTER STRING",
+                                              "GeneralizedTime",
+                                              "UTCTime",
+                                              "EXTERNAL (1990)",
+                                              "EXTERNAL",
+                                              "ObjectDescriptor",
+                                              "INSTANCE OF",
+                                              "reference",
+                                              "...",
+                                              "selection",
+                                              "field",
+                                              "open type",
+                                              "CLASS",
+                                              "TYPE-IDENTIFIER",
+                                              "ABSTRACT-SYNTAX",
+                                              "none"};
     return mainType >= 0 && mainType < TYP_COUNT ? words[mainType] : "?";
 }
 
@@ -121,9 +154,9 @@ constexpr BitWord optionWords[] = {
     {optionMask(OPT_SAVE_EXTENSIONS), "saves extensions"},
 };
 constexpr BitWord flagWords[] = {
-    {TYPE_HAS_OPTIONAL, "has optional"},   {TYPE_HAS_UNTAGGED, "has untagged"},
-    {TYPE_RECURSIVE, "recursive"},         {TYPE_HAS_MANDATORY, "has mandatory"},
-    {TYPE_EXTENSIBLE, "extensible"},       {TYPE_AUTOMATIC_TAGS, "automatic tags"},
+    {TYPE_HAS_OPTIONAL, "has optional"}, {TYPE_HAS_UNTAGGED, "has untagged"},
+    {TYPE_RECURSIVE, "recursive"},       {TYPE_HAS_MANDATORY, "has mandatory"},
+    {TYPE_EXTENSIBLE, "extensible"},     {TYPE_AUTOMATIC_TAGS, "automatic tags"},
     {TYPE_IGNORABLE, "ignorable"},
 };
 /* Bits of entryFlags, and of a list's functions. */
@@ -184,8 +217,7 @@ std::string typeText(Lister &lister, const TNode &node) {
         return text;
     }
     case TYP_SELECTION:
-        return pathText(lister, node.auxRecord) + " < " +
-               typeNameAt(lister, 1, node.refRecord);
+        return pathText(lister, node.auxRecord) + " < " + typeNameAt(lister, 1, node.refRecord);
     case TYP_FIELDLIST: {
         const std::string path = pathText(lister, node.auxRecord);
         return typeNameAt(lister, node.refModule, node.refRecord) + ".&" +
@@ -230,9 +262,8 @@ void listItems(Lister &lister, int depth, RecNr first) {
             return;
         text += text.empty() ? "" : ", ";
         text += stringAt(lister.tree, item->nameIdx);
-        text += item->valueKind == TYP_EXTENSION_MARKER
-                    ? "..."
-                    : "(" + valueText(lister, *item, 0) + ")";
+        text += item->valueKind == TYP_EXTENSION_MARKER ? "..."
+                                                        : "(" + valueText(lister, *item, 0) + ")";
     }
     if (!text.empty())
         addLine(lister, depth, "items " + text);
@@ -300,9 +331,8 @@ void listType(Lister &lister, const TNode &node, int depth, const TNode *father)
 
 void listValue(Lister &lister, const VNode &node) {
     std::string line = stringAt(lister.tree, node.nameIdx) + " ";
-    const TNode *governor = node.governorModule <= 1
-                                ? recordAt(lister.tree.tNodes, node.governorRec)
-                                : nullptr;
+    const TNode *governor =
+        node.governorModule <= 1 ? recordAt(lister.tree.tNodes, node.governorRec) : nullptr;
     if (governor != nullptr && governor->nameIdx == 0)
         line += typeText(lister, *governor);
     else
@@ -359,10 +389,11 @@ std::vector<Listed> definitionsOf(const Tree &tree) {
 
 void listHeader(Lister &lister) {
     const MNode &header = lister.tree.mNodes.front();
-    addLine(lister, 0, "module " + stringAt(lister.tree, header.moduleName) + ", tree " +
-                           stringAt(lister.tree, header.filePrefix) + ", from " +
-                           stringAt(lister.tree, header.sourceDirectory) +
-                           stringAt(lister.tree, header.sourceFileName));
+    addLine(lister, 0,
+            "module " + stringAt(lister.tree, header.moduleName) + ", tree " +
+                stringAt(lister.tree, header.filePrefix) + ", from " +
+                stringAt(lister.tree, header.sourceDirectory) +
+                stringAt(lister.tree, header.sourceFileName));
     if (const VNode *value = recordAt(lister.tree.vNodes, header.moduleValue))
         addLine(lister, 1, "identifier " + valueText(lister, *value, 0));
     if (header.exportsMode != 0)
@@ -370,9 +401,10 @@ void listHeader(Lister &lister) {
     listOptions(lister, 1, header.tedFirst, header.tedLast);
     for (std::size_t i = 1; i < lister.tree.mNodes.size(); ++i) {
         const MNode &import = lister.tree.mNodes[i];
-        addLine(lister, 1, "import " + stringAt(lister.tree, import.moduleName) + ", tree " +
-                               stringAt(lister.tree, import.filePrefix) +
-                               ((import.importMark >> 4) != 0 ? "" : ", nothing of its imports"));
+        addLine(lister, 1,
+                "import " + stringAt(lister.tree, import.moduleName) + ", tree " +
+                    stringAt(lister.tree, import.filePrefix) +
+                    ((import.importMark >> 4) != 0 ? "" : ", nothing of its imports"));
     }
 }
 

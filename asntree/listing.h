@@ -18,20 +18,20 @@ struct ListingNote {
     std::string text;
 };
 
-/* Trees by generation prefix, for the names of what lies in other modules; without its tree a record
-   there is told by its number. */
+/* Trees by generation prefix, for the names of what lies in other modules; without its tree a
+   record there is told by its number. */
 using KnownTrees = std::unordered_map<std::string, const Tree *>;
 
 std::string listTree(const Tree &tree, const KnownTrees &known,
                      const std::vector<ListingNote> &notes);
 
-/* The notes for the listing of one tree: those of the emitter, and those of all parts before it that
-   speak of its modules. */
+/* The notes for the listing of one tree: those of the emitter, and those of all parts before it
+   that speak of its modules. */
 std::vector<ListingNote> listingNotes(const Compilation &c, const TreePlan &plan,
                                       const EmittedTree &emitted);
 
-/* Reads the bytes of a tree, as any compiler wrote it; false, with the reason, if they are none. The
-   numbers in its records may lead anywhere; a listing takes them as they are. */
+/* Reads the bytes of a tree, as any compiler wrote it; false, with the reason, if they are none.
+   The numbers in its records may lead anywhere; a listing takes them as they are. */
 bool readTree(const std::string &bytes, Tree &tree, std::string &why);
 
 } // namespace asntree

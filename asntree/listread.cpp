@@ -39,7 +39,8 @@ bool readStrings(Bytes &bytes, std::int32_t count, std::vector<String> &strings)
     for (std::int32_t nr = 0; nr < count; ++nr) {
         if (bytes.left() < 2)
             return false;
-        const std::size_t length = static_cast<std::size_t>(bytes.data()[0] * 256 + bytes.data()[1]);
+        const std::size_t length =
+            static_cast<std::size_t>(bytes.data()[0] * 256 + bytes.data()[1]);
         bytes.at += 2;
         if (length == 0 || bytes.left() < length * width)
             return false;

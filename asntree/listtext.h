@@ -4,8 +4,8 @@
 
 #include "asntree/listing.h"
 
-/* What the files that make listings share. Trees from elsewhere may hold any numbers, so each access
-   to a record is checked, and the whole listing bounded. */
+/* What the files that make listings share. Trees from elsewhere may hold any numbers, so each
+   access to a record is checked, and the whole listing bounded. */
 
 namespace asntree {
 
@@ -13,14 +13,13 @@ struct Lister {
     const Tree &tree;
     const KnownTrees &known;
     std::string out;
-    std::size_t budget; /* records that may still be looked at */
+    std::size_t budget;               /* records that may still be looked at */
     std::unordered_set<RecNr> bodies; /* of instances, listed already */
 
     Lister(const Tree &t, const KnownTrees &k)
-        : tree(t), known(k),
-          budget(4 * (t.tNodes.size() + t.vNodes.size() + t.subRecs.size() + t.tagRecs.size() +
-                      t.tedRecs.size() + t.sNodes.size()) +
-                 1000) {}
+        : tree(t), known(k), budget(4 * (t.tNodes.size() + t.vNodes.size() + t.subRecs.size() +
+                                         t.tagRecs.size() + t.tedRecs.size() + t.sNodes.size()) +
+                                    1000) {}
     bool spend() { return budget > 0 && budget-- > 0; }
 };
 

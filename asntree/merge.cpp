@@ -15,9 +15,8 @@ std::vector<ModuleInfo *> sortedModules(const Compilation &c) {
     for (const auto &info : c.modules)
         if (!info->predefined)
             modules.push_back(info.get());
-    std::sort(modules.begin(), modules.end(), [&c](const ModuleInfo *a, const ModuleInfo *b) {
-        return standsBefore(c, *a, *b);
-    });
+    std::sort(modules.begin(), modules.end(),
+              [&c](const ModuleInfo *a, const ModuleInfo *b) { return standsBefore(c, *a, *b); });
     return modules;
 }
 
@@ -53,7 +52,8 @@ std::vector<std::uint32_t> mergedModules(Compilation &c, const MergeChoice &merg
                 found.push_back(n);
         if (found.size() == before)
             error(c.diagnostics, {},
-                  merge.where + "-MERGE=" + merge.prefix + ": there is no module `" + name + "` in this run");
+                  merge.where + "-MERGE=" + merge.prefix + ": there is no module `" + name +
+                      "` in this run");
     }
     return found;
 }

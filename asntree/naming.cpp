@@ -99,11 +99,10 @@ void addNamingOption(NamingRules &rules, std::string_view option) {
         return;
     std::string_view value = std::string_view(text).substr(row->word.size() + parts[part].size());
     const std::size_t colon = value.find(':');
-    NamingRules::Rule &rule = ruleFor(rules.kinds[row->number],
-                                      colon == value.npos ? "" : value.substr(0, colon));
+    NamingRules::Rule &rule =
+        ruleFor(rules.kinds[row->number], colon == value.npos ? "" : value.substr(0, colon));
     value.remove_prefix(colon == value.npos ? 0 : colon + 1);
-    std::optional<std::string> *const members[] = {&rule.pref, &rule.name, &rule.suff,
-                                                   &rule.conv};
+    std::optional<std::string> *const members[] = {&rule.pref, &rule.name, &rule.suff, &rule.conv};
     *members[part] = std::string(value);
 }
 
@@ -146,8 +145,8 @@ std::string nameInC(const Naming &naming, std::string_view name, std::size_t nam
     const bool toUpper = !letters.empty() && (letters[0] == 'U' || letters[0] == 'u');
     std::string text;
     char before = 0;
-    for (const std::string_view part : {std::string_view(naming.pref), body,
-                                        std::string_view(naming.suff)})
+    for (const std::string_view part :
+         {std::string_view(naming.pref), body, std::string_view(naming.suff)})
         for (char ch : part) {
             const bool isUpper = ch >= 'A' && ch <= 'Z';
             const bool isLower = ch >= 'a' && ch <= 'z';

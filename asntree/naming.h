@@ -29,7 +29,7 @@ struct NamingRules {
         std::optional<std::string> conv;
     };
     struct Kind {
-        std::vector<Rule> rules; /* the first one is for all names */
+        std::vector<Rule> rules;                             /* the first one is for all names */
         std::unordered_map<std::string, std::size_t> byText; /* as an option wrote the name */
         std::unordered_map<std::string, std::size_t> byName; /* with "_"; the first of a name */
     };

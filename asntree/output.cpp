@@ -176,8 +176,8 @@ std::string velmoCommand(const Settings &settings, const Plan &plan) {
     for (const TreePlan &tree : plan.trees)
         longest = std::max(longest, tree.genPrefix.size());
     if (longest > VELMO_PREFIX_LENGTH || settings.prefixLengthGiven)
-        words.push_back("-PREFIXLEN=" + std::to_string(std::max<std::size_t>(
-                                            longest, settings.prefixLength)));
+        words.push_back("-PREFIXLEN=" +
+                        std::to_string(std::max<std::size_t>(longest, settings.prefixLength)));
     if (!settings.treeDirectory.empty())
         words.push_back(shellWord("-S=" + settings.treeDirectory));
     for (const TreePlan &tree : plan.trees)

@@ -27,7 +27,8 @@ struct EntryChoice {
     std::uint8_t categories = 0; /* TNode.entryCategories */
 };
 
-/* The prefixes of a module: that of its tree, or those that it would have outside of a merged one. */
+/* The prefixes of a module: that of its tree, or those that it would have outside of a merged one.
+ */
 struct ModulePrefixes {
     std::string file;
     std::string gen;
@@ -38,9 +39,9 @@ struct Plan {
     std::unordered_map<const ModuleInfo *, std::size_t> treeOfModule; /* index in `trees` */
     std::unordered_map<const ModuleInfo *, ModulePrefixes> prefixes;
     std::unordered_map<const Assignment *, EntryChoice> entries;
-    /* Naming overrides of definitions, as they stand in the tree: "-TPREF=h225", "-VNAME=..." with the
-       letters of the definition's kind (naming.h). They stand behind those that Words give, which
-       they take into account. */
+    /* Naming overrides of definitions, as they stand in the tree: "-TPREF=h225", "-VNAME=..." with
+       the letters of the definition's kind (naming.h). They stand behind those that Words give,
+       which they take into account. */
     std::unordered_map<const Assignment *, std::vector<std::string>> overrides;
 };
 

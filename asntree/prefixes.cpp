@@ -12,10 +12,10 @@ namespace {
 /* Prefixes that no module may have: files of the run-time layer would be overwritten or included in
    place of the module's, and some systems keep names for devices. */
 constexpr std::string_view reservedPrefixes[] = {
-    "asn",     "asntyp", "asncodec", "asntst", "asnuti", "asnstrc", "asnstrt", "asnapi", "asnint",
-    "asntest", "con",    "prn",      "aux",    "nul",    "com1",    "com2",    "com3",   "com4",
-    "com5",    "com6",   "com7",     "com8",   "com9",   "lpt1",    "lpt2",    "lpt3",   "lpt4",
-    "lpt5",    "lpt6",   "lpt7",     "lpt8",   "lpt9"};
+    "asn",    "asntyp",  "asncodec", "asntst", "asnuti", "asnstrc", "asnstrt", "asnapi",
+    "asnint", "asntest", "con",      "prn",    "aux",    "nul",     "com1",    "com2",
+    "com3",   "com4",    "com5",     "com6",   "com7",   "com8",    "com9",    "lpt1",
+    "lpt2",   "lpt3",    "lpt4",     "lpt5",   "lpt6",   "lpt7",    "lpt8",    "lpt9"};
 
 bool isLetter(char ch) {
     return (ch >= 'A' && ch <= 'Z') || (ch >= 'a' && ch <= 'z');
@@ -47,8 +47,9 @@ bool isReserved(const std::string &key) {
 /* Names in C begin with a prefix, so it has to begin with a letter. */
 bool isGoodPrefix(std::string_view prefix, std::size_t length) {
     return !prefix.empty() && prefix.size() <= length && isLetter(prefix.front()) &&
-           std::all_of(prefix.begin(), prefix.end(),
-                       [](char ch) { return isLetter(ch) || (ch >= '0' && ch <= '9') || ch == '_'; }) &&
+           std::all_of(
+               prefix.begin(), prefix.end(),
+               [](char ch) { return isLetter(ch) || (ch >= '0' && ch <= '9') || ch == '_'; }) &&
            !isReserved(keyOf(prefix));
 }
 
@@ -59,15 +60,14 @@ std::string_view stemOf(std::string_view path) {
     return path.substr(0, path.find_last_of('.'));
 }
 
-/* The files that hold one module, by their texts: of a file that was searched for a module others may
-   not be in the run. */
+/* The files that hold one module, by their texts: of a file that was searched for a module others
+   may not be in the run. */
 std::vector<bool> filesOfOneModule(const Sources &sources) {
     std::vector<bool> single;
     for (const SourceFile &file : sources.files)
-        single.push_back(std::count_if(file.tokens.begin(), file.tokens.end(),
-                                       [](const Token &token) {
-                                           return token.word == Word::DEFINITIONS;
-                                       }) == 1);
+        single.push_back(
+            std::count_if(file.tokens.begin(), file.tokens.end(),
+                          [](const Token &token) { return token.word == Word::DEFINITIONS; }) == 1);
     return single;
 }
 
@@ -87,9 +87,8 @@ std::vector<const ModuleInfo *> sortedModules(const Compilation &c, const Plan &
     std::vector<const ModuleInfo *> modules;
     for (const TreePlan &tree : plan.trees)
         modules.insert(modules.end(), tree.modules.begin(), tree.modules.end());
-    std::sort(modules.begin(), modules.end(), [&c](const ModuleInfo *a, const ModuleInfo *b) {
-        return standsBefore(c, *a, *b);
-    });
+    std::sort(modules.begin(), modules.end(),
+              [&c](const ModuleInfo *a, const ModuleInfo *b) { return standsBefore(c, *a, *b); });
     return modules;
 }
 
@@ -115,8 +114,8 @@ void takePrefixOptions(Compilation &c, const Settings &settings, Plan &plan, Tak
         auto found = byName.find(withUnderscores(choice.module));
         if (found == byName.end())
             continue; /* an option file may serve many runs */
-        auto [place, isNew] =
-            plan.prefixes.emplace(found->second, ModulePrefixes{choice.filePrefix, choice.genPrefix});
+        auto [place, isNew] = plan.prefixes.emplace(
+            found->second, ModulePrefixes{choice.filePrefix, choice.genPrefix});
         if (!isNew)
             error(c.diagnostics, {},
                   "-PREFIX=" + choice.module + ": the module has a prefix already, `" +

@@ -99,8 +99,8 @@ TokenRange tokensOf(const Compilation &c, const Assignment &assignment) {
     const Module &module = *assignment.module;
     const SourceFile &file = c.sources[module.file];
     const bool last = assignment.index + 1 >= module.assignments.size();
-    const std::uint32_t end = last ? module.end.offset
-                                   : module.assignments[assignment.index + 1]->name.place.offset;
+    const std::uint32_t end =
+        last ? module.end.offset : module.assignments[assignment.index + 1]->name.place.offset;
     return {module.file, tokenAt(file, assignment.name.place.offset), tokenAt(file, end)};
 }
 
@@ -127,8 +127,7 @@ std::vector<const Assignment *> definitionsNamedIn(const Compilation &c, const M
             at = moduleNamed(c, module, name);
             i += 2;
             if (at != nullptr)
-                if (const Assignment *other =
-                        definitionNamed(c, *at, textOf(file, file.tokens[i])))
+                if (const Assignment *other = definitionNamed(c, *at, textOf(file, file.tokens[i])))
                     found.push_back(other);
             continue;
         }

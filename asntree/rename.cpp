@@ -13,7 +13,7 @@ namespace {
 struct Meetings {
     const Plan &plan;
     bool everywhere;
-    std::vector<std::vector<std::uint32_t>> includers; /* by tree */
+    std::vector<std::vector<std::uint32_t>> includers;          /* by tree */
     std::unordered_map<std::uint32_t, std::vector<bool>> above; /* all that lead to a tree */
 
     Meetings(const Plan &p, bool all) : plan(p), everywhere(all) {
@@ -104,7 +104,11 @@ Rank rankOf(Renamer &renamer, const NameUse &mine, const NameUse &other) {
     /* Of a name and one that is derived, only the name is changed. */
     if (mine.role == NameRole::Derived && other.role != NameRole::Derived)
         return Rank::None;
-    return other.role == NameRole::Derived ? Rank::DerivedName : Rank::SameName;
+    if (other.role == NameRole::Derived)
+        return Rank::DerivedName;
+    /* A name that was changed gives way to one that stands as it was written. */
+    const std::vector<NamedDefinition> &all = renamer.table.definitions;
+    return all[mine.owner].step == 0 && all[other.owner].step > 0 ? Rank::None : Rank::SameName;
 }
 
 /* Uses of one name. They are sorted by roles, so that the first clash is the one that counts. */
@@ -160,8 +164,8 @@ std::string reasonOf(const Renamer &renamer, const NamedDefinition &definition,
 /* A name that nothing has yet, with a number at its end. */
 void giveNumber(Renamer &renamer, NamedDefinition &definition, std::set<std::uint64_t> &newNames) {
     const std::string_view written = definition.assignment->name.text;
-    const std::string base = definition.naming.name.empty() ? std::string(written)
-                                                            : definition.naming.name;
+    const std::string base =
+        definition.naming.name.empty() ? std::string(written) : definition.naming.name;
     const std::size_t length = renamer.table.given.nameLengths[definition.tree];
     for (int number = 1;; ++number) {
         const std::string tail = "_" + std::to_string(number);
@@ -224,8 +228,7 @@ void storeOverrides(Compilation &c, const NameTable &table, Plan &plan) {
         if (definition.step == 2)
             texts.push_back(word + "NAME=" + definition.naming.name);
         const std::string text = quoted(definition.assignment->name.text) + " is called " +
-                                 quoted(nameInC(table, definition)) + " in C: " +
-                                 definition.reason;
+                                 quoted(nameInC(table, definition)) + " in C: " + definition.reason;
         plan.trees[definition.tree].notes.push_back(text);
         note(c.diagnostics, definition.assignment->name.place, text);
     }
@@ -233,15 +236,13 @@ void storeOverrides(Compilation &c, const NameTable &table, Plan &plan) {
 
 } // namespace
 
-void renameClashes(Compilation &c, const Settings &settings, const GivenNames &given,
-                   Plan &plan) {
+void renameClashes(Compilation &c, const Settings &settings, const GivenNames &given, Plan &plan) {
     if (settings.unique == UniqueNames::No)
         return;
     constexpr int MAX_ROUNDS = 20; /* each changes names; a few are the rule */
     NameTable table{c, plan, given, {}, {}};
     fillTable(table);
-    Renamer renamer{
-        table, Meetings(plan, settings.unique == UniqueNames::Run), {}, {}};
+    Renamer renamer{table, Meetings(plan, settings.unique == UniqueNames::Run), {}, {}};
     for (int round = 0; round < MAX_ROUNDS && renameOnce(renamer); ++round) {
     }
     storeOverrides(c, table, plan);

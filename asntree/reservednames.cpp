@@ -44,7 +44,7 @@ constexpr std::string_view capitals =
 
 /* Functions and types of the standard headers and of the run-time layer. */
 constexpr std::string_view functions =
-    "abort abs asnAllocate asnAppendItem asnAskBegComp asnAskBoolean asnAskCommonTime "
+    "abort abs alloca asnAllocate asnAppendItem asnAskBegComp asnAskBoolean asnAskCommonTime "
     "asnAskDateTime asnAskDynString asnAskEndAnyChoiceComp asnAskEndComp asnAskExtensionmarker "
     "asnAskExternal1990 asnAskExternal1994 asnAskFrame asnAskNull asnAskObjectIdentifier "
     "asnAskReal128 asnAskReal32 asnAskReal64 asnAskSegments asnAskSint16 asnAskSint32 "
@@ -68,18 +68,20 @@ constexpr std::string_view functions =
     "asnPriExternal1994 asnPriFrame asnPriInteger asnPriNull asnPriObjectIdentifier asnPriReal "
     "asnPriSegments asnPriString asnPriUnsigned asnPriXEnum asnPrintWith asnPushElem "
     "asnPushHome asnPushPath asnRaise asnRaiseFatal asnReportError asnSetNamedDef asnSpan0 "
-    "asnStoreEOC asncodg_asnuti asncodg_tag asntstg_asnuti assert atexit atof atoi atol "
-    "bsearch calloc clearerr clock div errno exit fclose feof ferror fflush fgetc fgetpos "
-    "fgets fopen fprintf fputc fputs fread free freopen fscanf fseek fsetpos ftell fwrite getc "
-    "getchar getenv gets int16_t int32_t int64_t int8_t isalnum isalpha isdigit isspace "
-    "jmp_buf labs ldiv listInit longjmp malloc memchr memcmp memcpy memmove memset mktime "
-    "offsetof perror printf ptrdiff_t putc putchar puts qsort raise rand realloc remove rename "
-    "rewind scanf setbuf setjmp setvbuf signal sint16 sint32 sint64 sint8 size_t snprintf "
-    "sprintf srand sscanf staChrStrStrspn staChrStrStrspn0 stderr stdin stdout strcat strchr "
-    "strcmp strcpy strcspn strerror strftime strlen strncat strncmp strncpy strpbrk strrchr "
-    "strspn strstr strtod strtok strtol strtoul system time tmpfile tmpnam tolower toupper "
-    "uint16 uint16_t uint32 uint32_t uint64 uint64_t uint8 uint8_t ungetc vprintf vsprintf "
-    "wchar_t";
+    "asnStoreEOC asncodg_asnuti asncodg_tag asntstg_asnuti assert atexit atof atoi atol bcmp "
+    "bcopy bsearch bzero calloc clearerr clock div dprintf errno exit fclose fdopen feof "
+    "ferror fflush ffs fgetc fgetpos fgets fileno fopen fprintf fputc fputs fread free freopen "
+    "fscanf fseek fsetpos ftell fwrite getc getchar getdelim getenv getline gets index int16_t "
+    "int32_t int64_t int8_t isalnum isalpha isdigit isspace jmp_buf labs ldiv listInit longjmp "
+    "malloc memchr memcmp memcpy memmove memset mkstemp mktemp mktime offsetof pclose perror "
+    "popen printf pselect ptrdiff_t putc putchar putenv puts qsort raise rand random realloc "
+    "realpath remove rename rewind rindex scanf select setbuf setenv setjmp setvbuf signal "
+    "sint16 sint32 sint64 sint8 size_t snprintf sprintf srand srandom sscanf staChrStrStrspn "
+    "staChrStrStrspn0 stderr stdin stdout stpcpy strcat strchr strcmp strcpy strcspn strdup "
+    "strerror strftime strlen strncat strncmp strncpy strndup strnlen strpbrk strrchr strspn "
+    "strstr strtod strtok strtok_r strtol strtold strtoll strtoul strtoull system time tmpfile "
+    "tmpnam tolower toupper uint16 uint16_t uint32 uint32_t uint64 uint64_t uint8 uint8_t "
+    "ungetc unsetenv vfprintf vprintf vsnprintf vsprintf wchar_t";
 
 constexpr std::string_view members =
     "abstractSyntax ahead allocAsn allocated altDecode altEncode any appendList arbitrary arc "
