@@ -23,7 +23,8 @@ std::string realPath(const std::string &path) {
 }
 
 bool writeFile(const std::string &path, std::string_view text, std::string &why) {
-    std::FILE *file = std::fopen(path.c_str(), "wb");
+    /* A device is written on, a file anew. */
+    std::FILE *file = std::fopen(path.c_str(), path.starts_with("/dev/") ? "ab" : "wb");
     if (file == nullptr) {
         why = path + ": " + std::strerror(errno);
         return false;
@@ -62,8 +63,11 @@ bool writeBeside(Outputs &outputs, const std::string &path, std::string_view tex
         why = path + ": it is a directory";
         return false;
     }
-    if (fs::exists(place, failure) && !fs::is_regular_file(place, failure)) {
-        outputs.files.push_back({place, {}, std::string(text)});
+    /* /dev/stdout leads to a file that others write to as well. */
+    const bool isDevice = path.starts_with("/dev/") || path.starts_with("/proc/") ||
+                          (fs::exists(place, failure) && !fs::is_regular_file(place, failure));
+    if (isDevice) {
+        outputs.files.push_back({path, {}, std::string(text)});
         return true;
     }
     const std::string beside = place + "." + std::to_string(getpid()) + ".new";

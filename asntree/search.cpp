@@ -8,6 +8,7 @@
 #include "asntree/lexer.h"
 #include "asntree/names.h"
 #include "asntree/parser.h"
+#include "asntree/predefined.h"
 #include "asntree/values.h"
 
 namespace asntree {
@@ -185,6 +186,8 @@ bool addNamedFile(Compilation &c, const Settings &settings, Search &search,
     }
     if (!search.read.insert(wholePath(path)).second)
         return true;
+    if (c.modules.empty())
+        addPredefinedModule(c); /* its text is the first source of every run */
     SourceFile *file = readFile(c, path);
     if (file != nullptr)
         addFile(c, *file, true);
