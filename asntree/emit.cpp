@@ -77,7 +77,10 @@ void makeTrees(Emitter &e, std::vector<EmittedTree> &trees) {
     }
     for (TreeState &ts : e.trees)
         resolvePlaces(e, ts);
+    for (TreeState &ts : e.trees)
+        aliasForeignInstances(e, ts);
     for (TreeState &ts : e.trees) {
+        setEndpoints(e, ts);
         markRecursion(e, ts);
         narrowListedNumbers(e, ts);
     }

@@ -252,7 +252,6 @@ void emitConstraints(Emitter &e, TreeState &ts, const Pending &pending, const La
             parts.size() == 1 ? parts.front() : operatorSub(ts, SUB_CATENATION, parts);
         ts.tree().t(pending.nr).constraintRec = root;
     }
-    setEndpoints(e, ts, pending.nr, g.baseKind);
 }
 
 /* --- endpoints --- */
@@ -374,7 +373,10 @@ Ends endsOfItems(TreeState &ts, RecNr nr) {
 
 } // namespace
 
-void setEndpoints(Emitter &e, TreeState &ts, RecNr nr, int kind) {
+namespace {
+
+void setEndpointsOf(Emitter &e, TreeState &ts, RecNr nr) {
+    const int kind = baseNode(e, {&ts, nr}).rec().mainType;
     Ends ends;
     if (ts.tree().t(nr).mainType == TYP_ENUM) {
         ends = endsOfItems(ts, nr);
@@ -388,6 +390,14 @@ void setEndpoints(Emitter &e, TreeState &ts, RecNr nr, int kind) {
     }
     ts.tree().t(nr).lowerEndpoint = storedNumber(ends.low);
     ts.tree().t(nr).upperEndpoint = storedNumber(ends.high);
+}
+
+} // namespace
+
+void setEndpoints(Emitter &e, TreeState &ts) {
+    for (std::size_t i = 0; i < ts.tree().tNodes.size(); ++i)
+        if (ts.tree().tNodes[i].mainType < TYP_SELECTION)
+            setEndpointsOf(e, ts, static_cast<RecNr>(i + 1));
 }
 
 } // namespace asntree

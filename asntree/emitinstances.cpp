@@ -1,5 +1,7 @@
 #include "asntree/emitter.h"
 
+#include <algorithm>
+
 /* Uses of parameterized types. Each gets a copy of the definition's body, since generated C has no
    parameters: a record outside of the list, which the use refers to. */
 
@@ -70,10 +72,9 @@ RecNr definitionOfRecursive(Emitter &e, TreeState &ts, const Layers &layers) {
     return nr;
 }
 
-/* The body of the definition as the last layers, behind those of the use. Where it is an instance
-   itself, that one's body follows. */
-void fillCopy(Emitter &e, TreeState &ts, RecNr copy, const Pending &pending, const Layers &layers,
-              const InstanceFrame *frame) {
+/* The layers of a use with those of the definition's body behind them. Where the body is an instance
+   itself, that one's body follows. `frame` becomes that of the innermost. */
+Layers withBody(Emitter &e, TreeState &ts, const Layers &layers, const InstanceFrame *&frame) {
     constexpr int MAX_NESTED = 200;
     Layers all = layers;
     for (int nested = 0; nested < MAX_NESTED; ++nested) {
@@ -87,20 +88,20 @@ void fillCopy(Emitter &e, TreeState &ts, RecNr copy, const Pending &pending, con
         ts.frames.push_back({frame, all.target.scope, 0});
         frame = &ts.frames.back();
     }
-    fillFromLayers(e, ts,
-                   {copy, pending.use, frame, layers.target.assignment, pending.tag, {}}, all);
+    return all;
+}
+
+bool isBare(const Pending &pending, const Layers &layers) {
+    return !pending.tag &&
+           std::all_of(layers.uses.begin(), layers.uses.end(), [](const TypeUse &layer) {
+               return layer.type->tags.empty() && layer.type->constraints.empty();
+           });
 }
 
 } // namespace
 
 void emitInstance(Emitter &e, TreeState &ts, const Pending &pending, const Layers &layers) {
     const Target &target = layers.target;
-    const bool isBare = !pending.tag && [&] {
-        for (const TypeUse &layer : layers.uses)
-            if (!layer.type->tags.empty() || !layer.type->constraints.empty())
-                return false;
-        return true;
-    }();
     if (const InstanceFrame *outer = frameOf(pending.frame, target.scope); outer != nullptr) {
         RecNr definition = outer->definition;
         if (definition == 0)
@@ -113,14 +114,56 @@ void emitInstance(Emitter &e, TreeState &ts, const Pending &pending, const Layer
     if (++ts.instances > MAX_INSTANCES)
         return refuse(e, layers.last().type->place,
                       "its parameterized types come to more instances than a tree can hold");
-    const RecNr copy = newType(ts, TCS_PARAM_HEAD, 0, lineOf(e, target.assignment->name.place));
-    ts.tree().t(copy).nameIdx = nameNr(ts, target.assignment->name.text);
-    referToOwn(ts, pending.nr, copy);
-    pathToPlaceholder(e, ts, pending.nr, target.assignment);
     const bool isDefinition =
         ts.tree().t(pending.nr).compStatus == TCS_HEADER && ts.tree().t(pending.nr).parentRec == 0;
-    ts.frames.push_back({pending.frame, target.scope, isDefinition && isBare ? pending.nr : 0});
-    fillCopy(e, ts, copy, pending, layers, &ts.frames.back());
+    ts.frames.push_back(
+        {pending.frame, target.scope, isDefinition && isBare(pending, layers) ? pending.nr : 0});
+    const InstanceFrame *frame = &ts.frames.back();
+    const Layers all = withBody(e, ts, layers, frame);
+    /* A body that is a reference needs no copy: the use is that reference, with all that stands on
+       the way. */
+    Pending inner{pending.nr, pending.use, frame, nullptr, pending.tag, {}};
+    if (all.target.assignment == nullptr) {
+        const RecNr copy = newType(ts, TCS_PARAM_HEAD, 0, lineOf(e, target.assignment->name.place));
+        ts.tree().t(copy).nameIdx = nameNr(ts, target.assignment->name.text);
+        referToOwn(ts, pending.nr, copy);
+        pathToPlaceholder(e, ts, pending.nr, target.assignment);
+        inner.nr = copy;
+        inner.item = target.assignment;
+    }
+    fillFromLayers(e, ts, inner, all);
+}
+
+/* The generator takes a reference to an instance in another module for a type of its own. A hidden
+   synonym on this side, which is a definition to it, keeps it the one type that it is. */
+void aliasForeignInstances(Emitter &e, TreeState &ts) {
+    std::map<std::pair<std::int32_t, RecNr>, RecNr> aliases;
+    const auto count = static_cast<RecNr>(ts.tree().tNodes.size());
+    for (RecNr nr = 1; nr <= count; ++nr) {
+        const TNode node = ts.tree().t(nr);
+        if (node.mainType != TYP_SYNONYM || node.refModule <= 1 || node.parentRec == 0 ||
+            node.skipInWalk != 0 || node.compStatus == TCS_COMPOF)
+            continue;
+        TreeState *owner = treeOfModule(e, ts, node.refModule);
+        if (owner == nullptr || owner->tree().t(node.refRecord).auxRecord == 0 ||
+            owner->tree().t(node.refRecord).mainType != TYP_SYNONYM)
+            continue;
+        RecNr &alias = aliases[{node.refModule, node.refRecord}];
+        if (alias == 0) {
+            const TNode &target = owner->tree().t(node.refRecord);
+            const std::string name =
+                owner->tree().strings8[static_cast<std::size_t>(target.nameIdx - 1)];
+            alias = newType(ts, TCS_HEADER, 0, 0);
+            TNode &made = ts.tree().t(alias);
+            made.skipInWalk = 1;
+            made.mainType = TYP_SYNONYM;
+            made.refModule = node.refModule;
+            made.refRecord = node.refRecord;
+            made.nameIdx = ts.tree().str(name);
+        }
+        ts.tree().t(nr).refModule = 1;
+        ts.tree().t(nr).refRecord = alias;
+    }
 }
 
 } // namespace asntree

@@ -68,6 +68,17 @@ void fillObject(Emitter &e, TreeState &ts, RecNr nr, const ObjectUse &use) {
     }
 }
 
+/* The class by the name that governs, which may be an alias. */
+NodeReference governingClass(Emitter &e, TreeState &ts, TypeUse governor, ClassUse objectClass) {
+    if (governor.type->kind == TypeKind::Reference) {
+        const Target target = tryResolve(e.c, governor.type->ref, governor.scope);
+        if (auto found = e.types.find(target.assignment);
+            found != e.types.end() && target.scope->definition == nullptr)
+            return {found->second.tree, found->second.nr};
+    }
+    return classNode(e, ts, objectClass);
+}
+
 } // namespace
 
 void emitObjectDefinition(Emitter &e, TreeState &ts, RecNr nr, const Assignment &assignment) {
@@ -76,12 +87,7 @@ void emitObjectDefinition(Emitter &e, TreeState &ts, RecNr nr, const Assignment 
     const ClassUse objectClass = classOf(e.c, governor);
     if (!objectClass)
         return refuse(e, assignment.name.place, "the class of this object is left out");
-    const Layers layers = layersOf(e, governor);
-    NodeReference node = classNode(e, ts, objectClass);
-    if (layers.target.assignment != nullptr)
-        if (auto found = e.types.find(layers.target.assignment); found != e.types.end())
-            node = {found->second.tree, found->second.nr};
-    governBy(e, ts, nr, placeOfNode(ts, node));
+    governBy(e, ts, nr, placeOfNode(ts, governingClass(e, ts, governor, objectClass)));
     if (assignment.value->kind == ValueKind::Reference) {
         const Target target = resolve(e.c, assignment.value->ref, scope);
         if (target.assignment != nullptr && target.scope->definition == nullptr &&

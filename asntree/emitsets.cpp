@@ -124,9 +124,6 @@ void fillValueSet(Emitter &e, TreeState &ts, RecNr nr, SetUse set, TypeUse gover
     const RecNr root =
         inherited == 0 ? elements : operatorSub(ts, SUB_INTERSECTION, {elements, inherited});
     ts.tree().t(nr).constraintRec = root;
-    const TypeUse base = baseOf(e.c, governor);
-    setEndpoints(e, ts, nr, base && base.type->kind != TypeKind::Field ? mainTypeOf(e, base)
-                                                                       : int{TYP_NONE});
 }
 
 void emitSetDefinition(Emitter &e, TreeState &ts, RecNr nr, const Assignment &assignment) {

@@ -10,6 +10,7 @@
 #include "asntree/constraints.h"
 #include "asntree/emit.h"
 #include "asntree/objects.h"
+#include "asntree/references.h"
 #include "asntree/values.h"
 #include "asntree/words.h"
 
@@ -146,6 +147,9 @@ void countDefinitions(Emitter &e, TreeState &ts);
 
 /* --- emitdefinitions.cpp --- */
 
+/* As kindOfDefinition(), with the builtin classes known. */
+DefinitionKind definitionKind(Emitter &e, const Assignment &assignment);
+
 /* Gives all definitions of a tree their numbers. */
 void allocateDefinitions(Emitter &e, TreeState &ts);
 void emitDefinitions(Emitter &e, TreeState &ts);
@@ -218,6 +222,7 @@ void emitItems(Emitter &e, TreeState &ts, RecNr nr, TypeUse base);
 /* --- emitinstances.cpp --- */
 
 void emitInstance(Emitter &e, TreeState &ts, const Pending &pending, const Layers &layers);
+void aliasForeignInstances(Emitter &e, TreeState &ts);
 
 /* --- emitclasses.cpp --- */
 
@@ -234,8 +239,8 @@ bool isPredefinedClass(const ClassUse &objectClass);
 /* --- emitconstraints.cpp, emitsubtypes.cpp --- */
 
 void emitConstraints(Emitter &e, TreeState &ts, const Pending &pending, const Layers &layers);
-/* Lower and upper end by the node's own constraint. */
-void setEndpoints(Emitter &e, TreeState &ts, RecNr nr, int kind);
+/* Lower and upper end of all nodes by their own constraints; all values have to be there. */
+void setEndpoints(Emitter &e, TreeState &ts);
 
 /* How one expression is to be made. */
 struct ExpressionContext {

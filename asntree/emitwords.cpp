@@ -1,16 +1,43 @@
 #include "asntree/directives.h"
 #include "asntree/emitter.h"
 
+#include "asntree/directives.h"
+
 /* What words in the text say of a node itself; forms are chosen with them elsewhere. */
 
 namespace asntree {
 
 const Words *wordsOf(Emitter &e, const void *item) {
-    return e.directives == nullptr ? nullptr : wordsFor(*e.directives, item);
+    return e.directives == nullptr || item == nullptr ? nullptr : wordsFor(*e.directives, item);
 }
 
+namespace {
+
+bool wantsOctets(Emitter &e, const void *item) {
+    const Words *words = wordsOf(e, item);
+    return words != nullptr && words->has(WordKind::Int) && words->intForm == VF_NONE;
+}
+
+} // namespace
+
 void findOctetTypes(Emitter &e) {
-    (void)e;
+    if (e.directives == nullptr || e.directives->words.empty())
+        return;
+    std::vector<std::pair<const void *, const Type *>> stack;
+    for (const TreePlan &tree : e.plan.trees)
+        for (const Assignment *assignment : tree.definitions)
+            stack.emplace_back(assignment, assignment->type);
+    while (!stack.empty()) {
+        const auto [item, type] = stack.back();
+        stack.pop_back();
+        if (type == nullptr)
+            continue;
+        if (wantsOctets(e, item))
+            e.octetTypes.insert(type);
+        for (const Component &component : type->components)
+            stack.emplace_back(&component, component.type);
+        stack.emplace_back(type->element, type->element);
+    }
 }
 
 namespace {
