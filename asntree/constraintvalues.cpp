@@ -112,16 +112,17 @@ bool checkOthers(const Fit &fit) {
 
 bool checkWhole(const Fit &fit);
 
+TypeUse governorOf(const Target &reference) {
+    if (reference.argument != nullptr)
+        return reference.argument->governor;
+    return {reference.assignment->type, reference.scope};
+}
+
 /* Members of what a reference leads to were checked by their types where it is defined. */
 bool checkMembers(const Fit &fit) {
     const Target &reference = fit.datum.reference;
-    if (reference) {
-        const TypeUse governor = reference.argument != nullptr
-                                     ? reference.argument->governor
-                                     : TypeUse{reference.assignment->type, reference.scope};
-        if (baseOf(fit.c, governor) == baseOf(fit.c, fit.type))
-            return true;
-    }
+    if (reference && baseOf(fit.c, governorOf(reference)) == baseOf(fit.c, fit.type))
+        return true;
     bool sound = true;
     for (const DatumMember &member : fit.datum.members) {
         if (!sound && reference)
@@ -132,12 +133,23 @@ bool checkMembers(const Fit &fit) {
     return sound;
 }
 
+/* A reference to a value of the same builtin type says nothing new where no constraint stands. */
+bool isCheckedAlready(const Fit &fit, TypeUse base) {
+    if (!fit.datum.reference || fit.datum.kind != DatumKind::Text)
+        return false;
+    const TypeUse other = baseOf(fit.c, governorOf(fit.datum.reference));
+    return other && other.type->kind == base.type->kind &&
+           constraintsOf(fit.c, fit.type).all.empty();
+}
+
 bool checkWhole(const Fit &fit) {
     const DepthGuard guard(fit.c);
     if (fit.datum.kind == DatumKind::Bad || !guard.ok)
         return true;
     const TypeUse base = baseOf(fit.c, fit.type);
     if (!base)
+        return true;
+    if (isCheckedAlready(fit, base))
         return true;
     bool sound = true;
     if (fit.datum.kind == DatumKind::Integer || fit.datum.kind == DatumKind::Item)

@@ -93,7 +93,7 @@ Number previous(const Number &a) {
     if (a.negative) {
         increment(result.digits);
     } else if (a.digits == "0") {
-        result.digits = "1";
+        result.digits.assign(1, '1');
         result.negative = true;
     } else {
         decrement(result.digits);

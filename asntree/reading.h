@@ -65,6 +65,9 @@ TypeUse builtinType(Compilation &c, TypeKind kind);
 /* A type of the module of associated types (External1994 ...); empty if there is none. */
 TypeUse predefinedType(Compilation &c, std::string_view name);
 
+/* As readDatum, for a part of a value that is read once with the whole: it isn't remembered. */
+const Datum *readAnew(Compilation &c, ValueUse use, TypeUse governor);
+
 /* A value while it is read: `datum.kind` stays Bad until all is well. */
 struct Reading {
     Compilation &c;

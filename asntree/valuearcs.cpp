@@ -220,6 +220,8 @@ void readAll(ArcReading &r, TokenRange range, Place place) {
         r.sound = false;
         return;
     }
+    r.numbers.reserve(arcs.size());
+    r.arcs.reserve(arcs.size());
     for (const Arc &arc : arcs) {
         if (!r.sound)
             return;

@@ -121,6 +121,29 @@ void reportNoItem(Reading &r) {
           quote(r.value().ref.name.text) + " is no item of " + describeType(r.governor), remarks);
 }
 
+/* Reads a value that is a reference to a reference and so on from the far end, lest a long chain
+   need as many calls within one another. */
+void settleChain(Compilation &c, Target target) {
+    std::vector<Target> chain;
+    const Value *mark = nullptr; /* comes back if the chain goes in a circle */
+    const auto &known = memosOf(c).datums;
+    while (target.assignment != nullptr && target.assignment->kind == AssignmentKind::Value) {
+        const Value *value = target.assignment->value;
+        const DatumKey key{{value, target.scope}, governorOfTarget(target)};
+        if (value == nullptr || value->kind != ValueKind::Reference || value->ref.hasParameters ||
+            value == mark || known.find(key) != known.end())
+            break;
+        if ((chain.size() & (chain.size() + 1)) == 0) /* 2^n - 1 steps were taken */
+            mark = value;
+        chain.push_back(target);
+        target = tryResolve(c, value->ref, target.scope);
+    }
+    while (chain.size() > 1) {
+        datumOf(c, chain.back());
+        chain.pop_back();
+    }
+}
+
 void readReference(Reading &r) {
     if (readItem(r))
         return;
@@ -137,6 +160,7 @@ void readReference(Reading &r) {
         error(r.c.diagnostics, r.value().place, quote(textOf(ref)) + " is not a value");
         return;
     }
+    settleChain(r.c, target);
     const Datum *whole = datumOf(r.c, target);
     r.datum.reference = target;
     takeOver(r, *whole, governorOfTarget(target));
@@ -301,33 +325,36 @@ void readAny(Reading &r) {
 
 } // namespace
 
-const Datum *readDatum(Compilation &c, ValueUse use, TypeUse governor) {
+const Datum *readAnew(Compilation &c, ValueUse use, TypeUse governor) {
     static const Datum bad;
     if (!use || !governor)
         return &bad;
-    auto &known = memosOf(c).datums;
-    const auto [entry, isNew] = known.try_emplace({use, governor}, nullptr);
-    if (!isNew) {
-        if (entry->second == nullptr)
-            error(c.diagnostics, use.value->place, "the value is defined by itself, in a circle");
-        return entry->second == nullptr ? &bad : entry->second;
-    }
-    const Datum *&slot = entry->second; /* stays where it is while others are entered */
-    DepthGuard guard(c);
+    const DepthGuard guard(c);
     const TypeUse base = guard.ok ? baseOf(c, governor) : TypeUse{};
     if (!guard.ok)
         error(c.diagnostics, use.value->place, "values lie too deep in one another here");
-    if (!base || base.type->kind == TypeKind::Reference) { /* a class, which others report */
-        slot = &bad;
-        return slot;
-    }
+    if (!base || base.type->kind == TypeKind::Reference) /* a class, which others report */
+        return &bad;
     Datum &datum = c.datums.emplace_back();
     datum.place = use.value->place;
     datum.type = governor;
     Reading reading{c, use, governor, base, datum};
     readAny(reading);
-    slot = &datum;
-    return slot;
+    return &datum;
+}
+
+const Datum *readDatum(Compilation &c, ValueUse use, TypeUse governor) {
+    if (!use || !governor)
+        return readAnew(c, {}, {});
+    const auto [entry, isNew] = memosOf(c).datums.try_emplace({use, governor}, nullptr);
+    const Datum *&known = entry->second; /* stays where it is while others are entered */
+    if (isNew) {
+        known = readAnew(c, use, governor);
+    } else if (known == nullptr) {
+        error(c.diagnostics, use.value->place, "the value is defined by itself, in a circle");
+        return readAnew(c, {}, {});
+    }
+    return known;
 }
 
 const Datum *datumOf(Compilation &c, const Target &target) {

@@ -228,7 +228,7 @@ bool readPieces(Reading &r, std::u32string &out) {
     if (values[0]->kind == ValueKind::Number)
         return readCell(r, values, out);
     for (const Value *value : values) {
-        const Datum *piece = readDatum(r.c, {value, r.use.scope}, r.governor);
+        const Datum *piece = readAnew(r.c, {value, r.use.scope}, r.governor);
         if (piece->kind != DatumKind::Text)
             return false;
         out += piece->characters;

@@ -22,7 +22,7 @@ bool isSound(const std::vector<DatumMember> &members) {
 
 DatumMember readMember(Reading &r, const SettledComponent &component, const Value *value) {
     return {component.component, component.name, component.type,
-            readDatum(r.c, {value, r.use.scope}, component.type)};
+            readAnew(r.c, {value, r.use.scope}, component.type)};
 }
 
 void reportUnknown(Reading &r, const Name &name, std::string_view what) {
@@ -181,7 +181,7 @@ void readList(Reading &r) {
     std::vector<DatumMember> members;
     members.reserve(values.size());
     for (const Value *value : values)
-        members.push_back({nullptr, {}, element, readDatum(r.c, {value, r.use.scope}, element)});
+        members.push_back({nullptr, {}, element, readAnew(r.c, {value, r.use.scope}, element)});
     if (isSound(members))
         keepMembers(r, DatumKind::List, std::move(members));
 }
@@ -252,7 +252,7 @@ std::optional<TypeKind> obviousType(ValueKind kind) {
 
 void keepOpen(Reading &r, TypeUse type, const Value *value, DatumKind kind) {
     std::vector<DatumMember> members{
-        {nullptr, {}, type, readDatum(r.c, {value, r.use.scope}, type)}};
+        {nullptr, {}, type, readAnew(r.c, {value, r.use.scope}, type)}};
     if (!isSound(members))
         return;
     keepMembers(r, kind, std::move(members));

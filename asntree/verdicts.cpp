@@ -194,11 +194,8 @@ Verdict judgeElements(const Judging &j, const Constraint &constraint, const Datu
     return result;
 }
 
-Verdict judgePart(const Judging &j, const ComponentConstraint &part, const Datum &datum) {
-    const auto member =
-        std::find_if(datum.members.begin(), datum.members.end(),
-                     [&](const DatumMember &m) { return m.name == part.name.text; });
-    if (member == datum.members.end())
+Verdict judgePart(const Judging &j, const ComponentConstraint &part, const DatumMember *member) {
+    if (member == nullptr)
         return part.presence == PresenceWord::Present ? Verdict::No : Verdict::Yes;
     if (part.presence == PresenceWord::Absent)
         return Verdict::No;
@@ -212,9 +209,14 @@ Verdict judgePart(const Judging &j, const ComponentConstraint &part, const Datum
 Verdict judgeComponents(const Judging &j, const Constraint &constraint, const Datum &datum) {
     if (datum.kind != DatumKind::Structure && datum.kind != DatumKind::Choice)
         return Verdict::Unknown;
+    std::unordered_map<std::string_view, const DatumMember *> members;
+    for (const DatumMember &member : datum.members)
+        members.emplace(member.name, &member);
     Verdict result = Verdict::Yes;
     for (const ComponentConstraint &part : constraint.parts) {
-        const Verdict verdict = judgePart(j, part, datum);
+        const auto found = members.find(part.name.text);
+        const Verdict verdict =
+            judgePart(j, part, found == members.end() ? nullptr : found->second);
         if (verdict == Verdict::No)
             return verdict;
         if (verdict == Verdict::Unknown)
