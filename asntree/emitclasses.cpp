@@ -132,10 +132,10 @@ void fillField(Emitter &e, TreeState &ts, RecNr nr, RecNr classNr, ClassUse obje
         break;
     case FieldKind::ObjectSet:
         ts.tree().t(nr).nodeFlags |= NODE_SET;
-        fillClassReference(e, ts, nr, governor);
+        referToClass(e, ts, nr, governor);
         break;
     case FieldKind::Object:
-        fillClassReference(e, ts, nr, governor);
+        referToClass(e, ts, nr, governor);
         break;
     }
     if (field.defaultSetting.given()) {
@@ -193,19 +193,28 @@ void fillPredefinedClass(TreeState &ts, RecNr nr, const ClassUse &objectClass) {
                         : TYP_TYPE_ID;
 }
 
+/* Another name of a class; of a predefined one it is that class itself. */
+void fillAlias(Emitter &e, TreeState &ts, RecNr nr, TypeUse use) {
+    const Target target = resolve(e.c, use.type->ref, use.scope);
+    const ClassUse objectClass = classOf(e.c, use);
+    if (isPredefinedClass(objectClass) && target.assignment == objectClass.definition)
+        return fillPredefinedClass(ts, nr, objectClass);
+    referToClass(e, ts, nr, use);
+}
+
 } // namespace
 
 void emitClassDefinition(Emitter &e, TreeState &ts, RecNr nr, const Assignment &assignment) {
     const Scope *scope = &moduleOf(e.c, &assignment)->root;
     if (assignment.kind != AssignmentKind::Class)
-        return fillClassReference(e, ts, nr, {assignment.type, scope});
+        return fillAlias(e, ts, nr, {assignment.type, scope});
     const RecNr first = e.classFields.at(assignment.objectClass).nr;
     setClassFacts(ts, nr, *assignment.objectClass, first);
     fillFields(e, ts, nr, first, {assignment.objectClass, scope, &assignment});
     applyWords(e, ts, {nr, {}, nullptr, &assignment, {}, {}});
 }
 
-void fillClassReference(Emitter &e, TreeState &ts, RecNr nr, TypeUse use) {
+void referToClass(Emitter &e, TreeState &ts, RecNr nr, TypeUse use) {
     if (use.type->kind == TypeKind::Reference) {
         const Target target = resolve(e.c, use.type->ref, use.scope);
         if (target.assignment != nullptr && target.scope->definition == nullptr &&
@@ -217,8 +226,6 @@ void fillClassReference(Emitter &e, TreeState &ts, RecNr nr, TypeUse use) {
     const ClassUse objectClass = classOf(e.c, use);
     if (!objectClass)
         return refuse(e, use.type->place, "a class is left out that it refers to");
-    if (isPredefinedClass(objectClass))
-        return fillPredefinedClass(ts, nr, objectClass);
     const NodeReference node = classNode(e, ts, objectClass);
     const std::int32_t module = moduleNumber(e, ts, node.tree);
     TNode &rec = ts.tree().t(nr);

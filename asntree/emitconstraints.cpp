@@ -58,6 +58,35 @@ Sort sortOf(const Constraint &constraint) {
     }
 }
 
+/* The sizes that one expression leaves; parts that speak of other things leave all. */
+NumberSet sizesLeft(Emitter &e, const TreeState &ts, const Constraint &constraint,
+                    const ConstraintUse &use, NumberSet sizes) {
+    if (sortOf(constraint) == Sort::Sizes)
+        return evaluate({e.c, use.scope, use.type, Aspect::Sizes, viewOf(ts), false}, constraint,
+                        sizes)
+            .set;
+    if (constraint.kind == ConstraintKind::Intersection)
+        for (const Constraint *operand : constraint.operands)
+            sizes = sizesLeft(e, ts, *operand, use, std::move(sizes));
+    return sizes;
+}
+
+} // namespace
+
+NumberSet constrainedSizes(Emitter &e, const TreeState &ts, TypeUse type) {
+    NumberSet sizes = NumberSet::of(Number::of(0), Number::greatest());
+    for (const ConstraintUse &use : constraintsOf(e.c, type).all)
+        if (use.spec->root != nullptr && !isDropped(ts, *use.spec))
+            sizes = sizesLeft(e, ts, *use.spec->root, use, std::move(sizes));
+    const TypeUse base = baseOf(e.c, type);
+    if (base && base.type->kind == TypeKind::BitString && !base.type->items.empty() &&
+        !sizes.empty())
+        return NumberSet::of(Number::of(0), sizes.upper()); /* zeros at the end may be missing */
+    return sizes;
+}
+
+namespace {
+
 /* An expression with what it needs to be read. */
 struct Piece {
     const Constraint *expression = nullptr;
@@ -135,6 +164,9 @@ void gather(Gathering &g, const Layers &layers) {
                         "an extensible constraint is left out, since a later version may send more");
             continue;
         }
+        if (i < own && g.ts.settings.extConstraints == ExtConstraints::Mark &&
+            isExtensible(*use.spec))
+            g.ts.tree().t(g.pending.nr).typeFlags |= TYPE_EXTENSIBLE;
         g.add({use.spec->root, use.spec, use.scope, i < own});
     }
 }
@@ -202,14 +234,12 @@ RecNr sizeRange(TreeState &ts, std::int64_t upper) {
 
 /* Zeros at the end of named bits needn't be sent, so no value is too short. */
 RecNr emitNamedBitSizes(Gathering &g) {
-    const NumberSet sizes = sizesOf(g.e.c, g.pending.use, viewOf(g.ts));
+    const NumberSet sizes = constrainedSizes(g.e, g.ts, g.pending.use);
     if (sizes.empty() || !sizes.upper().finite())
         return 0;
     const std::optional<std::int64_t> upper = asInt64(sizes.upper());
-    if (sizes.lower() < sizes.upper() || Number::of(0) < sizes.lower())
-        addNote(g.e, g.ts, g.pending.use.type->place,
-                "the lower bound of the size is 0, since named bits may be sent without zeros at "
-                "the end");
+    addNote(g.e, g.ts, g.pending.use.type->place,
+            "the lower bound of the size is 0, since named bits may be sent without zeros at the end");
     return upper ? sizeRange(g.ts, *upper) : 0;
 }
 
@@ -252,6 +282,24 @@ void emitConstraints(Emitter &e, TreeState &ts, const Pending &pending, const La
             parts.size() == 1 ? parts.front() : operatorSub(ts, SUB_CATENATION, parts);
         ts.tree().t(pending.nr).constraintRec = root;
     }
+}
+
+/* The constraints that a set's governor brings with it, but for those on its own node. */
+std::vector<RecNr> emitInheritedValues(Emitter &e, TreeState &ts, RecNr nr, TypeUse governor) {
+    const Pending pending{nr, governor, nullptr, nullptr, {}, {}};
+    Gathering g{e, ts, pending, baseOf(e.c, governor), TYP_NONE, false, {}, true, false};
+    std::vector<RecNr> parts;
+    if (!g.base || g.base.type->kind == TypeKind::Field)
+        return parts;
+    g.baseKind = mainTypeOf(e, g.base);
+    const ConstraintChain chain = constraintsOf(e.c, governor);
+    for (std::size_t i = chain.own; i < chain.all.size(); ++i)
+        if (chain.all[i].spec->root != nullptr && !isDropped(ts, *chain.all[i].spec))
+            g.add({chain.all[i].spec->root, chain.all[i].spec, chain.all[i].scope, false});
+    for (const Piece &piece : g.pieces[static_cast<int>(Sort::Values)])
+        if (const RecNr part = emitPiece(g, piece, ExpressionContext::Values); part != 0)
+            parts.push_back(part);
+    return parts;
 }
 
 /* --- endpoints --- */

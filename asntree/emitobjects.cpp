@@ -17,7 +17,23 @@ RecNr typeSetting(TreeState &ts, RecNr type) {
     return ts.tree().addV(node);
 }
 
+/* True if the part is there that the kind of the field asks for; a mistake was reported else. */
+bool isComplete(const Setting &setting) {
+    switch (setting.kind) {
+    case FieldKind::Type:
+        return bool(setting.type);
+    case FieldKind::FixedValue:
+    case FieldKind::VariableValue:
+    case FieldKind::Object:
+        return setting.value && setting.governor;
+    default:
+        return setting.set && setting.governor;
+    }
+}
+
 RecNr emitSetting(Emitter &e, TreeState &ts, const Setting &setting, PlaceNr field) {
+    if (!isComplete(setting))
+        return 0;
     switch (setting.kind) {
     case FieldKind::Type:
         return typeSetting(ts, hiddenType(e, ts, setting.type, nullptr, TCS_MANDATORY));
@@ -29,11 +45,9 @@ RecNr emitSetting(Emitter &e, TreeState &ts, const Setting &setting, PlaceNr fie
     }
     case FieldKind::FixedSet:
     case FieldKind::VariableSet:
-        return setting.set ? typeSetting(ts, hiddenSet(e, ts, setting.set, setting.governor, false))
-                           : 0;
+        return typeSetting(ts, hiddenSet(e, ts, setting.set, setting.governor, false));
     case FieldKind::ObjectSet:
-        return setting.set ? typeSetting(ts, hiddenSet(e, ts, setting.set, setting.governor, true))
-                           : 0;
+        return typeSetting(ts, hiddenSet(e, ts, setting.set, setting.governor, true));
     case FieldKind::Object:
         return emitObjectReference(e, ts, setting.value, classOf(e.c, setting.governor),
                                    TCS_MANDATORY);

@@ -14,11 +14,11 @@ struct ObjectSet {
     Emitter &e;
     TreeState &ts;
     ClassUse objectClass;
-    bool withMarker; /* a field's setting has none */
+    bool isSetting; /* in a field of an object: neither a marker nor a set that may have one */
     std::vector<RecNr> parts;
 
     void addMarker() {
-        if (!withMarker)
+        if (isSetting)
             return;
         SubRec node;
         node.subKind = SUB_EXTENDED_VALUE_SET;
@@ -66,8 +66,8 @@ bool addElement(ObjectSet &set, const Constraint &constraint, const Scope *scope
                 return false;
         return true;
     }
-    if (constraint.kind == ConstraintKind::Contained && constraint.type != nullptr &&
-        constraint.type->kind == TypeKind::Reference) {
+    if (constraint.kind == ConstraintKind::Contained && !set.isSetting &&
+        constraint.type != nullptr && constraint.type->kind == TypeKind::Reference) {
         const Target target = resolve(set.e.c, constraint.type->ref, scope);
         if (target.assignment == nullptr || target.scope->definition != nullptr)
             return false;
@@ -94,9 +94,9 @@ bool addWritten(ObjectSet &set, SetUse use) {
     return use.set->additions == nullptr || addElement(set, *use.set->additions, use.scope);
 }
 
-RecNr emitObjectSet(Emitter &e, TreeState &ts, SetUse use, ClassUse objectClass, bool withMarker) {
+RecNr emitObjectSet(Emitter &e, TreeState &ts, SetUse use, ClassUse objectClass, bool isSetting) {
     const ObjectSetInfo &info = readObjectSet(e.c, use, objectClass);
-    ObjectSet set{e, ts, objectClass, withMarker, {}};
+    ObjectSet set{e, ts, objectClass, isSetting, {}};
     if (!info.simple || !addWritten(set, use)) {
         set.parts.clear();
         for (const ObjectUse &object : info.objects)
@@ -107,10 +107,9 @@ RecNr emitObjectSet(Emitter &e, TreeState &ts, SetUse use, ClassUse objectClass,
     return operatorSub(ts, SUB_UNION, set.parts);
 }
 
-} // namespace
-
-/* The governor's node takes the set as its constraint. */
-void fillValueSet(Emitter &e, TreeState &ts, RecNr nr, SetUse set, TypeUse governor) {
+/* The governor's node takes the set as its constraint. A type that is a set checks what its governor
+   asks for, too; the set in a field has its elements alone. */
+void fillValueSet(Emitter &e, TreeState &ts, RecNr nr, SetUse set, TypeUse governor, bool isType) {
     fillType(e, ts, {nr, governor, nullptr, nullptr, {}, {}});
     ts.tree().t(nr).nodeFlags |= NODE_SET;
     if (set.set->extensible)
@@ -120,11 +119,20 @@ void fillValueSet(Emitter &e, TreeState &ts, RecNr nr, SetUse set, TypeUse gover
     const RecNr elements = emitSpec(e, ts, *set.set, set.scope, context);
     if (elements == 0)
         return;
-    const RecNr inherited = ts.tree().t(nr).constraintRec;
+    std::vector<RecNr> parts{elements};
+    if (isType) {
+        if (const RecNr own = ts.tree().t(nr).constraintRec; own != 0)
+            parts.push_back(own);
+        else
+            for (const RecNr part : emitInheritedValues(e, ts, nr, governor))
+                parts.push_back(part);
+    }
     const RecNr root =
-        inherited == 0 ? elements : operatorSub(ts, SUB_INTERSECTION, {elements, inherited});
+        parts.size() == 1 ? elements : operatorSub(ts, SUB_INTERSECTION, parts);
     ts.tree().t(nr).constraintRec = root;
 }
+
+} // namespace
 
 void emitSetDefinition(Emitter &e, TreeState &ts, RecNr nr, const Assignment &assignment) {
     const Scope *scope = &moduleOf(e.c, &assignment)->root;
@@ -134,10 +142,10 @@ void emitSetDefinition(Emitter &e, TreeState &ts, RecNr nr, const Assignment &as
     if (!set)
         return refuse(e, assignment.name.place, "a tree can't hold this set");
     if (!objectClass)
-        return fillValueSet(e, ts, nr, set, governor);
-    fillClassReference(e, ts, nr, governor);
+        return fillValueSet(e, ts, nr, set, governor, true);
+    referToClass(e, ts, nr, governor);
     ts.tree().t(nr).nodeFlags |= NODE_SET;
-    const RecNr elements = emitObjectSet(e, ts, set, objectClass, true);
+    const RecNr elements = emitObjectSet(e, ts, set, objectClass, false);
     ts.tree().t(nr).constraintRec = elements;
 }
 
@@ -145,12 +153,12 @@ RecNr hiddenSet(Emitter &e, TreeState &ts, SetUse set, TypeUse governor, bool of
     const RecNr nr = newType(ts, TCS_MANDATORY, 1, lineOf(e, set.set->place));
     ts.tree().t(nr).skipInWalk = 1;
     if (!ofObjects) {
-        fillValueSet(e, ts, nr, set, governor);
+        fillValueSet(e, ts, nr, set, governor, false);
         return nr;
     }
-    fillClassReference(e, ts, nr, governor);
+    referToClass(e, ts, nr, governor);
     ts.tree().t(nr).nodeFlags |= NODE_SET;
-    const RecNr elements = emitObjectSet(e, ts, set, classOf(e.c, governor), false);
+    const RecNr elements = emitObjectSet(e, ts, set, classOf(e.c, governor), true);
     ts.tree().t(nr).constraintRec = elements;
     return nr;
 }

@@ -227,8 +227,8 @@ void aliasForeignInstances(Emitter &e, TreeState &ts);
 /* --- emitclasses.cpp --- */
 
 void emitClassDefinition(Emitter &e, TreeState &ts, RecNr nr, const Assignment &assignment);
-/* Makes the node of a class reference: a synonym of its definition, or the predefined class. */
-void fillClassReference(Emitter &e, TreeState &ts, RecNr nr, TypeUse use);
+/* Makes a node a synonym of a class. */
+void referToClass(Emitter &e, TreeState &ts, RecNr nr, TypeUse use);
 /* The node of a class as a governor. */
 NodeReference classNode(Emitter &e, TreeState &ts, ClassUse objectClass);
 NodeReference fieldNode(Emitter &e, TreeState &ts, ClassUse objectClass, const ClassField &field);
@@ -239,6 +239,9 @@ bool isPredefinedClass(const ClassUse &objectClass);
 /* --- emitconstraints.cpp, emitsubtypes.cpp --- */
 
 void emitConstraints(Emitter &e, TreeState &ts, const Pending &pending, const Layers &layers);
+/* The sizes that SIZE constraints leave, as the tree holds them. */
+NumberSet constrainedSizes(Emitter &e, const TreeState &ts, TypeUse type);
+std::vector<RecNr> emitInheritedValues(Emitter &e, TreeState &ts, RecNr nr, TypeUse governor);
 /* Lower and upper end of all nodes by their own constraints; all values have to be there. */
 void setEndpoints(Emitter &e, TreeState &ts);
 
@@ -282,7 +285,6 @@ RecNr emitObjectReference(Emitter &e, TreeState &ts, ValueUse value, ClassUse ob
 void emitSetDefinition(Emitter &e, TreeState &ts, RecNr nr, const Assignment &assignment);
 /* The hidden node of a set in a setting of a field. */
 RecNr hiddenSet(Emitter &e, TreeState &ts, SetUse set, TypeUse governor, bool ofObjects);
-void fillValueSet(Emitter &e, TreeState &ts, RecNr nr, SetUse set, TypeUse governor);
 
 /* --- emitplaces.cpp --- */
 

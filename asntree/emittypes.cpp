@@ -246,7 +246,7 @@ int mainTypeOf(Emitter &e, TypeUse base) {
 namespace {
 
 /* The numbers or sizes that decide the form of a node. */
-NumberSet extentOf(Emitter &e, TreeState &ts, RecNr nr, TypeUse use, TypeUse base, int mainType) {
+NumberSet extentOf(Emitter &e, TreeState &ts, TypeUse use, TypeUse base, int mainType) {
     if (mainType == TYP_ENUM) {
         NumberSet items;
         for (const SettledItem &item : itemsOf(e.c, base))
@@ -259,8 +259,7 @@ NumberSet extentOf(Emitter &e, TreeState &ts, RecNr nr, TypeUse use, TypeUse bas
         return valuesOf(e.c, use, viewOf(ts));
     if (!hasSizeKind(mainType) || replacedTag(e, base) != 0)
         return NumberSet::of(Number::of(0), Number::greatest());
-    (void)nr;
-    return sizesOf(e.c, use, viewOf(ts));
+    return constrainedSizes(e, ts, use);
 }
 
 void emitElement(Emitter &e, TreeState &ts, const Pending &pending, TypeUse list) {
@@ -288,7 +287,7 @@ void setForm(Emitter &e, TreeState &ts, const Pending &pending, TypeUse base) {
     const int mainType = ts.tree().t(pending.nr).mainType;
     const Words *words = wordsOf(e, pending.item);
     const FormFacts facts{ts.settings, words,
-                          extentOf(e, ts, pending.nr, pending.use, base, mainType), 0, false};
+                          extentOf(e, ts, pending.use, base, mainType), 0, false};
     const Form form = formOf(mainType, facts);
     TNode &node = ts.tree().t(pending.nr);
     node.valueFieldCode = static_cast<std::uint8_t>(form.value);
