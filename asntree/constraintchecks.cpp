@@ -64,10 +64,6 @@ bool hasAlphabet(TypeKind kind) {
            kind == TypeKind::GeneralizedTime || kind == TypeKind::UtcTime;
 }
 
-bool isIsoTime(TypeKind kind) {
-    return isTime(kind) && kind != TypeKind::GeneralizedTime && kind != TypeKind::UtcTime;
-}
-
 /* --- values and ranges --- */
 
 void reportOutside(const Site &site, Place place, const std::string &what, const Number &number) {
@@ -125,13 +121,7 @@ ExtentQuestion questionOf(const Site &site, Aspect aspect) {
     return {site.c, site.scope, site.governor, aspect, ExtensionView::Root, site.alphabet};
 }
 
-/* Endpoints that aren't MIN or MAX, and whether they can be used. */
-struct Ends {
-    std::optional<Number> lower;
-    std::optional<Number> upper;
-    bool sound = true;
-};
-
+/* An endpoint that isn't MIN or MAX; `sound` becomes false if it can't be used. */
 std::optional<Number> checkEnd(Site &site, const Value *value, bool &sound) {
     if (value->kind == ValueKind::Min || value->kind == ValueKind::Max)
         return std::nullopt;

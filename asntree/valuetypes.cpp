@@ -72,11 +72,6 @@ constexpr std::string_view valueTexts[] = {
     "an object",
 };
 
-/* Types of 2008 that are subsets of TIME. */
-bool isIsoTime(TypeKind kind) {
-    return isTime(kind) && kind != TypeKind::GeneralizedTime && kind != TypeKind::UtcTime;
-}
-
 /* Structures of great depth or size count as the same: they may refer to themselves. */
 struct Comparison {
     static constexpr int MAX_DEPTH = 6;
@@ -197,6 +192,10 @@ bool isCharacterString(TypeKind kind) {
 
 bool isTime(TypeKind kind) {
     return kind >= TypeKind::GeneralizedTime && kind <= TypeKind::Duration;
+}
+
+bool isIsoTime(TypeKind kind) {
+    return isTime(kind) && kind != TypeKind::GeneralizedTime && kind != TypeKind::UtcTime;
 }
 
 } // namespace asntree
