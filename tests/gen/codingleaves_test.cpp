@@ -182,18 +182,18 @@ void skipped(TreeWriter &w) {
 
 const CodingCase cases[] = {
     {"integers", integers, {}, {}, ALL_AND_TYPES},
-    {"enumerations", enumerations, {}, {"-Wno-unused-parameter"}, ALL_AND_TYPES},
+    {"enumerations", enumerations, {}, {}, ALL_AND_TYPES},
     {"reals", reals, {}, {}, ALL},
     {"reals_decimals", reals, {"-DECIMALS=3"}},
     {"stringforms", stringForms, {}, {}, ALL_AND_TYPES},
     {"stringkinds", stringKinds, {}, {}, ALL_AND_TYPES},
-    {"stringchecks", stringChecks, {}, {"-Wno-unused-parameter"}},
-    {"singleforms", singleForms, {}, {"-Wno-unused-parameter"}, ALL_AND_TYPES},
+    {"stringchecks", stringChecks},
+    {"singleforms", singleForms, {}, {}, ALL_AND_TYPES},
     {"unsupported", unsupported, {}, {""}, ALL},
     {"any_frames", anything, {}, {}, ALL},
     {"any_functions", anything, {"-C-GENERATION=ANY-FUNCTIONS"}, {}, ALL},
     {"frames", frames, {}, {}, ALL},
-    {"skipped", skipped, {}, {"-Wno-unused-parameter"}, ALL},
+    {"skipped", skipped, {}, {}, ALL},
 };
 
 class CodingLeaves : public testing::TestWithParam<CodingCase> {};
