@@ -180,6 +180,20 @@ void skipped(TreeWriter &w) {
     w.define("Refused", w.sequence({w.comp("x", w.null())}).skipped(1)).entry();
 }
 
+/* A definition that is the type of a class's field is a type of its own, named as itself. */
+void fieldTypes(TreeWriter &w) {
+    const TypeNode id = w.valueField("id", w.integer(0, 255));
+    const TypeNode pair = w.valueField("pair", w.sequence({w.comp("a", w.boolean())}));
+    const TypeNode kind = w.typeField("Kind");
+    w.define("OP", w.objectClass({id, pair, kind}));
+    w.define("Id", w.classField(w.ref("OP"), {id})).entry();
+    w.define("Pair", w.classField(w.ref("OP"), {pair})).entry();
+    w.define("Kind", w.classField(w.ref("OP"), {kind}));
+    w.define("Same", w.ref("Pair")).entry();
+    w.define("User", w.sequence({w.comp("i", w.ref("Id")), w.comp("p", w.ref("Same")).optional(),
+                                 w.comp("q", w.classField(w.ref("OP"), {pair}))}));
+}
+
 const CodingCase cases[] = {
     {"integers", integers, {}, {}, ALL_AND_TYPES},
     {"enumerations", enumerations, {}, {}, ALL_AND_TYPES},
@@ -194,6 +208,7 @@ const CodingCase cases[] = {
     {"any_functions", anything, {"-C-GENERATION=ANY-FUNCTIONS"}, {}, ALL},
     {"frames", frames, {}, {}, ALL},
     {"skipped", skipped, {}, {}, ALL},
+    {"fieldtypes", fieldTypes, {}, {}, ALL_AND_TYPES},
 };
 
 class CodingLeaves : public testing::TestWithParam<CodingCase> {};
