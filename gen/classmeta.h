@@ -34,9 +34,11 @@ const char *tableClassId(AsnObjClass *objClass);
 const char *getMetaObjectTableId(AsnObject *object);
 
 /* Row of an object in the table of its class and of its own module. Objects of a module that no
-   pass has numbered yet are numbered at the first question; an object that has no row gives 0. */
-void setMetaObjectNr(AsnObject *object, std::uint32_t nr);
-std::uint32_t getMetaObjectNr(AsnObject *object);
+   pass has numbered yet are numbered at the first question; an object that has no row gives -1. */
+void setMetaObjectNr(AsnObject *object, int nr);
+int getMetaObjectNr(AsnObject *object);
+/* Some class has a table in the module's files. */
+bool hasObjectRows(AsnModule *module);
 /* Numbers the objects of a module. Every module that is generated calls it before the first file is
    written. */
 void initializeObjects(AsnModule *module);
