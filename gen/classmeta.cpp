@@ -104,9 +104,15 @@ bool hasObjectRows(AsnModule *module) {
     return getBEModMetaRec(module)->hasObjectRows;
 }
 
+bool hasOwnStructure(AsnObjClass *objClass) {
+    return isBaseObjClassInCurrentModule(objClass) ||
+           (objClass->compStatus == TCS_HEADER &&
+            objClass->posModule == objClass->ownerModule->modRec);
+}
+
 const char *tableClassId(AsnObjClass *objClass) {
     const char *id = nullptr;
-    if (isBaseObjClassInCurrentModule(objClass))
+    if (hasOwnStructure(objClass))
         return allocateUniqStri(getMetaClassId(objClass));
     forObjClassDefinedInAnotherModule(
         objClass, [&](AsnObjClass *defined) { id = allocateUniqStri(getMetaClassId(defined)); });

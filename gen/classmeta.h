@@ -25,9 +25,12 @@ int getMetaClassAccessRoutines(AsnObjClass *objClass);
 /* C name of an object, empty if it has none. */
 const char *getMetaObjectId(AsnObject *object);
 
+/* The class has a structure in the files of the module: it, or what it stands for, is defined there.
+ */
+bool hasOwnStructure(AsnObjClass *objClass);
 /* Name of the type of a table of objects of this class, which is also the table's name behind the
-   prefix: that of the class where it was met, but of its base if that lies in another module, since
-   only the base has a structure then. The text stays valid. */
+   prefix: that of the class where it was met, but of its base if the module has no structure for
+   it. The text stays valid. */
 const char *tableClassId(AsnObjClass *objClass);
 /* The same of the table that has the object's row, which is named by the class of its first row: an
    object may speak of its class by another name. */
