@@ -25,7 +25,7 @@ cat out/basic.typ
 
 echo
 echo "== the module examples/operations.asn: what its tables in out/desktab.c tell examples/lookup.c"
-cc -std=c99 -Iout -Irts -o out/lookup examples/lookup.c out/desktab.c out/desk{enc,dec}.c rts/asnall.c -lm
+cc -std=c99 -Iout -Irts -o out/lookup examples/lookup.c out/desktab.c out/desk{enc,dec}.c rts/*.c -lm
 lookup() {
   echo
   echo "lookup $*"
@@ -40,7 +40,7 @@ show_orders() {
   echo
   echo "== examples/orders.c encodes, decodes and prints orders with the code of stock and shop"
   sed -n '/^static void receive/,$p' examples/orders.c
-  cc -std=c99 -Iout -Irts -o out/orders examples/orders.c out/{stock,shop}{enc,dec,tst}.c rts/asnall.c -lm
+  cc -std=c99 -Iout -Irts -o out/orders examples/orders.c out/{stock,shop}{enc,dec,tst}.c rts/*.c -lm
   echo "== out/orders"
   out/orders
 }
