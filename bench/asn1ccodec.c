@@ -2,7 +2,9 @@
 
 #include "messages.h"
 
+#include "Asked.h"
 #include "Chain.h"
+#include "Found.h"
 #include "Level12.h"
 #include "Level24.h"
 #include "Level6.h"

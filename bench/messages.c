@@ -110,10 +110,69 @@ static void putLevels (MESSAGE *m, int depth)
 }
 
 static const char search[] =
-  "30(02(2A) 63(04('dc=example,dc=org') 0A(02) 02(01F4)"
+  "30(02(2A) 6D(04('dc=example,dc=org') 0A(02) 02(01F4)"
   "  A0(A3(04('objectClass') 04('person')) A4(04('cn') 30(80('Jo') 81('h') 82('son'))) 87('mail'))"
   "  30(80('Dr') 81('Ann') 82('Johnson') 83('North End 4') 84('Bath') 85('Somerset') 86('England')"
   "     87('+44 1225 000') 88('ann@example.org') 89('Example Works') 8A('Accounts') 8B('214'))))";
+
+/* A person of a directory, as the usual schemas have them. */
+static const char found[] =
+  "30(02(07) 64(04('uid=ajohnson,ou=People,dc=example,dc=org') 30("
+  "  30(04('objectClass') 31(04('top') 04('person') 04('inetOrgPerson') 04('organizationalPerson')))"
+  "  30(04('uid') 31(04('ajohnson'))) 30(04('cn') 31(04('Ann Johnson') 04('Ann B. Johnson')))"
+  "  30(04('sn') 31(04('Johnson'))) 30(04('givenName') 31(04('Ann')))"
+  "  30(04('initials') 31(04('ABJ'))) 30(04('displayName') 31(04('Johnson, Ann (Accounts)')))"
+  "  30(04('title') 31(04('Head of Accounts'))) 30(04('employeeNumber') 31(04('10214')))"
+  "  30(04('employeeType') 31(04('permanent'))) 30(04('departmentNumber') 31(04('4000')))"
+  "  30(04('mail') 31(04('accounts@example.org') 04('ann.johnson@example.org')))"
+  "  30(04('telephoneNumber') 31(04('+44 1225 000 200') 04('+44 1225 000 214')))"
+  "  30(04('mobile') 31(04('+44 7700 900 214'))) 30(04('l') 31(04('Bath')))"
+  "  30(04('facsimileTelephoneNumber') 31(04('+44 1225 000 299')))"
+  "  30(04('street') 31(04('4 North End'))) 30(04('postalCode') 31(04('BA1 0AA')))"
+  "  30(04('st') 31(04('Somerset'))) 30(04('o') 31(04('Example Works')))"
+  "  30(04('ou') 31(04('People') 04('Accounts'))) 30(04('roomNumber') 31(04('214')))"
+  "  30(04('manager') 31(04('uid=bsmith,ou=People,dc=example,dc=org')))"
+  "  30(04('preferredLanguage') 31(04('en-GB, de;q=0.8')))"
+  "  30(04('description') 31(04('Keeps the books of all works in the south-west')))"
+  "  30(04('memberOf') 31(04('cn=all,ou=Groups,dc=example,dc=org')"
+  "     04('cn=accounts,ou=Groups,dc=example,dc=org') 04('cn=managers,ou=Groups,dc=example,dc=org')))"
+  "  30(04('createTimestamp') 31(04('20190304091500Z')))"
+  "  30(04('modifyTimestamp') 31(04('20240611143027Z'))))))";
+
+static const char asked[] =
+  "30(02(06) 63(04('ou=People,dc=example,dc=org') 0A(02) 0A(00) 02(03E8) 02(1E) 01(00)"
+  "  A0(87('telephoneNumber')"
+  "     A1(A3(04('uid') 04('ajohnson')) A3(04('mail') 04('ann.johnson@example.org'))"
+  "        A4(04('cn') 30(80('Ann') 81('B') 82('Johnson'))))"
+  "     A2(A3(04('employeeType') 04('former')))"
+  "     A3(04('objectClass') 04('inetOrgPerson')))"
+  "  30(04('cn') 04('sn') 04('givenName') 04('mail') 04('telephoneNumber') 04('memberOf')))"
+  " A0(30(04('1.2.840.113556.1.4.319') 01(FF) 04(3005 020164 0400))))";
+
+#ifndef WITHOUT_CERTIFICATE
+/* A name of six attributes. */
+#define PARTY(common) \
+  "30(31(30(06(550406) 13('GB'))) 31(30(06(550408) 0C('Somerset'))) 31(30(06(550407) 0C('Bath')))" \
+  "   31(30(06(55040A) 0C('Example Works'))) 31(30(06(55040B) 0C('Network Services')))" \
+  "   31(30(06(550403) 0C('" common "'))))"
+#define SHA256_WITH_RSA "30(06(2A864886F70D01010B) 05())"
+/* 32 octets of what stands for keys and signatures. */
+#define CHANCE "9F3A61C7048BD25EE1167D90B35C28F40D6AA9571B83EC46702FD8149BCE35A2"
+#define CHANCE_256 CHANCE CHANCE CHANCE CHANCE CHANCE CHANCE CHANCE CHANCE
+
+static const char certificate[] =
+  "30(30(A0(02(02)) 02(10325476 98BADCFE 0F1E2D3C 4B5A6978)" SHA256_WITH_RSA PARTY ("Works CA 2")
+  "  30(17('240101000000Z') 17('261231235959Z'))" PARTY ("www.example.org")
+  "  30(30(06(2A864886F70D010101) 05()) 03(00 30(02(00" CHANCE_256 ") 02(010001))))"
+  "  A3(30(30(06(551D23) 04(30(80(0102030405060708090A0B0C0D0E0F1011121314))))"
+  "    30(06(551D0E) 04(04(1112131415161718191A1B1C1D1E1F2021222324)))"
+  "    30(06(551D0F) 01(FF) 04(03(05A0))) 30(06(551D13) 01(FF) 04(30()))"
+  "    30(06(551D25) 04(30(06(2B06010505070301) 06(2B06010505070302))))"
+  "    30(06(551D11) 04(30(82('www.example.org') 82('example.org'))))"
+  "    30(06(551D1F) 04(30(30(A0(A0(86('http://crl.example.org/works2.crl')))))))"
+  "    30(06(2B06010505070101) 04(30(30(06(2B06010505073001) 86('http://ocsp.example.org'))))))))"
+  SHA256_WITH_RSA "03(00" CHANCE_256 "))";
+#endif
 
 static void makeMessage (MESSAGE *m, int message)
 {
@@ -129,6 +188,17 @@ static void makeMessage (MESSAGE *m, int message)
   case MESSAGE_Search:
     put (m, search);
     break;
+  case MESSAGE_Found:
+    put (m, found);
+    break;
+  case MESSAGE_Asked:
+    put (m, asked);
+    break;
+#ifndef WITHOUT_CERTIFICATE
+  case MESSAGE_Certificate:
+    put (m, certificate);
+    break;
+#endif
   default:
     putLevels (m, message == MESSAGE_Level6 ? 6 : message == MESSAGE_Level12 ? 12 : 24);
   }
@@ -189,7 +259,7 @@ static void report (const char *name, const char *direction, void (*action) (int
   before = allocations;
   action (message);
   before = allocations - before;
-  printf ("%-8s %s %5lu %9.0f %6lu\n", name, direction, (unsigned long)octets.length,
+  printf ("%-11s %s %5lu %9.0f %6lu\n", name, direction, (unsigned long)octets.length,
           nanoseconds (action, message), before);
 }
 

@@ -5,9 +5,16 @@
 
 #include <stddef.h>
 
+/* What not every tool can do. */
+#ifdef WITHOUT_CERTIFICATE
+#define CERTIFICATE(ROW)
+#else
+#define CERTIFICATE(ROW) ROW (Certificate)
+#endif
 /* Types of messages.asn; of each the codec holds one value. */
 #define MESSAGES(ROW) \
-  ROW (Small) ROW (Numbers) ROW (Chain) ROW (Search) ROW (Level6) ROW (Level12) ROW (Level24)
+  ROW (Small) ROW (Numbers) ROW (Chain) ROW (Search) ROW (Level6) ROW (Level12) ROW (Level24) \
+  ROW (Found) ROW (Asked) CERTIFICATE (ROW)
 #define MESSAGE_NAME(type) MESSAGE_##type,
 enum { MESSAGES (MESSAGE_NAME) NR_OF_MESSAGES };
 

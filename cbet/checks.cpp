@@ -106,6 +106,8 @@ void valueRangeConstr(Check &check, AsnType *type, AsnValue *low, bool lowClosed
         check.sorry = true;
         return;
     }
+    if (isMinusInfinity(low) && isPlusInfinity(high))
+        return; /* nothing to compare */
     assignOk(check);
     wToF(check.file, "(");
     simpleValueRangeConstr(check, type, low, lowClosed, high, highClosed);

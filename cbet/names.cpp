@@ -1,5 +1,7 @@
 #include "cbet/names.h"
 
+#include <algorithm>
+
 #include "cbet/predicates.h"
 #include "cbet/reserved.h"
 #include "driver/fatal.h"
@@ -240,6 +242,7 @@ Text &cASN1VariableName(Text &dst, const char *prefix, AsnType *type, const char
         getBaseTypeRef(name, nullptr, type, nullptr);
     else
         getTypeRef(name, nullptr, type, nullptr);
+    std::replace(name.begin(), name.end(), ' ', '_'); /* a builtin type may have two words */
     if (isDefinedType(type) && !name.empty() && name[0] >= 'A' && name[0] <= 'Z')
         name[0] = static_cast<char>(name[0] - 'A' + 'a');
     if (name.size() > options->nameLen)

@@ -58,7 +58,7 @@ void genClassDefines(AsnObjClass *objClass) {
     forEachObjClassField(objClass, genFieldDefines);
 }
 
-void genObjectDefines(AsnObject *object) {
+void genObjectDefines(AsnObject *object, int row) {
     AsnModule *module = getModuleOfObject(object);
     if (!needsTableMacros(module))
         return;
@@ -66,7 +66,7 @@ void genObjectDefines(AsnObject *object) {
     getModulePrefix(prefix, nullptr, module, nullptr);
     const char *classId = getMetaObjectTableId(object);
     const char *objectId = getMetaObjectId(object);
-    const auto nr = static_cast<long>(getMetaObjectNr(object));
+    const long nr = row;
     if (nr == 0)
         printfToF(fiDef, "\n/* objects in %s%s */\n\n", prefix.c_str(), classId);
     if (*objectId == '\0') {
@@ -106,8 +106,10 @@ void genObjectTableDefines(AsnModule *module, AsnObjClass *objClass, int count) 
 void genObjectSetTableDefines(AsnObjectSet *objectSet) {
     Text set;
     getDefObjectSetId(set, nullptr, objectSet, nullptr);
+    Text table;
+    getModulePrefix(table, nullptr, getModuleOfObjectSet(objectSet), set.c_str());
     printfToF(fiDef, "\n/* iterators for %s table */\n\n", set.c_str());
-    printfToF(fiDef, "#define first%sObj() (%s)\n", set.c_str(), set.c_str());
+    printfToF(fiDef, "#define first%sObj() (%s)\n", set.c_str(), table.c_str());
     taviAddItem(ITEM_MACRO, fiDef, {"first", set.c_str(), "Obj()"});
     printfToF(fiDef, "#define next%sObj(iter) ((iter) + 1)\n", set.c_str());
     taviAddItem(ITEM_MACRO, fiDef, {"next", set.c_str(), "Obj()"});

@@ -251,6 +251,7 @@ void genClassTypedefContents(AsnObjClass *, AsnObjClassField *field, int) {
    } OPERATION; */
 void genClassStructure(AsnObjClass *objClass) {
     wToF(fiTyp, "\n");
+    glbFieldStructs.clear();
     printObjClassEmbeddingOptions(fiTyp, objClass, TED_TYP_BEFORE);
     printfToF(fiTyp, "typedef const struct t_%s ", getMetaClassId(objClass));
     wToF(fiTyp, "{\n");
@@ -289,7 +290,7 @@ void genClassTypedef(AsnObjClass *objClass) {
 void genClass(AsnObjClass *objClass) {
     static int nesting = 0;
     const NestingGuard guard(&nesting, objClass->posModule);
-    if (!isBaseObjClassInCurrentModule(objClass) || getObjClassStamp(objClass) >= stampGIP)
+    if (!hasOwnStructure(objClass) || getObjClassStamp(objClass) >= stampGIP)
         return;
     setObjClassStamp(objClass, stampGIP);
     const TaviNodeScope enclosing;

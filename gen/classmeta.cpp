@@ -86,21 +86,33 @@ const char *getMetaObjectId(AsnObject *object) {
     return meta == nullptr ? "" : meta->objectId.c_str();
 }
 
-void setMetaObjectNr(AsnObject *object, std::uint32_t nr) {
+void setMetaObjectNr(AsnObject *object, int nr) {
     if (std::uint32_t *place = placeOfObject(object, &BEModMetaRec::objectNrs))
-        *place = nr;
+        *place = static_cast<std::uint32_t>(nr) + 1;
 }
 
-std::uint32_t getMetaObjectNr(AsnObject *object) {
+int getMetaObjectNr(AsnObject *object) {
     if (!object->posModule->metaRec->objectsNumbered)
         numberObjectsOf(object->posModule);
     const std::uint32_t *place = placeOfObject(object, &BEModMetaRec::objectNrs);
-    return place == nullptr ? 0 : *place;
+    return place == nullptr ? -1 : static_cast<int>(*place) - 1;
+}
+
+bool hasObjectRows(AsnModule *module) {
+    if (!getBEModMetaRec(module)->objectsNumbered)
+        numberObjectsOf(module->modRec);
+    return getBEModMetaRec(module)->hasObjectRows;
+}
+
+bool hasOwnStructure(AsnObjClass *objClass) {
+    return isBaseObjClassInCurrentModule(objClass) ||
+           (objClass->compStatus == TCS_HEADER &&
+            objClass->posModule == objClass->ownerModule->modRec);
 }
 
 const char *tableClassId(AsnObjClass *objClass) {
     const char *id = nullptr;
-    if (isBaseObjClassInCurrentModule(objClass))
+    if (hasOwnStructure(objClass))
         return allocateUniqStri(getMetaClassId(objClass));
     forObjClassDefinedInAnotherModule(
         objClass, [&](AsnObjClass *defined) { id = allocateUniqStri(getMetaClassId(defined)); });
@@ -115,11 +127,15 @@ const char *getMetaObjectTableId(AsnObject *object) {
 }
 
 void initializeObjects(AsnModule *module) {
-    getBEModMetaRec(module)->objectsNumbered = true;
+    BEModMetaRec *meta = getBEModMetaRec(module);
+    meta->objectsNumbered = true;
     const char *tableId = nullptr;
     auto beginTable = [&](AsnObjClass *objClass, bool) { tableId = tableClassId(objClass); };
-    auto numberObject = [&](AsnObjClass *, AsnObject *object, int tableIndex, bool) {
-        setMetaObjectNr(object, static_cast<std::uint32_t>(tableIndex));
+    auto numberObject = [&](AsnObjClass *, AsnObject *object, int tableIndex, bool skipped) {
+        if (skipped) /* has no row at this place, but maybe at another one */
+            return;
+        meta->hasObjectRows = true;
+        setMetaObjectNr(object, tableIndex);
         if (const char **place = placeOfObject(object, &BEModMetaRec::objectTableIds))
             *place = tableId;
     };

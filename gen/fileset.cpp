@@ -6,6 +6,8 @@
 #include "driver/fatal.h"
 #include "driver/fileheader.h"
 #include "driver/files.h"
+#include "gen/classmeta.h"
+#include "gen/foreigntables.h"
 #include "gen/meta.h"
 #include "model/exporters.h"
 #include "model/modules.h"
@@ -145,11 +147,38 @@ void includeReferencedDeclarations(AsnModule *module, int file, int category) {
     });
 }
 
+/* The module has a file with declarations of its tables. */
+bool declaresTables(AsnModule *module) {
+    int first, second;
+    return getTableFileKind(module, getGenArr(module), &first, &second) && second == FILE_EXT;
+}
+
 void includeReferencedTableExts(AsnModule *module, int file) {
     forEachExportingModule(module, [&](AsnModule *exporter) {
-        if (getNrOfObjects(exporter) > 0 || getNrOfObjectSets(exporter) > 0 ||
-            (getNrOfEntryTypes(exporter) > 0 && !isMorlaApplication(exporter)))
+        if (declaresTables(exporter))
             includeGeneratedFile(file, exporter, CAT_TAB_EXT, FILE_EXT);
+    });
+}
+
+bool importsFrom(AsnModule *module, AsnModule *other) {
+    bool imports = false;
+    forEachExportingModule(module, [&](AsnModule *exporter) {
+        imports = imports || exporter->modRec == other->modRec;
+    });
+    return imports;
+}
+
+/* Rows name tables of other modules. Declarations come with those of the module itself, if it has
+   any, but for modules that are reached through others. What has no declaration is a static table,
+   which has to stand in the same source. */
+void includeForeignTables(AsnModule *module, int file) {
+    forEachForeignTable(module, [&](AsnModule *other, bool entries, bool objects) {
+        const bool declared = declaresTables(other);
+        if (declared && (objects || !isMorlaApplication(other)) &&
+            !(fiTabE != 0 && importsFrom(module, other)))
+            includeGeneratedFile(file, other, CAT_TAB_EXT, FILE_EXT);
+        if (!declared || (entries && isMorlaApplication(other)))
+            includeGeneratedFile(file, other, CAT_TAB, FILE_TAB);
     });
 }
 
@@ -213,6 +242,7 @@ void openTableFiles(AsnModule *module, const std::uint8_t *genArr) {
         writeLinkageStart(fiTabE);
         includeGeneratedFile(fiTab, module, CAT_TAB_EXT, FILE_EXT);
     }
+    includeForeignTables(module, fiTab);
     if (getNrOfEntryTypes(module) > 0) {
         includeGeneratedFunctionHeaders(module, genArr, fiTab, CAT_ENC_EXT, CAT_DEC_EXT);
         includeGeneratedFunctionHeaders(module, genArr, fiTab, CAT_ASK_EXT, CAT_PRI_EXT);
@@ -336,7 +366,7 @@ bool getTableFileKind(AsnModule *module, const std::uint8_t *genArr, int *first,
         return false;
     if (isMorlaApplication(module)) {
         *first = FILE_TAB;
-        if (getNrOfObjects(module) > 0)
+        if (getNrOfObjects(module) > 0 || hasObjectRows(module))
             *second = FILE_EXT;
     } else if (genArr[CAT_TAB_EXT] != GEN_NONE) {
         *first = FILE_C;

@@ -33,9 +33,11 @@ struct TabFuncNames {
 struct BEModMetaRec {
     std::vector<AsnParamRec> asnParams;                            /* by entry number */
     std::unordered_map<std::uint64_t, std::int32_t> asnParamLists; /* type -> index of its list */
-    std::vector<std::uint32_t> objectNrs;     /* row of an object in its table, by unique number */
+    std::vector<std::uint32_t> objectNrs;     /* row of an object in its table plus 1, by unique
+                                                 number; 0 without a row */
     std::vector<const char *> objectTableIds; /* name of that table, in the same way */
     bool objectsNumbered = false;             /* a pass has filled them */
+    bool hasObjectRows = false;               /* and found a row */
     bool introPrinted = false;                /* the heading of values is out */
     std::uint8_t verbosity = VERBOSITY_TERSE;
     std::uint8_t entryTag = ENTRYTAG_IGNORE;

@@ -83,11 +83,16 @@ void genEntryTypeReference(AsnType *type, int entryIndex) {
               getMetaTypeId(type));
 }
 
-void warnOfNonEntryType() {
+void warnAtTableLine(const char *text) {
     Text file;
     nameOfF(file, nullptr, fiTab, nullptr);
-    std::printf("WARNING: %s:%lu: Non-entry type as a type field value.\n", file.c_str(),
-                static_cast<unsigned long>(linesInF(fiTab)) + 1);
+    std::printf("WARNING: %s:%lu: %s\n", file.c_str(),
+                static_cast<unsigned long>(linesInF(fiTab)) + 1, text);
+}
+
+bool hasTables(AsnModule *module) {
+    int first, second;
+    return getTableFileKind(module, getGenArr(module), &first, &second);
 }
 
 /* A setting that leads to nothing leaves what a field without one does: each member of the
@@ -105,7 +110,7 @@ void genTypeField(AsnFieldValue *value) {
     wToF(fiTab,
          isEmptyFieldValue(value) ? "NULL" : "NULL /* ONLY ENTRY TYPES ARE SUPPORTED HERE */");
     if (!isEmptyFieldValue(value))
-        warnOfNonEntryType();
+        warnAtTableLine("Non-entry type as a type field value.");
 }
 
 void genFixedTypeValueField(AsnFieldValue *value) {
@@ -116,7 +121,7 @@ void genFixedTypeValueField(AsnFieldValue *value) {
     };
     forFixedTypeValueFieldValue(value, genValue);
     if (!written)
-        genEmptyFieldValue(getFieldBaseValueMainType(value), nullptr);
+        genEmptyClassField(value);
 }
 
 void genObjectField(AsnFieldValue *value) {
@@ -226,7 +231,7 @@ void genObjectTableElement(AsnObject *object, int tableIndex, bool skipped, RowP
     forEachPossibleObjectFieldValue(object, genOne);
     --fArr[fiTab].indent;
     wToF(fiTab, "\n}");
-    genObjectDefines(object);
+    genObjectDefines(object, tableIndex);
 }
 
 void genObjectTablePostfix(AsnModule *module, AsnObjClass *objClass, int count, bool skipped) {
@@ -270,10 +275,17 @@ void genObjectTables(AsnModule *module) {
 }
 
 void genObjObjectElement(AsnObject *object) {
+    AsnModule *module = getModuleOfObject(object);
+    const int row = getMetaObjectNr(object);
+    if (row < 0 || !hasTables(module)) {
+        printfToF(fiTab, "NULL /* %s: NO ROW */", nameOf(object));
+        warnAtTableLine("Object without a row.");
+        return;
+    }
     Text prefix;
-    getModulePrefix(prefix, nullptr, getModuleOfObject(object), nullptr);
-    printfToF(fiTab, "&%s%s [%ld] /* %s */", prefix.c_str(), getMetaObjectTableId(object),
-              static_cast<long>(getMetaObjectNr(object)), nameOf(object));
+    getModulePrefix(prefix, nullptr, module, nullptr);
+    printfToF(fiTab, "&%s%s [%d] /* %s */", prefix.c_str(), getMetaObjectTableId(object), row,
+              nameOf(object));
 }
 
 bool isSkippedField(AsnObjClassField *field, const char **note) {

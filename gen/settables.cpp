@@ -1,5 +1,6 @@
 #include "gen/settables.h"
 
+#include "cbet/predicates.h"
 #include "driver/files.h"
 #include "gen/classdefines.h"
 #include "gen/classmeta.h"
@@ -65,14 +66,16 @@ void genSetObject(AsnObject *object) {
 void genObjFixedTypeValueSetField(AsnFieldValue *, AsnValue *asnValue, int index) {
     if (index != 0)
         wToF(fiTab, isStructureKind(getValueMainType(asnValue)) ? ",\n" : ", ");
-    genFixedTypeValueFieldValue(asnValue);
+    genSetElementValue(asnValue);
 }
 
 /* static Code mValueSet0 [] = { */
 void genValueSetTablePrefix(AsnFieldValue *value, int number) {
     const Text name = tableName(value, "ValueSet", number);
     auto genHead = [&](AsnObjClassField *, AsnType *type) {
-        printfToF(fiTab, "\nstatic %s %s [] = ", getMetaBaseTypeId(type), name.c_str());
+        const Text element =
+            cIsDefinedBaseType(type) ? getMetaTypeName(type) : Text(getMetaBaseTypeId(type));
+        printfToF(fiTab, "\nstatic %s %s [] = ", element.c_str(), name.c_str());
     };
     forFixedTypeValueSetField(getObjClassFieldOfFieldValue(value), genHead);
     beginTable();
@@ -149,7 +152,7 @@ void genInlineValueSet(AsnFieldValue *value, int size) {
         ++fArr[fiTab].indent;
     }
     if (size == 0)
-        genEmptyFieldValue(mainType, nullptr);
+        genEmptyClassField(value);
     else
         forFixedTypeValueSetFieldValue(value, genObjFixedTypeValueSetField);
     if (onLines) {

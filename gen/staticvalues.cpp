@@ -1,11 +1,14 @@
 #include "gen/staticvalues.h"
 
 #include "cbet/constants.h"
+#include "cbet/names.h"
 #include "cbet/predicates.h"
 #include "driver/fatal.h"
 #include "driver/files.h"
 #include "gen/fileset.h"
 #include "gen/typeshape.h"
+#include "model/classes.h"
+#include "model/fieldvalues.h"
 #include "model/iterators.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
@@ -44,13 +47,18 @@ int digitValue(char digit) {
     fatalError(FATAL_INTERNAL, "Table generation: octal conversion");
 }
 
+/* Elements behind a pointer are octets whatever the string consists of. */
+const char *elementsCast(AsnType *type) {
+    return cIsDynamicString(type) ? "(BYTE_TYPE *)" : "";
+}
+
 /* { 2, "\012\377" } */
 void genBitStringFieldValue(AsnValue *value, const char *digits) {
     constexpr int HEX = 16;
     wToF(fiTab, "{ ");
     genLength(getTypeOfValue(value), octetStringLength(value));
     /* One piece, since a line may not end inside a string of C. */
-    Text literal = "\"";
+    Text literal = Text(elementsCast(getTypeOfValue(value))) + "\"";
     while (*digits != '\0') {
         const int high = digitValue(*digits++);
         const int low = *digits == '\0' ? 0 : digitValue(*digits++);
@@ -63,7 +71,7 @@ void genBitStringFieldValue(AsnValue *value, const char *digits) {
 void genCharStringFieldValue(AsnValue *value, std::int32_t length, const char *text) {
     wToF(fiTab, "{ ");
     genLength(getTypeOfValue(value), length);
-    printfToF(fiTab, "\"%s\" }", cStringText(text).c_str());
+    printfToF(fiTab, "%s\"%s\" }", elementsCast(getTypeOfValue(value)), cStringText(text).c_str());
 }
 
 void genBinaryFieldValue(AsnValue *value, std::int32_t, const char *digits) {
@@ -98,7 +106,7 @@ bool isSimpleLeafComp(AsnType *comp) {
 bool areSimpleComps(AsnType *type);
 
 bool isSimpleComp(AsnType *comp) {
-    if (isTypeExtensionmarker(comp) || testTypeOption(comp, OPT_HOME) || isRecursiveType(comp))
+    if (isTypeExtensionmarker(comp) || needsPointer(comp) || isRecursiveType(comp))
         return false;
     return getTypeMainType(comp) == TYP_SEQ ? areSimpleComps(comp) : isSimpleLeafComp(comp);
 }
@@ -137,7 +145,7 @@ void genComps(AsnValue *value) {
         if (present != nullptr)
             genFixedTypeValueFieldValue(present);
         else
-            genEmptyFieldValue(getTypeMainType(comp), comp);
+            genEmptyFieldValue(comp);
     };
     forEachPresentOrAbsentValueComp(value, genComp);
 }
@@ -162,7 +170,11 @@ void genCompmask(AsnValue *value, AsnType *type) {
 void genSeqFieldValue(AsnValue *value) {
     AsnType *type = getTypeOfValue(value);
     if (!isSimpleSequence(type)) {
-        wToF(fiTab, "0 /* Complex sequence: NOT YET IMPLEMENTED!! */");
+        wToF(fiTab, "{ 0 } /* Complex sequence: NOT YET IMPLEMENTED!! */");
+        return;
+    }
+    if (getNrOfTypeComps(type) == 0) {
+        wToF(fiTab, "{ 0 }");
         return;
     }
     wToF(fiTab, "{\n");
@@ -188,7 +200,11 @@ void genChosenAlternative(AsnValue *value) {
 
 void genChoiceFieldValue(AsnValue *value) {
     if (!isSimpleChoice(getTypeOfValue(value))) {
-        wToF(fiTab, "0 /* Complex choice: NOT YET IMPLEMENTED!! */");
+        wToF(fiTab, "{ 0 } /* Complex choice: NOT YET IMPLEMENTED!! */");
+        return;
+    }
+    if (getNrOfTypeComps(getTypeOfValue(value)) == 0) {
+        wToF(fiTab, "{ 0 }");
         return;
     }
     wToF(fiTab, "{\n");
@@ -209,6 +225,18 @@ void genNumber(AsnValue *value) {
         wToF(fiTab, " }");
 }
 
+/* C holds the value in a structure, so that a bare 0 would be the first of its members. */
+bool isHeldInStructure(AsnType *type) {
+    const int form = cGetVF(type);
+    return isExtensibleEnumeratedList(type) ||
+           (form >= VF_STAS0 && form < VF_COUNT && form != VF_FRM && form != VF_NULL);
+}
+
+void genNoValue(AsnType *type) {
+    wToF(fiTab, isHeldInStructure(type) ? "{ 0 } /* NOT YET IMPLEMENTED!! */"
+                                        : "0 /* NOT YET IMPLEMENTED!! */");
+}
+
 } // namespace
 
 void genFixedTypeValueFieldValue(AsnValue *value) {
@@ -224,10 +252,16 @@ void genFixedTypeValueFieldValue(AsnValue *value) {
         genNumber(value);
         break;
     case TYP_BITSTR:
-        forBitStringValueX(value, genBinaryFieldValue);
-        break;
     case TYP_OCTSTR:
-        forOctetStringValue(value, genBinaryFieldValue);
+        if (getVF(getTypeOfValue(value)) == VF_LIST)
+            genNoValue(getTypeOfValue(value));
+        else if (mainType == TYP_BITSTR)
+            forBitStringValueX(value, genBinaryFieldValue);
+        else
+            forOctetStringValue(value, genBinaryFieldValue);
+        break;
+    case TYP_REAL:
+        printDoubleRealValueToF(fiTab, nullptr, value, nullptr);
         break;
     case TYP_NULL:
         wToF(fiTab, "0");
@@ -242,22 +276,44 @@ void genFixedTypeValueFieldValue(AsnValue *value) {
         genObjectIdentifierFieldValue(value);
         break;
     default:
-        if (isCharString(mainType))
+        if (isCharString(mainType) && getVF(getTypeOfValue(value)) != VF_LIST)
             forCharacterStringValue(value, genCharStringFieldValue);
         else
-            wToF(fiTab, "0 /* NOT YET IMPLEMENTED!! */");
+            genNoValue(getTypeOfValue(value));
     }
 }
 
-void genEmptyFieldValue(int mainType, AsnType *type) {
-    switch (mainType) {
+void genSetElementValue(AsnValue *value) {
+    if (getValueMainType(value) != TYP_CHOICE) {
+        genFixedTypeValueFieldValue(value);
+        return;
+    }
+    bool written = false;
+    auto genChosen = [&](AsnValue *, AsnType *comp, int compNbr, AsnValue *present, int) {
+        if (present == nullptr || !isSimpleComp(comp))
+            return;
+        Text member;
+        printfToF(fiTab, "{ %d, { .%s = ", compNbr,
+                  cMemberName(member, nullptr, comp, nullptr).c_str());
+        genFixedTypeValueFieldValue(present);
+        wToF(fiTab, " } }");
+        written = true;
+    };
+    if (!testTypeOption(getTypeOfValue(value), OPT_COMPS_AS_POINTERS))
+        forEachPresentOrAbsentValueComp(value, genChosen);
+    if (!written)
+        wToF(fiTab, "{ 0 } /* Complex choice: NOT YET IMPLEMENTED!! */");
+}
+
+void genEmptyFieldValue(AsnType *type) {
+    switch (const int mainType = getTypeMainType(type)) {
     case TYP_BOOLEAN:
         wToF(fiTab, "FALSE");
         break;
     case TYP_INTEGER:
     case TYP_ENUM:
     case TYP_NULL:
-        wToF(fiTab, type != nullptr && isExtensibleEnumeratedList(type) ? "{ FALSE, 0 }" : "0");
+        wToF(fiTab, isExtensibleEnumeratedList(type) ? "{ FALSE, 0 }" : "0");
         break;
     case TYP_BITSTR:
     case TYP_OCTSTR:
@@ -269,6 +325,20 @@ void genEmptyFieldValue(int mainType, AsnType *type) {
         wToF(fiTab, "{ 0, { 0 } }");
         break;
     default:
-        wToF(fiTab, isCharString(mainType) ? "{ 0 }" : "0 /* NOT YET IMPLEMENTED!! */");
+        if (isCharString(mainType))
+            wToF(fiTab, "{ 0 }");
+        else
+            genNoValue(type);
     }
+}
+
+void genEmptyClassField(AsnFieldValue *value) {
+    auto genEmpty = [](AsnObjClassField *, AsnType *type) {
+        if (isExtensibleEnumeratedList(type))
+            wToF(fiTab, "{ 0 }");
+        else
+            genEmptyFieldValue(type);
+    };
+    forFixedTypeValueField(getObjClassFieldOfFieldValue(value), genEmpty);
+    forFixedTypeValueSetField(getObjClassFieldOfFieldValue(value), genEmpty);
 }

@@ -21,6 +21,7 @@
 
 AsnObjClass *glbGovernorClass = nullptr;
 AsnObjClassField *glbClassField = nullptr;
+std::unordered_set<Text> glbFieldStructs;
 
 namespace {
 
@@ -86,7 +87,18 @@ Text fieldStructName(AsnType *type) {
         name = orEmpty(getMetaCompId(type));
     if (name.empty())
         return cTypeId(whole, nullptr, type, nullptr);
-    return getDefObjClassId(whole, (name + "_").c_str(), glbGovernorClass, nullptr);
+    getDefObjClassId(whole, (name + "_").c_str(), glbGovernorClass, nullptr);
+    if (glbFieldStructs.insert(whole).second)
+        return whole;
+    /* Another field has a structure of this name, maybe of the same type. */
+    Text field;
+    getObjClassFieldId(field, nullptr, glbClassField, nullptr);
+    getDefObjClassId(whole, (name + "_" + field + "_").c_str(), glbGovernorClass, nullptr);
+    for (int nr = 2; !glbFieldStructs.insert(whole).second; ++nr) {
+        const Text numbered = name + std::to_string(nr) + "_" + field + "_";
+        getDefObjClassId(whole, numbered.c_str(), glbGovernorClass, nullptr);
+    }
+    return whole;
 }
 
 void genStructPostfix() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unordered_set>
+
 #include "store/text.h"
 
 struct AsnObjClass;
@@ -13,6 +15,8 @@ struct AsnType;
    Its structures are then tagged with the names of both. */
 extern AsnObjClass *glbGovernorClass;
 extern AsnObjClassField *glbClassField;
+/* Names of such structures in the class so far. */
+extern std::unordered_set<Text> glbFieldStructs;
 
 /* Writes the shape. Nesting without end is fatal error 15. */
 void genTypedefContents(AsnType *type);

@@ -19,8 +19,10 @@ struct ChainWalk {
     std::uint32_t chainOptions = 0; /* gathered */
     int *tagState = nullptr;        /* given if it gathers */
     NodePlace *area = nullptr; /* last record before a parameterised detail; null: not wanted */
-    NodePlace selection;       /* the last one, if no definition came behind it */
-    bool first = true;         /* the position has not been left yet */
+    /* The last selection, or definition that is the field of a class, if no definition came behind
+       it: it is what has the content at the end of the chain. */
+    NodePlace holder;
+    bool first = true; /* the position has not been left yet */
 };
 
 void insDynaNode(AsnType *son) {
@@ -105,16 +107,21 @@ bool followChain(ChainWalk *walk) {
         followSynonymType();
         noteSynonymTarget(walk);
         if (tNode.compStatus == TCS_HEADER || tNode.compStatus == TCS_PARAM_HEAD)
-            walk->selection = {};
+            walk->holder = {};
         return true;
     }
     if (tNode.mainType == TYP_SELECTION && tNode.auxRecord != 0) {
         leaveRecord(walk);
-        walk->selection = saveNodeContext(REC_TNODE);
+        walk->holder = saveNodeContext(REC_TNODE);
         followTypeReference();
     } else if (tNode.mainType == TYP_FIELDLIST && tNode.auxRecord != 0) {
         leaveRecord(walk);
+        if (tNode.compStatus == TCS_HEADER)
+            walk->holder = saveNodeContext(REC_TNODE);
         skipFieldList();
+        /* Fields of predefined classes have types that are definitions without a name. */
+        if (tNode.compStatus == TCS_HEADER && tNode.nameIdx > 0)
+            walk->holder = {};
     } else {
         return false;
     }
@@ -256,9 +263,9 @@ std::uint32_t initSon(AsnType *son, AsnType *father, int *tagState) {
     son->contentModule = content.module;
     son->contentRecord = content.nr;
     son->isSelection = son->firstMainType == TYP_SELECTION;
-    if (walk.selection.nr != 0)
-        area = walk.selection;
-    const NodePlace base = walk.selection.nr != 0 ? walk.selection : content;
+    if (walk.holder.nr != 0)
+        area = walk.holder;
+    const NodePlace base = walk.holder.nr != 0 ? walk.holder : content;
     son->baseModule = base.module;
     son->baseRecord = base.nr;
     if (instantiated || (base.module == son->posModule && base.nr == son->posRecord))

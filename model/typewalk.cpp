@@ -85,6 +85,8 @@ void initSonTNode(AsnType *son) {
     base = tNode;
     if (isSelectedContent(son))
         takeOverSelection(son);
+    else if (base.compStatus == TCS_HEADER && base.nameIdx == 0)
+        base.compStatus = son->compStatus; /* the type of a field of a predefined class */
     if (son->isSelection)
         base.lineNr = storedTNode(son->posModule, son->posRecord).lineNr;
     if ((son->firstTypeFlags & TYPE_TOP_LEVEL_INSTANTIATED) != 0) {

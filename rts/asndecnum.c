@@ -24,42 +24,53 @@ void asnDecNull (ASNCODG *g)
 
 /* --- whole numbers --- */
 
-/* Two's complement of up to eight octets. */
-static sint64 numberOf (const BYTE_TYPE *p, uint32 len)
+#define MOST_OF_NUMBER 8u /* that sint64 holds */
+
+/* Whether the first nine bits are all alike, so that an octet less would do. */
+static inline BOOLE isIdle (sint64 firstTwo)
 {
-  const BYTE_TYPE *end = p + len;
-  uint64 value = (uint64)(sint64)(sint8)*p++;
-  while (p < end)
-    value = value << 8 | *p++;
-  return (sint64)value;
+  return (uint64)firstTwo + 128 < 256;
 }
 
-/* The contents of a number, none of whose octets is idle. */
-static inline BOOLE takeNumber (ASNCODG *g, const BYTE_TYPE **p, uint32 *len)
+/* Two's complement of one to eight octets, none of which is idle; false for others. */
+static inline BOOLE numberOf (const BYTE_TYPE *p, uint32 len, sint64 *number)
 {
-  if (!asnTakeContents (g, p, len))
-    return FALSE;
-  /* The first nine bits are not all alike. */
-  if (*len == 0 || (*len > 1 && (BYTE_TYPE)((*p)[0] + ((*p)[1] >> 7)) == 0)) {
-    asnRaise (&g->util, VALUE_FAIL);
-    return FALSE;
+  const BYTE_TYPE *end = p + len;
+  uint64 value;
+  if (len == 1) {
+    *number = (sint8)p[0];
+    return TRUE;
   }
+  if (len - 2 > MOST_OF_NUMBER - 2)
+    return FALSE;
+  value = (uint64)(sint64)(sint8)p[0] << 8 | p[1];
+  if (isIdle ((sint64)value))
+    return FALSE;
+  for (p += 2; p != end; p++)
+    value = value << 8 | *p;
+  *number = (sint64)value;
   return TRUE;
 }
 
+/* The number that was read last, which numberOf didn't take or which is outside its bounds. */
+ASN_RARE static void refuse (ASNCODG *g)
+{
+  const uint32 len = g->len;
+  const BYTE_TYPE *p = g->place - len;
+  const BOOLE isWrong = len == 0 || (len > 1 && isIdle ((sint8)p[0] * 256 + p[1]));
+  asnRaise (&g->util, isWrong ? VALUE_FAIL : CONSTRAINT_FAIL);
+}
+
 /* A number within its bounds. */
-static BOOLE readInRange (ASNCODG *g, sint64 low, sint64 high, sint64 *value)
+static inline BOOLE readInRange (ASNCODG *g, sint64 low, sint64 high, sint64 *value)
 {
   const BYTE_TYPE *p;
   uint32 len;
-  if (!takeNumber (g, &p, &len))
+  if (!asnTakeContents (g, &p, &len))
     return FALSE;
-  if (len <= 8) {
-    *value = numberOf (p, len);
-    if (low <= *value && *value <= high)
-      return TRUE;
-  }
-  asnRaise (&g->util, CONSTRAINT_FAIL);
+  if (numberOf (p, len, value) && low <= *value && *value <= high)
+    return TRUE;
+  refuse (g);
   return FALSE;
 }
 
@@ -67,8 +78,11 @@ static BOOLE readInRange (ASNCODG *g, sint64 low, sint64 high, sint64 *value)
   void asnDec##form (ASNCODG *g, type *value, sint64 low, sint64 high) \
   { \
     sint64 number; \
-    if (readInRange (g, asnHigher (low, least), asnLower (high, most), &number)) \
-      *value = (type)number; \
+    if (!readInRange (g, low, high, &number)) \
+      return; \
+    *value = (type)number; \
+    if (*value != number) \
+      asnRaise (&g->util, CONSTRAINT_FAIL); \
   }
 ASN_INTEGER_FORMS (DECODE)
 
@@ -77,13 +91,16 @@ void asnDecUint64 (ASNCODG *g, uint64 *value, sint64 low, sint64 high)
 {
   const BYTE_TYPE *p;
   uint32 len;
-  if (g->state == ASN_PRIMITIVE_ && g->len == 9 && high == MAXLONG) {
-    if (!takeNumber (g, &p, &len))
+  if (g->state == ASN_PRIMITIVE_ && g->len == MOST_OF_NUMBER + 1 && high == MAXLONG) {
+    if (!asnTakeContents (g, &p, &len))
       return;
-    if (p[0] == 0)
-      *value = (uint64)numberOf (p + 1, 8);
-    else
-      asnRaise (&g->util, CONSTRAINT_FAIL);
+    if (p[0] != 0 || isIdle (p[1])) {
+      refuse (g);
+      return;
+    }
+    *value = 0;
+    for (uint32 i = 1; i < len; i++)
+      *value = *value << 8 | p[i];
   } else {
     sint64 number;
     if (readInRange (g, asnHigher (low, 0), high, &number))

@@ -125,6 +125,9 @@ BOOLE asnIsOneEncoding (const BYTE_TYPE *octets, size_t length)
 {
   const BYTE_TYPE *end = octets + length, *behind;
   ASN_HEADER header;
+  /* A tag and a length of one octet each. */
+  if (length >= 2 && octets[0] != 0 && (octets[0] & 0x1F) != ASN_LONG_NUMBER && octets[1] < 0x80)
+    return octets[1] == length - 2;
   if (length > INT32_MAX || asnReadHeader (octets, end, &header) != ASN_OK || header.tag == EOC_TAG)
     return FALSE;
   if (!header.indefinite)
@@ -201,7 +204,7 @@ static uint32 enter (ASNCODG *g, const ASN_HEADER *header)
 }
 
 /* All cases. */
-static uint32 look (ASNCODG *g)
+ASN_RARE static uint32 look (ASNCODG *g)
 {
   ASN_HEADER header;
   int error;
@@ -223,33 +226,76 @@ static uint32 look (ASNCODG *g)
   return enter (g, &header);
 }
 
-/* The common case, a tag and a length of one octet each, goes without a call. */
+/* The tag that an octet is, with its form; 0 if it is only the beginning of one, or no tag. */
+#define T1(o) \
+  (((o)&0x1Fu) == ASN_LONG_NUMBER || ((o)&0xDFu) == 0 ? 0 : ((o)&0xE0u) << 24 | ((o)&0x1Fu))
+#define T4(o) T1 (o), T1 ((o) + 1u), T1 ((o) + 2u), T1 ((o) + 3u)
+#define T16(o) T4 (o), T4 ((o) + 4u), T4 ((o) + 8u), T4 ((o) + 12u)
+#define T64(o) T16 (o), T16 ((o) + 16u), T16 ((o) + 32u), T16 ((o) + 48u)
+static const uint32 shortTags[] = { T64 (0u), T64 (64u), T64 (128u), T64 (192u) };
+
+static inline uint32 noteHeader (ASNCODG *g, uint32 tag, const BYTE_TYPE *contents, uint32 len, uint32 state)
+{
+  g->tag = tag;
+  g->element = g->place;
+  g->place = contents;
+  g->len = len;
+  g->util.allocated = FALSE;
+  g->state = state;
+  return tag;
+}
+
+/* What `first` begins, with contents of a length that is known and within the limit. */
+static inline uint32 takeHeader (ASNCODG *g, BYTE_TYPE first, const BYTE_TYPE *contents, uint32 len)
+{
+  const uint32 tag = shortTags[first];
+  if (tag == 0)
+    return look (g);
+  if (!(tag & ASN_FORM_BIT))
+    return noteHeader (g, tag, contents, len, ASN_PRIMITIVE_);
+  if (g->depth < ASN_MAX_NESTING) {
+    ASN_LEVEL *level = &g->levels[g->depth++];
+    level->limit = g->limit;
+    level->mode = g->mode;
+    g->limit = contents + len;
+    g->mode = 0;
+    return noteHeader (g, tag & ~ASN_FORM_BIT, contents, len, ASN_CONSTRUCTED_);
+  }
+  return look (g);
+}
+
+/* A length of two or three octets. */
+ASN_APART static uint32 lookAtLonger (ASNCODG *g, const BYTE_TYPE *p, size_t left)
+{
+  const uint32 octets = p[1] & 0x7Fu;
+  if ((octets == 1 || octets == 2) && left >= 2 + octets) {
+    const uint32 len = octets == 1 ? p[2] : (uint32)p[2] << 8 | p[3];
+    if (len <= left - 2 - octets)
+      return takeHeader (g, p[0], p + 2 + octets, len);
+  }
+  return look (g);
+}
+
+/* The common cases go without a call: a tag and a length of one octet each, and the end of what has a
+   length. */
 uint32 asnLookTagLen (ASNCODG *g)
 {
   const BYTE_TYPE *p = g->place;
-  if (g->state != ASN_PRIMITIVE_ && g->limit - p >= 2 && !(g->mode & (ASN_FULL_ | ASN_COUNTED_))) {
-    uint32 first = p[0], len = p[1];
-    if ((first & 0x1F) != ASN_LONG_NUMBER && first != 0 && len < 0x80 &&
-        len <= (size_t)(g->limit - p - 2)) {
-      if (!(first & ASN_FORM_OCTET)) {
-        g->state = ASN_PRIMITIVE_;
-      } else if (g->depth < ASN_MAX_NESTING) {
-        ASN_LEVEL *level = &g->levels[g->depth++];
-        level->limit = g->limit;
-        level->mode = g->mode;
-        g->limit = p + 2 + len;
-        g->mode = 0;
-        g->state = ASN_CONSTRUCTED_;
-      } else {
-        return look (g);
-      }
-      g->util.allocated = FALSE;
-      g->element = p;
-      g->place = p + 2;
-      g->len = len;
-      g->tag = (first & 0xC0) << 24 | (first & 0x1F);
-      return g->tag;
-    }
+  const size_t left = (size_t)(g->limit - p);
+  if (g->state == ASN_PRIMITIVE_)
+    return look (g);
+  if (left >= 2 && !(g->mode & (ASN_FULL_ | ASN_COUNTED_))) {
+    const uint32 len = p[1];
+    if (len >= 0x80)
+      return lookAtLonger (g, p, left);
+    if (len <= left - 2)
+      return takeHeader (g, p[0], p + 2, len);
+  } else if (left == 0 && g->depth > 0 && !(g->mode & ASN_INDEFINITE_)) {
+    popLevel (g);
+    g->util.allocated = FALSE;
+    g->element = p;
+    g->state = ASN_BETWEEN_;
+    return g->tag = EOC_TAG;
   }
   return look (g);
 }

@@ -10,18 +10,25 @@ typedef struct {
   uint32 n;      /* bits, octets or characters; NO_COUNT if the string is wrong */
 } SIZES;
 
-/* The octets of a segment of bits, and how many bits they hold. */
-static BOOLE bitsOfSegment (ASNCODG *g, const BYTE_TYPE **p, uint32 *len, uint32 *bits)
+/* Moves behind the octet that counts unused bits; false if it is wrong. */
+static inline BOOLE countBits (const BYTE_TYPE **p, uint32 *len, uint32 *bits)
 {
   uint32 unused;
-  if (*len == 0 || (*p)[0] > 7 || (*len == 1 && (*p)[0] != 0) || *len > UINT32_MAX / 8) {
-    asnRaise (&g->util, VALUE_FAIL);
+  if (*len == 0 || (*p)[0] > 7 || (*len == 1 && (*p)[0] != 0) || *len > UINT32_MAX / 8)
     return FALSE;
-  }
   unused = *(*p)++;
   --*len;
   *bits = *len * 8 - unused;
   return TRUE;
+}
+
+/* The octets of a segment of bits, and how many bits they hold. */
+static BOOLE bitsOfSegment (ASNCODG *g, const BYTE_TYPE **p, uint32 *len, uint32 *bits)
+{
+  if (countBits (p, len, bits))
+    return TRUE;
+  asnRaise (&g->util, VALUE_FAIL);
+  return FALSE;
 }
 
 /* Looks the string through and stands in front of it again. */
@@ -104,7 +111,7 @@ static void copy (ASNCODG *g, uint32 kindNr, BYTE_TYPE *st, uint32 n)
 }
 
 /* Whether the string's size is in its range; `most` is how many its form can hold. */
-static BOOLE isSizeRight (ASNCODG *g, uint32 n, sint64 low, sint64 high, uint64 most)
+static inline BOOLE isSizeRight (ASNCODG *g, uint32 n, sint64 low, sint64 high, uint64 most)
 {
   if (n == NO_COUNT)
     return FALSE;
@@ -117,56 +124,73 @@ static BOOLE isSizeRight (ASNCODG *g, uint32 n, sint64 low, sint64 high, uint64 
   return FALSE;
 }
 
-/* The common case: few octets in primitive form, which are looked through once. */
-static BOOLE copyPlain (ASNCODG *g, uint32 how, void *n, BYTE_TYPE *st, size_t size, sint64 low,
-                        sint64 high)
+/* The common case is a string in one piece whose elements are octets or bits: it is looked through once.
+   *n counts its elements; false after an error. */
+static inline BOOLE isPlain (const ASNCODG *g, uint32 kindNr)
 {
-  const ASN_STRING_KIND *kind = &asnStringKinds[ASN_KIND_OF (how)];
-  uint32 len = g->len;
-  if (g->state != ASN_PRIMITIVE_ || ASN_KIND_OF (how) == ASN_BIT_ || kind->width > 1 ||
-      len + (size_t)kind->text > size || len < low || len > high ||
-      !asnCharactersAllowed (kind, g->place, len))
-    return FALSE;
-  memcpy (st, g->place, len);
-  if (kind->text)
-    st[len] = 0;
-  asnStoreCount (n, ASN_LENGTH_SIZE (how), len);
-  g->place += len;
+  return g->state == ASN_PRIMITIVE_ && kindNr < ASN_BMP_;
+}
+
+static inline BOOLE lookAtPlain (ASNCODG *g, uint32 kindNr, const BYTE_TYPE **p, uint32 *len, uint32 *n)
+{
+  *p = g->place;
+  *len = *n = g->len;
+  if (kindNr == ASN_BIT_ ? countBits (p, len, n)
+                         : asnCharactersAllowed (&asnStringKinds[kindNr], *p, *len))
+    return TRUE;
+  asnRaise (&g->util, VALUE_FAIL);
+  return FALSE;
+}
+
+/* Copies what was looked at and passes it. */
+static inline void copyPlain (ASNCODG *g, uint32 kindNr, BYTE_TYPE *to, const BYTE_TYPE *p, uint32 len,
+                              uint32 n)
+{
+  memcpy (to, p, len);
+  if (kindNr == ASN_BIT_ && n % 8 > 0)
+    to[len - 1] &= (BYTE_TYPE)(0xFF << (8 - n % 8));
+  g->place = p + len;
   g->state = ASN_BETWEEN_;
-  return TRUE;
 }
 
 /* What stands between the length and the elements, where that is more than nothing, is the number of
    elements that were dropped for lack of room: octets are never moved for alignment. */
-static uint32 sizeOfIgnored (uint32 how, const void *n, const BYTE_TYPE *st)
+static inline size_t gapBehind (uint32 how, const void *n, const BYTE_TYPE *st)
 {
-  size_t gap;
-  if (!n || ASN_CHAR_SIZE (how) != 1)
-    return 0;
-  gap = (size_t)(st - (const BYTE_TYPE *)n) - ASN_LENGTH_SIZE (how);
-  return gap == 0 ? 0 : gap == 1 ? 1 : gap < 4 ? 2 : 4;
+  return n && ASN_CHAR_SIZE (how) == 1 ? (size_t)(st - (const BYTE_TYPE *)n) - ASN_LENGTH_SIZE (how) : 0;
 }
 
-void asnDecString (ASNCODG *g, uint32 how, void *n, void *st, size_t size, sint64 low, sint64 high)
+/* What the string keeps of `count`, with the number of what is dropped noted in front of it. */
+static uint32 keepSome (ASNCODG *g, BYTE_TYPE *st, uint32 ignored, uint32 count, uint64 most)
 {
-  uint32 kindNr = ASN_KIND_OF (how), ignored = sizeOfIgnored (how, n, (BYTE_TYPE *)st);
+  const uint32 kept = most < count ? (uint32)most : count;
+  if ((uint64)(count - kept) >> (8 * ignored) > 0) /* more than the type allows by far */
+    asnRaise (&g->util, AM_FAIL);
+  else
+    asnStoreCount (st - ignored, ignored, count - kept);
+  return asnFailed (g) ? NO_COUNT : kept;
+}
+
+static inline uint64 mostOfArray (uint32 kindNr, size_t size)
+{
   const ASN_STRING_KIND *kind = &asnStringKinds[kindNr];
+  return kindNr == ASN_BIT_ ? (uint64)size * 8 : size / kind->width - (kind->text ? 1 : 0);
+}
+
+/* All cases. */
+ASN_RARE static void decodeAnyString (ASNCODG *g, uint32 how, void *n, void *st, size_t size, sint64 low,
+                                      sint64 high)
+{
+  const uint32 kindNr = ASN_KIND_OF (how);
+  const size_t gap = gapBehind (how, n, (BYTE_TYPE *)st);
+  const uint32 ignored = gap < 2 ? (uint32)gap : gap < 4 ? 2 : 4;
+  const ASN_STRING_KIND *kind = &asnStringKinds[kindNr];
+  const uint64 most = mostOfArray (kindNr, size);
   BYTE_TYPE *to = asnElements (how, st);
-  uint64 most = kindNr == ASN_BIT_ ? (uint64)size * 8 : size / kind->width - (kind->text ? 1 : 0);
-  uint32 count;
-  if (ignored == 0 && copyPlain (g, how, n, to, size, low, high))
-    return;
-  count = measure (g, kindNr).n;
-  if (ignored > 0 && count != NO_COUNT) {
-    uint32 kept = high < count ? (uint32)high : count;
-    if (kept > most)
-      kept = (uint32)most;
-    if ((uint64)(count - kept) >> (8 * ignored) > 0) /* more than the type allows by far */
-      asnRaise (&g->util, AM_FAIL);
-    else
-      asnStoreCount ((BYTE_TYPE *)st - ignored, ignored, count - kept);
-    count = asnFailed (g) ? NO_COUNT : kept;
-  }
+  uint32 count = measure (g, kindNr).n;
+  if (ignored > 0 && count != NO_COUNT)
+    count = keepSome (g, (BYTE_TYPE *)st, ignored, count,
+                      high < 0 || (uint64)high > most ? most : (uint64)high);
   if (!isSizeRight (g, count, low, high, most))
     return;
   copy (g, kindNr, to, count);
@@ -177,25 +201,70 @@ void asnDecString (ASNCODG *g, uint32 how, void *n, void *st, size_t size, sint6
   asnStoreCount (n, ASN_LENGTH_SIZE (how), count);
 }
 
+void asnDecString (ASNCODG *g, uint32 how, void *n, void *st, size_t size, sint64 low, sint64 high)
+{
+  const uint32 kindNr = ASN_KIND_OF (how);
+  BYTE_TYPE *to = (BYTE_TYPE *)st;
+  const BYTE_TYPE *p;
+  uint32 len, count;
+  if (!isPlain (g, kindNr) || gapBehind (how, n, to) != 0) {
+    decodeAnyString (g, how, n, st, size, low, high);
+    return;
+  }
+  if (!lookAtPlain (g, kindNr, &p, &len, &count) ||
+      !isSizeRight (g, count, low, high, kindNr == ASN_BIT_ ? (uint64)size * 8
+                                                            : size - asnStringKinds[kindNr].text))
+    return;
+  copyPlain (g, kindNr, to, p, len, count);
+  if (kindNr == ASN_BIT_)
+    asnClearBits (to, size, count, high);
+  else if (asnStringKinds[kindNr].text)
+    to[count] = 0;
+  asnStoreCount (n, ASN_LENGTH_SIZE (how), count);
+}
+
 /* Memory for a string of `n`, which is never nothing. */
 static BYTE_TYPE *newString (ASNCODG *g, uint32 kindNr, uint32 n)
 {
-  size_t width = asnStringKinds[kindNr].width, octets = (kindNr == ASN_BIT_ ? n / 8 : n) * width;
+  const size_t width = asnStringKinds[kindNr].width;
+  const size_t octets = (kindNr == ASN_BIT_ ? n / 8 : n) * width;
   BYTE_TYPE *st = (BYTE_TYPE *)asnTake (&g->util, octets + width);
   memset (st + octets, 0, width);
   return st;
 }
 
-void asnDecDynString (ASNCODG *g, uint32 how, void *n, void *st, sint64 low, sint64 high)
+/* All cases. */
+ASN_RARE static void decodeAnyDynString (ASNCODG *g, uint32 how, void *n, void *st, sint64 low, sint64 high,
+                                         uint64 most)
 {
-  uint32 kindNr = ASN_KIND_OF (how), lengthSize = ASN_LENGTH_SIZE (how);
-  uint32 count = measure (g, kindNr).n;
-  size_t most = lengthSize == 1 ? UINT8_MAX : lengthSize == 2 ? UINT16_MAX : INT32_MAX;
+  const uint32 kindNr = ASN_KIND_OF (how);
+  const uint32 count = measure (g, kindNr).n;
   BYTE_TYPE *to;
   if (!isSizeRight (g, count, low, high, most))
     return;
   to = newString (g, kindNr, count);
   copy (g, kindNr, to, count);
+  memcpy (st, &to, sizeof to);
+  asnStoreCount (n, ASN_LENGTH_SIZE (how), count);
+}
+
+void asnDecDynString (ASNCODG *g, uint32 how, void *n, void *st, sint64 low, sint64 high)
+{
+  static const uint32 mostOf[] = { INT32_MAX, UINT8_MAX, UINT16_MAX, INT32_MAX, INT32_MAX };
+  const uint32 kindNr = ASN_KIND_OF (how), lengthSize = ASN_LENGTH_SIZE (how);
+  const BYTE_TYPE *p;
+  BYTE_TYPE *to;
+  uint32 len, count;
+  if (!isPlain (g, kindNr)) {
+    decodeAnyDynString (g, how, n, st, low, high, mostOf[lengthSize]);
+    return;
+  }
+  if (!lookAtPlain (g, kindNr, &p, &len, &count) ||
+      !isSizeRight (g, count, low, high, mostOf[lengthSize]))
+    return;
+  to = (BYTE_TYPE *)asnTakeOctets (&g->util, len + 1);
+  to[len] = 0;
+  copyPlain (g, kindNr, to, p, len, count);
   memcpy (st, &to, sizeof to);
   asnStoreCount (n, lengthSize, count);
 }

@@ -57,34 +57,20 @@ BOOLE asnMakeRoom (ASNCODG *g, size_t size)
   return TRUE;
 }
 
-/* Whether there is room without more memory. */
-static inline BOOLE hasRoom (const ASNCODG *g, size_t size)
-{
-  return (size_t)(g->front - g->room) >= size;
-}
-
 /* --- tags and lengths --- */
 
-BYTE_TYPE *asnPutLength (BYTE_TYPE *p, uint32 length)
+BYTE_TYPE *asnPutLongLength (BYTE_TYPE *p, uint32 length)
 {
   uint32 octets = 0;
-  if (length < 0x80) {
-    *--p = (BYTE_TYPE)length;
-    return p;
-  }
   for (; length > 0; length >>= 8, octets++)
     *--p = (BYTE_TYPE)length;
   *--p = (BYTE_TYPE)(0x80 | octets);
   return p;
 }
 
-BYTE_TYPE *asnPutTag (BYTE_TYPE *p, uint32 tag)
+BYTE_TYPE *asnPutLongTag (BYTE_TYPE *p, uint32 tag)
 {
   uint32 first = (tag >> 24) & 0xE0, number = tag & ASN_NUMBER_BITS;
-  if (number < ASN_LONG_NUMBER) {
-    *--p = (BYTE_TYPE)(first | number);
-    return p;
-  }
   *--p = (BYTE_TYPE)(number & 0x7F);
   while ((number >>= 7) > 0)
     *--p = (BYTE_TYPE)(0x80 | (number & 0x7F));
@@ -105,7 +91,7 @@ void asnPutOctets (ASNCODG *g, const void *octets, size_t length)
 void asnPutHeader (ASNCODG *g, uint32 tag, uint32 used)
 {
   uint32 length = asnUsed (g) - used;
-  if (hasRoom (g, ASN_MAX_HEADER)) {
+  if (asnHasRoom (g, ASN_MAX_HEADER)) {
     g->front = asnPutTag (asnPutLength (g->front, length), tag);
   } else {
     BYTE_TYPE aside[ASN_MAX_HEADER], *end = aside + sizeof aside;
@@ -149,7 +135,7 @@ void asnEncTagLen (ASNCODG *g, uint32 tag)
 void asnEncTagLen8 (ASNCODG *g, uint8 tag)
 {
   BYTE_TYPE *p = g->front;
-  if (g->nrOfEnds == 0 || !hasRoom (g, ASN_MAX_HEADER)) {
+  if (g->nrOfEnds == 0 || !asnHasRoom (g, ASN_MAX_HEADER)) {
     asnEncTagLen (g, ASN_WIDE_ (tag));
     return;
   }
@@ -208,7 +194,7 @@ void asnEncNull (ASNCODG *g, uint32 tag)
 #define MAX_INTEGER 9u /* octets of contents */
 
 /* Puts the fewest octets of two's complement in front of `p` and returns the new front. */
-static BYTE_TYPE *putInteger (BYTE_TYPE *p, sint64 value)
+static inline BYTE_TYPE *putInteger (BYTE_TYPE *p, sint64 value)
 {
   uint64 octets = (uint64)value, magnitude = value < 0 ? ~octets : octets;
   while (magnitude > 0x7F) {
@@ -220,27 +206,45 @@ static BYTE_TYPE *putInteger (BYTE_TYPE *p, sint64 value)
   return p;
 }
 
+/* Most numbers take one octet or two. */
 void asnEncInteger8 (ASNCODG *g, uint8 tag, sint64 value)
 {
-  BYTE_TYPE *p, *end;
-  if (!hasRoom (g, MAX_INTEGER + 2)) {
+  BYTE_TYPE *p = g->front, *end = p;
+  if (!asnHasRoom (g, MAX_INTEGER + 2)) {
     asnEncInteger (g, ASN_WIDE_ (tag), value);
     return;
   }
-  end = g->front;
-  p = putInteger (end, value);
-  p[-1] = (BYTE_TYPE)(end - p);
-  p[-2] = tag;
-  g->front = p - 2;
+  if (value == (sint8)value) {
+    p[-1] = (BYTE_TYPE)value;
+    p[-2] = 1;
+    p[-3] = tag;
+    g->front = p - 3;
+  } else if (value == (sint16)value) {
+    p[-1] = (BYTE_TYPE)value;
+    p[-2] = (BYTE_TYPE)((uint64)value >> 8);
+    p[-3] = 2;
+    p[-4] = tag;
+    g->front = p - 4;
+  } else {
+    p = putInteger (p, value);
+    p[-1] = (BYTE_TYPE)(end - p);
+    p[-2] = tag;
+    g->front = p - 2;
+  }
 }
 
 void asnEncInteger (ASNCODG *g, uint32 tag, sint64 value)
 {
-  uint32 used = asnUsed (g);
-  BYTE_TYPE aside[MAX_INTEGER], *end = aside + sizeof aside;
-  BYTE_TYPE *p = putInteger (end, value);
-  asnPutOctets (g, p, (size_t)(end - p));
-  asnPutHeader (g, tag, used);
+  const uint32 used = asnUsed (g);
+  if (asnHasRoom (g, MAX_INTEGER + ASN_MAX_HEADER)) {
+    BYTE_TYPE *end = g->front, *p = putInteger (end, value);
+    g->front = asnPutTag (asnPutLength (p, (uint32)(end - p)), tag);
+  } else {
+    BYTE_TYPE aside[MAX_INTEGER], *end = aside + sizeof aside;
+    BYTE_TYPE *p = putInteger (end, value);
+    asnPutOctets (g, p, (size_t)(end - p));
+    asnPutHeader (g, tag, used);
+  }
 }
 
 void asnEncUnsigned (ASNCODG *g, uint32 tag, uint64 value)

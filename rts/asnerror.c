@@ -22,7 +22,7 @@ const char *asnErrorName (int error)
 void asnInitUtil (ASNUTIG *util, int kind, ASNMEM *memory)
 {
   util->kind = kind;
-  util->memory = memory;
+  util->memory = util->inHand = memory;
   util->homes = NULL;
   util->leave = NULL;
   util->allocated = FALSE;

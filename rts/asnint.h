@@ -5,6 +5,15 @@
 
 #include "asncodec.ext"
 
+/* What is done less often, or hardly ever, stays out of functions that are called often. */
+#ifdef __GNUC__
+#define ASN_APART __attribute__ ((noinline))
+#define ASN_RARE __attribute__ ((noinline, cold))
+#else
+#define ASN_APART
+#define ASN_RARE
+#endif
+
 /* --- tags --- */
 
 #define ASN_CLASS_BITS 0xC0000000u
@@ -47,6 +56,8 @@ void asnEndPath (const ASN_PATH *path);
 
 /* Memory in hand that is not zeroed; lack of it is a fatal error. */
 void *asnTake (ASNUTIG *util, size_t size);
+/* The same for octets that may stand anywhere. */
+void *asnTakeOctets (ASNUTIG *util, size_t size);
 
 /* --- encoding --- */
 
@@ -58,17 +69,38 @@ static inline uint32 asnUsed (const ASNCODG *g)
 /* Makes room for `size` more octets; false after an error. */
 BOOLE asnMakeRoom (ASNCODG *g, size_t size);
 
+/* Whether there is room without more memory. */
+static inline BOOLE asnHasRoom (const ASNCODG *g, size_t size)
+{
+  return (size_t)(g->front - g->room) >= size;
+}
+
 static inline BOOLE asnRoomFor (ASNCODG *g, size_t size)
 {
-  return (size_t)(g->front - g->room) >= size || asnMakeRoom (g, size);
+  return asnHasRoom (g, size) || asnMakeRoom (g, size);
 }
 
 /* Most octets that a tag and a length take. */
 #define ASN_MAX_HEADER 12u
 
 /* Write in front of `p`, which has room, and return the new front. */
-BYTE_TYPE *asnPutLength (BYTE_TYPE *p, uint32 length);
-BYTE_TYPE *asnPutTag (BYTE_TYPE *p, uint32 tag);
+BYTE_TYPE *asnPutLongLength (BYTE_TYPE *p, uint32 length);
+BYTE_TYPE *asnPutLongTag (BYTE_TYPE *p, uint32 tag);
+static inline BYTE_TYPE *asnPutLength (BYTE_TYPE *p, uint32 length)
+{
+  if (length >= 0x80)
+    return asnPutLongLength (p, length);
+  *--p = (BYTE_TYPE)length;
+  return p;
+}
+static inline BYTE_TYPE *asnPutTag (BYTE_TYPE *p, uint32 tag)
+{
+  const uint32 number = tag & ASN_NUMBER_BITS;
+  if (number >= ASN_LONG_NUMBER)
+    return asnPutLongTag (p, tag);
+  *--p = (BYTE_TYPE)((tag >> 24 & 0xE0) | number);
+  return p;
+}
 
 /* Writes octets; then a tag and the length of what was written since `used`. */
 void asnPutOctets (ASNCODG *g, const void *octets, size_t length);
@@ -182,16 +214,28 @@ typedef struct {
   uint32 tag;     /* universal */
   uint32 width;   /* octets of a character in an encoding */
   BOOLE text;     /* a zero follows the last character */
-  uint32 allowed; /* the bit of an octet in asnCharacters; 0: any octet */
+  uint32 allowed; /* the bit of an octet that may stand in it; 0: any octet */
 } ASN_STRING_KIND;
 
 extern const ASN_STRING_KIND asnStringKinds[];
 
 /* Whether all octets of a string may stand in one of its kind. */
-BOOLE asnCharactersAllowed (const ASN_STRING_KIND *kind, const BYTE_TYPE *p, uint32 len);
+BOOLE asnOnlyAllowed (uint32 allowed, const BYTE_TYPE *p, uint32 len);
+static inline BOOLE asnCharactersAllowed (const ASN_STRING_KIND *kind, const BYTE_TYPE *p, uint32 len)
+{
+  return kind->allowed == 0 || asnOnlyAllowed (kind->allowed, p, len);
+}
 /* The first element of a string, which the shape of a static string in a home may show misplaced. */
 BYTE_TYPE *asnElements (uint32 how, const void *st);
-void asnStoreCount (void *n, uint32 size, uint32 count);
+static inline void asnStoreCount (void *n, uint32 size, uint32 count)
+{
+  if (size == 4)
+    *(uint32 *)n = count;
+  else if (size == 2)
+    *(uint16 *)n = (uint16)count;
+  else if (size == 1)
+    *(uint8 *)n = (uint8)count;
+}
 /* Clears an array behind the `n` bits that it holds, up to the bits that the type allows: in a home more
    of the array seems to be there. */
 void asnClearBits (BYTE_TYPE *st, size_t size, uint32 n, sint64 high);

@@ -14,14 +14,15 @@ typedef union {
 } STRICTEST;
 
 #define ROUND_UP(size) (((size) + sizeof (STRICTEST) - 1) / sizeof (STRICTEST) * sizeof (STRICTEST))
-#define FIRST_CHUNK ((size_t)1000)
+#define FIRST_CHUNK ((size_t)2000)
 #define LAST_CHUNK ((size_t)64000)
 
-/* The octets follow it. */
+/* The octets follow it. Those in use are the first ones and, where their alignment is no matter, the last. */
 struct ASNCHUNK_ {
   struct ASNCHUNK_ *next;
   size_t size;
-  size_t used;
+  size_t used; /* of the first ones */
+  size_t end;  /* where the last ones begin */
 };
 typedef struct ASNCHUNK_ CHUNK;
 
@@ -29,11 +30,18 @@ typedef struct ASNCHUNK_ CHUNK;
 struct ASNHOLD_ {
   struct ASNHOLD_ *next;
   struct ASNHOLD_ **place; /* what points to this one */
+  ASNHOME *below;          /* the next home on the stack of homes */
   ASNMEM *root;            /* where its octets count */
   ASNMEM owned;
   ASNHOME home;
 };
 typedef struct ASNHOLD_ HOLD;
+
+/* Every home but the items of lists stands in one. */
+static inline HOLD *holdOf (ASNHOME *home)
+{
+  return (HOLD *)(void *)((BYTE_TYPE *)home - offsetof (HOLD, home));
+}
 
 #define CHUNK_HEAD ROUND_UP (sizeof (CHUNK))
 #define HOLD_HEAD ROUND_UP (sizeof (HOLD))
@@ -52,7 +60,7 @@ static BOOLE charge (ASNMEM *root, size_t size)
 static CHUNK *addChunk (ASNMEM *mem, ASNMEM *root, size_t size)
 {
   CHUNK *chunk;
-  size_t room = mem->chunks ? 2 * mem->chunks->size : FIRST_CHUNK;
+  size_t room = mem->chunks ? 4 * mem->chunks->size : mem == root ? FIRST_CHUNK : FIRST_CHUNK / 4;
   if (room > LAST_CHUNK)
     room = LAST_CHUNK;
   if (room < size)
@@ -65,7 +73,7 @@ static CHUNK *addChunk (ASNMEM *mem, ASNMEM *root, size_t size)
     root->inUse -= (uint32)room;
     return NULL;
   }
-  chunk->size = room;
+  chunk->size = chunk->end = room;
   chunk->used = 0;
   if (mem != root)
     mem->inUse += (uint32)room;
@@ -80,19 +88,26 @@ static CHUNK *addChunk (ASNMEM *mem, ASNMEM *root, size_t size)
   return chunk;
 }
 
+/* A chunk that has room for so many octets, or null. */
+static inline CHUNK *chunkFor (ASNMEM *mem, ASNMEM *root, size_t size)
+{
+  CHUNK *chunk = mem->chunks;
+  if (chunk && chunk->end - chunk->used >= size)
+    return chunk;
+  return size > UINT32_MAX / 2 ? NULL : addChunk (mem, root, size);
+}
+
 /* Memory that is not zeroed. */
 static inline void *allocate (ASNMEM *mem, ASNMEM *root, size_t size)
 {
-  CHUNK *chunk = mem->chunks;
+  CHUNK *chunk;
   void *octets;
   if (size > UINT32_MAX / 2)
     return NULL;
   size = ROUND_UP (size);
-  if (!chunk || chunk->size - chunk->used < size) {
-    chunk = addChunk (mem, root, size);
-    if (!chunk)
-      return NULL;
-  }
+  chunk = chunkFor (mem, root, size);
+  if (!chunk)
+    return NULL;
   octets = (BYTE_TYPE *)chunk + CHUNK_HEAD + chunk->used;
   chunk->used += size;
   return octets;
@@ -142,7 +157,7 @@ static inline ASNMEM *rootOf (const ASNUTIG *util, ASNMEM *mem)
 
 static inline void *allocateInHand (ASNUTIG *util, ASNMEM *memory, size_t size)
 {
-  ASNMEM *mem = memory ? memory : asnMemoryOfHome (util);
+  ASNMEM *mem = memory ? memory : util->inHand;
   return mem ? allocate (mem, rootOf (util, mem), size) : NULL;
 }
 
@@ -154,12 +169,43 @@ void *asnAllocate (ASNUTIG *util, ASNMEM *memory, size_t size)
   return octets ? memset (octets, 0, size) : NULL;
 }
 
-void *asnTake (ASNUTIG *util, size_t size)
+ASN_RARE static void *takeAlignedElsewhere (ASNUTIG *util, size_t size)
 {
   void *octets = allocateInHand (util, NULL, size);
   if (!octets)
     asnRaiseFatal (util, LACK_OF_MEMORY);
   return octets;
+}
+
+void *asnTake (ASNUTIG *util, size_t size)
+{
+  CHUNK *chunk = util->inHand ? util->inHand->chunks : NULL;
+  BYTE_TYPE *octets;
+  if (!chunk || size > LAST_CHUNK || chunk->end - chunk->used < ROUND_UP (size))
+    return takeAlignedElsewhere (util, size);
+  octets = (BYTE_TYPE *)chunk + CHUNK_HEAD + chunk->used;
+  chunk->used += ROUND_UP (size);
+  return octets;
+}
+
+ASN_RARE static void *takeElsewhere (ASNUTIG *util, size_t size)
+{
+  ASNMEM *mem = util->inHand;
+  CHUNK *chunk = mem ? chunkFor (mem, rootOf (util, mem), size) : NULL;
+  if (!chunk)
+    asnRaiseFatal (util, LACK_OF_MEMORY);
+  chunk->end -= size;
+  return (BYTE_TYPE *)chunk + CHUNK_HEAD + chunk->end;
+}
+
+void *asnTakeOctets (ASNUTIG *util, size_t size)
+{
+  const ASNMEM *mem = util->inHand;
+  CHUNK *chunk = mem ? mem->chunks : NULL;
+  if (!chunk || chunk->end - chunk->used < size)
+    return takeElsewhere (util, size);
+  chunk->end -= size;
+  return (BYTE_TYPE *)chunk + CHUNK_HEAD + chunk->end;
 }
 
 void *asnNew (ASNMEM *memory, size_t size)
@@ -172,7 +218,7 @@ void *asnNew (ASNMEM *memory, size_t size)
 
 ASNMEM *asnMemoryOfHome (ASNUTIG *util)
 {
-  return util->homes ? util->homes->owned : util->memory;
+  return util->inHand;
 }
 
 static ASNHOME *newHome (ASNMEM *mem, ASNMEM *root, int format, size_t size)
@@ -194,7 +240,6 @@ static ASNHOME *newHome (ASNMEM *mem, ASNMEM *root, int format, size_t size)
     hold->next->place = &hold->next;
   mem->homes = hold;
   hold->home.format = (uint16)format;
-  hold->home.owned = &hold->owned;
   if (size > 0)
     hold->home.val.stru = (BYTE_TYPE *)hold + HOLD_HEAD;
   return &hold->home;
@@ -219,7 +264,7 @@ void asnFreeHome (ASNHOME **home)
   HOLD *hold;
   if (!*home)
     return;
-  hold = (HOLD *)(void *)((BYTE_TYPE *)*home - offsetof (HOLD, home));
+  hold = holdOf (*home);
   *home = NULL;
   *hold->place = hold->next;
   if (hold->next)
@@ -230,41 +275,75 @@ void asnFreeHome (ASNHOME **home)
 
 void asnPushHome (ASNUTIG *util, ASNHOME *home)
 {
-  home->below = util->homes;
+  holdOf (home)->below = util->homes;
   util->homes = home;
+  util->inHand = &holdOf (home)->owned;
 }
 
 void asnPopHome (ASNUTIG *util)
 {
   if (util->homes)
-    util->homes = util->homes->below;
+    util->homes = holdOf (util->homes)->below;
+  util->inHand = util->homes ? &holdOf (util->homes)->owned : util->memory;
 }
 
 /* --- lists --- */
 
 #define ITEM_HEAD ROUND_UP (sizeof (ASNHOME))
 
+/* Puts a zeroed item at the end of a list. The value's own octets are zeroed last, so that nothing has to
+   be kept meanwhile. */
 static inline void append (LIST *list, ASNHOME *item, int format, size_t size)
 {
+  ASNHOME *last = list->last;
   memset (item, 0, sizeof *item);
   item->format = (uint16)format;
-  if (size > 0)
-    item->val.stru = memset ((BYTE_TYPE *)item + ITEM_HEAD, 0, size);
-  item->prev = list->last;
-  if (list->last)
-    list->last->next = item;
+  item->prev = last;
+  if (last)
+    last->next = item;
   else
     list->first = item;
   list->last = item;
+  if (size > 0) {
+    item->val.stru = (BYTE_TYPE *)item + ITEM_HEAD;
+    memset (item->val.stru, 0, size);
+  }
 }
 
-void asnAppendItem (ASNUTIG *util, ASNMEM *memory, LIST *list, ASNHOME **item, int format,
-                    size_t size)
+/* Where the chunk in hand has no room. */
+ASN_RARE static void appendElsewhere (ASNUTIG *util, ASNMEM *memory, LIST *list, ASNHOME **item,
+                                      int format, size_t size)
 {
   *item = (ASNHOME *)allocateInHand (util, memory, ITEM_HEAD + size);
   if (!*item)
     asnRaiseFatal (util, LACK_OF_MEMORY);
   append (list, *item, format, size);
+}
+
+static inline void appendItem (ASNUTIG *util, ASNMEM *memory, LIST *list, ASNHOME **item, int format,
+                               size_t size)
+{
+  const ASNMEM *mem = memory ? memory : util->inHand;
+  CHUNK *chunk = mem ? mem->chunks : NULL;
+  if (chunk && size < LAST_CHUNK && chunk->end - chunk->used >= ITEM_HEAD + ROUND_UP (size)) {
+    ASNHOME *added = (ASNHOME *)(void *)((BYTE_TYPE *)chunk + CHUNK_HEAD + chunk->used);
+    chunk->used += ITEM_HEAD + ROUND_UP (size);
+    *item = added;
+    append (list, added, format, size);
+  } else {
+    appendElsewhere (util, memory, list, item, format, size);
+  }
+}
+
+void asnAppendItem (ASNUTIG *util, ASNMEM *memory, LIST *list, ASNHOME **item, int format,
+                    size_t size)
+{
+  appendItem (util, memory, list, item, format, size);
+}
+
+void asnAppendPlainItem (ASNUTIG *util, ASNMEM *memory, LIST *list, ASNHOME **item, int format)
+{
+  appendItem (util, memory, list, item, format, 0);
 }
 
 ASNHOME *asnNewItem (ASNMEM *memory, LIST *list, int format, size_t size)

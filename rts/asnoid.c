@@ -13,14 +13,22 @@ typedef uint64 WIDE_ARC;
 #define MAX_WIDE_ARC ((WIDE_ARC)0 - 1)
 #define MAX_ARC ((ASN_ARC)0 - 1)
 
-/* Seven bits an octet, all but the last marked. */
-static void putArc (ASNCODG *g, WIDE_ARC arc)
+#define MOST_OCTETS ((8 * sizeof (WIDE_ARC) + 6) / 7)
+
+/* Seven bits an octet, all but the last marked, in front of `p`. */
+static inline BYTE_TYPE *putArc (BYTE_TYPE *p, WIDE_ARC arc)
 {
-  BYTE_TYPE aside[19], *end = aside + sizeof aside, *p = end;
   *--p = (BYTE_TYPE)(arc & 0x7F);
   while ((arc >>= 7) > 0)
     *--p = (BYTE_TYPE)(0x80 | (BYTE_TYPE)(arc & 0x7F));
-  asnPutOctets (g, p, (size_t)(end - p));
+  return p;
+}
+
+static inline BYTE_TYPE *putArcs (BYTE_TYPE *p, const OBJECTIDENTIFIER *value, WIDE_ARC first)
+{
+  for (uint32 i = value->n; i-- > 2;)
+    p = putArc (p, value->arc[i]);
+  return putArc (p, first);
 }
 
 void asnEncObjectIdentifier (ASNCODG *g, uint32 tag, const OBJECTIDENTIFIER *value)
@@ -32,51 +40,62 @@ void asnEncObjectIdentifier (ASNCODG *g, uint32 tag, const OBJECTIDENTIFIER *val
     asnRaise (&g->util, VALUE_FAIL);
     return;
   }
-  for (uint32 i = value->n; i-- > 2;)
-    putArc (g, value->arc[i]);
-  putArc (g, first);
+  if (asnHasRoom (g, value->n * MOST_OCTETS)) {
+    g->front = putArcs (g->front, value, first);
+  } else {
+    BYTE_TYPE aside[MAX_ASN_OBJID_ARCS * MOST_OCTETS], *end = aside + sizeof aside;
+    BYTE_TYPE *p = putArcs (end, value, first);
+    asnPutOctets (g, p, (size_t)(end - p));
+  }
   asnPutHeader (g, tag, used);
 }
 
-/* Moves *p behind an arc; false if it has idle octets, no end or more bits than fit. */
-static BOOLE readArc (const BYTE_TYPE **p, const BYTE_TYPE *end, WIDE_ARC *arc)
+/* The rest of an arc that takes several octets, of which the first is *arc. Null if it has idle octets, no
+   end or more bits than fit. */
+static const BYTE_TYPE *readLongArc (const BYTE_TYPE *p, const BYTE_TYPE *end, WIDE_ARC *arc)
 {
-  WIDE_ARC value = 0;
-  if (**p == 0x80)
-    return FALSE;
-  for (;;) {
-    BYTE_TYPE octet;
-    if (*p == end || value > MAX_WIDE_ARC >> 7)
-      return FALSE;
-    octet = *(*p)++;
+  WIDE_ARC value = *arc & 0x7F;
+  BYTE_TYPE octet;
+  if (value == 0)
+    return NULL;
+  do {
+    if (p == end || value > MAX_WIDE_ARC >> 7)
+      return NULL;
+    octet = *p++;
     value = value << 7 | (octet & 0x7F);
-    if (!(octet & 0x80))
-      break;
-  }
+  } while (octet & 0x80);
   *arc = value;
-  return TRUE;
+  return p;
+}
+
+/* The first two arcs, which are one in an encoding; false if the second one is too large. */
+static inline BOOLE splitArc (WIDE_ARC arc, ASN_ARC *arcs)
+{
+  arcs[0] = arc < FIRST_ARCS ? 0 : arc < 2 * FIRST_ARCS ? 1 : 2;
+  arc -= (WIDE_ARC)arcs[0] * FIRST_ARCS;
+  arcs[1] = (ASN_ARC)arc;
+  return arc <= MAX_ARC;
 }
 
 static int readIdentifier (const BYTE_TYPE *p, uint32 len, OBJECTIDENTIFIER *value)
 {
   const BYTE_TYPE *end = p + len;
+  ASN_ARC *to = value->arc + 2, *last = value->arc + MAX_ASN_OBJID_ARCS;
   WIDE_ARC arc;
-  if (len == 0 || !readArc (&p, end, &arc))
+  if (len == 0)
     return VALUE_FAIL;
-  value->arc[0] = arc < FIRST_ARCS ? 0 : arc < 2 * FIRST_ARCS ? 1 : 2;
-  arc -= (WIDE_ARC)value->arc[0] * FIRST_ARCS;
-  for (value->n = 1;; value->n++) {
-    if (arc > MAX_ARC)
+  arc = *p++;
+  if ((arc & 0x80 && !(p = readLongArc (p, end, &arc))) || !splitArc (arc, value->arc))
+    return VALUE_FAIL;
+  while (p != end) {
+    arc = *p++;
+    if (arc & 0x80 && (!(p = readLongArc (p, end, &arc)) || arc > MAX_ARC))
       return VALUE_FAIL;
-    value->arc[value->n] = (ASN_ARC)arc;
-    if (p == end)
-      break;
-    if (value->n + 1 >= MAX_ASN_OBJID_ARCS)
+    if (to == last)
       return AM_FAIL;
-    if (!readArc (&p, end, &arc))
-      return VALUE_FAIL;
+    *to++ = (ASN_ARC)arc;
   }
-  value->n++;
+  value->n = (uint16)(to - value->arc);
   return ASN_OK;
 }
 

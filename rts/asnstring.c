@@ -23,35 +23,33 @@ const ASN_STRING_KIND asnStringKinds[] = {
   { 28, 4, TRUE, 0 },         /* UniversalString */
 };
 
-/* In which kinds of string an octet may stand. */
-static uint32 kindsOf (BYTE_TYPE octet)
-{
-  if (octet >= 0x80)
-    return 0;
-  if (octet < 0x20 || octet == 0x7F)
-    return IA5;
-  if (octet == ' ' || (octet >= '0' && octet <= '9'))
-    return IA5 | VISIBLE | PRINTABLE | NUMERIC;
-  if ((octet >= 'a' && octet <= 'z') || (octet >= 'A' && octet <= 'Z') ||
-      strchr ("'()+,-./:=?", octet))
-    return IA5 | VISIBLE | PRINTABLE;
-  return IA5 | VISIBLE;
-}
+/* In which kinds of string the octets below 128 may stand; the others may in none. */
+#define I IA5
+#define V (IA5 | VISIBLE)
+#define P (IA5 | VISIBLE | PRINTABLE)
+#define N (IA5 | VISIBLE | PRINTABLE | NUMERIC)
+static const BYTE_TYPE kindsOfOctet[256] = {
+  I, I, I, I, I, I, I, I, I, I, I, I, I, I, I, I, /* controls */
+  I, I, I, I, I, I, I, I, I, I, I, I, I, I, I, I,
+  N, V, V, V, V, V, V, P, P, P, V, P, P, P, P, P, /* blank ! " # $ % & ' ( ) * + , - . / */
+  N, N, N, N, N, N, N, N, N, N, P, V, V, P, V, P, /* 0-9 : ; < = > ? */
+  V, P, P, P, P, P, P, P, P, P, P, P, P, P, P, P, /* @ A-O */
+  P, P, P, P, P, P, P, P, P, P, P, V, V, V, V, V, /* P-Z [ \ ] ^ _ */
+  V, P, P, P, P, P, P, P, P, P, P, P, P, P, P, P, /* ` a-o */
+  P, P, P, P, P, P, P, P, P, P, P, V, V, V, V, I, /* p-z { | } ~ DEL */
+};
+#undef I
+#undef V
+#undef P
+#undef N
 
-BOOLE asnCharactersAllowed (const ASN_STRING_KIND *kind, const BYTE_TYPE *p, uint32 len)
+BOOLE asnOnlyAllowed (uint32 allowed, const BYTE_TYPE *p, uint32 len)
 {
-  uint32 seen = 0;
-  if (kind->allowed == 0)
-    return TRUE;
-  if (kind->allowed == IA5) {
-    for (; len > 0; len--)
-      seen |= *p++;
-    return seen < 0x80;
-  }
-  for (; len > 0; len--)
-    if (!(kindsOf (*p++) & kind->allowed))
-      return FALSE;
-  return TRUE;
+  const BYTE_TYPE *end = p + len;
+  uint32 all = allowed;
+  while (p < end)
+    all &= kindsOfOctet[*p++];
+  return all != 0;
 }
 
 BYTE_TYPE *asnElements (uint32 how, const void *st)
@@ -61,16 +59,6 @@ BYTE_TYPE *asnElements (uint32 how, const void *st)
   BYTE_TYPE *p = (BYTE_TYPE *)(size_t)st;
   /* Wide elements stand at a multiple of their size; in a home they are shown as octets. */
   return ASN_CHAR_SIZE (how) < kind->width && gap > 0 ? p + (kind->width - gap) : p;
-}
-
-void asnStoreCount (void *n, uint32 size, uint32 count)
-{
-  if (size == 1)
-    *(uint8 *)n = (uint8)count;
-  else if (size == 2)
-    *(uint16 *)n = (uint16)count;
-  else if (size == 4)
-    *(uint32 *)n = count;
 }
 
 void asnClearBits (BYTE_TYPE *st, size_t size, uint32 n, sint64 high)
@@ -159,39 +147,46 @@ BOOLE asnIsWithinArray (uint32 how, uint32 n, const void *st, const void *array,
     return st != NULL || n == 0;
   if (ASN_KIND_OF (how) == ASN_BIT_)
     return n / 8 + (n % 8 > 0) <= arraySize;
-  return n <= arraySize / kind->width;
+  return (uint64)n * kind->width <= arraySize;
 }
 
-static BOOLE putString (ASNCODG *g, uint32 how, uint32 n, const void *st, const void *array,
-                        size_t arraySize)
+/* Octets, with room for all that comes in front of them. */
+static inline BOOLE goesInOneStep (const ASNCODG *g, uint32 kindNr, uint32 n)
 {
-  if (!asnIsWithinArray (how, n, st, array, arraySize)) {
-    asnRaise (&g->util, VALUE_FAIL);
-    return FALSE;
-  }
-  if (ASN_KIND_OF (how) == ASN_BIT_)
-    putBits (g, n, (const BYTE_TYPE *)st);
-  else if (ASN_KIND_OF (how) == ASN_BMP_)
-    putWideCharacters (g, n, asnElements (how, st));
-  else
-    asnPutOctets (g, st, n);
-  return !asnFailed (g);
-}
-
-void asnEncString8 (ASNCODG *g, uint8 tag, uint32 how, uint32 n, const void *st,
-                    const void *array, size_t arraySize)
-{
-  uint32 used = asnUsed (g);
-  if (putString (g, how, n, st, array, arraySize))
-    asnPutHeader (g, ASN_WIDE_ (tag), used);
+  return kindNr != ASN_BIT_ && kindNr != ASN_BMP_ && asnHasRoom (g, (size_t)n + ASN_MAX_HEADER);
 }
 
 void asnEncString (ASNCODG *g, uint32 tag, uint32 how, uint32 n, const void *st,
                    const void *array, size_t arraySize)
 {
-  uint32 used = asnUsed (g);
-  if (putString (g, how, n, st, array, arraySize))
+  const uint32 used = asnUsed (g), kindNr = ASN_KIND_OF (how);
+  if (!asnIsWithinArray (how, n, st, array, arraySize)) {
+    asnRaise (&g->util, VALUE_FAIL);
+    return;
+  }
+  if (kindNr == ASN_BIT_)
+    putBits (g, n, (const BYTE_TYPE *)st);
+  else if (kindNr == ASN_BMP_)
+    putWideCharacters (g, n, asnElements (how, st));
+  else
+    asnPutOctets (g, st, n);
+  if (!asnFailed (g))
     asnPutHeader (g, tag, used);
+}
+
+/* The common case goes in one step. */
+void asnEncString8 (ASNCODG *g, uint8 tag, uint32 how, uint32 n, const void *st,
+                    const void *array, size_t arraySize)
+{
+  BYTE_TYPE *p = g->front;
+  if (n == 0 || !goesInOneStep (g, ASN_KIND_OF (how), n) ||
+      !asnIsWithinArray (how, n, st, array, arraySize)) {
+    asnEncString (g, ASN_WIDE_ (tag), how, n, st, array, arraySize);
+    return;
+  }
+  p = asnPutLength ((BYTE_TYPE *)memcpy (p - n, st, n), n);
+  *--p = tag;
+  g->front = p;
 }
 
 /* --- lists of segments --- */

@@ -22,3 +22,7 @@
 #include "../asnstring.c"
 #include "../asntest.c"
 #include "../asntime.c"
+
+/* Generated encoding and decoding functions may follow. */
+#undef ASN_UTIG_
+#define ASN_UTIG_ asncodg_asnuti

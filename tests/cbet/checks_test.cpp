@@ -57,6 +57,8 @@ const CheckRow rows[] = {
          return w.real().constrained(w.rangeOf(low, w.realValue(2, 10, 0), 0));
      },
      "ok1 = (1.000000000E0 < home->x && home->x < 2.000000000E0) ;\n"},
+    {"RealWithoutBounds",
+     [](TreeWriter &w) { return w.real().constrained(w.rangeOf(0, 0, CLOSED)); }, "!"},
     {"StringSizeGoesToTheRunTime", [](TreeWriter &w) { return w.string(TYP_IA5STR, 1, 8); }, "!"},
     {"StringSizesWithHole",
      [](TreeWriter &w) {

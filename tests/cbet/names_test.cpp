@@ -113,7 +113,7 @@ TEST(Names, Variables) {
     });
     /* With the option a synonym goes by what it stands for. */
     withType("Other",
-             [&](AsnType *type) { EXPECT_EQ(cASN1VariableName(text, "", type, ""), "oCTET ST"); });
+             [&](AsnType *type) { EXPECT_EQ(cASN1VariableName(text, "", type, ""), "oCTET_ST"); });
 }
 
 /* "C-GENERATION=" replaces rows of the table of value forms. */

@@ -57,12 +57,10 @@ void longNames(TreeWriter &w) {
         .entry();
 }
 
-const std::vector<const char *> unusedHome = {"-Wno-unused-parameter"};
-
 const CodingCase cases[] = {
-    {"leaf_entries", leafEntries, {}, unusedHome, TESTING},
-    {"named_numbers_and_bits", namedNumbers, {}, unusedHome, TESTING},
-    {"named_numbers", namedNumbers, {"-SETN=named-numbers"}, unusedHome, TESTING},
+    {"leaf_entries", leafEntries, {}, {}, TESTING},
+    {"named_numbers_and_bits", namedNumbers, {}, {}, TESTING},
+    {"named_numbers", namedNumbers, {"-SETN=named-numbers"}, {}, TESTING},
     {"named_numbers_none", namedNumbers, {"-SETN=none"}, {}, TESTING},
     {"long_names", longNames, {"-NAMELEN=8"}, {}, TESTING},
 };
@@ -109,7 +107,7 @@ TEST(FunctionsOfImports, CallTheOtherModule) {
                                       user.comp("shade", user.ref("Shade"))}));
     ASSERT_TRUE(base.save(dir.path("b.stx")));
     EXPECT_EQ(compareGolden("coding/imports.txt", generatedFunctions(dir, user, {"b"})), "");
-    EXPECT_EQ(compileFunctions(dir, unusedHome), "");
+    EXPECT_EQ(compileFunctions(dir), "");
 }
 
 } // namespace

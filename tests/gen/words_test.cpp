@@ -65,7 +65,7 @@ TEST_P(Words, StandForNamesInCAndInCPlusPlus) {
     words(w);
     const std::string name = cPlusPlus ? "defines/words_of_cplusplus" : "defines/words";
     EXPECT_EQ(compareGolden(name + ".txt", generatedFiles(dir, {&w}, {".typ", ".def"})), "");
-    EXPECT_EQ(compileFunctions(dir, {"-Wno-unused-parameter"}), "");
+    EXPECT_EQ(compileFunctions(dir), "");
     dir.write("uses.c", "#include \"wtab.ext\"\n" + usesOfDefines(dir, "w"));
     EXPECT_EQ(compilerMessages(dir, {"uses.c"}), "");
     if (!cPlusPlus)

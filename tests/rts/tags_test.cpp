@@ -68,6 +68,10 @@ TEST(RuntimeTags, AnEndOfContentsIsTwoZeros) {
     EXPECT_EQ(skipped("3080 0500 0000"), "ASN_OK");
     EXPECT_EQ(skipped("3080 0500 008100"), "TAG_FAIL 0");
     EXPECT_EQ(skipped("3080 0500 008200000000"), "TAG_FAIL 0");
+    EXPECT_EQ("TAG_FAIL 2", decoded("3002 2000", [](ASNCODG *asncodg) {
+                  d_TagLen(TAG(TAG_UNI, TAG_PRI, 16));
+                  EXPECT_EQ(d_LookTagLen(), EOC_TAG) << "behind the error";
+              }));
 }
 
 TEST(RuntimeTags, NestingHasALimit) {

@@ -1,0 +1,93 @@
+#include "gen/foreigntables.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "gen/fileset.h"
+#include "gen/objecttables.h"
+#include "model/fieldvalues.h"
+#include "model/modules.h"
+#include "model/objectorder.h"
+#include "model/objectsets.h"
+#include "model/typequeries.h"
+
+namespace {
+
+struct ForeignTable {
+    ModRec *module;
+    bool entries = false;
+    bool objects = false;
+};
+
+class ForeignTables {
+public:
+    explicit ForeignTables(AsnModule *module) : module_(module) {}
+
+    void collect() {
+        forEachObjectInClassOrder(
+            module_, nullptr,
+            [this](AsnObjClass *, AsnObject *object, int, bool skipped) {
+                if (!skipped)
+                    visitRow(object);
+            },
+            nullptr, true);
+        forEachObjectSet(module_, [this](AsnObjectSet *objectSet, int) {
+            forObjectSet(objectSet,
+                         [this](AsnObjectSet *, AsnObject *object, int) { noteObject(object); });
+        });
+    }
+
+    const std::vector<ForeignTable> &found() const { return found_; }
+
+private:
+    void visitRow(AsnObject *object) {
+        forEachPossibleObjectFieldValue(object, [this](AsnObject *, AsnFieldValue *value, int) {
+            const char *note = nullptr;
+            if (isEmptyFieldValue(value) ||
+                isSkippedField(getObjClassFieldOfFieldValue(value), &note))
+                return;
+            if (isTypeFieldValue(value))
+                forEntryTypeFieldValue(value, [this](AsnFieldValue *, AsnType *type, int) {
+                    if (ForeignTable *table = tableOf(getModuleOfType(type)))
+                        table->entries = true;
+                });
+            forObjectFieldValue(value,
+                                [this](AsnFieldValue *, AsnObject *inner) { noteObject(inner); });
+            forObjectSetFieldValue(
+                value, [this](AsnFieldValue *, AsnObject *inner, int) { noteObject(inner); });
+        });
+    }
+
+    void noteObject(AsnObject *object) {
+        if (ForeignTable *table = tableOf(getModuleOfObject(object)))
+            table->objects = true;
+    }
+
+    /* Null for a table of the module itself. */
+    ForeignTable *tableOf(AsnModule *other) {
+        if (other->modRec == module_->modRec)
+            return nullptr;
+        const auto known =
+            std::find_if(found_.begin(), found_.end(),
+                         [&](const ForeignTable &table) { return table.module == other->modRec; });
+        return known != found_.end() ? &*known : &found_.emplace_back(ForeignTable{other->modRec});
+    }
+
+    AsnModule *module_;
+    std::vector<ForeignTable> found_;
+};
+
+} // namespace
+
+void forEachForeignTable(AsnModule *module,
+                         Call<void(AsnModule *other, bool entries, bool objects)> func) {
+    ForeignTables tables(module);
+    tables.collect();
+    for (const ForeignTable &table : tables.found()) {
+        AsnModule *other = newAsnModule(table.module);
+        int first, second;
+        if (getTableFileKind(other, getGenArr(other), &first, &second))
+            func(other, table.entries, table.objects);
+        delAsnModule(other);
+    }
+}
