@@ -95,6 +95,8 @@ void noteLeftOut(Emitter &e, std::vector<EmittedTree> &trees) {
         for (const Assignment *definition : e.plan.trees[i].definitions)
             if (e.excluded.contains(definition))
                 trees[i].leftOut.push_back(definition);
+    if (e.settings.listingDirectory.empty())
+        return;
     for (const auto &[definition, place] : e.types)
         trees[place.tree].types.emplace(definition, place.nr);
     for (const auto &[definition, place] : e.values)

@@ -25,7 +25,8 @@ struct EmittedTree {
     Tree tree;
     std::vector<EmitNote> notes;
     std::vector<const Assignment *> leftOut; /* with --skip-unsupported, and macros */
-    std::unordered_map<const Assignment *, RecNr> types;  /* where the definitions stand */
+    /* Where the definitions stand; filled if there are to be listings. */
+    std::unordered_map<const Assignment *, RecNr> types;
     std::unordered_map<const Assignment *, RecNr> values;
 };
 

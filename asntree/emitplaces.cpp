@@ -19,11 +19,14 @@ PlaceNr addPlace(TreeState &ts, TypePlace place) {
 
 } // namespace
 
+/* The same node is asked for several times in a row. */
 PlaceNr placeOfNode(TreeState &ts, NodeReference node) {
-    auto [place, isNew] = ts.placesOfNodes.try_emplace({node.tree, node.nr}, 0);
-    if (isNew)
-        place->second = addPlace(ts, {TypePlace::Node, 0, {}, node.tree, node.nr});
-    return place->second;
+    if (!ts.places.empty()) {
+        const TypePlace &last = ts.places.back();
+        if (last.kind == TypePlace::Node && last.tree == node.tree && last.nr == node.nr)
+            return static_cast<PlaceNr>(ts.places.size() - 1);
+    }
+    return addPlace(ts, {TypePlace::Node, 0, {}, node.tree, node.nr});
 }
 
 PlaceNr placeOfNode(TreeState &ts, RecNr nr) {
@@ -132,18 +135,29 @@ TreeNode Resolver::node(PlaceNr place) {
     return found;
 }
 
-/* Items of a type by name: the lists of large types are read once. */
+/* Items of a type by name; long lists are read into a table once. */
 struct ItemFinder {
     Emitter &e;
     std::map<std::pair<const TreeState *, RecNr>, std::unordered_map<std::string, RecNr>> tables;
 
     RecNr find(TreeNode type, std::string_view name);
+    RecNr findInTable(TreeNode type, std::string_view name);
 };
 
 RecNr ItemFinder::find(TreeNode type, std::string_view name) {
+    constexpr int SHORT_LIST = 32;
+    const Tree &tree = type.tree->tree();
+    RecNr nr = type.rec().namedNumbersRec;
+    for (int i = 0; nr != 0 && i < SHORT_LIST; ++i, nr = tree.v(nr).next)
+        if (tree.v(nr).nameIdx != 0 && hasName(*type.tree, tree.v(nr).nameIdx, name))
+            return nr;
+    return nr == 0 ? 0 : findInTable(type, name);
+}
+
+RecNr ItemFinder::findInTable(TreeNode type, std::string_view name) {
     auto [place, isNew] = tables.try_emplace({type.tree, type.nr});
     if (isNew) {
-        Tree &tree = type.tree->tree();
+        const Tree &tree = type.tree->tree();
         for (RecNr nr = type.rec().namedNumbersRec; nr != 0; nr = tree.v(nr).next)
             if (tree.v(nr).nameIdx != 0)
                 place->second.emplace(

@@ -82,7 +82,6 @@ struct TreeState {
     std::unordered_map<const Assignment *, RecNr> predefinedClasses;
     std::vector<TypePlace> places;
     std::map<std::pair<PlaceNr, std::string_view>, PlaceNr> placesByName;
-    std::map<std::pair<std::uint32_t, RecNr>, PlaceNr> placesOfNodes;
     std::vector<ConstraintFixup> constraintFixups;
     std::vector<GovernorFixup> governorFixups;
     std::vector<ItemFixup> itemFixups;
