@@ -36,18 +36,21 @@ std::string fullName(const Assignment &assignment) {
 
 } // namespace
 
-void refuse(Emitter &e, Place place, const std::string &what) {
-    if (e.current == nullptr)
-        return;
-    if (!e.settings.skipUnsupported) {
-        error(e.c.diagnostics, place, what);
-        e.failed = true;
-        return;
-    }
-    if (!e.excluded.insert(e.current).second)
+void leaveOut(Emitter &e, Place place, const std::string &what) {
+    if (e.current == nullptr || !e.excluded.insert(e.current).second)
         return;
     e.newlyExcluded.push_back(e.current);
     warning(e.c.diagnostics, place, "`" + fullName(*e.current) + "` is left out: " + what);
+}
+
+void refuse(Emitter &e, Place place, const std::string &what) {
+    if (e.current == nullptr)
+        return;
+    if (e.settings.skipUnsupported)
+        return leaveOut(e, place.known() ? place : e.current->name.place, what);
+    error(e.c.diagnostics, place.known() ? place : e.current->name.place,
+          "`" + fullName(*e.current) + "`: " + what);
+    e.failed = true;
 }
 
 namespace {

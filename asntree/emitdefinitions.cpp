@@ -125,9 +125,12 @@ void emitEntry(Emitter &e, TreeState &ts, const Assignment &assignment, RecNr nr
 
 void emitValueDefinition(Emitter &e, TreeState &ts, RecNr nr, const Assignment &assignment) {
     const Scope *scope = &moduleOf(e.c, &assignment)->root;
-    const TypeUse governor{assignment.type, scope};
+    TypeUse governor{assignment.type, scope};
+    const TypeUse macro = macroUse(e, governor);
+    const bool isMacro = bool(macro);
+    if (isMacro)
+        governor = macro;
     const Datum *datum = readDatum(e.c, {assignment.value, scope}, governor);
-    const bool isMacro = governor.type->kind == TypeKind::Macro;
     const NodeReference node =
         !isMacro ? governorNode(e, ts, governor, nullptr)
         : datum->kind == DatumKind::Integer ? NodeReference{ts.number, plainInteger(ts)}

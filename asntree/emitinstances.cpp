@@ -7,6 +7,17 @@
 
 namespace asntree {
 
+std::string freeName(TreeState &ts, std::string_view wish) {
+    if (ts.usedNames.empty())
+        for (RecNr nr = ts.tree().header().firstTNode; nr != 0; nr = ts.tree().t(nr).next)
+            ts.usedNames.insert(
+                ts.tree().strings8[static_cast<std::size_t>(ts.tree().t(nr).nameIdx - 1)]);
+    std::string name = treeName(wish);
+    for (int i = 1; !ts.usedNames.insert(name).second; ++i)
+        name = treeName(wish) + "_" + std::to_string(i);
+    return name;
+}
+
 namespace {
 
 constexpr std::size_t MAX_INSTANCES = 2'000'000;
@@ -32,18 +43,6 @@ void pathToPlaceholder(Emitter &e, TreeState &ts, RecNr nr, const Assignment *de
     const std::int32_t module = moduleNumber(e, ts, placeholder->second.tree);
     const RecNr step = ts.tree().addS({module, placeholder->second.nr, 0});
     ts.tree().t(nr).auxRecord = step;
-}
-
-/* A name of a definition that nothing in the tree has. */
-std::string freeName(TreeState &ts, std::string_view wish) {
-    if (ts.usedNames.empty())
-        for (RecNr nr = ts.tree().header().firstTNode; nr != 0; nr = ts.tree().t(nr).next)
-            ts.usedNames.insert(
-                ts.tree().strings8[static_cast<std::size_t>(ts.tree().t(nr).nameIdx - 1)]);
-    std::string name = treeName(wish);
-    for (int i = 1; !ts.usedNames.insert(name).second; ++i)
-        name = treeName(wish) + "_" + std::to_string(i);
-    return name;
 }
 
 /* An instance that holds itself needs a name to which its inside can refer: it becomes a definition

@@ -23,11 +23,6 @@ bool isKnown(std::string_view name) {
     return false;
 }
 
-const Type *macroOf(const Assignment &assignment) {
-    const Type *type = assignment.type;
-    return type != nullptr && type->kind == TypeKind::Macro ? type : nullptr;
-}
-
 /* CHOICE { localValue INTEGER, globalValue OBJECT IDENTIFIER } */
 TypeUse operationType(Emitter &e, const Scope *scope) {
     if (e.operationType == nullptr) {
@@ -44,33 +39,51 @@ TypeUse operationType(Emitter &e, const Scope *scope) {
     return {e.operationType, scope};
 }
 
-bool hasValue(Emitter &e, const Assignment &assignment) {
-    if (assignment.value == nullptr)
-        return false;
-    const Scope *scope = &moduleOf(e.c, &assignment)->root;
-    return readDatum(e.c, {assignment.value, scope}, {assignment.type, scope})->kind !=
-           DatumKind::Bad;
+bool hasValue(Emitter &e, const Assignment &assignment, TypeUse macro) {
+    return assignment.value != nullptr &&
+           readDatum(e.c, {assignment.value, macro.scope}, macro)->kind != DatumKind::Bad;
 }
 
 } // namespace
 
+TypeUse macroUse(Emitter &e, TypeUse use) {
+    if (use.type->kind == TypeKind::Macro)
+        return use;
+    if (use.type->kind != TypeKind::Reference || use.type->ref.hasParameters)
+        return {};
+    const Target target = tryResolve(e.c, use.type->ref, use.scope);
+    if (target.assignment == nullptr || target.assignment->kind != AssignmentKind::Macro)
+        return {};
+    const Type *&bare = e.bareMacros[use.type];
+    if (bare == nullptr) {
+        Type *macro = newType(e.c.arena, TypeKind::Macro, use.type->place);
+        macro->ref = use.type->ref;
+        macro->tokens = {use.type->place.file, 0, 0};
+        bare = macro;
+    }
+    return {bare, use.scope};
+}
+
 void leaveOutMacros(Emitter &e) {
     for (const TreePlan &tree : e.plan.trees)
         for (const Assignment *assignment : tree.definitions) {
-            const Type *macro = macroOf(*assignment);
-            if (macro == nullptr || assignment->parameterized)
+            if (assignment->type == nullptr || assignment->parameterized)
                 continue;
-            const Scope *scope = &moduleOf(e.c, assignment)->root;
+            const TypeUse macro =
+                macroUse(e, {assignment->type, &moduleOf(e.c, assignment)->root});
+            if (!macro)
+                continue;
+            const std::string_view name = macro.type->ref.name.text;
             const bool stays = assignment->kind == AssignmentKind::Value
-                                   ? isKnown(macro->ref.name.text) && hasValue(e, *assignment)
-                                   : bool(typeOfMacro(e, {macro, scope}));
+                                   ? isKnown(name) && hasValue(e, *assignment, macro)
+                                   : bool(typeOfMacro(e, macro));
             if (stays)
                 continue;
             e.excluded.insert(assignment);
             warning(e.c.diagnostics, assignment->name.place,
                     "`" + std::string(assignment->name.text) +
                         "` is left out: it is an instance of the macro " +
-                        std::string(macro->ref.name.text) + ", which isn't known");
+                        std::string(name) + ", which isn't known");
         }
 }
 
@@ -111,10 +124,12 @@ bool isPlainReference(const Type &type) {
 void emitMacroTypes(Emitter &e, TreeState &ts, const Assignment &assignment) {
     ParseContext parsing = e.c.parsing();
     const Scope *scope = &moduleOf(e.c, &assignment)->root;
+    if (assignment.type->kind != TypeKind::Macro)
+        return;
     for (const MacroClause &clause : readMacroClauses(parsing, assignment.type->tokens)) {
         if (clause.type == nullptr || clause.word.text.empty() || isPlainReference(*clause.type))
             continue;
-        const std::string name = nameOfClause(assignment, clause.word.text);
+        const std::string name = freeName(ts, nameOfClause(assignment, clause.word.text));
         const RecNr nr = newType(ts, TCS_HEADER, 0, lineOf(e, clause.type->place));
         ts.tree().t(nr).nameIdx = ts.tree().str(name);
         ts.tree().t(nr).nodeFlags |= NODE_EXPORTED;

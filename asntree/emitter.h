@@ -115,6 +115,7 @@ struct Emitter {
     std::unordered_set<const Type *> octetTypes;     /* INTEGER with the word int=octets */
     std::vector<const Assignment *> newlyExcluded;
     const Assignment *current = nullptr; /* the definition that is being made */
+    std::unordered_map<const Type *, const Type *> bareMacros; /* made of plain references */
     const Type *operationType = nullptr; /* of macros; made when first asked for */
     bool failed = false;
 
@@ -124,7 +125,10 @@ struct Emitter {
 
 /* --- emit.cpp --- */
 
-/* The definition being made can't be held by a tree, because of `what`. */
+/* The definition being made is left out, with a warning. */
+void leaveOut(Emitter &e, Place place, const std::string &what);
+/* The definition being made can't be held by a tree, because of `what`: an error, unless such
+   definitions are to be left out. */
 void refuse(Emitter &e, Place place, const std::string &what);
 void addNote(Emitter &e, TreeState &ts, Place place, std::string text);
 /* "-" as "_". */
@@ -160,6 +164,8 @@ void appendType(TreeState &ts, RecNr nr);
 
 /* Leaves out the instances of macros that nothing is known of. */
 void leaveOutMacros(Emitter &e);
+/* The use of a macro that a type is, with what follows it or without; empty if it is another type. */
+TypeUse macroUse(Emitter &e, TypeUse use);
 /* The type that an instance of a macro is as a type: `DisplayString ::= TEXTUAL-CONVENTION ...`;
    empty if it is none. */
 TypeUse typeOfMacro(Emitter &e, TypeUse macro);
@@ -221,6 +227,8 @@ void emitItems(Emitter &e, TreeState &ts, RecNr nr, TypeUse base);
 /* --- emitinstances.cpp --- */
 
 void emitInstance(Emitter &e, TreeState &ts, const Pending &pending, const Layers &layers);
+/* A name of a definition that nothing in the tree has yet. */
+std::string freeName(TreeState &ts, std::string_view wish);
 void aliasForeignInstances(Emitter &e, TreeState &ts);
 
 /* --- emitclasses.cpp --- */

@@ -79,6 +79,8 @@ TypeUse layerBehindReference(Emitter &e, TypeUse use, Layers &layers) {
     }
     if (target.assignment == nullptr)
         return {};
+    if (target.assignment->kind == AssignmentKind::Macro)
+        return macroUse(e, use);
     const bool isInstance = target.scope != nullptr && target.scope->definition != nullptr;
     const bool stands = isInstance ? target.assignment->kind == AssignmentKind::Type
                                    : e.types.contains(target.assignment) ||
@@ -123,8 +125,8 @@ Layers layersOf(Emitter &e, TypeUse use) {
 bool referTo(Emitter &e, TreeState &ts, RecNr nr, const Assignment *definition) {
     auto found = e.types.find(definition);
     if (found == e.types.end()) {
-        refuse(e, e.current == nullptr ? Place{} : e.current->name.place,
-               "it refers to `" + std::string(definition->name.text) + "`, which is left out");
+        leaveOut(e, e.current == nullptr ? Place{} : e.current->name.place,
+                 "it refers to `" + std::string(definition->name.text) + "`, which is left out");
         return false;
     }
     const std::int32_t module = moduleNumber(e, ts, found->second.tree);

@@ -23,8 +23,8 @@ bool referToValue(Emitter &e, TreeState &ts, RecNr nr, const Assignment *definit
     auto found = e.values.find(definition);
     if (found == e.values.end()) {
         if (e.excluded.contains(definition))
-            refuse(e, e.current == nullptr ? Place{} : e.current->name.place,
-                   "it refers to `" + std::string(definition->name.text) + "`, which is left out");
+            leaveOut(e, e.current == nullptr ? Place{} : e.current->name.place,
+                     "it refers to `" + std::string(definition->name.text) + "`, which is left out");
         return false;
     }
     const std::int32_t module = moduleNumber(e, ts, found->second.tree);
