@@ -81,9 +81,11 @@ TreeNode baseNode(Emitter &e, TreeNode node) {
 namespace {
 
 bool hasName(const TreeState &ts, RecNr nameIdx, std::string_view name) {
+    if (nameIdx == 0)
+        return false;
     const std::string &stored =
         ts.out->tree.strings8[static_cast<std::size_t>(std::abs(nameIdx) - 1)];
-    return nameIdx != 0 && stored.size() == name.size() &&
+    return stored.size() == name.size() &&
            std::equal(stored.begin(), stored.end(), name.begin(),
                       [](char a, char b) { return a == b || (a == '_' && b == '-'); });
 }
@@ -97,7 +99,7 @@ TreeNode findComponentNode(Emitter &e, TreeNode structure, std::string_view name
             if (isStructureKind(other.rec().mainType))
                 if (TreeNode found = findComponentNode(e, other, name, depth + 1); found.nr != 0)
                     return found;
-        } else if (node.nameIdx != 0 && hasName(*structure.tree, node.nameIdx, name)) {
+        } else if (hasName(*structure.tree, node.nameIdx, name)) {
             return {structure.tree, nr};
         }
         nr = node.next;
@@ -149,7 +151,7 @@ RecNr ItemFinder::find(TreeNode type, std::string_view name) {
     const Tree &tree = type.tree->tree();
     RecNr nr = type.rec().namedNumbersRec;
     for (int i = 0; nr != 0 && i < SHORT_LIST; ++i, nr = tree.v(nr).next)
-        if (tree.v(nr).nameIdx != 0 && hasName(*type.tree, tree.v(nr).nameIdx, name))
+        if (hasName(*type.tree, tree.v(nr).nameIdx, name))
             return nr;
     return nr == 0 ? 0 : findInTable(type, name);
 }

@@ -86,18 +86,29 @@ void markRecursion(Emitter &e, TreeState &ts) {
     }
 }
 
+namespace {
+
+void narrow(Emitter &e, TreeNode node) {
+    const TreeNode base = baseNode(e, node);
+    if (base.rec().mainType != TYP_INTEGER || base.rec().valueFieldCode != VF_UI64)
+        return;
+    base.rec().valueFieldCode = VF_I64;
+    base.tree->out->notes.push_back(
+        {{}, nullptr,
+         "line " + std::to_string(base.rec().lineNr) +
+             ": the number is held with a sign, since items of lists and homes have no other form"});
+}
+
+} // namespace
+
 void narrowListedNumbers(Emitter &e, TreeState &ts) {
-    for (const TNode &node : ts.tree().tNodes) {
-        if (!isListKind(node.mainType) || node.valueFieldCode != VF_LIST || node.refRecord <= 0)
-            continue;
-        const TreeNode element = baseNode(e, {&ts, node.refRecord});
-        if (element.rec().mainType != TYP_INTEGER || element.rec().valueFieldCode != VF_UI64)
-            continue;
-        element.rec().valueFieldCode = VF_I64;
-        element.tree->out->notes.push_back(
-            {{}, nullptr,
-             "line " + std::to_string(element.rec().lineNr) +
-                 ": the number is held with a sign, since items of lists have no other form"});
+    const auto count = static_cast<RecNr>(ts.tree().tNodes.size());
+    for (RecNr nr = 1; nr <= count; ++nr) {
+        const TNode &node = ts.tree().t(nr);
+        if (isListKind(node.mainType) && node.valueFieldCode == VF_LIST && node.refRecord > 0)
+            narrow(e, {&ts, node.refRecord});
+        else if ((node.optionBits & optionMask(OPT_HOME)) != 0)
+            narrow(e, {&ts, nr});
     }
 }
 
