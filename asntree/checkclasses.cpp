@@ -28,10 +28,6 @@ void checkField(Compilation &c, ClassUse use, const ClassField &field) {
     const FieldKind kind = fieldKind(c, use, field);
     if (kind == FieldKind::FixedValue || kind == FieldKind::FixedSet)
         checkType(c, governorOf(use, field));
-    if (field.unique && kind != FieldKind::FixedValue && kind != FieldKind::VariableValue)
-        error(c.diagnostics, field.place, "only a field that holds a value can be UNIQUE");
-    if (field.unique && field.defaultSetting.given())
-        error(c.diagnostics, field.place, "a UNIQUE field can't have a DEFAULT");
     for (std::size_t i = 0; i < field.path.size() && i < 1; ++i)
         if (findField(use, field.path[i].text, field.pathIsUpper[i]) == nullptr)
             error(c.diagnostics, field.path[i].place,

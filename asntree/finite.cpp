@@ -40,11 +40,14 @@ bool isFinite(FiniteSearch &search, TypeUse use, TypeUse &blocker, int depth) {
                 return false;
         return true;
     case TypeKind::Choice: {
-        bool some = use.type->components.empty();
-        for (const Component &component : use.type->components)
-            some = some || (component.type != nullptr &&
-                            isFinite(search, {component.type, use.scope}, blocker, depth + 1));
-        return some;
+        bool some = false, alternatives = false;
+        for (const Component &component : use.type->components) {
+            if (component.type == nullptr)
+                continue;
+            alternatives = true;
+            some = some || isFinite(search, {component.type, use.scope}, blocker, depth + 1);
+        }
+        return some || !alternatives;
     }
     default:
         return true;

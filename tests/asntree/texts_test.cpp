@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -82,6 +83,6 @@ TEST_P(Texts, GiveTheirMessages) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Asntree, Texts, testing::ValuesIn(textFiles()),
-                         [](const auto &info) { return info.param.stem().string(); });
+                         [](const auto &file) { return file.param.stem().string(); });
 
 } // namespace
