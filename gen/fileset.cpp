@@ -2,6 +2,7 @@
 
 #include <cassert>
 #include <cstdio>
+#include <unordered_set>
 
 #include "driver/fatal.h"
 #include "driver/fileheader.h"
@@ -139,11 +140,23 @@ void includeReferencedTypes(AsnModule *module, int file) {
 }
 
 void includeReferencedDeclarations(AsnModule *module, int file, int category) {
-    forEachExporterFirst(module, hasFunctions, [&](AsnModule *exporter) {
-        if (!hasFunctions(exporter))
+    std::unordered_set<const ModRec *> included;
+    auto include = [&](AsnModule *exporter) {
+        if (!hasFunctions(exporter) || !included.insert(exporter->modRec).second)
             return;
         includeGeneratedFile(file, exporter, CAT_TYP, FILE_TYP);
         includeGeneratedFile(file, exporter, category, FILE_EXT);
+    };
+    forEachExporterFirst(module, hasFunctions, include);
+    /* A type may also come through a module that has nothing but classes. */
+    std::unordered_set<const ModRec *> referred;
+    forEachExporterFirst(module, nullptr, [&](AsnModule *exporter) {
+        if (!hasFunctions(exporter) || included.contains(exporter->modRec))
+            return;
+        if (referred.empty())
+            referred = modulesOfReferredTypes(module);
+        if (referred.contains(exporter->modRec))
+            include(exporter);
     });
 }
 

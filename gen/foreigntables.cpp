@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <vector>
 
+#include "cbet/predicates.h"
 #include "gen/fileset.h"
 #include "gen/objecttables.h"
 #include "model/fieldvalues.h"
+#include "model/iterators.h"
 #include "model/modules.h"
 #include "model/objectorder.h"
 #include "model/objectsets.h"
 #include "model/typequeries.h"
+#include "store/records.h"
 
 namespace {
 
@@ -77,7 +80,27 @@ private:
     std::vector<ForeignTable> found_;
 };
 
+/* Definitions of the module itself are walked on their own. */
+void collectReferredTypes(AsnType *type, std::unordered_set<const ModRec *> *modules) {
+    static int nesting = 0;
+    const NestingGuard guard(&nesting, type->posModule);
+    if (cIsDefinedBaseType(type) && !isDefinedType(type)) {
+        modules->insert(type->baseModule);
+        return;
+    }
+    modules->insert(type->baseModule);
+    if (!isLeafType(type) && type->baseModule == type->posModule)
+        forEachTypeCompOrElem(
+            type, [modules](AsnType *, AsnType *son, int) { collectReferredTypes(son, modules); });
+}
+
 } // namespace
+
+std::unordered_set<const ModRec *> modulesOfReferredTypes(AsnModule *module) {
+    std::unordered_set<const ModRec *> modules;
+    forEachEntryVisType(module, [&](AsnType *type, int) { collectReferredTypes(type, &modules); });
+    return modules;
+}
 
 void forEachForeignTable(AsnModule *module,
                          Call<void(AsnModule *other, bool entries, bool objects)> func) {

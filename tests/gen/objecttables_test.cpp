@@ -376,6 +376,66 @@ TEST(ObjectTablesDirect, OtherModules) {
     EXPECT_EQ(compilerMessages(dir, {"mtab.c", "basetab.c"}), "");
 }
 
+/* Static tables stand in one source with those that they name. An inline object in a skipped field
+   takes no row from another one; the default of a class that has no object of its own has none.
+   Members that no constant holds take no place from those behind them. */
+TEST(ObjectTablesDirect, RowsNameTheObjectsThatAreMeant) {
+    WorkDir dir;
+    TreeWriter base("Base_Module", "base"), w("Object_Module", "m");
+    const TypeNode id = base.valueField("id", base.integer(0, 9));
+    base.define("OP", base.objectClass({id}));
+    const auto op = [&](int number) {
+        return nameless(base, "OP", {base.fieldValue(id, base.intValue(number))});
+    };
+    const ValueNode lost = op(8);
+    const TypeNode kept = base.valueField("op", base.ref("OP")).defaultTo(lost);
+    lost.governedBy(base.findType("OP"));
+    base.define("LOST", base.objectClass({kept}));
+    define(base, "first", "OP", {base.fieldValue(id, base.intValue(1))});
+    define(base, "second", "OP", {base.fieldValue(id, base.intValue(2))});
+    const std::int32_t import = w.import(base);
+    const TypeNode own = w.valueField("n", w.integer(0, 9));
+    w.define("OWN", w.objectClass({own}));
+    const auto inner = [&](int number) {
+        return nameless(w, "OWN", {w.fieldValue(own, w.intValue(number))});
+    };
+    const TypeNode number = w.comp("b", w.integer(0, 9));
+    w.define("Pick", w.choice({w.comp("a", w.sequence({w.comp("x", w.boolean())})), number}));
+    const TypeNode skipped = w.valueField("skipped", w.ref("OWN")).skipped();
+    const TypeNode far = w.valueField("far", w.ref(base, "OP"));
+    const TypeNode time = w.valueField("time", w.type(TYP_UTCTIME)).optional();
+    const TypeNode one = w.valueField("one", w.ref("Pick")).optional();
+    const TypeNode other = w.valueField("other", w.ref("Pick")).optional();
+    const TypeNode octets = w.valueField("octets", w.string(TYP_OCTSTR));
+    const TypeNode picks = w.setField("Picks", w.ref("Pick"));
+    const TypeNode near_ = w.valueField("own", w.ref("OWN"));
+    w.define("ROW", w.objectClass({skipped, far, time, one, other, octets, picks, near_}));
+    ValueNode pick = w.listValue(TYP_CHOICE, {w.fieldValue(number, w.intValue(5)).named("b")});
+    define(w, "row", "ROW",
+           {w.fieldValue(skipped, inner(1)),
+            w.fieldValue(far, w.valueRefTo(import, base.findValue("second").nr)),
+            w.fieldValue(octets, w.hexValue("0AFF")),
+            w.fieldType(picks, setOf(w, w.ref("Pick"), w.single(pick))),
+            w.fieldValue(near_, inner(2))});
+    w.defineValue("lost", w.ref(base, "LOST"), w.object(w.ref(base, "LOST"), {}));
+    for (TreeWriter *tree : {&base, &w})
+        for (const char *option : {"-TAB=yes", "-COD=0"})
+            tree->option(option);
+    ASSERT_TRUE(base.save(dir.path("base.stx")) && w.save(dir.path("m.stx")));
+    const ProgramRun run = runVelmo(dir, {"-VERBOSE=quiet", "m", "base"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_TRUE(run.out.ends_with(": Object without a row.\n")) << run.out;
+    dir.write("main.c", "#include \"m.tab\"\n"
+                        "int main (void) {\n"
+                        "  return mROW[0].far->id != 2 || mROW[0].own->n != 2 ||\n"
+                        "         mROW[0].octets.n != 2 || mROW[0].octets.st[1] != 255 ||\n"
+                        "         mROW[0].Picks[0].choice != 1 || mROW[0].Picks[0].i1.b != 5 ||\n"
+                        "         mLOST[0].op != NULL;\n}\n");
+    EXPECT_EQ(compilerMessages(dir, {"main.c"}), "");
+    EXPECT_EQ(runProgram(dir, "sh", {"-c", "gcc -I" + sourceDir + "/rts main.c && ./a.out"}).status,
+              0);
+}
+
 /* The program beside the example finds what the tables say, and handles octets by the functions
    that a row names. */
 TEST(ObjectTablesDirect, LookupProgramUsesTheTables) {

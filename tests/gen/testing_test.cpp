@@ -110,4 +110,26 @@ TEST(FunctionsOfImports, CallTheOtherModule) {
     EXPECT_EQ(compileFunctions(dir), "");
 }
 
+/* A module that has nothing but classes leads to the functions of the types in their fields. */
+TEST(FunctionsOfImports, AreDeclaredThroughClasses) {
+    WorkDir dir;
+    TreeWriter base("Base_Module", "b"), classes("Class_Module", "c"), user("User_Module", "u");
+    for (TreeWriter *tree : {&base, &classes, &user})
+        for (const char *option : {"-COD=1:1", "-TST=1:1", "-VERBOSE=QUIET"})
+            tree->option(option);
+    base.define("Size", base.sequence({base.comp("width", base.integer(0, 9))}));
+    classes.import(base);
+    const TypeNode size = classes.valueField("size", classes.ref(base, "Size"));
+    const TypeNode objClass = classes.define("CLASS", classes.objectClass({size}));
+    const std::int32_t import = user.import(classes);
+    const TypeNode field = user.classField(objClass, {size});
+    field->refModule = user.sNodes.back().refModule = import;
+    user.define("Box", user.sequence({user.comp("size", field)})).entry();
+    ASSERT_TRUE(base.save(dir.path("b.stx")) && classes.save(dir.path("c.stx")));
+    const std::string functions = generatedFunctions(dir, user, {"b", "c"});
+    EXPECT_NE(functions.find("eSize (ASNG_F(asncodg) &home->size);"), std::string::npos)
+        << functions;
+    EXPECT_EQ(compileFunctions(dir), "");
+}
+
 } // namespace
