@@ -43,6 +43,7 @@ RecNr newFields(Emitter &e, TreeState &ts, RecNr parent, const ObjectClass &obje
         node.nameIdx = nameNr(ts, field.name.text);
         node.next = i + 1 < objectClass.fields.size() ? nr + 1 : 0;
     }
+    nameMembers(e, ts, objectClass.fields.empty() ? 0 : first, "F");
     return first;
 }
 

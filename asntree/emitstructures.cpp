@@ -207,6 +207,7 @@ void emitStructure(Emitter &e, TreeState &ts, const Pending &pending, TypeUse st
         else
             ts.queue.push_back({nr, part.type, pending.frame, part.component, part.tag, "C"});
     }
+    nameMembers(e, ts, ts.tree().t(pending.nr).refRecord, "C");
     RecNr nr = ts.tree().t(pending.nr).refRecord;
     for (const Part &part : s.parts) {
         if (part.component != nullptr && part.component->kind == ComponentKind::Component)

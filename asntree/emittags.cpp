@@ -10,12 +10,16 @@ int replacedTag(Emitter &e, TypeUse base) {
     switch (base.type->kind) {
     case TypeKind::Integer:
         return emittedAsOctets(e, base) ? 2 : 0;
+    case TypeKind::EmbeddedPdv:
+        return 11;
     case TypeKind::Utf8String:
         return 12;
     case TypeKind::RelativeOid:
         return 13;
     case TypeKind::Time:
         return 14;
+    case TypeKind::CharacterString:
+        return 29;
     case TypeKind::Date:
         return 31;
     case TypeKind::TimeOfDay:

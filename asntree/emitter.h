@@ -224,6 +224,12 @@ int replacedTag(Emitter &e, TypeUse base);
 void emitStructure(Emitter &e, TreeState &ts, const Pending &pending, TypeUse structure);
 void emitItems(Emitter &e, TreeState &ts, RecNr nr, TypeUse base);
 
+/* --- emitmembers.cpp --- */
+
+/* Gives the components or fields of one list names that are told apart in C. `namingRow` is the
+   kind of naming option, "C" or "F". */
+void nameMembers(Emitter &e, TreeState &ts, RecNr first, std::string_view namingRow);
+
 /* --- emitinstances.cpp --- */
 
 void emitInstance(Emitter &e, TreeState &ts, const Pending &pending, const Layers &layers);

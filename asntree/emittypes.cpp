@@ -2,6 +2,7 @@
 
 #include "asntree/classes.h"
 #include "asntree/forms.h"
+#include "asntree/reading.h"
 #include "store/ketramac.h"
 
 /* Types: references, builtin types, lists. */
@@ -163,8 +164,6 @@ int stringMainType(TypeKind kind) {
         return TYP_BMPSTR;
     case TypeKind::UniversalString:
         return TYP_UNISTR;
-    case TypeKind::CharacterString:
-        return TYP_CHASTR;
     case TypeKind::ObjectDescriptor:
         return TYP_OBJDESCR;
     case TypeKind::GeneralizedTime:
@@ -218,6 +217,8 @@ int mainTypeOf(Emitter &e, TypeUse base) {
     case TypeKind::Null:
         return TYP_NULL;
     case TypeKind::Sequence:
+    case TypeKind::EmbeddedPdv: /* with functions for it, as for any structure */
+    case TypeKind::CharacterString:
         return TYP_SEQ;
     case TypeKind::SequenceOf:
         return TYP_SEQOF;
@@ -229,8 +230,6 @@ int mainTypeOf(Emitter &e, TypeUse base) {
         return TYP_CHOICE;
     case TypeKind::Any:
         return TYP_ANY;
-    case TypeKind::EmbeddedPdv:
-        return TYP_EMB_PDV;
     case TypeKind::ObjectIdentifier:
         return TYP_OBJID;
     case TypeKind::External:
@@ -238,8 +237,8 @@ int mainTypeOf(Emitter &e, TypeUse base) {
                        VF_EXTERNAL_1990
                    ? TYP_EXTERNAL_1990
                    : TYP_EXTERNAL_1994;
-    case TypeKind::InstanceOf:
-        return TYP_INSTANCE_OF;
+    case TypeKind::InstanceOf: /* an EXTERNAL with two of its components, octet by octet */
+        return TYP_EXTERNAL_1994;
     default:
         return stringMainType(base.type->kind);
     }
@@ -299,8 +298,18 @@ void setForm(Emitter &e, TreeState &ts, const Pending &pending, TypeUse base) {
         ts.wantsArray.insert(pending.nr);
 }
 
+/* The type that says what a builtin type holds; the type itself for all but two. */
+TypeUse associatedType(Emitter &e, TypeUse base) {
+    if (base.type->kind == TypeKind::EmbeddedPdv)
+        return predefinedType(e.c, "EmbeddedPdv");
+    if (base.type->kind == TypeKind::CharacterString)
+        return predefinedType(e.c, "CharacterStringValue");
+    return base;
+}
+
 void fillBuiltin(Emitter &e, TreeState &ts, const Pending &pending, TypeUse base) {
     const int mainType = mainTypeOf(e, base);
+    base = associatedType(e, base);
     ts.tree().t(pending.nr).mainType = static_cast<std::uint8_t>(mainType);
     if (isStructureKind(mainType))
         return emitStructure(e, ts, pending, base);
