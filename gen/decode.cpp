@@ -56,6 +56,10 @@ bool tagMustBeLooked(AsnType *type) {
     return getTypeMainType(type) == TYP_CHOICE && !testTypeOption(type, OPT_SKIPPED);
 }
 
+bool isSkippedWithoutTag(AsnType *type) {
+    return testTypeOption(type, OPT_SKIPPED) && getNrOfTags(type) == 0;
+}
+
 /* The run-time function of a value reads the end-of-contents of the tag that it was called for. */
 bool decodingFunctionConsumesEOC(AsnType *type) {
     return !isAnyOrOpen(type);
@@ -102,7 +106,7 @@ void decIsSeqComp(int file, AsnType *comp) {
 
 /* The end of a list's loop. An ANY may begin with anything, so the tag is only peeked at. */
 void decIsSeqOfComp(int file, AsnType *elem) {
-    if (isAnyOrOpen(elem)) {
+    if (isAnyOrOpen(elem) && !isSkippedWithoutTag(elem)) {
         wToF(file, "peekT (*asncodg_frame, &asncodg_tag);\n");
         wToF(file, "if (asncodg_tag == EOC_TAG)");
         cOpenBrace(file);
@@ -164,6 +168,11 @@ void decSeqCompPrefix(int file, AsnType *comp) {
         decReport(file, "TAG_FAIL");
         decInnermostCompTags(file, comp, true);
     } else {
+        if (isSkippedWithoutTag(comp) && isFirstActualTypeComp(comp)) {
+            /* The tag in hand is that of the structure, which is not to be passed over. */
+            wToF(file, "if (d_LookTagLen () == EOC_TAG)");
+            decReport(file, "TAG_FAIL");
+        }
         forOutermostTag(comp, [file](AsnType *, const AsnTag *tag, int) { decTagLen(file, tag); });
         decInnermostCompTags(file, comp, false);
     }

@@ -21,7 +21,6 @@
 #include "model/tags.h"
 #include "model/typeextension.h"
 #include "model/typequeries.h"
-#include "model/typewalk.h"
 #include "model/valuesets.h"
 #include "options/ketracnf.h"
 #include "store/records.h"
@@ -243,10 +242,11 @@ bool selectTagForSkipped(AsnType *type, AsnTag *found, int *depth) {
             hasTag = true;
         });
     } else if (getTypeMainType(type) == TYP_CHOICE) {
-        if (AsnType *first = firstTypeComp(type, true, 0)) {
-            hasTag = selectTagForSkipped(first, found, depth);
-            delAsnType(first);
-        }
+        /* The alternatives may stand in another module. */
+        forEachTypeCompQuietly(type, [&](AsnType *, AsnType *alternative, int) {
+            if (isFirstActualTypeComp(alternative))
+                hasTag = selectTagForSkipped(alternative, found, depth);
+        });
     }
     return hasTag;
 }

@@ -70,7 +70,7 @@ struct AsnType {
     RecNr baseRecord = 0;
     ModRec *contentModule = nullptr; /* where `base` was read: the base record, or the alternative */
     RecNr contentRecord = 0;         /* whose content a selection has */
-    bool isSelection = false;        /* the position is one */
+    bool isSelection = false; /* the position is one, or defined as the type of a class field */
     FixRec baseId;                    /* name of the C type */
     std::uint8_t entryFlags = 0;      /* 0 for a type with a father */
     std::uint8_t entryCategories = 0; /* likewise */

@@ -20,6 +20,7 @@ std::vector<std::unique_ptr<AsnModule>> allModules;
 std::vector<AsnModule *> freeModules;
 
 int exportingWalkDepth = 0;
+std::uint32_t exportingWalk = 0; /* number of the outermost walk */
 
 ModRec *moduleInList(std::size_t place) {
     return place < modRecList.records.size() ? modRecList.records[place].get() : nullptr;
@@ -33,12 +34,6 @@ ModRec *lastNamedModule() {
 ModRec *moduleBehind(const ModRec *modRec) {
     const auto place = static_cast<std::size_t>(modRec->listPlace);
     return moduleInList(place + 1);
-}
-
-void setStates(ModState state) {
-    for (const auto &modRec : modRecList.records)
-        if (modRec->state != MOD_PREDEFINED)
-            modRec->state = state;
 }
 
 void setCacheFlag(InfoCache *cache, int bit, bool value) {
@@ -132,23 +127,21 @@ void forEachExportingModule(AsnModule *module, Call<void(AsnModule *exporting)> 
     {
         NestingGuard guard(&exportingWalkDepth, module->modRec);
         if (exportingWalkDepth == 1)
-            setStates(MOD_NOT_VISITED);
-        module->modRec->state = MOD_VISITED;
+            ++exportingWalk;
+        module->modRec->exportingWalk = exportingWalk;
         AsnModule *exporting = nullptr;
         for (const auto &import : module->modRec->imports.recs) {
             ModRec *modRec = import->picMod;
             if (modRec == nullptr || modRec->state == MOD_PREDEFINED)
                 continue;
             exporting = exporting == nullptr ? firstModule(modRec) : nextModule(exporting, modRec);
-            if (modRec->state == MOD_NOT_VISITED && import->picMark != 0) {
+            if (modRec->exportingWalk != exportingWalk && import->picMark != 0) {
                 func(exporting);
-                modRec->state = MOD_VISITED;
+                modRec->exportingWalk = exportingWalk;
             }
         }
         delAsnModule(exporting);
     }
-    if (exportingWalkDepth == 0)
-        setStates(MOD_LOADED);
     cMP = before;
 }
 

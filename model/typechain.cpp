@@ -262,7 +262,9 @@ std::uint32_t initSon(AsnType *son, AsnType *father, int *tagState) {
     const NodePlace content = saveNodeContext(REC_TNODE);
     son->contentModule = content.module;
     son->contentRecord = content.nr;
-    son->isSelection = son->firstMainType == TYP_SELECTION;
+    son->isSelection =
+        son->firstMainType == TYP_SELECTION ||
+        (son->firstMainType == TYP_FIELDLIST && son->compStatus == TCS_HEADER);
     if (walk.holder.nr != 0)
         area = walk.holder;
     const NodePlace base = walk.holder.nr != 0 ? walk.holder : content;

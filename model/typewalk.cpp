@@ -87,8 +87,9 @@ void initSonTNode(AsnType *son) {
         takeOverSelection(son);
     else if (base.compStatus == TCS_HEADER && base.nameIdx == 0)
         base.compStatus = son->compStatus; /* the type of a field of a predefined class */
-    if (son->isSelection)
-        base.lineNr = storedTNode(son->posModule, son->posRecord).lineNr;
+    if (const TNode &position = storedTNode(son->posModule, son->posRecord);
+        position.mainType == TYP_SELECTION)
+        base.lineNr = position.lineNr;
     if ((son->firstTypeFlags & TYPE_TOP_LEVEL_INSTANTIATED) != 0) {
         base.compStatus = son->compStatus;
     } else if (base.compStatus == TCS_PARAM_HEAD && !instantiated &&

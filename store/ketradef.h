@@ -373,14 +373,12 @@ struct SNode {
     RecNr next = 0;
 };
 
-/* State of a ModRec. 1 and 2 are also the marks of a walk over exporting modules. */
+/* State of a ModRec. */
 enum ModState : std::uint8_t {
     MOD_NAMED = 0, /* no attempt was made to read the tree */
     MOD_FAILED = 1,
     MOD_LOADED = 2,
     MOD_PREDEFINED = 3, /* no file, no records, and no walk visits it */
-    MOD_NOT_VISITED = MOD_FAILED,
-    MOD_VISITED = MOD_LOADED,
 };
 
 struct ModRec;
@@ -435,6 +433,7 @@ struct ModRec {
     Text genPrefix;  /* of generated identifiers; names the tree file and finds the record */
     std::int32_t moduleValue = 0;
     std::uint8_t state = MOD_NAMED;
+    std::uint32_t exportingWalk = 0; /* the last walk over exporting modules that came here */
 
     std::vector<MNode> mNodes; /* record n is element n - 1 */
     std::vector<TNode> tNodes;

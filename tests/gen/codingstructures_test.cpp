@@ -276,6 +276,14 @@ void selections(TreeWriter &w) {
     w.define("Behind", members(w.ref("Named"), w.ref("Number"), w.ref("Part"), w.ref("Part")));
 }
 
+/* What is skipped has no tag of its own, but comes behind that of the structure. */
+void skippedFirst(TreeWriter &w) {
+    w.define("Pick", w.choice({w.marker(), w.comp("a", w.ref("Inner")), w.comp("b", w.null())}));
+    w.define("Inner", w.choice({w.comp("c", byte(w)).application(0), w.comp("d", w.boolean())}));
+    w.define("First", w.sequence({w.comp("pick", w.ref("Pick").skipped()), w.comp("x", byte(w))}));
+    w.define("List", w.listOf(TYP_SEQOF, w.any().skipped()).asList());
+}
+
 /* The marker begins no chain of tests. */
 void markerFirst(TreeWriter &w) {
     const auto pick = [&] {
@@ -334,6 +342,7 @@ const CodingCase cases[] = {
     {"componentsof", componentsOf},
     {"componentsof_nested", nestedComponentsOf, {}, {}, CODING_AND_TYPES},
     {"selections", selections, {}, {}, CODING_AND_TYPES},
+    {"skippedfirst", skippedFirst},
     {"valuesinhomes", valuesInHomes, {}, {}, ALL_AND_TYPES},
     {"markerfirst", markerFirst, {}, {"-Wno-unused-parameter"}, ALL},
     {"listsizes", listSizes},
