@@ -22,7 +22,7 @@ header() { sed -n '/^--/!q; s/^-- '"$1"': *//p' "$here/$name.asn"; }
 # What ran, and its messages without the names of directories and the figures of time.
 section() {
   echo "== $1"
-  sed -e "s#$work/##g; s#$here/##g" -e '/^>>>/d'
+  sed -e "s#$work/##g; s#$here/##g" -e '/^$/d; /^VELMO/d; /^Copyright/d; /^What it generates/d; /^>>>/d'
 }
 
 cd "$work" || exit 2
@@ -39,7 +39,7 @@ compile() {
     [ -e "$file" ] || continue
     gcc -std=c99 -Wall -Wextra -pedantic -O0 $flag -I. -I"$source/rts" -c "$file" -o "$file.o" || return
   done
-  for file in *.typ *.def *.tab *.ext; do
+  for file in *.typ *.def *.ext; do # tables are C alone
     [ -e "$file" ] || continue
     printf '#include "%s"\n' "$file" |
       g++ -std=c++17 -Wall -Wextra -pedantic -fsyntax-only -I. -I"$source/rts" -x c++ - || return
