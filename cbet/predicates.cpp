@@ -42,8 +42,7 @@ bool leadsToDefinition(AsnType *type) {
     const NestingGuard guard(&nesting, type->posModule);
     bool result = false;
     forNextDefinedType(type, [&](AsnType *next) {
-        /* An instance that is a definition has its name; any other one is part of something. */
-        if (isInstantiatedType(next) && !isTopLevelInstantiatedType(next))
+        if (isInstantiatedType(next))
             return;
         if (isDefinedType(next))
             result = true;
