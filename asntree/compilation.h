@@ -136,7 +136,7 @@ struct Compilation {
     std::unordered_map<std::string_view, std::vector<ModuleInfo *>> modulesByName;
     std::unordered_map<std::string, std::vector<ModuleInfo *>> modulesByIdentifier;
     /* What was worked out once, by what it was worked out from. */
-    std::unordered_map<UseKey, TypeUse, UseHash> bases;
+    std::unordered_map<UseKey, TypeUse, UseHash> bases; /* beside those that types keep */
     std::unordered_map<UseKey, ObjectInfo *, UseHash> objectsOfValues;
     std::unordered_map<UseKey, ObjectSetInfo *, UseHash> objectSetsOfSets;
     std::unordered_map<const Assignment *, ConstraintSpec *> setsOfDefinitions;

@@ -34,6 +34,19 @@ TypeUse takeStep(Compilation &c, TypeUse use, std::vector<ConstraintUse> &out) {
 
 } // namespace
 
+namespace {
+
+/* Long chains of references without constraints are gone through once. */
+void keepJumps(std::unordered_map<UseKey, TypeUse, UseHash> &jumps,
+               const std::vector<TypeUse> &plain, TypeUse end) {
+    constexpr std::size_t SHORT = 16;
+    if (plain.size() > SHORT)
+        for (const TypeUse &use : plain)
+            jumps[{use.type, use.scope}] = end;
+}
+
+} // namespace
+
 ConstraintChain constraintsOf(Compilation &c, TypeUse type) {
     ConstraintChain chain;
     if (!type)
@@ -42,9 +55,20 @@ ConstraintChain constraintsOf(Compilation &c, TypeUse type) {
     const TypeUse base = baseOf(c, type);
     if (!base)
         type = {};
+    auto &jumps = memosOf(c).jumps;
+    std::vector<TypeUse> plain; /* without constraints, one behind the other up to `type` */
     while (type) {
+        if (const auto jump = jumps.find({type.type, type.scope}); jump != jumps.end())
+            type = jump->second;
         const bool atBase = type == base;
+        const std::size_t before = chain.all.size();
         const TypeUse next = takeStep(c, type, chain.all);
+        if (chain.all.size() == before && !atBase) {
+            plain.push_back(type);
+        } else {
+            keepJumps(jumps, plain, type);
+            plain.clear();
+        }
         type = atBase ? TypeUse{} : next;
     }
     return chain;
@@ -123,15 +147,15 @@ const NumberSet &extentOf(Compilation &c, TypeUse type, Aspect aspect, Extension
     return known.at({type.type, type.scope}).set;
 }
 
-NumberSet valuesOf(Compilation &c, TypeUse type, ExtensionView view) {
+const NumberSet &valuesOf(Compilation &c, TypeUse type, ExtensionView view) {
     return extentOf(c, type, Aspect::Values, view);
 }
 
-NumberSet sizesOf(Compilation &c, TypeUse type, ExtensionView view) {
+const NumberSet &sizesOf(Compilation &c, TypeUse type, ExtensionView view) {
     return extentOf(c, type, Aspect::Sizes, view);
 }
 
-NumberSet charactersOf(Compilation &c, TypeUse type, ExtensionView view) {
+const NumberSet &charactersOf(Compilation &c, TypeUse type, ExtensionView view) {
     return extentOf(c, type, Aspect::Characters, view);
 }
 

@@ -28,11 +28,11 @@ enum class ExtensionView : std::uint8_t { Root, Open };
 
 /* The numbers that an INTEGER may be, sizes that a string or list may have, characters that a
    string may be made of. A part that can't be worked out (a pattern, a user's constraint) restricts
-   nothing. All numbers (sizes: 0 to MAX; characters: those of the type) without a constraint. */
-NumberSet valuesOf(Compilation &c, TypeUse type, ExtensionView view);
-NumberSet sizesOf(Compilation &c, TypeUse type, ExtensionView view);
-NumberSet charactersOf(Compilation &c, TypeUse type, ExtensionView view);
-/* Items that an ENUMERATED may be, as numbers. */
+   nothing. All numbers (sizes: 0 to MAX; characters: those of the type) without a constraint. What
+   is returned lives as long as the compilation. */
+const NumberSet &valuesOf(Compilation &c, TypeUse type, ExtensionView view);
+const NumberSet &sizesOf(Compilation &c, TypeUse type, ExtensionView view);
+const NumberSet &charactersOf(Compilation &c, TypeUse type, ExtensionView view);
 /* The same for one expression, with `parent` around it. */
 NumberSet valuesOf(Compilation &c, const ConstraintUse &use, const NumberSet &parent,
                    ExtensionView view);

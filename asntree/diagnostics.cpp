@@ -248,15 +248,14 @@ std::string_view nearestName(std::string_view name,
     for (const std::string_view candidate : candidates) {
         const std::size_t shorter = std::min(name.size(), candidate.size());
         const std::size_t longer = std::max(name.size(), candidate.size());
-        if (longer > LONGEST || longer - shorter >= least || candidate == name)
+        const std::size_t most = nearest.empty() ? least - 1 : least;
+        if (longer > LONGEST || longer - shorter > most || candidate == name)
             continue;
-        const std::size_t distance = editDistance(name, candidate, least - 1);
-        if (distance < least) {
+        const std::size_t distance = editDistance(name, candidate, most);
+        if (distance <= most && (distance < least || candidate < nearest)) {
             least = distance;
             nearest = candidate;
         }
-        if (least == 0)
-            break;
     }
     return nearest;
 }

@@ -57,7 +57,8 @@ void slip(Diagnostics &diagnostics, Place place, std::string text);
 std::string printed(Diagnostics &diagnostics, bool color);
 
 /* The name among `candidates` that `name` was probably meant to be: it differs in at most a third of
-   its letters, or in their case alone. Empty if none is near. */
+   its letters, or in their case alone; of names equally near the first of the alphabet. Empty if
+   none is near. */
 std::string_view nearestName(std::string_view name, const std::vector<std::string_view> &candidates);
 
 } // namespace asntree

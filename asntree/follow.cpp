@@ -22,6 +22,7 @@ TypeUse typeOfSet(Compilation &c, const void *key, TypeUse governor, SetUse set)
     if (type == nullptr) {
         type = newType(c.arena, governor.type->kind, governor.type->place);
         *type = *governor.type;
+        type->baseScope = nullptr;
         type->constraints.push_back(const_cast<ConstraintSpec *>(set.set));
     }
     return {type, governor.scope};
@@ -138,6 +139,17 @@ void reportCircle(Compilation &c, TypeUse first) {
     error(c.diagnostics, first.type->place, "the definition goes in a circle: it refers to itself");
 }
 
+/* Most types are asked for in one scope only, which is kept at hand. */
+void keepBase(Compilation &c, TypeUse use, TypeUse base) {
+    if (use.type->baseScope != nullptr) {
+        c.bases[{use.type, use.scope}] = base;
+        return;
+    }
+    use.type->baseScope = use.scope;
+    use.type->base = base.type;
+    use.type->scopeOfBase = base.scope;
+}
+
 } // namespace
 
 TypeUse follow(Compilation &c, TypeUse use) {
@@ -161,11 +173,19 @@ TypeUse follow(Compilation &c, TypeUse use) {
 TypeUse baseOf(Compilation &c, TypeUse use) {
     if (!use || !isStep(*use.type))
         return use;
-    std::vector<UseKey> chain;
+    if (use.type->baseScope == use.scope)
+        return {use.type->base, use.type->scopeOfBase};
+    if (auto known = c.bases.find({use.type, use.scope}); known != c.bases.end())
+        return known->second;
+    std::vector<TypeUse> chain;
     TypeUse result = use;
     std::unordered_set<UseKey, UseHash> seen;
     while (result && isStep(*result.type)) {
         const UseKey key{result.type, result.scope};
+        if (result.type->baseScope == result.scope) {
+            result = {result.type->base, result.type->scopeOfBase};
+            break;
+        }
         if (auto known = c.bases.find(key); known != c.bases.end()) {
             result = known->second;
             break;
@@ -175,14 +195,14 @@ TypeUse baseOf(Compilation &c, TypeUse use) {
             result = {};
             break;
         }
-        chain.push_back(key);
+        chain.push_back(result);
         const TypeUse step = follow(c, result);
         if (!step && isOpenType(c, result))
             break; /* an open type is its own base */
         result = step;
     }
-    for (const UseKey &key : chain)
-        c.bases[key] = result;
+    for (const TypeUse &step : chain)
+        keepBase(c, step, result);
     return result;
 }
 
@@ -192,10 +212,30 @@ const Assignment *definitionOf(Compilation &c, TypeUse use) {
     return tryResolve(c, use.type->ref, use.scope).assignment;
 }
 
+namespace {
+
+bool isPlainReference(const Type &type) {
+    return type.kind == TypeKind::Reference && type.tags.empty() && type.constraints.empty();
+}
+
+/* Notes of all definitions from a reference on that they lead to no class. */
+void noteNoClass(Compilation &c, TypeUse use) {
+    while (isPlainReference(*use.type)) {
+        const Target target = tryResolve(c, use.type->ref, use.scope);
+        const Assignment *assignment = target.assignment;
+        if (assignment == nullptr || assignment->kind != AssignmentKind::Type ||
+            assignment->parameterized || assignment->isNoClass)
+            return;
+        assignment->isNoClass = true;
+        use = {assignment->type, target.scope};
+    }
+}
+
+} // namespace
+
 ClassUse classOf(Compilation &c, TypeUse use) {
-    for (int steps = 0; use && use.type->kind == TypeKind::Reference && steps < 1000; ++steps) {
-        if (!use.type->tags.empty() || !use.type->constraints.empty())
-            return {};
+    const TypeUse first = use;
+    for (int steps = 0; use && isPlainReference(*use.type) && steps < 1000; ++steps) {
         const Target target = tryResolve(c, use.type->ref, use.scope);
         if (target.argument != nullptr) {
             if (target.argument->kind != ArgumentKind::Class &&
@@ -209,10 +249,12 @@ ClassUse classOf(Compilation &c, TypeUse use) {
             return {};
         if (assignment->kind == AssignmentKind::Class)
             return {assignment->objectClass, target.scope, assignment};
-        if (assignment->kind != AssignmentKind::Type)
+        if (assignment->kind != AssignmentKind::Type || assignment->isNoClass)
             return {};
         use = {assignment->type, target.scope};
     }
+    if (use && !isPlainReference(*use.type))
+        noteNoClass(c, first);
     return {};
 }
 

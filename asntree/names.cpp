@@ -121,14 +121,18 @@ ModuleInfo *qualifier(Compilation &c, ModuleInfo *module, std::string_view name,
     return nullptr;
 }
 
+/* To look for similar names among very many takes time; beyond this many errors few are shown. */
+constexpr int MOST_SUGGESTIONS = 4 * Diagnostics::MAX_ERRORS;
+
 void reportUndefined(Compilation &c, const Reference &reference, const ModuleInfo &module) {
     std::vector<std::string_view> candidates;
     for (const auto &[name, assignment] : module.names)
         candidates.push_back(name);
     for (const auto &[name, imported] : module.imported)
         candidates.push_back(name);
-    std::sort(candidates.begin(), candidates.end());
-    const std::string_view near = nearestName(reference.name.text, candidates);
+    const std::string_view near = c.diagnostics.errors < MOST_SUGGESTIONS
+                                      ? nearestName(reference.name.text, candidates)
+                                      : std::string_view();
     std::vector<Remark> remarks;
     if (!near.empty()) {
         auto own = module.names.find(near);

@@ -50,6 +50,8 @@ struct ValueMemos {
         bool done = false; /* false while it is worked out */
     };
     std::unordered_map<UseKey, KnownExtent, UseHash> extents[ASPECTS][2]; /* by ExtensionView */
+    /* From references in long chains to the next type with a constraint, or the base. */
+    std::unordered_map<UseKey, TypeUse, UseHash> jumps;
     std::unordered_map<TypeKind, const Type *> builtins;
     std::deque<std::string> texts;
     std::deque<std::u32string> characters;

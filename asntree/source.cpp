@@ -87,9 +87,16 @@ LineColumn lineAndColumn(SourceFile &file, std::uint32_t offset) {
     const auto behind = std::upper_bound(file.lineStarts.begin(), file.lineStarts.end(), offset);
     LineColumn place;
     place.line = static_cast<std::uint32_t>(behind - file.lineStarts.begin());
-    for (std::uint32_t at = *(behind - 1); at < offset; ++at)
+    std::uint32_t at = *(behind - 1);
+    if (at <= file.countedOffset && file.countedOffset <= offset) {
+        at = file.countedOffset;
+        place.column = file.countedColumn;
+    }
+    for (; at < offset; ++at)
         if ((static_cast<unsigned char>(file.text[at]) & 0xC0) != 0x80)
             ++place.column;
+    file.countedOffset = offset;
+    file.countedColumn = place.column;
     return place;
 }
 

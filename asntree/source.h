@@ -46,6 +46,9 @@ struct SourceFile {
     std::vector<Token> tokens; /* ends with one of kind End; empty until the file is lexed */
     std::vector<Directive> directives;
     std::vector<std::uint32_t> lineStarts; /* made when a line number is first asked for */
+    /* The place that was last counted: in a long line the next one is counted from there. */
+    std::uint32_t countedOffset = 0;
+    std::uint32_t countedColumn = 1;
 };
 
 /* All files of a run. A file stays where it is in memory, so that names may point into its text. */

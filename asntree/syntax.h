@@ -20,6 +20,7 @@ struct ConstraintSpec;
 struct ObjectClass;
 struct Assignment;
 struct Module;
+struct Scope; /* compilation.h */
 
 /* A name with its place; empty if there is none. */
 struct Name {
@@ -139,6 +140,10 @@ struct Type {
     Name identifier;                    /* SequenceOf: of the element; Selection; Any: DEFINED BY */
     TokenRange tokens;                  /* Macro */
     std::vector<std::uint32_t> directives; /* of an element of a list: numbers in the file's list */
+    /* What baseOf() found for the scope in which it was first asked; null as long as it wasn't. */
+    mutable const Scope *baseScope = nullptr;
+    mutable const Type *base = nullptr;
+    mutable const Scope *scopeOfBase = nullptr;
 };
 
 /* --- values --- */
@@ -335,6 +340,7 @@ struct Assignment {
     TokenRange tokens; /* Set: between the braces */
     std::uint32_t index = 0; /* in the module's list */
     std::vector<std::uint32_t> directives;
+    mutable bool isNoClass = false; /* classOf() found that it leads to a type */
 };
 
 enum class TagDefault : std::uint8_t { Explicit, Implicit, Automatic };

@@ -367,6 +367,8 @@ const Datum *datumOf(Compilation &c, const Target &target) {
 }
 
 std::optional<Number> integerOf(Compilation &c, ValueUse use) {
+    if (use && use.value->kind == ValueKind::Number && !use.value->negative)
+        return Number::ofDigits(use.value->text); /* as nearly all are: nothing is kept of it */
     const Datum *datum = readDatum(c, use, builtinType(c, TypeKind::Integer));
     if (datum->kind != DatumKind::Integer)
         return std::nullopt;
