@@ -69,6 +69,15 @@ void checkParameters(Compilation &c, const Assignment &assignment) {
                       {{assignment.parameters[j].name.place, "the first one"}});
 }
 
+/* Governors that are no parameters themselves. */
+void checkGovernors(Compilation &c, const Assignment &assignment, const Scope *scope) {
+    for (const FormalParameter &parameter : assignment.parameters) {
+        const TypeUse governor{parameter.governor, scope};
+        if (governor && !classOf(c, governor))
+            checkType(c, governor);
+    }
+}
+
 /* The body of a parameterized definition with arguments that nothing is known of: what doesn't
    depend on them is checked although nobody may use the definition. */
 const Scope *abstractScope(Compilation &c, const Assignment &assignment) {
@@ -87,7 +96,13 @@ void checkInstances(Compilation &c) {
     while (!c.uncheckedInstances.empty()) {
         const Scope *scope = c.uncheckedInstances.front();
         c.uncheckedInstances.pop_front();
+        const std::size_t known = c.diagnostics.list.size();
         checkAssignment(c, *scope->definition, scope);
+        if (scope->arguments.empty())
+            continue;
+        for (std::size_t i = known; i < c.diagnostics.list.size(); ++i)
+            c.diagnostics.list[i].remarks.push_back(
+                {scope->arguments.front().place, "with these parameters"});
     }
 }
 
@@ -103,7 +118,9 @@ void checkModules(Compilation &c) {
                 continue;
             }
             checkParameters(c, *assignment);
-            checkAssignment(c, *assignment, abstractScope(c, *assignment));
+            const Scope *scope = abstractScope(c, *assignment);
+            checkGovernors(c, *assignment, scope);
+            checkAssignment(c, *assignment, scope);
         }
         checkInstances(c);
     }

@@ -24,25 +24,75 @@ void checkFieldNames(Compilation &c, const ObjectClass &objectClass) {
     }
 }
 
+/* &Type, or &object.&Type: from field to field of the class, and of those that objects have. */
+void checkFieldPath(Compilation &c, ClassUse use, const ClassField &field) {
+    for (std::size_t i = 0; i < field.path.size(); ++i) {
+        const ClassField *next = findField(use, field.path[i].text, field.pathIsUpper[i]);
+        if (next == nullptr) {
+            error(c.diagnostics, field.path[i].place,
+                  "the class has no field " + quoted(field.path[i]),
+                  {{use.objectClass->place, "the class"}});
+            return;
+        }
+        if (i + 1 == field.path.size())
+            return;
+        use = classOf(c, governorOf(use, *next));
+        if (!use) {
+            error(c.diagnostics, field.path[i].place,
+                  quoted(field.path[i]) + " holds no object, so no field can follow");
+            return;
+        }
+    }
+}
+
+void checkSetting(Compilation &c, const Setting &setting);
+
 void checkField(Compilation &c, ClassUse use, const ClassField &field) {
     const FieldKind kind = fieldKind(c, use, field);
     if (kind == FieldKind::FixedValue || kind == FieldKind::FixedSet)
         checkType(c, governorOf(use, field));
-    for (std::size_t i = 0; i < field.path.size() && i < 1; ++i)
-        if (findField(use, field.path[i].text, field.pathIsUpper[i]) == nullptr)
-            error(c.diagnostics, field.path[i].place,
-                  "the class has no field " + quoted(field.path[i]));
+    if (kind == FieldKind::Object && field.unique)
+        error(c.diagnostics, field.place, "only a value of a fixed type can be UNIQUE, no object");
+    checkFieldPath(c, use, field);
+    if (field.defaultSetting.given())
+        checkSetting(c, defaultSetting(c, use, field));
 }
 
 struct SyntaxCheck {
     Compilation &c;
     const ObjectClass &objectClass;
     std::unordered_map<std::string_view, bool> seen; /* by field: does it stand outside groups */
+    bool sound = true;
 };
 
+/* What is left out must be told from what comes behind it by the first word; and a group that sets
+   nothing would say what no object keeps. */
+void checkGroup(SyntaxCheck &check, const std::vector<SyntaxItem> &items, std::size_t at) {
+    const std::vector<SyntaxItem> &group = items[at].group;
+    const auto says = [](const SyntaxItem &item) { return item.kind != SyntaxItem::Literal; };
+    if (std::none_of(group.begin(), group.end(), says))
+        error(check.c.diagnostics, items[at].text.place,
+              "an optional group of WITH SYNTAX holds a field at least");
+    const SyntaxItem &first = group.front();
+    for (std::size_t i = at + 1; i < items.size() && first.kind == SyntaxItem::Literal; ++i) {
+        const SyntaxItem &next =
+            items[i].kind == SyntaxItem::Group ? items[i].group.front() : items[i];
+        if (next.kind == SyntaxItem::Literal && next.text.text == first.text.text)
+            error(check.c.diagnostics, next.text.place,
+                  "\"" + std::string(first.text.text) +
+                      "\" begins an optional group in front already, so that none could tell which "
+                      "of them is left out",
+                  {{first.text.place, "the other one"}});
+        if (items[i].kind != SyntaxItem::Group)
+            break;
+    }
+}
+
 void checkSyntaxItems(SyntaxCheck &check, const std::vector<SyntaxItem> &items, bool optional) {
-    for (const SyntaxItem &item : items) {
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        const SyntaxItem &item = items[i];
         if (item.kind == SyntaxItem::Group) {
+            checkGroup(check, items, i);
             checkSyntaxItems(check, item.group, true);
             continue;
         }
@@ -52,6 +102,7 @@ void checkSyntaxItems(SyntaxCheck &check, const std::vector<SyntaxItem> &items, 
         const bool known = std::any_of(fields.begin(), fields.end(), [&](const ClassField &field) {
             return field.name.text == item.text.text;
         });
+        check.sound = check.sound && known;
         if (!known)
             error(check.c.diagnostics, item.text.place,
                   "WITH SYNTAX names " + quoted(item.text) + ", which is no field of the class");
@@ -67,10 +118,16 @@ void checkSyntax(Compilation &c, const ObjectClass &objectClass) {
     for (const ClassField &field : objectClass.fields) {
         auto found = check.seen.find(field.name.text);
         const bool needed = !field.optional && !field.defaultSetting.given();
-        if (needed && found == check.seen.end())
+        if (!needed || !check.sound)
+            continue;
+        if (found == check.seen.end())
             error(c.diagnostics, field.place,
                   "WITH SYNTAX has no place for " + quoted(field.name) +
                       ", which every object must set");
+        else if (!found->second)
+            slip(c.diagnostics, field.place,
+                 quoted(field.name) + " stands in an optional group of WITH SYNTAX, but is neither "
+                                      "OPTIONAL nor has a DEFAULT");
     }
 }
 
@@ -107,7 +164,9 @@ void checkSetting(Compilation &c, const Setting &setting) {
 /* What makes two values of a UNIQUE field the same. */
 std::string identityOf(const Datum &datum) {
     std::string text = std::to_string(static_cast<int>(datum.kind)) + ':' + textOf(datum.number);
-    text.append(":").append(datum.text);
+    text.append(datum.isTrue ? "T:" : ":").append(datum.text);
+    text.append(":").append(textOf(datum.real.mantissa)).append("^");
+    text.append(std::to_string(datum.real.exponent + datum.real.special));
     for (const Number &arc : datum.identifier)
         text.append(".").append(textOf(arc));
     for (char32_t character : datum.characters)
@@ -146,6 +205,19 @@ void checkInlineObjects(Compilation &c, const ObjectSetInfo &set) {
             checkObject(c, object);
 }
 
+/* A value of variable type needs its type: it can't be without the field that holds it. */
+void checkHasType(Compilation &c, const ObjectInfo &object, const Setting &value) {
+    if (value.field->path.size() != 1)
+        return;
+    const Name &name = value.field->path.front();
+    for (const Setting &type : object.settings)
+        if (type.kind == FieldKind::Type && type.field->name.text == name.text && !type.given &&
+            !type.byDefault)
+            error(c.diagnostics, value.place,
+                  quoted(value.field->name) + " can't be set without " + quoted(name) +
+                      ", which is its type");
+}
+
 } // namespace
 
 void checkClass(Compilation &c, ClassUse use) {
@@ -163,9 +235,12 @@ void checkObject(Compilation &c, const ObjectUse &use) {
     if (!guard.ok)
         return;
     const ObjectInfo &info = readObject(c, use);
-    for (const Setting &setting : info.settings)
-        if (setting.given)
-            checkSetting(c, setting);
+    for (const Setting &setting : info.settings) {
+        if (!setting.given)
+            continue;
+        checkSetting(c, setting);
+        checkHasType(c, info, setting);
+    }
 }
 
 void checkObjectSet(Compilation &c, SetUse use, ClassUse objectClass) {

@@ -3,6 +3,7 @@
 
 #include "asntree/check.h"
 #include "asntree/constraints.h"
+#include "asntree/reading.h"
 #include "asntree/tags.h"
 
 /* Types: their parts, tags, names and constraints. */
@@ -52,7 +53,7 @@ void checkNamesOnce(Compilation &c, TypeUse structure) {
             continue;
         auto [place, isNew] = names.emplace(part.component->name.text, part.component);
         if (!isNew)
-            error(c.diagnostics, part.component->name.place,
+            error(c.diagnostics, placeIn(c, structure, *part.component),
                   std::string(what) + " " + quoted(part.component->name.text) + " stands twice",
                   {{place->second->place, "first here"}});
     }
@@ -67,9 +68,21 @@ void checkComponentsOf(Compilation &c, TypeUse structure, const Component &item)
                   : "COMPONENTS OF in a SEQUENCE needs a SEQUENCE");
 }
 
+/* `! 5`, `! Type : value` behind a marker. */
+void checkException(Compilation &c, const Value *value, const Scope *scope) {
+    if (value == nullptr)
+        return;
+    if (value->kind == ValueKind::Typed && baseOf(c, {value->type, scope}))
+        checkValue(c, {value->inner, scope}, {value->type, scope});
+    else if (value->kind != ValueKind::Typed)
+        integerOf(c, {value, scope});
+}
+
 void checkStructure(Compilation &c, TypeUse use, Outer &outer) {
     outer.push_back(use);
     for (const Component &component : use.type->components) {
+        if (component.kind == ComponentKind::Marker)
+            checkException(c, component.defaultValue, use.scope);
         if (component.type == nullptr)
             continue;
         const TypeUse type{component.type, use.scope};
@@ -191,16 +204,38 @@ const TypeUse *startOfPath(const AtPath &path, const Outer &outer) {
     return up < outer.size() ? &outer[outer.size() - 1 - up] : nullptr;
 }
 
-void checkPath(Compilation &c, const AtPath &path, const Outer &outer) {
+/* The field of a class that a component is of, through all references to it. */
+FieldTarget fieldOf(Compilation &c, TypeUse type) {
+    while (type && type.type->kind == TypeKind::Reference)
+        type = follow(c, type);
+    return fieldTarget(c, type);
+}
+
+bool hasComponents(TypeKind kind) {
+    return kind == TypeKind::Sequence || kind == TypeKind::Set || kind == TypeKind::Choice;
+}
+
+void checkPath(Compilation &c, const AtPath &path, const Outer &outer, ClassUse objectClass) {
     const TypeUse *start = startOfPath(path, outer);
-    if (start == nullptr)
-        return; /* in a parameterized part the outer structures aren't known */
+    if (start == nullptr) {
+        /* A list counts as a level for some, so one too many is let pass. */
+        if (!outer.empty() && static_cast<std::size_t>(path.level) > outer.size() + 1)
+            error(c.diagnostics, path.steps.front().place,
+                  "the path goes out of the type: it has fewer structures than the path has dots");
+        return;
+    }
     TypeUse type = *start;
     for (const Name &step : path.steps) {
         const TypeUse base = baseOf(c, type);
-        if (!base || (base.type->kind != TypeKind::Sequence && base.type->kind != TypeKind::Set &&
-                      base.type->kind != TypeKind::Choice))
+        if (!base || !hasComponents(base.type->kind)) {
+            if (base && base.type->kind != TypeKind::Bad && !isOpen(base.type->kind) &&
+                base.type->kind != TypeKind::Macro)
+                error(c.diagnostics, step.place,
+                      "the path can't go on with " + quoted(step.text) + ": " +
+                          std::string(kindText(base.type->kind)) + " has no components",
+                      {{base.type->place, "this type"}});
             return;
+        }
         type = {};
         for (const SettledComponent &part : componentsOf(c, base))
             if (part.component->name.text == step.text)
@@ -212,6 +247,13 @@ void checkPath(Compilation &c, const AtPath &path, const Outer &outer) {
             return;
         }
     }
+    const TypeUse base = baseOf(c, type);
+    const FieldTarget field = fieldOf(c, type);
+    if (base && base.type->kind != TypeKind::Bad &&
+        (!field || field.objectClass.objectClass != objectClass.objectClass))
+        slip(c.diagnostics, path.steps.back().place,
+             quoted(path.steps.back().text) + " is no field of the class whose objects the table "
+                                              "holds, so it can't choose among them");
 }
 
 } // namespace
@@ -237,7 +279,7 @@ void checkTable(Compilation &c, const Constraint &table, TypeUse type, const Out
               quoted(table.ref.name.text) + " holds objects of another class than the field's",
               {{field.objectClass.objectClass->place, "the class of the field"}});
     for (const AtPath &path : table.relation)
-        checkPath(c, path, outer);
+        checkPath(c, path, outer, field.objectClass);
 }
 
 void checkType(Compilation &c, TypeUse use) {

@@ -129,7 +129,8 @@ struct Compilation {
     Sources sources;
     Diagnostics diagnostics{sources};
     Arena arena;
-    std::vector<std::unique_ptr<ModuleInfo>> modules; /* the predefined one first */
+    std::vector<std::unique_ptr<ModuleInfo>> modules; /* the predefined one first; linkImports()
+                                                         orders the others by standsBefore() */
     std::unordered_map<const Module *, ModuleInfo *> moduleInfos;
     std::unordered_map<Instance, std::unique_ptr<Scope>, InstanceHash> instances;
     std::deque<const Scope *> uncheckedInstances;

@@ -301,6 +301,7 @@ void checkWithComponents(Site &site, const Constraint &constraint) {
         refuseKind(site, constraint, "WITH COMPONENTS restricts SEQUENCE, SET and CHOICE");
         return;
     }
+    checkPresence(site.c, structures.front(), constraint);
     std::unordered_map<std::string_view, Place> seen;
     const ComponentConstraint *present = nullptr;
     for (const ComponentConstraint &part : constraint.parts) {
@@ -333,6 +334,10 @@ void checkPattern(Site &site, const Constraint &constraint) {
 void checkSettings(Site &site, const Constraint &constraint) {
     if (!isIsoTime(site.kind()))
         refuseKind(site, constraint, "SETTINGS restricts TIME");
+    else if (constraint.value != nullptr &&
+             !isTimeSettings(contentOf(site.c, *constraint.value)))
+        refuse(site, constraint.value->place,
+               "SETTINGS holds properties of times, as \"Basic=Date Date=YMD\"");
 }
 
 void checkContents(Site &site, const Constraint &constraint) {

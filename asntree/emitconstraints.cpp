@@ -106,6 +106,7 @@ struct Gathering {
     std::vector<Piece> pieces[3]; /* by Sort, own ones first */
     bool ownValues = false;
     bool ownSizes = false;
+    bool worksOut[2] = {false, false}; /* Values and Sizes: as the set that all pieces leave */
 
     void add(const Piece &piece);
 };
@@ -117,6 +118,23 @@ bool isNumberKind(int kind) {
 bool speaksOfContent(const Constraint &constraint) {
     return constraint.kind != ConstraintKind::UserDefined &&
            constraint.kind != ConstraintKind::Contents && constraint.kind != ConstraintKind::Table;
+}
+
+/* The generator takes no endpoints from EXCEPT, and wrong ones from what stands around it. */
+bool excludes(const Constraint &constraint) {
+    if (constraint.kind == ConstraintKind::Except || constraint.kind == ConstraintKind::AllExcept)
+        return true;
+    if (constraint.kind == ConstraintKind::Size)
+        return constraint.inner != nullptr && constraint.inner->root != nullptr &&
+               excludes(*constraint.inner->root);
+    return std::any_of(constraint.operands.begin(), constraint.operands.end(),
+                       [](const Constraint *operand) { return excludes(*operand); });
+}
+
+/* The functions of lists check what stands on the list itself; what references to it say besides is
+   checked where a node says it. */
+bool isLostInLists(const Gathering &g, const ConstraintUse &use) {
+    return isListKind(g.baseKind) && use.type.type->element == nullptr;
 }
 
 void Gathering::add(const Piece &piece) {
@@ -142,6 +160,8 @@ void Gathering::add(const Piece &piece) {
         return; /* is checked where it stands */
     ownValues = ownValues || (piece.own && sort == Sort::Values);
     ownSizes = ownSizes || (piece.own && sort == Sort::Sizes);
+    if (sort != Sort::Other && excludes(*piece.expression))
+        worksOut[static_cast<int>(sort)] = true;
     pieces[static_cast<int>(sort)].push_back(piece);
 }
 
@@ -167,7 +187,7 @@ void gather(Gathering &g, const Layers &layers) {
         if (i < own && g.ts.settings.extConstraints == ExtConstraints::Mark &&
             isExtensible(*use.spec))
             g.ts.tree().t(g.pending.nr).typeFlags |= TYPE_EXTENSIBLE;
-        g.add({use.spec->root, use.spec, use.scope, i < own});
+        g.add({use.spec->root, use.spec, use.scope, i < own || isLostInLists(g, use)});
     }
 }
 
@@ -186,9 +206,40 @@ RecNr emitIntersection(TreeState &ts, const std::vector<RecNr> &parts) {
                             : parts.empty() ? 0 : parts.front();
 }
 
+/* A set of numbers or, with the integer that governs sizes, of sizes; 0 if it is empty or beyond what
+   a tree can hold. A union stands within its ends, lest it extend what the node inherits. */
+RecNr emitNumbers(Gathering &g, const NumberSet &numbers, RecNr sizeGovernor) {
+    const RecNr governor = sizeGovernor != 0 ? sizeGovernor : g.pending.nr;
+    std::vector<RecNr> parts;
+    for (const NumberRange &range : numbers.ranges) {
+        SubRec node;
+        node.subKind = SUB_RANGE;
+        node.subFlags = SUB_LOWER_CLOSED | SUB_UPPER_CLOSED;
+        node.compTNode = sizeGovernor;
+        node.compModule = sizeGovernor != 0 ? 1 : 0;
+        for (const auto &[number, end] : {std::pair(&range.lower, &node.first),
+                                          std::pair(&range.upper, &node.second)}) {
+            if (!number->finite())
+                continue;
+            const std::optional<std::int64_t> value = asInt64(*number);
+            if (!value)
+                return 0;
+            *end = integerValue(g.ts, *value, governor, VCS_DEFINITION);
+        }
+        parts.push_back(g.ts.tree().addSub(node));
+    }
+    if (parts.size() < 2)
+        return parts.empty() ? 0 : parts.front();
+    const RecNr all = emitNumbers(g, NumberSet::of(numbers.lower(), numbers.upper()), sizeGovernor);
+    return operatorSub(g.ts, SUB_INTERSECTION, {operatorSub(g.ts, SUB_UNION, parts), all});
+}
+
 RecNr emitValuePart(Gathering &g) {
     if (!g.ownValues)
         return 0;
+    if (g.baseKind == TYP_INTEGER && g.worksOut[static_cast<int>(Sort::Values)])
+        if (const RecNr set = emitNumbers(g, valuesOf(g.e.c, g.pending.use, viewOf(g.ts)), 0); set != 0)
+            return set;
     std::vector<RecNr> parts;
     for (const Piece &piece : g.pieces[static_cast<int>(Sort::Values)])
         if (const RecNr part = emitPiece(g, piece, ExpressionContext::Values); part != 0)
@@ -220,27 +271,14 @@ RecNr emitSizes(Gathering &g, const Constraint &constraint, const Scope *scope) 
     }
 }
 
-RecNr sizeRange(TreeState &ts, std::int64_t upper) {
-    const RecNr integer = plainInteger(ts);
-    SubRec node;
-    node.subKind = SUB_RANGE;
-    node.subFlags = SUB_LOWER_CLOSED | SUB_UPPER_CLOSED;
-    node.compModule = 1;
-    node.compTNode = integer;
-    node.first = integerValue(ts, 0, integer, VCS_DEFINITION);
-    node.second = integerValue(ts, upper, integer, VCS_DEFINITION);
-    return ts.tree().addSub(node);
-}
-
 /* Zeros at the end of named bits needn't be sent, so no value is too short. */
 RecNr emitNamedBitSizes(Gathering &g) {
     const NumberSet sizes = constrainedSizes(g.e, g.ts, g.pending.use);
     if (sizes.empty() || !sizes.upper().finite())
         return 0;
-    const std::optional<std::int64_t> upper = asInt64(sizes.upper());
     addNote(g.e, g.ts, g.pending.use.type->place,
             "the lower bound of the size is 0, since named bits may be sent without zeros at the end");
-    return upper ? sizeRange(g.ts, *upper) : 0;
+    return emitNumbers(g, NumberSet::of(Number::of(0), sizes.upper()), plainInteger(g.ts));
 }
 
 RecNr emitSizePart(Gathering &g) {
@@ -249,6 +287,8 @@ RecNr emitSizePart(Gathering &g) {
     RecNr inner = 0;
     if (g.baseKind == TYP_BITSTR && !g.base.type->items.empty()) {
         inner = emitNamedBitSizes(g);
+    } else if (g.worksOut[static_cast<int>(Sort::Sizes)]) {
+        inner = emitNumbers(g, constrainedSizes(g.e, g.ts, g.pending.use), plainInteger(g.ts));
     } else {
         std::vector<RecNr> parts;
         for (const Piece &piece : g.pieces[static_cast<int>(Sort::Sizes)])

@@ -139,6 +139,12 @@ Extent evaluateRange(const ExtentQuestion &q, const Constraint &constraint,
 Extent evaluateSingle(const ExtentQuestion &q, const Value *value, const NumberSet &parent) {
     if (isInlineTable(q.c, value, q.governor))
         return unknown(parent);
+    if (value->kind == ValueKind::Min || value->kind == ValueKind::Max) {
+        if (parent.empty() || q.aspect != Aspect::Values)
+            return unknown(parent);
+        const Number end = value->kind == ValueKind::Min ? parent.lower() : parent.upper();
+        return end.finite() ? Extent{NumberSet::of(end, end), true} : unknown(parent);
+    }
     return evaluateDatum(q, *readDatum(q.c, {value, q.scope}, q.governor), parent);
 }
 

@@ -1,8 +1,10 @@
 #include "asntree/check.h"
 
+#include "asntree/constraints.h"
+
 /* Types of finite size. A type is one if it is builtin, or a SEQUENCE or SET whose mandatory
-   components are, or a CHOICE with an alternative that is; a list may be empty and always is one.
-   What never turns out to be one holds itself without end. */
+   components are, or a CHOICE with an alternative that is; a list is one if it may be empty, or if
+   its elements are. What never turns out to be one holds itself without end. */
 
 namespace asntree {
 
@@ -14,6 +16,14 @@ struct FiniteSearch {
     /* Definitions to be asked again as soon as the key is known to be finite. */
     std::unordered_map<UseKey, std::vector<TypeUse>, UseHash> waiting;
 };
+
+/* A list that its own SIZE keeps from being empty. */
+bool isNeverEmpty(FiniteSearch &search, TypeUse list) {
+    if (list.type->constraints.empty())
+        return false;
+    const NumberSet sizes = sizesOf(search.c, list, ExtensionView::Root);
+    return !sizes.empty() && Number::of(0) < sizes.lower();
+}
 
 /* True if the type is known to be finite. If not, `blocker` is a type that it waits for. */
 bool isFinite(FiniteSearch &search, TypeUse use, TypeUse &blocker, int depth) {
@@ -49,6 +59,10 @@ bool isFinite(FiniteSearch &search, TypeUse use, TypeUse &blocker, int depth) {
         }
         return some || !alternatives;
     }
+    case TypeKind::SequenceOf:
+    case TypeKind::SetOf:
+        return !isNeverEmpty(search, use) ||
+               isFinite(search, {use.type->element, use.scope}, blocker, depth + 1);
     default:
         return true;
     }
@@ -63,6 +77,11 @@ void waitFor(FiniteSearch &search, TypeUse definition, TypeUse use, int depth) {
         for (const Component &component : use.type->components)
             if (component.type != nullptr && component.presence == Presence::Mandatory)
                 waitFor(search, definition, {component.type, use.scope}, depth + 1);
+        return;
+    }
+    if (use.type->kind == TypeKind::SequenceOf || use.type->kind == TypeKind::SetOf) {
+        if (isNeverEmpty(search, use))
+            waitFor(search, definition, {use.type->element, use.scope}, depth + 1);
         return;
     }
     TypeUse blocker;
@@ -87,6 +106,58 @@ void settle(FiniteSearch &search, TypeUse first) {
     }
 }
 
+struct Definition {
+    TypeUse use;
+    Place place;
+};
+
+/* Of the types that wait for one another in a circle, and of those that wait for them, the first one
+   that is a definition itself is told. `path` is what waits for `from`, in order. */
+void reportEndless(FiniteSearch &search, const std::vector<Definition> &path, std::size_t from) {
+    const Definition *first = nullptr;
+    const auto isBefore = [](const Definition &a, const Definition &b) {
+        const bool instanceA = a.use.scope->definition != nullptr;
+        const bool instanceB = b.use.scope->definition != nullptr;
+        if (instanceA != instanceB)
+            return instanceB;
+        return a.place.file != b.place.file ? a.place.file < b.place.file
+                                            : a.place.offset < b.place.offset;
+    };
+    for (std::size_t i = from; i < path.size(); ++i)
+        if (first == nullptr || isBefore(path[i], *first))
+            first = &path[i];
+    if (first != nullptr)
+        error(search.c.diagnostics, first->place,
+              "no value of this type has a finite size: it always holds itself");
+}
+
+/* Goes from a type that is not finite to what it waits for, and so on, until that comes back. */
+void followEndless(FiniteSearch &search, const std::unordered_map<UseKey, Place, UseHash> &places,
+                   Definition at, std::unordered_set<UseKey, UseHash> &told) {
+    std::vector<Definition> path;
+    std::unordered_map<UseKey, std::size_t, UseHash> positions;
+    for (;;) {
+        const UseKey key{at.use.type, at.use.scope};
+        if (told.count(key) != 0)
+            break; /* leads to what was told */
+        if (auto [known, isNew] = positions.emplace(key, path.size()); !isNew) {
+            reportEndless(search, path, known->second);
+            break;
+        }
+        path.push_back(at);
+        TypeUse blocker;
+        isFinite(search, at.use, blocker, 0);
+        const auto place = places.find({blocker.type, blocker.scope});
+        if (place == places.end()) {
+            reportEndless(search, path, path.size() - 1);
+            break;
+        }
+        at = {blocker, place->second};
+    }
+    for (const Definition &passed : path)
+        told.insert({passed.use.type, passed.use.scope});
+}
+
 } // namespace
 
 void checkFiniteSizes(Compilation &c) {
@@ -106,10 +177,14 @@ void checkFiniteSizes(Compilation &c) {
             waitFor(search, use, use, 0);
         settle(search, use);
     }
+    std::unordered_map<UseKey, Place, UseHash> endless;
     for (const auto &[use, place] : all)
         if (search.finite.count({use.type, use.scope}) == 0 && baseOf(c, use))
-            error(c.diagnostics, place,
-                  "no value of this type has a finite size: it always holds itself");
+            endless.emplace(UseKey{use.type, use.scope}, place);
+    std::unordered_set<UseKey, UseHash> told;
+    for (const auto &[use, place] : all)
+        if (endless.count({use.type, use.scope}) != 0)
+            followEndless(search, endless, {use, place}, told);
 }
 
 } // namespace asntree

@@ -118,6 +118,11 @@ TypeUse followField(Compilation &c, TypeUse use) {
         resolve(c, type.ref, use.scope);
         return {};
     }
+    Type owner;
+    owner.kind = TypeKind::Reference;
+    owner.ref = type.ref;
+    if (classOf(c, {&owner, use.scope}))
+        return {}; /* it lacks the field, which was reported */
     for (const Setting &setting :
          settingsOf(c, type.ref, type.fields, type.fieldIsUpper, use.scope)) {
         if (setting.kind == FieldKind::Type)
@@ -191,7 +196,7 @@ TypeUse baseOf(Compilation &c, TypeUse use) {
             break;
         }
         if (!seen.insert(key).second) {
-            reportCircle(c, use);
+            reportCircle(c, result);
             result = {};
             break;
         }
@@ -235,7 +240,10 @@ void noteNoClass(Compilation &c, TypeUse use) {
 
 ClassUse classOf(Compilation &c, TypeUse use) {
     const TypeUse first = use;
-    for (int steps = 0; use && isPlainReference(*use.type) && steps < 1000; ++steps) {
+    TypeUse mark; /* comes back if the references go in a circle */
+    for (std::size_t steps = 0; use && isPlainReference(*use.type) && use != mark; ++steps) {
+        if ((steps & (steps + 1)) == 0) /* 2^n - 1 steps were taken */
+            mark = use;
         const Target target = tryResolve(c, use.type->ref, use.scope);
         if (target.argument != nullptr) {
             if (target.argument->kind != ArgumentKind::Class &&
@@ -253,7 +261,7 @@ ClassUse classOf(Compilation &c, TypeUse use) {
             return {};
         use = {assignment->type, target.scope};
     }
-    if (use && !isPlainReference(*use.type))
+    if (use && use != mark)
         noteNoClass(c, first);
     return {};
 }

@@ -138,9 +138,11 @@ const Scope *instantiate(Compilation &c, const Assignment *definition, const Ref
         argument.key = std::move(keys[i]);
         argument.place = placeOf(c, reference.parameters[i], reference.name.place);
     }
-    for (std::size_t i = 0; i < made->arguments.size(); ++i)
-        readArgument(c, made->arguments[i], definition->parameters[i], reference.parameters[i],
-                     result);
+    for (const bool governed : {false, true}) /* a governor may be a parameter behind it */
+        for (std::size_t i = 0; i < made->arguments.size(); ++i)
+            if ((definition->parameters[i].governor != nullptr) == governed)
+                readArgument(c, made->arguments[i], definition->parameters[i],
+                             reference.parameters[i], result);
     return result;
 }
 

@@ -33,5 +33,8 @@ std::vector<ListingNote> listingNotes(const Compilation &c, const TreePlan &plan
 /* Reads the bytes of a tree, as any compiler wrote it; false, with the reason, if they are none.
    The numbers in its records may lead anywhere; a listing takes them as they are. */
 bool readTree(const std::string &bytes, Tree &tree, std::string &why);
+/* The listing of a tree in a file, with the names that the trees beside it give its imports. False,
+   with the reason, if the file can't be read or is no tree. */
+bool listFile(const std::string &path, std::string &listing, std::string &why);
 
 } // namespace asntree

@@ -1,6 +1,7 @@
 #include <cstdio>
-#include <cstring>
+#include <string_view>
 #include <unistd.h>
+#include <unordered_set>
 
 #include "asntree/compile.h"
 #include "asntree/directives.h"
@@ -70,8 +71,11 @@ bool writeDependencies(const Compilation &c, const Settings &settings, const Pla
     std::vector<std::string> targets, sources;
     for (const TreePlan &tree : plan.trees)
         targets.push_back(treePath(settings, tree));
-    for (std::size_t i = 1; i < c.sources.files.size(); ++i) /* the first is the predefined one */
-        sources.push_back(c.sources.files[i].path);
+    std::unordered_set<std::string_view> known; /* directives in option files make these sources too */
+    for (const Sources *files : {&c.sources, &settings.optionFiles})
+        for (const SourceFile &file : files->files)
+            if (&file != &c.sources.files.front() && known.insert(file.path).second)
+                sources.push_back(file.path); /* the first one is predefined */
     return writeBeside(outputs, settings.dependencyFile, dependencyText(targets, sources), why);
 }
 
@@ -108,6 +112,21 @@ ExitStatus compile(Compilation &c, Settings &settings) {
     return std::fflush(stdout) == 0 ? STATUS_GOOD : STATUS_ERRORS;
 }
 
+/* --list: all that can be listed, and what is wrong with the others. */
+ExitStatus listTrees(const Settings &settings) {
+    ExitStatus status = STATUS_GOOD;
+    for (const std::string &path : settings.files) {
+        std::string listing, why;
+        if (listFile(path, listing, why)) {
+            std::fwrite(listing.data(), 1, listing.size(), stdout);
+            continue;
+        }
+        std::fprintf(stderr, "asntree: %s\n", why.c_str());
+        status = STATUS_ERRORS;
+    }
+    return std::fflush(stdout) == 0 ? status : STATUS_ERRORS;
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
@@ -124,6 +143,8 @@ int main(int argc, char **argv) {
         std::fputs(settings.help ? usageText() : versionText().c_str(), stdout);
         return STATUS_GOOD;
     }
+    if (settings.list)
+        return listTrees(settings);
     auto *c = new Compilation; /* freeing each node of a large run takes longer than it is worth */
     const ExitStatus status = compile(*c, settings);
     printMessages(*c, settings);

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "asntree/names.h"
+#include "asntree/references.h"
 #include "asntree/values.h"
 
 /* Modules of a run: their names, identifiers and imports. */
@@ -181,6 +182,20 @@ void nameDefinition(Compilation &c, ModuleInfo &info, Assignment *assignment) {
           {{place->second->name.place, "first defined here"}});
 }
 
+/* Files have headers that were copied from one another; in one file it is a mistake at all events. */
+void checkIdentifierIsNew(Compilation &c, const ModuleInfo &info) {
+    if (info.identifier.empty())
+        return;
+    const ModuleInfo &first = *c.modulesByIdentifier[joined(info.identifier)].front();
+    if (first.syntax->name.text == info.syntax->name.text)
+        return;
+    const auto report = first.syntax->file == info.syntax->file ? error : warning;
+    report(c.diagnostics, info.syntax->name.place,
+           "module `" + std::string(info.syntax->name.text) + "` has the object identifier of `" +
+               std::string(first.syntax->name.text) + "`",
+           {{first.syntax->name.place, "the other one"}});
+}
+
 void checkModuleIsNew(Compilation &c, const ModuleInfo &info) {
     for (const ModuleInfo *other : c.modulesByName[info.syntax->name.text]) {
         if (other == &info || other->identifier != info.identifier)
@@ -215,6 +230,7 @@ ModuleInfo *addModule(Compilation &c, Module *module) {
         if (!info->identifier.empty())
             c.modulesByIdentifier[joined(info->identifier)].push_back(info);
         checkModuleIsNew(c, *info);
+        checkIdentifierIsNew(c, *info);
     }
     return info;
 }
@@ -227,7 +243,24 @@ std::vector<const ImportFrom *> missingModules(Compilation &c, const ModuleInfo 
     return missing;
 }
 
+namespace {
+
+/* From here on the order in which files were named doesn't count. */
+void orderModules(Compilation &c) {
+    const auto before = [&c](const auto &a, const auto &b) { return standsBefore(c, *a, *b); };
+    std::sort(c.modules.begin() + 1, c.modules.end(), before);
+    for (std::size_t i = 0; i < c.modules.size(); ++i)
+        c.modules[i]->number = static_cast<std::uint32_t>(i);
+    for (auto &[name, modules] : c.modulesByName)
+        std::sort(modules.begin(), modules.end(), before);
+    for (auto &[identifier, modules] : c.modulesByIdentifier)
+        std::sort(modules.begin(), modules.end(), before);
+}
+
+} // namespace
+
 void linkImports(Compilation &c) {
+    orderModules(c);
     for (const auto &info : c.modules) {
         info->imports.clear();
         for (const ImportFrom &import : info->syntax->imports)

@@ -1,6 +1,7 @@
 #include "asntree/objects.h"
 
 #include <algorithm>
+#include <tuple>
 
 /* One object, read by its class: which settings it has, and what governs them. */
 
@@ -164,40 +165,45 @@ bool sameClass(ClassUse a, ClassUse b) {
     return a.objectClass == b.objectClass;
 }
 
-ObjectUse objectOfDefinition(Compilation &c, const Target &target, const Reference &reference,
-                             ClassUse objectClass) {
-    const Assignment &assignment = *target.assignment;
-    const ClassUse own = assignment.kind == AssignmentKind::Value
-                             ? classOf(c, {assignment.type, target.scope})
+/* From a reference to an object to what it names: `found.value`, and `found.definition` if that is
+   a definition. Empty after a message. */
+ObjectUse behindReference(Compilation &c, const ObjectUse &use) {
+    const Reference &reference = use.value->ref;
+    const Target target = resolve(c, reference, use.scope);
+    if (!target)
+        return {};
+    if (target.argument != nullptr && target.argument->kind == ArgumentKind::Object)
+        return {target.argument->value, target.argument->scope, use.objectClass, nullptr};
+    const Assignment *assignment = target.assignment;
+    const ClassUse own = assignment != nullptr && assignment->kind == AssignmentKind::Value
+                             ? classOf(c, {assignment->type, target.scope})
                              : ClassUse{};
     if (!own) {
         error(c.diagnostics, reference.name.place,
               "`" + std::string(reference.name.text) + "` is no object");
         return {};
     }
-    if (objectClass && !sameClass(own, objectClass)) {
+    if (use.objectClass && !sameClass(own, use.objectClass)) {
         error(c.diagnostics, reference.name.place,
               "`" + std::string(reference.name.text) + "` is an object of another class",
-              {{assignment.name.place, "defined here"}});
+              {{assignment->name.place, "defined here"}});
         return {};
     }
-    ObjectUse found = objectOf(c, {assignment.value, target.scope}, own);
-    if (found && found.value == assignment.value)
-        found.definition = &assignment;
-    return found;
+    return {assignment->value, target.scope, own, assignment};
 }
 
-ObjectUse objectOfReference(Compilation &c, ValueUse use, ClassUse objectClass) {
-    const Target target = resolve(c, use.value->ref, use.scope);
-    if (target.assignment != nullptr)
-        return objectOfDefinition(c, target, use.value->ref, objectClass);
-    if (target.argument == nullptr)
-        return {};
-    if (target.argument->kind == ArgumentKind::Object)
-        return objectOf(c, {target.argument->value, target.argument->scope}, objectClass);
-    error(c.diagnostics, use.value->place,
-          "`" + std::string(use.value->ref.name.text) + "` is no object");
-    return {};
+/* Of all references of a circle the first one in the text is told, so that it is told once. */
+void reportCircle(Compilation &c, ObjectUse use) {
+    Place first = use.value->place;
+    for (const Value *start = use.value;;) {
+        use = behindReference(c, use);
+        if (!use || use.value == start)
+            break;
+        first = std::min(first, use.value->place, [](const Place &a, const Place &b) {
+            return std::tie(a.file, a.offset) < std::tie(b.file, b.offset);
+        });
+    }
+    error(c.diagnostics, first, "the object is defined by itself, in a circle");
 }
 
 ObjectUse objectOfField(Compilation &c, ValueUse use, ClassUse objectClass) {
@@ -216,20 +222,40 @@ ObjectUse objectOf(Compilation &c, ValueUse use, ClassUse objectClass) {
     DepthGuard guard(c);
     if (!use || !guard.ok)
         return {};
-    switch (use.value->kind) {
+    ObjectUse object{use.value, use.scope, objectClass, nullptr};
+    std::unordered_set<UseKey, UseHash> passed;
+    while (object && object.value->kind == ValueKind::Reference) {
+        if (!passed.insert({object.value, object.scope}).second) {
+            reportCircle(c, object);
+            return {};
+        }
+        object = behindReference(c, object);
+    }
+    if (!object)
+        return {};
+    switch (object.value->kind) {
     case ValueKind::Braced:
     case ValueKind::Object:
-        return {use.value, use.scope, objectClass, nullptr};
-    case ValueKind::Reference:
-        return objectOfReference(c, use, objectClass);
+        return object;
     case ValueKind::Field:
-        return objectOfField(c, use, objectClass);
+        return objectOfField(c, {object.value, object.scope}, object.objectClass);
     case ValueKind::Bad:
         return {};
     default:
-        error(c.diagnostics, use.value->place, "an object is expected here, not a value");
+        error(c.diagnostics, object.value->place, "an object is expected here, not a value");
         return {};
     }
+}
+
+Setting defaultSetting(Compilation &c, ClassUse objectClass, const ClassField &field) {
+    Setting setting;
+    setting.field = &field;
+    setting.kind = fieldKind(c, objectClass, field);
+    setting.byDefault = true;
+    setting.place = field.place;
+    setting.governor = governorOf(objectClass, field);
+    readSetting(c, setting, field.defaultSetting, objectClass.scope);
+    return setting;
 }
 
 const ObjectInfo &readObject(Compilation &c, const ObjectUse &use) {

@@ -39,11 +39,14 @@ struct ObjectSetInfo {
     bool extensible = false;
     bool simple = true; /* a union of objects and sets, as written; no EXCEPT, ^ or field paths */
     bool sound = false;
+    bool done = false; /* false while it is read */
 };
 
 /* The object that a value in the position of an object stands for, behind references and field
    paths (`object.&field`); empty after a message. */
 ObjectUse objectOf(Compilation &c, ValueUse use, ClassUse objectClass);
+/* What the DEFAULT of a field that has one holds; a field of variable type has no governor. */
+Setting defaultSetting(Compilation &c, ClassUse objectClass, const ClassField &field);
 /* Reads an object once; never null. */
 const ObjectInfo &readObject(Compilation &c, const ObjectUse &use);
 /* Reads a set once; never null. For a definition: the set of its tokens. */

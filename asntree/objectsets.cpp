@@ -44,6 +44,29 @@ void collectSet(SetReader &reader, SetUse set, Collected &into) {
     reader.info.sound = reader.info.sound && inner.sound;
 }
 
+/* A set that is named in a set, if it may stand there; empty after a message. */
+SetUse namedSet(SetReader &reader, const Reference &reference) {
+    const SetUse set = setOf(reader.c, reference, reader.scope);
+    if (!set)
+        return {};
+    const std::string name = "`" + std::string(reference.name.text) + "`";
+    const Target target = resolve(reader.c, reference, reader.scope);
+    const ClassUse own = classOf(reader.c, target.argument != nullptr
+                                               ? target.argument->governor
+                                               : TypeUse{target.assignment->type, target.scope});
+    if (!own || own.objectClass != reader.objectClass.objectClass) {
+        error(reader.c.diagnostics, reference.name.place,
+              own ? name + " holds objects of another class" : name + " is no set of objects");
+        return {};
+    }
+    const auto known = reader.c.objectSetsOfSets.find({set.set, set.scope});
+    if (known == reader.c.objectSetsOfSets.end() || known->second == nullptr ||
+        known->second->done)
+        return set;
+    error(reader.c.diagnostics, reference.name.place, name + " holds itself, in a circle");
+    return {};
+}
+
 void collectObject(SetReader &reader, const Value &value, Collected &into) {
     const ObjectUse object = objectOf(reader.c, {&value, reader.scope}, reader.objectClass);
     if (!object)
@@ -67,7 +90,7 @@ void collectElement(SetReader &reader, const Constraint &element, Collected &int
     const Value *value = element.value;
     const Type *type = element.type;
     if (type != nullptr && type->kind == TypeKind::Reference) {
-        collectSet(reader, setOf(reader.c, type->ref, reader.scope), into);
+        collectSet(reader, namedSet(reader, type->ref), into);
     } else if (type != nullptr && type->kind == TypeKind::Field) {
         collectFields(reader, type->ref, type->fields, type->fieldIsUpper, into);
     } else if (value != nullptr && value->kind == ValueKind::Field) {
@@ -202,8 +225,9 @@ const ObjectSetInfo &readObjectSet(Compilation &c, SetUse use, ClassUse objectCl
         return *known;
     c.objectSets.emplace_back();
     known = &c.objectSets.back();
-    ObjectSetInfo &info = *known; /* a set that holds itself meets it empty */
-    if (!use || !objectClass)
+    ObjectSetInfo &info = *known; /* a set that fields lead back to meets it empty */
+    info.done = !use || !objectClass;
+    if (info.done)
         return info;
     info.sound = true;
     info.extensible = use.set->extensible;
@@ -214,6 +238,7 @@ const ObjectSetInfo &readObjectSet(Compilation &c, SetUse use, ClassUse objectCl
     if (use.set->additions != nullptr)
         collect(reader, *use.set->additions, all);
     info.objects = std::move(all.objects);
+    info.done = true;
     return info;
 }
 

@@ -19,8 +19,9 @@ struct Flag {
 constexpr Flag flags[] = {
     {"--check", &Settings::checkOnly}, {"--werror", &Settings::warningsAreErrors},
     {"--strict", &Settings::strict},   {"--skip-unsupported", &Settings::skipUnsupported},
-    {"--help", &Settings::help},       {"-h", &Settings::help},
-    {"-?", &Settings::help},           {"--version", &Settings::version},
+    {"--list", &Settings::list},       {"--help", &Settings::help},
+    {"-h", &Settings::help},           {"-?", &Settings::help},
+    {"--version", &Settings::version},
 };
 
 bool takeColor(OptionReader &reader, std::string_view text) {
@@ -163,6 +164,7 @@ const char *usageText() {
     return R"(Usage:
 
   asntree [options] [+option-file ...] FILE ...
+  asntree --list TREE.stx ...
 
 Compiles ASN.1 modules into syntax trees. FILE is a path, or a prefix x that stands for x.asn, x.asn1
 or x.ASN in one of the directories of -A=.
@@ -178,6 +180,7 @@ What is done:
   --werror                warnings are errors
   --strict                slips that published modules hold are errors
   --skip-unsupported      leaves out, with a warning, what a tree can't hold
+  --list                  prints what stands in trees, for people to read and to compare
   --color=WHEN            auto, always or never
   --help, --version
 

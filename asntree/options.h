@@ -75,6 +75,7 @@ struct Settings {
     UniqueNames unique = UniqueNames::Run;
     ColorWish color = ColorWish::Auto;
     bool checkOnly = false;
+    bool list = false; /* --list: the files are trees */
     bool warningsAreErrors = false;
     bool strict = false;
     bool skipUnsupported = false;

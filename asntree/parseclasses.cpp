@@ -123,16 +123,19 @@ struct Brackets {
     bool close() { return take(TokenKind::CloseBracket, TokenKind::CloseVersion); }
 };
 
-/* Words that begin a setting, and so can't be words of a syntax. */
+/* Words that begin a setting, and so can't be words of a syntax. Those of the times of 2008 were
+   free before. */
+bool isWordOfTime(Word word) {
+    return word == Word::DATE || word == Word::DATE_TIME || word == Word::DURATION ||
+           word == Word::TIME || word == Word::TIME_OF_DAY;
+}
+
 bool beginsSetting(Word word) {
     switch (word) {
     case Word::BIT:
     case Word::BOOLEAN:
     case Word::CHARACTER:
     case Word::CHOICE:
-    case Word::DATE:
-    case Word::DATE_TIME:
-    case Word::DURATION:
     case Word::EMBEDDED:
     case Word::END:
     case Word::ENUMERATED:
@@ -150,8 +153,6 @@ bool beginsSetting(Word word) {
     case Word::RELATIVE_OID:
     case Word::SEQUENCE:
     case Word::SET:
-    case Word::TIME:
-    case Word::TIME_OF_DAY:
     case Word::TRUE:
     case Word::UNION:
         return true;
@@ -183,9 +184,11 @@ SyntaxItem parseSyntaxItem(Parser &p, Brackets &brackets) {
         return item;
     }
     item.kind = isLiteral(p, peek(p)) ? SyntaxItem::Literal : SyntaxItem::Field;
+    const std::string refused = quoted(nameHere(p).text) + " can't be a word of WITH SYNTAX";
     if (beginsSetting(peek(p).word))
-        slip(p.context.diagnostics, here(p),
-             quoted(nameHere(p).text) + " can't be a word of WITH SYNTAX");
+        complain(p, here(p), refused);
+    else if (isWordOfTime(peek(p).word))
+        slip(p.context.diagnostics, here(p), refused);
     item.upper = at(p, TokenKind::AmpUpper);
     item.text = takeName(p);
     return item;

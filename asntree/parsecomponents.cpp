@@ -12,6 +12,7 @@ struct ListState {
     std::uint16_t groups = 0;  /* version brackets begun so far */
     std::uint16_t group = 0;   /* the one that is open; 0: none */
     std::int32_t version = -1; /* its number */
+    std::int32_t lastVersion = 1; /* of the brackets in front; -1: they have none */
 };
 
 void parseMarker(Parser &p, ListState &list) {
@@ -28,7 +29,7 @@ void parseMarker(Parser &p, ListState &list) {
     if (at(p, TokenKind::Exclamation)) {
         if (list.markers > 1)
             complain(p, here(p), "an exception stands behind the first \"...\"");
-        parseException(p, nullptr);
+        marker.defaultValue = parseException(p, nullptr);
     }
     list.type.components.push_back(std::move(marker));
 }
@@ -95,6 +96,26 @@ void parseComponent(Parser &p, ListState &list) {
 
 void parseRun(Parser &p, ListState &list, TokenKind close);
 
+/* The number in front of the components in version brackets: all brackets of a list have one, or
+   none has. They count from 2, since the root is the first version. */
+void parseVersion(Parser &p, ListState &list) {
+    const Place place = here(p);
+    if (at(p, TokenKind::Number) && nextIs(p, TokenKind::Colon)) {
+        list.version = 0;
+        for (const char digit : textOf(p.file, peek(p)).substr(0, 9))
+            list.version = list.version * 10 + (digit - '0');
+        advance(p);
+        advance(p);
+    }
+    if (list.groups > 1 && (list.version < 0) != (list.lastVersion < 0))
+        complain(p, place, "either all version brackets of a type have a number, or none has");
+    else if (list.version >= 0 && list.version < 2)
+        complain(p, place, "the numbers in version brackets begin with 2");
+    else if (list.version >= 0 && list.version <= list.lastVersion)
+        complain(p, place, "the numbers in version brackets ascend");
+    list.lastVersion = list.version;
+}
+
 /* [[ 2: a A, b B ]] */
 void parseGroup(Parser &p, ListState &list) {
     if (list.group != 0)
@@ -104,13 +125,7 @@ void parseGroup(Parser &p, ListState &list) {
     advance(p);
     const std::uint16_t outer = list.group;
     list.group = ++list.groups;
-    if (at(p, TokenKind::Number) && nextIs(p, TokenKind::Colon)) {
-        list.version = 0;
-        for (const char digit : textOf(p.file, peek(p)).substr(0, 9))
-            list.version = list.version * 10 + (digit - '0');
-        advance(p);
-        advance(p);
-    }
+    parseVersion(p, list);
     if (at(p, TokenKind::CloseVersion))
         failExpected(p, "a component");
     parseRun(p, list, TokenKind::CloseVersion);

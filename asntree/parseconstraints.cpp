@@ -372,19 +372,20 @@ void parseElementSets(Parser &p, ConstraintSpec &spec) {
         spec.additions = parseUnion(p);
 }
 
-void parseException(Parser &p, ConstraintSpec *spec) {
+Value *parseException(Parser &p, ConstraintSpec *spec) {
     advance(p);
     if (!at(p, TokenKind::Number) && !at(p, TokenKind::Minus) && !at(p, TokenKind::Lower) &&
         !beginsType(p, peek(p))) {
         failExpected(p, "the value of an exception");
-        return;
+        return nullptr;
     }
     Value *value = parseValue(p);
     if (spec == nullptr)
-        return;
+        return value;
     spec->hasException = true;
     spec->exceptionType = value->kind == ValueKind::Typed ? value->type : nullptr;
     spec->exception = value->kind == ValueKind::Typed ? value->inner : value;
+    return value;
 }
 
 ConstraintSpec *parseConstraint(Parser &p) {

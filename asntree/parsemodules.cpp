@@ -53,8 +53,12 @@ void parseHeader(Parser &p, Module &module, ModuleWords &words) {
         return;
     }
     module.name = takeName(p);
-    if (at(p, TokenKind::OpenBrace))
+    if (at(p, TokenKind::OpenBrace)) {
+        const Place place = here(p);
         module.identifier = skipBraces(p);
+        if (module.identifier.empty())
+            complain(p, place, "the object identifier of a module has one arc at least");
+    }
     if (at(p, TokenKind::CString)) {
         module.iri = textOf(p.file, peek(p));
         advance(p);

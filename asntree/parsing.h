@@ -155,8 +155,8 @@ Value *parseValue(Parser &p);
 ConstraintSpec *parseConstraint(Parser &p);
 /* What stands between the parentheses, or between the braces of a set. */
 void parseElementSets(Parser &p, ConstraintSpec &spec);
-/* "! 5", "! Type : value"; the "!" stands there. */
-void parseException(Parser &p, ConstraintSpec *spec);
+/* "! 5", "! Type : value"; the "!" stands there. Null after a message. */
+Value *parseException(Parser &p, ConstraintSpec *spec);
 /* The components behind "{" up to and with "}". */
 void parseComponents(Parser &p, Type &type);
 /* CLASS { ... } WITH SYNTAX { ... } */

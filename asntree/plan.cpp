@@ -36,6 +36,7 @@ void addGivenNames(const Settings &settings, const TreePlan &tree, GivenNames &g
 
 Plan makePlan(Compilation &c, const Settings &settings, const DefinitionWords &words) {
     Plan plan;
+    plan.overrides = words.naming;
     mergeModules(c, settings, plan);
     choosePrefixes(c, settings, plan);
     GivenNames given{{}, {}, {}, words.naming};

@@ -40,8 +40,8 @@ struct Plan {
     std::unordered_map<const ModuleInfo *, ModulePrefixes> prefixes;
     std::unordered_map<const Assignment *, EntryChoice> entries;
     /* Naming overrides of definitions, as they stand in the tree: "-TPREF=h225", "-VNAME=..." with
-       the letters of the definition's kind (naming.h). They stand behind those that Words give,
-       which they take into account. */
+       the letters of the definition's kind (naming.h): what words say, and behind it what keeps
+       names apart. */
     std::unordered_map<const Assignment *, std::vector<std::string>> overrides;
 };
 

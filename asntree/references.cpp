@@ -70,7 +70,7 @@ bool namesClass(const Compilation &c, const Assignment &assignment) {
         if (at->kind == AssignmentKind::Class)
             return true;
         if (at->kind != AssignmentKind::Type || at->type == nullptr ||
-            at->type->kind != TypeKind::Reference || !at->type->tags.empty() ||
+            at->isNoClass || at->type->kind != TypeKind::Reference || !at->type->tags.empty() ||
             !at->type->constraints.empty() || isDummy(at, at->type->ref.name.text))
             return false;
         at = definitionNamed(c, infoOf(c, *at), at->type->ref);

@@ -127,30 +127,50 @@ void appendOuterTags(Compilation &c, TypeUse type, std::vector<Tag> &tags) {
     }
 }
 
+bool isOpenUntagged(Compilation &c, TypeUse type) {
+    const TypeUse use = taggedOrBase(c, type);
+    return use && use.type->tags.empty() &&
+           (use.type->kind == TypeKind::Any || use.type->kind == TypeKind::Field);
+}
+
 /* Tags that one component claims, in a message against another. */
 struct Claims {
     Compilation &c;
     TypeUse structure;
-    std::map<Tag, const Component *> owners;
+    const char *rule;
+    std::map<Tag, const Component *> owners{};
+    bool any = false;  /* something was claimed */
+    bool open = false; /* by a type that may have any tag */
 
-    void add(const Component &component, const std::vector<Tag> &tags, const char *rule) {
-        for (const Tag &tag : tags) {
+    void add(const SettledComponent &part) {
+        const Component &component = *part.component;
+        const bool isOpen = isOpenUntagged(c, part.type);
+        if (any && (open || isOpen))
+            slip(c.diagnostics, placeIn(c, structure, component),
+                 std::string("an open type or ANY may have the tag of its neighbour: ") + rule);
+        any = true;
+        open = open || isOpen;
+        for (const Tag &tag : outerTags(c, part.type)) {
             auto [place, isNew] = owners.emplace(tag, &component);
             if (isNew || place->second == &component)
                 continue;
-            error(c.diagnostics, component.place,
+            error(c.diagnostics, placeIn(c, structure, component),
                   "`" + std::string(component.name.text) + "` has the tag " + textOf(tag) +
                       " of `" + std::string(place->second->name.text) + "`: " + rule,
                   {{place->second->place, "the other one"}});
             return;
         }
     }
+    void clear() {
+        owners.clear();
+        any = open = false;
+    }
 };
 
 void checkAllDistinct(Compilation &c, TypeUse structure, const char *rule) {
-    Claims claims{c, structure, {}};
+    Claims claims{c, structure, rule};
     for (const SettledComponent &part : componentsOf(c, structure))
-        claims.add(*part.component, outerTags(c, part.type), rule);
+        claims.add(part);
 }
 
 /* In a SEQUENCE only the components of a run of OPTIONAL and DEFAULT ones, and the one behind it,
@@ -159,11 +179,11 @@ void checkAllDistinct(Compilation &c, TypeUse structure, const char *rule) {
 void checkRuns(Compilation &c, TypeUse structure) {
     constexpr const char *rule =
         "a run of OPTIONAL components and the one behind it need distinct tags";
-    Claims claims{c, structure, {}};
+    Claims claims{c, structure, rule};
     for (const SettledComponent &part : componentsOf(c, structure)) {
-        claims.add(*part.component, outerTags(c, part.type), rule);
+        claims.add(part);
         if (part.component->presence == Presence::Mandatory)
-            claims.owners.clear();
+            claims.clear();
     }
 }
 
@@ -197,6 +217,22 @@ std::vector<Tag> outerTags(Compilation &c, TypeUse type) {
     return tags;
 }
 
+Place placeIn(Compilation &c, TypeUse structure, const Component &component) {
+    for (const Component &own : structure.type->components)
+        if (&own == &component)
+            return component.place;
+    for (const Component &item : structure.type->components) {
+        if (item.kind != ComponentKind::ComponentsOf)
+            continue;
+        const TypeUse other = baseOf(c, {item.type, structure.scope});
+        if (other)
+            for (const SettledComponent &part : componentsOf(c, other))
+                if (part.component == &component)
+                    return item.place;
+    }
+    return component.place;
+}
+
 bool isUntagged(Compilation &c, TypeUse type) {
     const TypeUse use = taggedOrBase(c, type);
     return use && use.type->tags.empty() &&
@@ -222,7 +258,40 @@ std::string textOf(const Tag &tag) {
            "]";
 }
 
+namespace {
+
+bool isTagged(const Component &component) {
+    return component.kind == ComponentKind::Component && component.type != nullptr &&
+           !component.type->tags.empty();
+}
+
+/* Whether tags are automatic is decided by the root alone, lest additions change them; so they may
+   have no tags where the root has none. */
+void checkTaggedAdditions(Compilation &c, TypeUse structure) {
+    if (structure.scope->module->syntax->tags != TagDefault::Automatic)
+        return;
+    const Component *tagged = nullptr;
+    bool untaggedRoot = false;
+    int markers = 0;
+    for (const Component &component : structure.type->components) {
+        if (component.kind == ComponentKind::Marker)
+            ++markers;
+        else if (markers != 1 && isTagged(component))
+            return;
+        else if (markers != 1)
+            untaggedRoot = true;
+        else if (tagged == nullptr && isTagged(component))
+            tagged = &component;
+    }
+    if (untaggedRoot && tagged != nullptr)
+        error(c.diagnostics, tagged->type->tags.front().place,
+              "an addition has no tag where those in front of the \"...\" are tagged automatically");
+}
+
+} // namespace
+
 void checkTags(Compilation &c, TypeUse structure) {
+    checkTaggedAdditions(c, structure);
     if (hasAutomaticTags(c, structure))
         return;
     if (structure.type->kind == TypeKind::Choice)

@@ -34,6 +34,9 @@ std::int64_t tagNumber(Compilation &c, const TagSpec &tag, const Scope *scope);
 /* "[5]", "[APPLICATION 5]", "INTEGER" for messages. */
 std::string textOf(const Tag &tag);
 
+/* Where a component of a structure stands in it: for one that COMPONENTS OF brings there, that. */
+Place placeIn(Compilation &c, TypeUse structure, const Component &component);
+
 /* Reports tags that aren't distinct where they have to be. */
 void checkTags(Compilation &c, TypeUse structure);
 

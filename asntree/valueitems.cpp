@@ -177,12 +177,8 @@ void checkItems(Compilation &c, TypeUse type) {
         return;
     const ItemTable &table = itemTable(c, type);
     checkTwice(c, type, table);
-    if (kind == TypeKind::Enumerated) {
+    if (kind == TypeKind::Enumerated)
         checkAdditions(c, table);
-        if (table.items.empty() || table.items.front().addition)
-            error(c.diagnostics, type.type->place,
-                  "an ENUMERATED needs an item in front of the marker");
-    }
     if (kind != TypeKind::BitString)
         return;
     for (const SettledItem &item : table.items)

@@ -201,6 +201,8 @@ void readInteger(Reading &r) {
     if (value.kind == ValueKind::Number) {
         r.datum.kind = DatumKind::Integer;
         r.datum.number = Number::ofDigits(value.text, value.negative);
+        if (value.negative && r.datum.number == Number{})
+            error(r.c.diagnostics, value.place, "zero has no sign as an INTEGER");
         return;
     }
     if (value.kind != ValueKind::Min && value.kind != ValueKind::Max) {

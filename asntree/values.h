@@ -100,6 +100,9 @@ const SettledItem *findItem(Compilation &c, TypeUse base, const Number &number);
 /* Reports items of one type node that are given twice, by name or number, and the other rules. */
 void checkItems(Compilation &c, TypeUse type);
 
+/* Whether a text is property settings of TIME, as "Basic=Date Date=YMD". */
+bool isTimeSettings(std::string_view text);
+
 /* The components of a SEQUENCE, SET or CHOICE with COMPONENTS OF expanded, markers left out. */
 struct SettledComponent {
     const Component *component;

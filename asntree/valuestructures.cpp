@@ -147,7 +147,14 @@ std::vector<const Value *> namedElements(Reading &r, bool &sound) {
     std::vector<const Value *> values;
     const Name &identifier = r.base.type->identifier;
     for (const NamedValue &part : readNamedValues(parsing, r.value().tokens)) {
-        if (part.name.given() && part.name.text != identifier.text) {
+        if (!part.name.given()) {
+            error(r.c.diagnostics, part.place,
+                  "each element of " + describeType(r.governor) + " has the name " +
+                      quote(identifier.text) + " in front");
+            sound = false;
+            return {};
+        }
+        if (part.name.text != identifier.text) {
             error(r.c.diagnostics, part.name.place,
                   "the elements of " + describeType(r.governor) + " are called " +
                       quote(identifier.text) + ", not " + quote(part.name.text));

@@ -146,4 +146,53 @@ void readTime(Reading &r) {
     r.datum.text = memosOf(r.c).texts.emplace_back(std::move(text));
 }
 
+namespace {
+
+/* Properties of times with the settings that each may have; "#" stands for digits. */
+struct TimeProperty {
+    std::string_view name;
+    std::string_view settings; /* each with a blank in front and behind */
+};
+constexpr TimeProperty timeProperties[] = {
+    {"Basic", " Date Time Date-Time Interval Rec-Interval "},
+    {"Date", " C Y YM YMD YD YW YWD "},
+    {"Year", " Basic Proleptic Negative L# "},
+    {"Time", " H HM HMS HF# HMF# HMSF# "},
+    {"Local-or-UTC", " L Z LD "},
+    {"Interval-type", " SE D SD DE "},
+    {"SE-point", " Date Time Date-Time "},
+    {"Recurrence", " Unlimited R# "},
+    {"Midnight", " Start End "},
+};
+
+bool isTimeSetting(std::string_view name, std::string_view setting) {
+    const std::size_t digits = setting.find_first_of("0123456789");
+    std::string sought = " " + std::string(setting.substr(0, digits));
+    if (digits != std::string_view::npos) {
+        if (setting.find_first_not_of("0123456789", digits) != std::string_view::npos)
+            return false;
+        sought += '#';
+    }
+    sought += ' ';
+    return std::any_of(std::begin(timeProperties), std::end(timeProperties),
+                       [&](const TimeProperty &property) {
+                           return property.name == name &&
+                                  property.settings.find(sought) != std::string_view::npos;
+                       });
+}
+
+} // namespace
+
+bool isTimeSettings(std::string_view text) {
+    while (!text.empty()) {
+        const std::string_view pair = text.substr(0, text.find(' '));
+        const std::size_t equals = pair.find('=');
+        if (equals == std::string_view::npos ||
+            !isTimeSetting(pair.substr(0, equals), pair.substr(equals + 1)))
+            return false;
+        text.remove_prefix(std::min(text.size(), pair.size() + 1));
+    }
+    return true;
+}
+
 } // namespace asntree
