@@ -106,6 +106,12 @@ const char *misfit(WordKind word, const Item &item, TypeKind kind) {
     }
 }
 
+/* What a reference leaves to the definition that it names. */
+bool speaksOfForm(WordKind word) {
+    return word == WordKind::Int || word == WordKind::Real || word == WordKind::List ||
+           word == WordKind::String || word == WordKind::Frame || word == WordKind::Extensions;
+}
+
 void checkFit(DirectiveReader &reader, const Item &item, const Words &words) {
     const bool named = item.definition != nullptr || item.type;
     const bool open = item.definition != nullptr && item.definition->parameterized;
@@ -113,11 +119,16 @@ void checkFit(DirectiveReader &reader, const Item &item, const Words &words) {
                              ? baseOf(reader.c, item.type)
                              : TypeUse{};
     const TypeKind kind = base ? base.type->kind : TypeKind::Bad;
+    const bool isReference = item.type && item.type.type->kind == TypeKind::Reference;
     for (const GivenWord &word : words.given) {
         const char *wanted = named && !open ? misfit(word.kind, item, kind) : nullptr;
         if (wanted != nullptr)
             error(reader.c.diagnostics, word.place,
                   "`" + word.text + "` can only be said of " + wanted);
+        else if (isReference && speaksOfForm(word.kind))
+            error(reader.c.diagnostics, word.place,
+                  "`" + word.text + "` can't be said of a reference; say it of the definition that `" +
+                      std::string(item.type.type->ref.name.text) + "` names");
     }
 }
 

@@ -85,7 +85,7 @@ void makeTrees(Emitter &e, std::vector<EmittedTree> &trees) {
     for (TreeState &ts : e.trees) {
         setEndpoints(e, ts);
         markRecursion(e, ts);
-        narrowListedNumbers(e, ts);
+        narrowHeldNumbers(e, ts);
     }
     for (TreeState &ts : e.trees) {
         countDefinitions(e, ts);

@@ -101,13 +101,14 @@ void narrow(Emitter &e, TreeNode node) {
 
 } // namespace
 
-void narrowListedNumbers(Emitter &e, TreeState &ts) {
+void narrowHeldNumbers(Emitter &e, TreeState &ts) {
     const auto count = static_cast<RecNr>(ts.tree().tNodes.size());
     for (RecNr nr = 1; nr <= count; ++nr) {
         const TNode &node = ts.tree().t(nr);
         if (isListKind(node.mainType) && node.valueFieldCode == VF_LIST && node.refRecord > 0)
             narrow(e, {&ts, node.refRecord});
-        else if ((node.optionBits & optionMask(OPT_HOME)) != 0)
+        else if ((node.optionBits & optionMask(OPT_HOME)) != 0 ||
+                 (ts.settings.entriesInHomes && (node.entryFlags & ENTRY_TYPE_FLAG) != 0))
             narrow(e, {&ts, nr});
     }
 }

@@ -115,7 +115,7 @@ void fillValueSet(Emitter &e, TreeState &ts, RecNr nr, SetUse set, TypeUse gover
     if (set.set->extensible)
         addNote(e, ts, set.set->place, "only the values of the first version stand in the set");
     const ExpressionContext context{ExpressionContext::Values, placeOfNode(ts, nr), governor,
-                                    nullptr};
+                                    nullptr, !isType};
     const RecNr elements = emitSpec(e, ts, *set.set, set.scope, context);
     if (elements == 0)
         return;

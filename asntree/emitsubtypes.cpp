@@ -1,7 +1,9 @@
 #include "asntree/emitter.h"
 
 #include "asntree/extents.h"
+#include "asntree/objects.h"
 #include "asntree/reading.h"
+#include "asntree/references.h"
 #include "asntree/tags.h"
 #include "store/ketramac.h"
 
@@ -128,10 +130,20 @@ void noteBounds(const Expression &x, RecNr sub, TypeUse type) {
                                 asInt64(numbers.upper()).value_or(INT64_MAX)};
 }
 
+/* The set that a type is by its definition. */
+SetUse valueSetOf(Compilation &c, TypeUse type) {
+    const Assignment *definition = definitionOf(c, type);
+    if (definition == nullptr || kindOfDefinition(c, *definition) != DefinitionKind::ValueSet)
+        return {};
+    return setOfDefinition(c, definition, &moduleOf(c, definition)->root);
+}
+
 RecNr emitContained(const Expression &x) {
     const TypeUse type{x.constraint.type, x.scope};
     if (x.constraint.type == nullptr)
         return 0;
+    if (const SetUse set = x.context.isListed ? valueSetOf(x.e.c, type) : SetUse{})
+        return emitSpec(x.e, x.ts, *set.set, set.scope, x.context);
     const TypeUse base = baseOf(x.e.c, x.context.type);
     if (!base || base.type->kind == TypeKind::Field || base.type->kind == TypeKind::Any)
         return leaf(x.ts, SUB_TYPE_CONSTRAINT);

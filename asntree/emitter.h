@@ -264,6 +264,7 @@ struct ExpressionContext {
     PlaceNr place = 0;     /* of the type that is constrained, as governor and for components */
     TypeUse type;          /* the same */
     const InstanceFrame *frame = nullptr;
+    bool isListed = false; /* the elements are asked for one by one, as those of a field's set */
 };
 RecNr emitExpression(Emitter &e, TreeState &ts, const Constraint &constraint, const Scope *scope,
                      const ExpressionContext &context);
@@ -320,7 +321,7 @@ TreeState *treeOfModule(Emitter &e, TreeState &ts, std::int32_t moduleNr);
 
 /* Marks types that contain themselves, and chooses the forms of lists that depend on it. */
 void markRecursion(Emitter &e, TreeState &ts);
-/* Items of lists have no member for the widest numbers without a sign. */
-void narrowListedNumbers(Emitter &e, TreeState &ts);
+/* Homes and items of lists have no member for the widest numbers without a sign. */
+void narrowHeldNumbers(Emitter &e, TreeState &ts);
 
 } // namespace asntree

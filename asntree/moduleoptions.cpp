@@ -78,6 +78,15 @@ bool takeCGeneration(M &settings, const ObeyedRow &, const char *value) {
     return true;
 }
 
+/* -DEFINITION-CATEGORY= and -MORLA=. With a prefix in front the category is one module's alone; that
+   others of the run then hold large numbers with a sign does no harm. */
+bool takeMorla(M &settings, const ObeyedRow &, const char *value) {
+    std::string word(value);
+    strUpper(word);
+    settings.entriesInHomes = word.find("MORLA-") != word.npos || word == "1" || word == "2";
+    return true;
+}
+
 bool takeConstraints(M &settings, const ObeyedRow &row, const char *value) {
     std::uint8_t choice = 0;
     if (!byteOptionOK(&choice, value, 1, 0, row.words))
@@ -104,6 +113,8 @@ constexpr ObeyedRow obeyedRows[] = {
     {"C-GENERATION=", false, takeCGeneration},
     {"NAMELEN=", false, takeNameLength},
     {"NEAR=", false, takeBoolean, &M::near},
+    {"DEFINITION-CATEGORY=", false, takeMorla},
+    {"MORLA=", false, takeMorla},
     {"EXTENSIONS=", false, takeByte, &M::saveExtensions, extensionWords, 1},
     {"RECURSION=", false, takeByte, &M::recursion, severities, 2},
     {"TAGUSAGE=", false, takeByte, &M::tagUsage, severities, 2},

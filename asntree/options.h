@@ -104,6 +104,7 @@ struct ModuleSettings {
     std::uint8_t recursion = 0;       /* -RECURSION=: 0 ignores, 1 warns of, 2 refuses recursion */
     std::uint8_t tagUsage = 0;        /* -TAGUSAGE=: the same for tags out of order */
     std::uint8_t strictAdditions = 0; /* -ADDITIONS=STRICT */
+    bool entriesInHomes = false;      /* a MORLA application */
     ExtConstraints extConstraints = ExtConstraints::None;
     std::uint8_t encodeCategories = 255; /* -ENCF= and so on: categories that get functions */
     std::uint8_t decodeCategories = 255;
