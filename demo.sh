@@ -1,27 +1,54 @@
 #!/usr/bin/env bash
-# Builds the tool, runs it on the example modules, and shows what it wrote.
+# Builds the compiler and the generator, goes from the text of the example modules to C and on to programs,
+# and shows what comes of each step.
 set -euo pipefail
 cd "$(dirname "$0")"
 . .ci/packages.sh
 need g++ cmake ninja-build
 
 cmake --preset release -DVELMO_TESTS=OFF >/dev/null
-cmake --build build/release -j "$(nproc)" --target velmo
+cmake --build build/release -j "$(nproc)" --target asntree velmo
+PATH=$PWD/build/release:$PATH
+
+# run COMMAND: in out/, behind its line.
+run() {
+  echo
+  echo "== in out/: $*"
+  (cd out && "$@")
+}
 
 rm -rf out
 mkdir out
 echo
-echo "== in out/: velmo -S=../examples/stx/ basic stock shop forms value desk"
-(cd out && ../build/release/velmo -S=../examples/stx/ basic stock shop forms value desk)
-echo
-echo "== files in out/, with their lines"
-wc -l out/*
-echo
 echo "== the module examples/basic.asn"
 sed -n '/^BEGIN/,/^END/p' examples/basic.asn
+run asntree ../examples/basic.asn
+run velmo basic
 echo
-echo "== its types: out/basic.typ"
+echo "== its types in C: out/basic.typ"
 cat out/basic.typ
+echo
+echo "== what asntree is told of all examples: examples/examples.opt"
+cat examples/examples.opt
+run asntree -A=../examples +../examples/examples.opt -L=.
+run velmo -VERBOSE=QUIET basic stock shop forms value desk
+echo
+echo "== files in out/, with their lines"
+wc -l out/*.* | grep -v '\.stx$'
+echo
+echo "== words for one place in examples/forms.asn, what the listing says of them, and the C"
+sed -n '/^Placed/,/^}/p' examples/forms.asn
+sed -n '/^Placed/,/^$/p' out/forms.lst
+sed -n '/t_Placed/,/^}/p' out/forms.typ
+echo
+echo "== what a mistake gets: asntree faulty.asn"
+cat >out/faulty.asn <<'TEXT'
+Faulty DEFINITIONS IMPLICIT TAGS ::= BEGIN
+Order ::= SEQUENCE { number INTEGER (0..99) DEFAULT 100, article Artikle }
+Article ::= OCTET STRING (SIZE (6))
+END
+TEXT
+(cd out && asntree faulty.asn 2>&1) || echo "status $?"
 
 echo
 echo "== the module examples/operations.asn: what its tables in out/desktab.c tell examples/lookup.c"

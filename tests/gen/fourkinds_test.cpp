@@ -4,7 +4,6 @@
 #include <iterator>
 #include <sstream>
 
-#include "examples/modules.h"
 #include "tests/support/runtool.h"
 
 /* The program of docs/generated-code.md that asks for a value, encodes, decodes and prints it. */
@@ -28,11 +27,8 @@ std::string programInPage(const std::string &first) {
 
 TEST(FourKinds, AskEncodeDecodeAndPrintOneValue) {
     WorkDir dir;
-    TreeWriter tree("Basic", "basic");
-    for (const char *option : {"-COD=1:1", "-TST=1:1", "-VERBOSE=QUIET"})
-        tree.option(option);
-    makeBasic(tree);
-    ASSERT_TRUE(tree.save(dir.path("basic.stx")));
+    const std::string basic = sourceDir + "/examples/basic.asn";
+    ASSERT_EQ(runProgram(dir, asntreeProgram, {"-COD=1:1", "-TST=1:1", basic}).status, 0);
     ASSERT_EQ(runVelmo(dir, {"basic"}).status, 0);
     dir.write("program.c", programInPage("#include \"asnapi.h\""));
     const std::string rts = sourceDir + "/rts";

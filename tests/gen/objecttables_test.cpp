@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <functional>
 
-#include "examples/modules.h"
 #include "tests/support/gencase.h"
 #include "tests/support/golden.h"
 #include "tests/support/paths.h"
@@ -440,10 +439,7 @@ TEST(ObjectTablesDirect, RowsNameTheObjectsThatAreMeant) {
    that a row names. */
 TEST(ObjectTablesDirect, LookupProgramUsesTheTables) {
     WorkDir dir;
-    TreeWriter desk("Library_Desk", "desk");
-    makeOperations(desk);
-    ASSERT_TRUE(desk.save(dir.path("desk.stx")));
-    ASSERT_EQ(runVelmo(dir, {"-VERBOSE=quiet", "desk"}).status, 0);
+    ASSERT_EQ(runVelmo(dir, {"-S=" + exampleTrees, "-VERBOSE=quiet", "desk"}).status, 0);
     const std::string rts = sourceDir + "/rts";
     const std::string command =
         "gcc -std=c99 -Wall -Wextra -pedantic -Werror -I. -I" + rts + " -o lookup " + sourceDir +

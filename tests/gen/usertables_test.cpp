@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "examples/modules.h"
 #include "tests/support/gencase.h"
 
 /* Defines and tables of an example module as a C program uses them. */
@@ -9,13 +8,11 @@
    and reaches a type by its row. */
 TEST(UserTables, ProgramUsesMacrosAndRows) {
     WorkDir dir;
-    TreeWriter stock("Stock_Keeping", "stock"), value("Value_Forms", "value");
-    for (const char *option : {"-TAB=yes", "-TABF=yes", "-TDEFS=yes", "-CDEFS=yes"})
-        value.option(option);
-    value.backendOption("-TAB-CODFUNC=put:get:own.h");
-    makeStock(stock);
-    makeValue(value, stock);
-    ASSERT_TRUE(stock.save(dir.path("stock.stx")) && value.save(dir.path("value.stx")));
+    const ProgramRun compiled = runProgram(
+        dir, asntreeProgram,
+        {"-A=" + sourceDir + "/examples", "value", "-BEGIN-SCOPE=value", "-TAB=yes", "-TABF=yes",
+         "-TDEFS=yes", "-CDEFS=yes", "-BEO=VELMO=TAB-CODFUNC=put:get:own.h", "-END-SCOPE"});
+    ASSERT_EQ(compiled.status, 0) << compiled.err;
     const ProgramRun run = runVelmo(dir, {"-VERBOSE=quiet", "stock", "value"});
     ASSERT_EQ(run.status, 0) << run.err;
     dir.write("valueown.h", "void putDigest(void), getDigest(void), putWord(void), getWord(void);\n"

@@ -209,9 +209,9 @@ TEST(ProjectOutputs, ItemsStandWhereTheTreeSays) {
 /* Modules come in the order of their names, and the outputs change nothing in generated files. */
 TEST(ProjectOutputs, OfTheExamples) {
     const WorkDir with, without;
-    Arguments arguments = {"-S=" + sourceDir + "/examples/stx"};
+    Arguments arguments = {"-S=" + exampleTrees};
     Arguments modules;
-    for (const auto &entry : std::filesystem::directory_iterator(sourceDir + "/examples/stx"))
+    for (const auto &entry : std::filesystem::directory_iterator(exampleTrees))
         arguments.push_back(entry.path().stem().string());
     EXPECT_EQ(runQuietly(without, arguments).status, 0);
     arguments.push_back("-TAVI-PREFIX=p");

@@ -5,6 +5,7 @@
 #include "basic.tab"
 #include "desk.tab"
 #include "forms.tab"
+#include "other.tab"
 #include "shop.tab"
 #include "stock.tab"
 #include "value.tab"
@@ -16,8 +17,9 @@
 
 const MODULE modules[] = {
   { "basic", ROWS (basicEntryDescr) }, { "desk", ROWS (deskEntryDescr) },
-  { "forms", ROWS (formsEntryDescr) }, { "shop", ROWS (shopEntryDescr) },
-  { "stock", ROWS (stockEntryDescr) }, { "value", ROWS (valueEntryDescr) },
+  { "forms", ROWS (formsEntryDescr) }, { "other", ROWS (otherEntryDescr) },
+  { "shop", ROWS (shopEntryDescr) },   { "stock", ROWS (stockEntryDescr) },
+  { "value", ROWS (valueEntryDescr) },
 #if !ASN_TABPARAM
   { "kept", ROWS (keptEntryDescr) },
 #endif

@@ -1,101 +1,104 @@
-#include <algorithm>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
-#include <string>
-#include <string_view>
 
-#include "examples/modules.h"
-#include "tests/roundtrip/frames.h"
+#include "tests/support/treewriter.h"
 
-/* maketrees_all TREE NEW-TREE [OPTION ...]: a copy of a tree with general options.
-   maketrees_all DIRECTORY [OPTION ...]: the trees of the example modules with general options,
-   where every type that is not skipped is an entry type, so that a program can go through all of
-   them by their entry tables. Modules whose C names would meet get a prefix. */
+/* maketrees [OPTION ...]: trees of types in forms for which ASN.1 text has no words, with general
+   options, in the working directory. */
 
 namespace {
 
-constexpr int MORLA_ENTRY = 1 << 6;
+/* Values kept as encodings in each place, with tags that are those of what is around them. Both
+   ways of saying so to the tool have to come to the same octets: names end in their number. */
 
-/* No function can be written for a type that C has no form for; an application that keeps
-   components in homes has none for these either. */
-constexpr std::string_view withoutForm[] = {"Presented", "Picked", "Any_Text", "Open_Size"};
-constexpr std::string_view withoutHome[] = {"Big_Count", "Framed"};
+using Framing = TypeNode (*)(TypeNode);
 
-template <std::size_t N> bool isOne(const std::string_view (&names)[N], std::string_view name) {
-    return std::find(names, names + N, name) != names + N;
-}
+struct FrameTypes {
+    TreeWriter &w;
+    Framing frame;
 
-void enterAllTypes(TreeWriter &w, bool withHomes) {
-    for (auto &[name, nr] : w.typeNames) {
-        const TypeNode type = {&w, nr};
-        if (isOne(withoutForm, name))
-            type.hidden();
-        else if (type->skipInWalk != 0)
-            continue;
-        else if (!withHomes)
-            type.entry(ENTRY_ALL_FUNCTIONS);
-        else if (!isOne(withoutHome, name))
-            type.entry(ENTRY_ALL_FUNCTIONS | MORLA_ENTRY);
-        else
-            type->entryFlags = 0;
+    TypeNode pair() const {
+        return frame(w.sequence({w.comp("a", w.integer(0, 255)), w.comp("b", w.integer(0, 255))}));
     }
+    TypeNode list() const { return frame(w.listOf(TYP_SEQOF, w.integer(0, 255), 0, 9).asArray()); }
+    TypeNode number() const { return frame(w.integer(0, 255)); }
+    TypeNode text() const { return frame(w.string(TYP_IA5STR)); }
+    TypeNode pick() const {
+        return frame(w.choice({w.comp("yes", w.null()), w.comp("no", w.boolean()).implicit(0)}));
+    }
+};
+
+void makeFramesOf(const FrameTypes &types, const std::string &nr) {
+    TreeWriter &w = types.w;
+    w.define("Only" + nr, w.sequence({w.comp("x", types.pair())}));
+    w.define("Only_List" + nr, w.sequence({w.comp("x", types.list())}));
+    w.define("Some" + nr, w.listOf(TYP_SEQOF, types.pair(), 0, 9).asArray());
+    w.define("Some_Lists" + nr, w.listOf(TYP_SEQOF, types.list()).asList());
+    w.define("Wrapped" + nr, w.sequence({w.comp("x", types.pair()).explicitly(0).explicitly(0),
+                                         w.comp("n", types.number()).explicitly(1).explicitly(1),
+                                         w.comp("l", types.list()).explicitly(2).implicit(2)}));
+    w.define("Taken" + nr, w.set({w.comp("l", types.list()).implicit(40),
+                                  w.comp("t", types.text()).implicit(1).optional(),
+                                  w.comp("x", types.pair()).implicit(2).optional()}));
+    w.define("Either" + nr, w.choice({w.comp("x", types.pair()), w.comp("n", types.number()),
+                                      w.comp("l", types.list()).explicitly(0),
+                                      w.comp("p", types.pick()).explicitly(1)}));
+    w.define("Picks" + nr, w.sequence({w.comp("one", types.pick()),
+                                       w.comp("two", types.pick()).explicitly(0).optional(),
+                                       w.comp("three", types.pick()).explicitly(3).explicitly(3)}));
+    w.define("Pair" + nr, types.pair());
+    w.define("Tagged_Pair" + nr, types.pair().explicitly(16).implicit(16));
+    w.define("List" + nr, types.list().implicit(3));
+    w.define("Number" + nr, types.number().explicitly(2));
+    w.define("Pick" + nr, types.pick());
+    w.define("Tagged_Pick" + nr, types.pick().explicitly(4));
+    w.define("Inner" + nr,
+             w.sequence({w.comp("x", w.ref("Pair" + nr)),
+                         w.comp("y", w.any().form(VF_FRM)).explicitly(0).explicitly(0)}));
 }
 
-int copyTree(const char *from, const char *to, char **options, int nrOfOptions) {
-    std::ifstream in(from, std::ios::binary);
-    std::string file{std::istreambuf_iterator<char>(in), {}};
-    for (int i = 0; i < nrOfOptions; ++i)
-        if (!addModuleOption(file, options[i]))
-            return 1;
-    std::ofstream out(to, std::ios::binary);
-    return out << file ? 0 : 1;
+void makeKept(TreeWriter &w) {
+    makeFramesOf({w, [](TypeNode type) { return type.form(VF_FRM); }}, "1");
+    makeFramesOf({w, [](TypeNode type) { return type.option(OPT_FRAME); }}, "2");
+}
+
+void makeOther(TreeWriter &w) {
+    const auto pair = [&] {
+        return std::vector{w.comp("a", w.integer(0, 255)).implicit(0),
+                           w.comp("b", w.sequence({w.comp("x", w.boolean())})).implicit(1)};
+    };
+    w.define("Clean_Flag", w.boolean()).option(OPT_NORMALISE_TRUE);
+    w.define("Exact", w.real().form(VF_REAL128));
+    w.define("Segments", w.string(TYP_OCTSTR).form(VF_LIST));
+    w.define("Digest", w.string(TYP_OCTSTR, 32, 32)).form(VF_DYNS0);
+    w.define("Fixed_Text", w.string(TYP_BMPSTR, 20, 20)).form(VF_BMPSTR0);
+    w.define("Outside", w.type(TYP_EXTERNAL_1990));
+    TypeNode housed = w.structure(TYP_SEQ, pair());
+    w.define("All_Housed", housed).option(OPT_COMPS_AS_POINTERS);
+    TypeNode behind = w.structure(TYP_CHOICE, pair());
+    w.define("All_Behind", behind).option(OPT_COMPS_POINTER);
+}
+
+/* Every type is an entry type, so that a program can go through all of them by their entry tables.
+ */
+bool save(TreeWriter &w, const char *file, int nrOfOptions, char **options) {
+    for (const std::string_view option :
+         std::vector<std::string_view>(options, options + nrOfOptions))
+        option.starts_with("-BEO=") ? w.backendOption(option) : w.option(option);
+    for (auto &[name, nr] : w.typeNames)
+        TypeNode{&w, nr}.entry();
+    return w.save(file);
 }
 
 } // namespace
 
 int main(int argc, char **argv) {
-    if (argc < 2) {
-        std::fputs("usage: maketrees_all DIRECTORY|TREE NEW-TREE [OPTION ...]\n", stderr);
-        return 1;
-    }
-    if (argc > 2 && std::string_view(argv[1]).ends_with(".stx"))
-        return copyTree(argv[1], argv[2], argv + 3, argc - 3);
-    TreeWriter basic("Basic_Forms", "basic"), stock("Stock_Keeping", "stock");
-    TreeWriter shop("Shop_Orders", "shop"), forms("All_Forms", "forms");
-    TreeWriter value("Value_Forms", "value"), desk("Library_Desk", "desk");
-    TreeWriter frames("Kept_Values", "kept");
-    shop.option("-TPREF=Shop");
-    value.option("-TPREF=Val");
-    desk.option("-TPREF=Desk");
-    frames.option("-TPREF=Kept");
-    makeBasic(basic);
-    makeStock(stock);
-    makeShop(shop, stock);
-    makeForms(forms, stock);
-    makeValue(value, stock);
-    makeOperations(desk);
-    makeFrames(frames);
-    const std::pair<TreeWriter *, const char *> all[] = {
-        {&basic, "basic"}, {&stock, "stock"}, {&shop, "shop"},  {&forms, "forms"},
-        {&value, "value"}, {&desk, "desk"},   {&frames, "kept"}};
-    bool withHomes = false;
-    for (int i = 2; i < argc; ++i)
-        withHomes = withHomes || std::string_view(argv[i]).find("MORLA") != std::string_view::npos;
-    for (auto [tree, name] : all) {
-        for (int i = 2; i < argc; ++i)
-            tree->option(argv[i]);
-        for (const char *option : {"-TAB=1", "-TABF=no", "-COD=1:1", "-TST=1:1", "-VERBOSE=QUIET"})
-            tree->option(option);
-        if (withHomes) {
-            tree->option("-TABO=no");
-            tree->backendOption("-TAB-MORLA-PARAM=no");
-        }
-        enterAllTypes(*tree, withHomes);
-        if (!tree->save(std::string(argv[1]) + '/' + name + ".stx")) {
-            std::fprintf(stderr, "maketrees_all: %s failed\n", name);
-            return 1;
-        }
-    }
-    return 0;
+    TreeWriter kept("Kept_Values", "kept"), other("Other_Forms", "other");
+    kept.option("-TPREF=Kept");
+    other.option("-TPREF=Other");
+    makeKept(kept);
+    makeOther(other);
+    if (save(kept, "kept.stx", argc - 1, argv + 1) && save(other, "other.stx", argc - 1, argv + 1))
+        return 0;
+    std::fputs("maketrees: a tree can't be written\n", stderr);
+    return 1;
 }
