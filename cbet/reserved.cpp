@@ -17,7 +17,8 @@ constexpr std::string_view keywords[] = {
 };
 static_assert(std::is_sorted(std::begin(keywords), std::end(keywords)));
 
-/* What C++ has more, in ascending order. */
+/* What C++ has more, and the numbers of the run-time layer, whose names a member can have in C alone,
+   in ascending order. */
 constexpr std::string_view cPlusPlusKeywords[] = {
     "alignas",
     "alignof",
@@ -63,6 +64,10 @@ constexpr std::string_view cPlusPlusKeywords[] = {
     "public",
     "reinterpret_cast",
     "requires",
+    "sint16",
+    "sint32",
+    "sint64",
+    "sint8",
     "static_assert",
     "static_cast",
     "template",
@@ -73,6 +78,10 @@ constexpr std::string_view cPlusPlusKeywords[] = {
     "try",
     "typeid",
     "typename",
+    "uint16",
+    "uint32",
+    "uint64",
+    "uint8",
     "using",
     "virtual",
     "wchar_t",
@@ -91,11 +100,13 @@ bool cIsReservedWord(std::string_view word, bool cPlusPlus) {
     return isOneOf(keywords, word) || (cPlusPlus && isOneOf(cPlusPlusKeywords, word));
 }
 
+bool cAvoidsCPlusPlusWords(AsnModule *module) {
+    return nameHooks.avoidsCPlusPlusWords != nullptr && nameHooks.avoidsCPlusPlusWords(module);
+}
+
 Text cLoneName(std::string_view name, AsnModule *module) {
-    const bool cPlusPlus =
-        nameHooks.avoidsCPlusPlusWords != nullptr && nameHooks.avoidsCPlusPlusWords(module);
     Text lone(name);
-    if (cIsReservedWord(name, cPlusPlus))
+    if (cIsReservedWord(name, cAvoidsCPlusPlusWords(module)))
         lone += '_';
     return lone;
 }

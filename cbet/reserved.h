@@ -19,5 +19,8 @@ extern NameHooks nameHooks;
 /* True for a keyword of C99, and of C++ up to C++20 if `cPlusPlus`. */
 bool cIsReservedWord(std::string_view word, bool cPlusPlus);
 
+/* The words of C++ count for the module as well. */
+bool cAvoidsCPlusPlusWords(AsnModule *module);
+
 /* The name of a member, a type, a class or a define that stands alone in the C of `module`. */
 Text cLoneName(std::string_view name, AsnModule *module);

@@ -50,9 +50,42 @@ Text fieldId(AsnObjClassField *field) {
     return getObjClassFieldId(id, nullptr, field, nullptr);
 }
 
+/* The member would hide the type that `type`, or something inside it, is declared by. */
+bool hidesType(const Text &member, AsnType *type) {
+    if (member == orEmpty(getMetaBaseTypeId(type)))
+        return true;
+    bool hides = false;
+    if (!cIsDefinedBaseType(type) && !isLeafType(type))
+        forEachTypeCompOrElem(type, [&](AsnType *, AsnType *part, int) {
+            hides = hides || hidesType(member, part);
+        });
+    return hides;
+}
+
+/* In C++ a member may not have the name of a type that its structure uses. */
+bool hidesTypeOfClass(const Text &member, AsnObjClass *objClass) {
+    bool hides = false;
+    auto ofType = [&](AsnObjClassField *, AsnType *type) { hides |= hidesType(member, type); };
+    auto ofClass = [&](AsnObjClassField *, AsnObjClass *governor) {
+        hides |= member == getMetaClassName(governor);
+    };
+    forEachObjClassField(objClass, [&](AsnObjClass *, AsnObjClassField *field, int) {
+        forFixedTypeValueField(field, ofType);
+        forFixedTypeValueSetField(field, ofType);
+        forObjectField(field, ofClass);
+        forObjectSetField(field, ofClass);
+    });
+    return hides || member == "ENTRYDESCR";
+}
+
 /* The field's name as that of a member. */
 Text fieldName(AsnObjClassField *field) {
-    return cLoneName(fieldId(field), getModuleOfObjClass(getObjClassOfField(field)));
+    AsnObjClass *objClass = getObjClassOfField(field);
+    AsnModule *module = getModuleOfObjClass(objClass);
+    Text name = cLoneName(fieldId(field), module);
+    if (cAvoidsCPlusPlusWords(module) && hidesTypeOfClass(name, objClass))
+        name += '_';
+    return name;
 }
 
 bool isSkippedClass(AsnObjClass *objClass) {
@@ -275,7 +308,8 @@ void genClassIteratorTypedef(AsnObjClass *objClass) {
 }
 
 void genClassTypedef(AsnObjClass *objClass) {
-    if (isSkippedClass(objClass))
+    /* Without a name of its own the class is that of the run-time layer, with its iterator. */
+    if (isSkippedClass(objClass) || isPlainPredefinedObjClass(objClass))
         return;
     if (isPredefinedObjClass(objClass)) {
         printfToF(fiTyp, "\ntypedef %s %s;\n", getMetaBaseClassId(objClass),

@@ -34,7 +34,10 @@ void numberObjectsOf(ModRec *modRec) {
 
 BEClassMetaRec *newBEClassMetaRec(AsnObjClass *objClass) {
     auto *meta = new BEClassMetaRec;
-    getDefObjClassId(meta->classId, "", objClass, "");
+    if (isPlainPredefinedObjClass(objClass))
+        getBaseObjClassId(meta->classId, "", objClass, "");
+    else
+        getDefObjClassId(meta->classId, "", objClass, "");
     getBaseObjClassId(meta->baseClassId, "", objClass, "");
     meta->accessRoutines = getBEModMetaRec(getModuleOfObjClass(objClass))->accessRoutines;
     return meta;

@@ -43,17 +43,25 @@ public:
     const std::vector<ForeignTable> &found() const { return found_; }
 
 private:
+    void noteEntryType(AsnFieldValue *value) {
+        forEntryTypeFieldValue(value, [this](AsnFieldValue *, AsnType *type, int) {
+            if (ForeignTable *table = tableOf(getModuleOfType(type)))
+                table->entries = true;
+        });
+    }
+
     void visitRow(AsnObject *object) {
+        if (isPredefinedObjClass(getObjClassOfObject(object)))
+            forEachPredefinedFieldValue(object, [this](AsnFieldValue *value, PredefinedField) {
+                noteEntryType(value);
+            });
         forEachPossibleObjectFieldValue(object, [this](AsnObject *, AsnFieldValue *value, int) {
             const char *note = nullptr;
             if (isEmptyFieldValue(value) ||
                 isSkippedField(getObjClassFieldOfFieldValue(value), &note))
                 return;
             if (isTypeFieldValue(value))
-                forEntryTypeFieldValue(value, [this](AsnFieldValue *, AsnType *type, int) {
-                    if (ForeignTable *table = tableOf(getModuleOfType(type)))
-                        table->entries = true;
-                });
+                noteEntryType(value);
             forObjectFieldValue(value,
                                 [this](AsnFieldValue *, AsnObject *inner) { noteObject(inner); });
             forObjectSetFieldValue(

@@ -1,6 +1,7 @@
 #include "gen/objecttables.h"
 
 #include <cstdio>
+#include <cstdlib>
 
 #include "cbet/reserved.h"
 #include "driver/fatal.h"
@@ -18,6 +19,7 @@
 #include "model/objectorder.h"
 #include "model/objectsets.h"
 #include "model/typequeries.h"
+#include "model/valuetexts.h"
 #include "options/ketracnf.h"
 #include "project/ketratavi.h"
 
@@ -166,6 +168,45 @@ void genField(AsnObject *object, AsnFieldValue *value, int fieldNr, RowPass *pas
     pass->fieldValues += omitted ? 0 : 1;
 }
 
+/* BIT(0), for each bit of a named list that the mask of the run-time layer has room for. */
+void genSyntaxProperty(AsnFieldValue *value) {
+    constexpr int MASK_BITS = 32, DIGIT_BITS = 4;
+    bool written = false;
+    auto genBits = [&](AsnValue *, std::int32_t, const char *digits) {
+        for (int bit = 0; bit < MASK_BITS && digits[bit / DIGIT_BITS] != '\0'; ++bit) {
+            const char digit[] = {digits[bit / DIGIT_BITS], '\0'};
+            if ((std::strtol(digit, nullptr, 16) >> (DIGIT_BITS - 1 - bit % DIGIT_BITS) & 1) == 0)
+                continue;
+            printfToF(fiTab, "%sBIT(%d)", written ? " | " : "", bit);
+            written = true;
+        }
+    };
+    forFixedTypeValueFieldValue(value, [&](AsnFieldValue *, AsnValue *asnValue) {
+        forBitStringValueX(asnValue, genBits);
+    });
+    if (!written)
+        wToF(fiTab, "0");
+}
+
+/* The row of a TYPE_IDENTIFIER or ABSTRACT_SYNTAX. The mask of the latter has the property's bit in
+   any case, since its default stands in the row. */
+void genPredefinedFields(AsnObject *object) {
+    if (getObjClassOfObject(object)->base.mainType == TYP_ABSTR_STX)
+        wToF(fiTab, "BIT(2),\n");
+    forEachPredefinedFieldValue(object, [](AsnFieldValue *value, PredefinedField field) {
+        if (field != PREDEFINED_ID)
+            wToF(fiTab, ",\n");
+        if (field == PREDEFINED_TYPE)
+            genTypeField(value);
+        else if (field == PREDEFINED_PROPERTY)
+            genSyntaxProperty(value);
+        else if (isEmptyFieldValue(value))
+            wToF(fiTab, "{ 0, { 0 } }");
+        else
+            genFixedTypeValueField(value);
+    });
+}
+
 /* --- tables --- */
 
 /* ASN_DECL OPERATION mOPERATION [ASN_DECL_SIZE (12)]; */
@@ -184,24 +225,10 @@ void declareArray(AsnModule *module, AsnObjClass *objClass, int count) {
     taviAddItem(exported ? ITEM_EXTERN : ITEM_VARIABLE, file, {prefix.c_str(), classId, "[]"});
 }
 
-void reportPredefinedClass(AsnModule *module, AsnObjClass *objClass) {
-    Text prefix;
-    getModulePrefix(prefix, nullptr, module, nullptr);
-    std::fprintf(stderr,
-                 "ERROR: %s.asn: %s:\n"
-                 "ERROR: Predefined classes aren't supported yet in table generation.\n"
-                 "ERROR: You may write your own ASN.1 class with the properties of\n"
-                 "ERROR: the predefined class and use that instead for the time being.\n",
-                 prefix.c_str(), getMetaClassId(objClass));
-    glbExitCode = 1;
-}
-
 /* static OPERATION mOPERATION [] = { */
 void genObjectTablePrefix(AsnModule *module, AsnObjClass *objClass, bool skipped) {
     if (skipped || isInNoObjectInstanceList(objClass))
         return;
-    if (isPredefinedObjClass(objClass))
-        reportPredefinedClass(module, objClass);
     Text prefix;
     getModulePrefix(prefix, nullptr, module, nullptr);
     const char *classId = tableClassId(objClass);
@@ -222,7 +249,9 @@ void genObjectTableElement(AsnObject *object, int tableIndex, bool skipped, RowP
     taviAddItem(ITEM_TABLE_ITEM, fiTab, {nameOf(object)});
     wToF(fiTab, "{\n");
     ++fArr[fiTab].indent;
-    if (isOptionalObjClassFields(getObjClassOfObject(object)))
+    if (isPredefinedObjClass(getObjClassOfObject(object)))
+        genPredefinedFields(object);
+    else if (isOptionalObjClassFields(getObjClassOfObject(object)))
         genObjectCompmask(object);
     pass->fieldValues = 0;
     auto genOne = [pass](AsnObject *of, AsnFieldValue *value, int fieldNr) {

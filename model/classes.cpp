@@ -34,7 +34,8 @@ void clearAsnObjClass(AsnObjClass *objClass) {
 }
 
 void makeMetaRec(AsnObjClass *objClass) {
-    if (objClass->compId.id == nullptr && objClass->baseId.id == nullptr)
+    if (objClass->compId.id == nullptr && objClass->baseId.id == nullptr &&
+        !isPredefinedObjClass(objClass))
         return;
     if (constructingMetaRec)
         fatalError(FATAL_INTERNAL, "Class iterator called inside BEClassMetaRec constructor.");

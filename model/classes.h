@@ -107,6 +107,8 @@ void forObjectSetField(AsnObjClassField *field,
 
 /* TYPE-IDENTIFIER or ABSTRACT-SYNTAX. */
 bool isPredefinedObjClass(AsnObjClass *objClass);
+/* The same, met where no definition gives it another name. */
+bool isPlainPredefinedObjClass(AsnObjClass *objClass);
 bool isBaseObjClassInCurrentModule(AsnObjClass *objClass);
 /* Two handles mean one class: their bases are the same record. */
 bool isTheSameObjClass(const AsnObjClass *a, const AsnObjClass *b);

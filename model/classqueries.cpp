@@ -33,6 +33,14 @@ bool isPredefinedObjClass(AsnObjClass *objClass) {
     return objClass->base.mainType != TYP_CLASS;
 }
 
+bool isPlainPredefinedObjClass(AsnObjClass *objClass) {
+    const auto isNamed = [](std::int32_t status, const FixRec &id) {
+        return status == TCS_HEADER && id.id != nullptr;
+    };
+    return isPredefinedObjClass(objClass) && !isNamed(objClass->compStatus, objClass->compId) &&
+           !isNamed(objClass->base.compStatus, objClass->baseId);
+}
+
 bool isBaseObjClassInCurrentModule(AsnObjClass *objClass) {
     return objClass->baseModule == objClass->ownerModule->modRec;
 }

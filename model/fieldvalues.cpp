@@ -2,6 +2,7 @@
 
 #include "model/modules.h"
 #include "store/classify.h"
+#include "store/ketramac.h"
 #include "store/records.h"
 
 namespace {
@@ -33,6 +34,16 @@ void forEachField(AsnObject *object, Call<void(AsnFieldValue *value)> func) {
     });
 }
 
+/* A setting says by its kind which field of a predefined class it is for. */
+PredefinedField predefinedFieldOf(ModRec *module, RecNr setting) {
+    const NodeContext kept(REC_VNODE);
+    readRec(module, REC_VNODE, setting);
+    skipValues(true);
+    if (vNode.valueKind == TYP_OBJID)
+        return PREDEFINED_ID;
+    return vNode.valueKind == TYP_BITSTR ? PREDEFINED_PROPERTY : PREDEFINED_TYPE;
+}
+
 bool isOfKind(const AsnFieldValue *value, int kind) {
     return value->field->fieldKind == kind;
 }
@@ -55,6 +66,29 @@ void forEachPossibleObjectFieldValue(
     AsnObject *object, Call<void(AsnObject *object, AsnFieldValue *value, int fieldNr)> func) {
     requireCall(func);
     forEachField(object, [&](AsnFieldValue *value) { func(object, value, value->field->fieldNr); });
+}
+
+void forEachPredefinedFieldValue(AsnObject *object,
+                                 Call<void(AsnFieldValue *value, PredefinedField field)> func) {
+    requireCall(func);
+    const int fields = object->governor->base.mainType == TYP_ABSTR_STX ? 3 : 2;
+    RecNr next = isClassKind(object->base.valueKind) ? object->base.refRecord : 0;
+    for (int nr = PREDEFINED_ID; nr < fields; ++nr) {
+        AsnObjClassField field;
+        field.fieldClass = object->governor;
+        field.fieldNr = nr;
+        field.fieldKind = nr == PREDEFINED_TYPE ? FIELD_TYPE : FIELD_FIXED_VALUE;
+        AsnFieldValue value;
+        value.fieldObject = object;
+        value.field = &field;
+        value.valueModule = object->baseModule;
+        value.isAbsent = next == 0 || predefinedFieldOf(object->baseModule, next) != nr;
+        if (!value.isAbsent) {
+            value.valueRecord = next;
+            next = storedVNode(object->baseModule, next).next;
+        }
+        func(&value, static_cast<PredefinedField>(nr));
+    }
 }
 
 int getFieldBaseValueMainType(AsnFieldValue *value) {

@@ -16,6 +16,9 @@ struct AsnFieldValue {
     bool isAbsent = false;  /* there is no setting at all */
 };
 
+/* In the order of the classes. */
+enum PredefinedField { PREDEFINED_ID, PREDEFINED_TYPE, PREDEFINED_PROPERTY };
+
 using FieldTypeCall = Call<void(AsnFieldValue *value, AsnType *type)>;
 using FieldEntryTypeCall = Call<void(AsnFieldValue *value, AsnType *type, int entryIndex)>;
 using FieldAsnValueCall = Call<void(AsnFieldValue *value, AsnValue *asnValue)>;
@@ -31,6 +34,12 @@ int forEachOptionalObjectFieldValue(
 /* Every field of the class, with an empty value for one that is missing. */
 void forEachPossibleObjectFieldValue(
     AsnObject *object, Call<void(AsnObject *object, AsnFieldValue *value, int fieldNr)> func);
+
+/* The fields of an object of TYPE-IDENTIFIER or ABSTRACT-SYNTAX: `id`, `Type` and in the latter
+   `property`, with an empty value for one that is missing. Their classes have no records, so that
+   questions of the field itself have no answer here. */
+void forEachPredefinedFieldValue(AsnObject *object,
+                                 Call<void(AsnFieldValue *value, PredefinedField field)> func);
 
 /* Main type of the field's governor. */
 int getFieldBaseValueMainType(AsnFieldValue *value);

@@ -36,8 +36,15 @@ struct ObjClassList {
     std::vector<ObjClassInfo> infos;
     std::unordered_map<NodePlace, std::size_t, PlaceHash> index;
 
-    ObjClassInfo &of(const AsnObjClass *objClass) {
-        const NodePlace key{objClass->baseModule, objClass->baseRecord};
+    /* A predefined class without a name of its own is one class, wherever it stands. */
+    static NodePlace keyOf(AsnObjClass *objClass) {
+        if (isPlainPredefinedObjClass(objClass))
+            return {nullptr, objClass->base.mainType};
+        return {objClass->baseModule, objClass->baseRecord};
+    }
+
+    ObjClassInfo &of(AsnObjClass *objClass) {
+        const NodePlace key = keyOf(objClass);
         const auto [place, isNew] = index.try_emplace(key, infos.size());
         if (isNew)
             infos.emplace_back();

@@ -154,7 +154,7 @@ bool isDefinedType(AsnType *type) {
 }
 
 bool isDefinedBaseType(AsnType *type) {
-    return type->base.compStatus == TCS_HEADER;
+    return type->base.compStatus == TCS_HEADER && type->baseId.id != nullptr;
 }
 
 bool isSelectionType(AsnType *type) {
