@@ -164,11 +164,19 @@ void genBodyBehindSynonym(AsnType *type) {
         forTypeDefinedInAnotherModule(type, genStructEntryFunc);
 }
 
+/* The variables of an application hold the components of a structure, and none holds it whole. */
+void genFrameContent(AsnType *type) {
+    if (isMorlaApplication(getModuleOfType(type)) && !testTypeOption(type, OPT_HOME))
+        cRefuseType(type, "An entry of an application with variables can't be a frame.");
+    else
+        callTypeFunc(glbInfo->frameFunc, type);
+}
+
 void genEntryContent(AsnType *type) {
     if (testTypeOption(type, OPT_SKIPPED))
         skipType(type);
     else if (cIsFrameType(type))
-        callTypeFunc(glbInfo->frameFunc, type);
+        genFrameContent(type);
     else if (isLeafType(type))
         callTypeFunc(glbInfo->leafFunc, type);
     else if (isSeparateNormalFunction(type))

@@ -1,7 +1,10 @@
 #include "cbet/reports.h"
 
+#include <cstdio>
+
 #include "cbet/listsizes.h"
 #include "cbet/vars.h"
+#include "driver/fatal.h"
 #include "driver/files.h"
 #include "model/modules.h"
 #include "model/typenames.h"
@@ -15,6 +18,14 @@ const char *cSetErrorReportingFunctionFormat(const char *format) {
     g_errorReportingFunctionFormat =
         format == nullptr ? defaultErrorReportingFunctionFormat : format;
     return g_errorReportingFunctionFormat;
+}
+
+void cRefuseType(AsnType *type, const char *text) {
+    Text path;
+    std::fprintf(stderr, "%s:%d: error: %s\n",
+                 getModuleFilePath(path, nullptr, getModuleOfType(type), nullptr).c_str(),
+                 getTypeDefinitionLine(type), text);
+    glbExitCode = 1;
 }
 
 void cReportError(int file, const char *name) {

@@ -10,6 +10,10 @@ extern const char *g_errorReportingFunctionFormat;
 /* Sets the format, which must live on, or the default for null; returns what it set. */
 const char *cSetErrorReportingFunctionFormat(const char *format);
 
+/* Says on the standard error, at the line of the type's definition, that generated code can't hold
+   it in this way; the run goes on and ends with status 1. */
+void cRefuseType(AsnType *type, const char *text);
+
 void cReportError(int file, const char *name);
 /* The report that doesn't return; `gIndex` isn't used by the text. */
 void cReportFatalError(int file, int gIndex, const char *name);

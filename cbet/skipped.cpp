@@ -59,8 +59,22 @@ bool cIsSizeLimit(AsnType *type) {
     return getTypeOptions(type)->sizeLimit > 0;
 }
 
+namespace {
+
+/* A linked list has no member for the number of elements that were passed over: a decoder reports
+   more than the limit. */
+bool isRefusedLimit(AsnType *type) {
+    if (getVF(type) != VF_LIST)
+        return false;
+    sint64 low, upper, limit;
+    getInt64SizeEndpoints(type, &low, &upper, &limit);
+    return i64cmp(limit, upper) != 0;
+}
+
+} // namespace
+
 bool cIsIgnoringSizeLimit(AsnType *type) {
-    return cIsSizeLimit(type) && getTypeOptions(type)->sizeLimitMode == 0;
+    return cIsSizeLimit(type) && getTypeOptions(type)->sizeLimitMode == 0 && !isRefusedLimit(type);
 }
 
 /* --- the tail of a bounded list --- */
@@ -121,6 +135,10 @@ void testIfTooManyExtraElems(AsnType *father, sint64 upper) {
 void ignoreTrailingListElems(AsnType *father, AsnType *elem) {
     sint64 low, upper, limit;
     getInt64SizeEndpoints(father, &low, &upper, &limit);
+    if (cIsSizeLimit(father) && getTypeOptions(father)->sizeLimitMode == 0 && isRefusedLimit(father) &&
+        glbInfo->funcKind == decodingKind)
+        cRefuseType(father, "A linked list can't pass over elements beyond its limit; hold it in an "
+                            "array.");
     if (!cIsIgnoringSizeLimit(father) || limit == upper)
         return;
     int file = glbInfo->outFile;

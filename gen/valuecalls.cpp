@@ -3,6 +3,7 @@
 #include "cbet/builtin.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
+#include "cbet/reports.h"
 #include "cbet/typefuncinfo.h"
 #include "driver/files.h"
 #include "gen/warnings.h"
@@ -84,7 +85,7 @@ void genFillString(int file, const char *prefix, AsnType *type, bool unbounded) 
     wToF(file, ");\n");
 }
 
-void genNoFillCall(AsnType *type, const TypeFuncInfo *info) {
+void genNoFillCall(AsnType *type, const TypeFuncInfo *) {
     switch (getTypeMainType(type)) {
     case TYP_EMB_PDV:
         notYetSupported(type, "EMBEDDED PDV");
@@ -92,8 +93,11 @@ void genNoFillCall(AsnType *type, const TypeFuncInfo *info) {
     case TYP_INSTANCE_OF:
         notYetSupported(type, "Instance-of");
         break;
+    case TYP_UNISTR:
+        cRefuseType(type, "UniversalString has no functions; mark it as skipped.");
+        break;
     default:
-        wToF(info->outFile, "NOT YET IMPLEMENTED!!");
+        cRefuseType(type, "CHARACTER STRING has no functions; mark it as skipped.");
         break;
     }
 }

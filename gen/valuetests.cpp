@@ -1,6 +1,7 @@
 #include "gen/valuetests.h"
 
 #include "cbet/homes.h"
+#include "cbet/listsizes.h"
 #include "cbet/names.h"
 #include "cbet/predicates.h"
 #include "cbet/typefuncinfo.h"
@@ -92,7 +93,11 @@ void genUpperBound(int file, const char *call, AsnType *list, AsnType *elem) {
     getInt64SizeConstraintEndpoints(list, &low, &high, &alloc);
     /* d_UpperBound ((AsnAllocType **) &home->elem, 9, sizeof (uint8)); */
     wToF(file, call);
-    wToF(file, cHome(text, "(AsnAllocType **) ", true, list, ".", "elem,"));
+    const char *cast = "(AsnAllocType **) ";
+    if (testTypeOption(list, OPT_HOME)) /* in the block of that home */
+        wToF(file, cStructHomeMemberRef(text, cast, true, list, "elem,"));
+    else
+        wToF(file, cHome(text, cast, true, list, ".", "elem,"));
     printfToF(file, " %s,", i64tostr(alloc).c_str());
     const bool inHome = testTypeOption(elem, OPT_HOME);
     const bool isPointer =

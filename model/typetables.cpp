@@ -111,7 +111,7 @@ const char *const asnhomeMemberArr[VF_COUNT] = {
     "ui8",
     "ui16",
     "ui32",
-    nullptr, /* VF_UI64 */
+    "ui64",
     "i8",
     "i16",
     "i32",

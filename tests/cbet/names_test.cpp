@@ -144,7 +144,7 @@ TEST(Names, ValueForms) {
                  {"All.any", "FRAME_PTR", "frm", "VF_FRM"},
                  {"All.open", "FRAME_PTR", "frm", "VF_FRM"},
                  {"All.item", "EXTENSIBLE_ENUMERATED", "xenum", "VF_UI8"},
-                 {"All.big", "uint64", "", "VF_UI64"}});
+                 {"All.big", "uint64", "ui64", "VF_UI64"}});
     withType("All", [](AsnType *type) {
         getGlobalOptions(getModuleOfType(type))->cGeneration =
             1u << CGEN_REAL | 1u << CGEN_COMMONTIME | 1u << CGEN_EXTERNAL |

@@ -130,8 +130,6 @@ void singleForms(TreeWriter &w) {
 
 void unsupported(TreeWriter &w) {
     w.define("Unknown", w.sequence({w.comp("presented", w.type(TYP_EMB_PDV)),
-                                    w.comp("characters", w.type(TYP_CHASTR)),
-                                    w.comp("universal", w.string(TYP_UNISTR)),
                                     w.comp("instance", w.type(TYP_INSTANCE_OF)),
                                     w.comp("known", w.boolean())}))
         .entry();

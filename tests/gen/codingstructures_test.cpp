@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/codingcase.h"
+#include "tests/support/gencase.h"
 
 /* Functions of structures and lists: tags, presence, order, nesting. */
 
@@ -185,13 +186,11 @@ void componentHomes(TreeWriter &w) {
                                 w.sequence({w.comp("x", byte(w)).optional()}).option(OPT_HOME))}));
 }
 
-/* A dynamic array in a home of its own, a linked list with a limit, and a frame of what has no tag:
-   the functions name places, variables and tags that aren't there. */
+/* A dynamic array in a home of its own, and a frame of what has no tag: its encoder names none. */
 void brokenPlaces(TreeWriter &w) {
     w.define("Homes",
              w.sequence({w.comp("array", w.listOf(TYP_SEQOF, byte(w), 0, 500).asDynamicArray())})
                  .option(OPT_COMPS_AS_POINTERS));
-    w.define("Limited", w.listOf(TYP_SEQOF, byte(w), 0, 200).asList().sizeLimit(10, false));
     w.define(
         "Framed",
         w.sequence({w.comp(
@@ -361,5 +360,29 @@ TEST_P(CodingStructures, AreWrittenAsExpectedAndCompile) {
 
 INSTANTIATE_TEST_SUITE_P(Constructs, CodingStructures, testing::ValuesIn(cases),
                          [](const auto &row) { return std::string(row.param.name); });
+
+/* The count of a linked list's surplus and UniversalString are errors at their lines; the rest
+   compiles all the same. */
+TEST(CodingStructuresDirect, WhatCHasNoPlaceForIsAnError) {
+    WorkDir dir;
+    TreeWriter w("Home_Module", "m");
+    w.source("", "m.asn");
+    for (const char *option : {"-COD=1:1", "-TST=1:1"})
+        w.option(option);
+    const TypeNode array = w.listOf(TYP_SEQOF, w.integer(0, 255), 0, 9).asDynamicArray();
+    const TypeNode number = w.integer(0, 255).form(VF_UI64);
+    w.define("Row", w.sequence({w.comp("array", array).option(OPT_HOME),
+                                w.comp("number", number).option(OPT_HOME)}))
+        .entry();
+    const TypeNode list = w.listOf(TYP_SEQOF, w.boolean(), 0, 100).asList();
+    w.define("List", list.sizeLimit(5, false)).entry().line(7);
+    w.define("Text", w.sequence({w.comp("text", w.string(TYP_UNISTR)).line(9)})).entry();
+    ASSERT_TRUE(w.save(dir.path("m.stx")));
+    const ProgramRun run = runVelmo(dir, {"-VERBOSE=quiet", "m"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.err.find("m.asn:7: error: A linked list"), std::string::npos) << run.err;
+    EXPECT_NE(run.err.find("m.asn:9: error: UniversalString"), std::string::npos) << run.err;
+    EXPECT_EQ(compilerMessages(dir, {"mcod.c", "mtst.c"}), "");
+}
 
 } // namespace
