@@ -147,6 +147,11 @@ const char *sizeSuffix(AsnType *type, bool fixedOnly) {
     }
 }
 
+/* What takes a value that is there already names UniversalString as well; what fills one doesn't. */
+const char *fullName(AsnType *type) {
+    return getTypeMainType(type) == TYP_UNISTR ? "UniversalString" : builtinName(type);
+}
+
 const char *segment(AsnType *type) {
     return getVF(type) == VF_LIST ? "Seg" : "";
 }
@@ -176,14 +181,14 @@ Text &cBuiltinStringCFunc(Text &dst, const char *prefix, AsnType *type, const ch
 Text &cBuiltinStringCodCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
     if (const char *name = nameInPlaceOfString(type))
         return join(dst, prefix, name, postfix);
-    Text name = Text(segment(type)) + builtinName(type) + sizeSuffix(type, true);
+    Text name = Text(segment(type)) + fullName(type) + sizeSuffix(type, true);
     return join(dst, prefix, name + cTagFuncSuff(type), postfix);
 }
 
 Text &cBuiltinStringTstCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
     if (const char *name = nameInPlaceOfString(type))
         return join(dst, prefix, name, postfix);
-    return join(dst, prefix, Text(segment(type)) + builtinName(type) + sizeSuffix(type, true),
+    return join(dst, prefix, Text(segment(type)) + fullName(type) + sizeSuffix(type, true),
                 postfix);
 }
 

@@ -197,7 +197,6 @@ constexpr LeafCalls leafCalls = {
     .enumerated = askEnum,
     .real = askReal,
     .string = askString,
-    .universalString = genNoFillCall,
     .null = askNull,
     .emptyStructure = askStruPostfix,
     .anyPrefix = "anyAsk",

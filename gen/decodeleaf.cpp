@@ -97,7 +97,6 @@ constexpr LeafCalls leafCalls = {
     .enumerated = decEnum,
     .real = decReal,
     .string = decString,
-    .universalString = genNoFillCall,
     .null = decNull,
     .emptyStructure = decEmpty,
     .anyPrefix = "anyDec",

@@ -204,7 +204,6 @@ constexpr LeafCalls leafCalls = {
     .enumerated = encEnum,
     .real = encReal,
     .string = encString,
-    .universalString = warnOfNoCall,
     .null = encNull,
     .emptyStructure = genNoText,
     .anyPrefix = "anyEnc",

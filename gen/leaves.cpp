@@ -26,10 +26,9 @@ TypeFunc callFor(int mainType, const LeafCalls &calls) {
     case TYP_GRASTR:
     case TYP_GENSTR:
     case TYP_BMPSTR:
+    case TYP_UNISTR:
     case TYP_OBJDESCR:
         return calls.string;
-    case TYP_UNISTR:
-        return calls.universalString;
     case TYP_NULL:
         return calls.null;
     case TYP_SEQ:

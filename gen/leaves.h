@@ -11,7 +11,6 @@ struct LeafCalls {
     TypeFunc enumerated;
     TypeFunc real;
     TypeFunc string; /* bit, octet and character strings, but for the next sort */
-    TypeFunc universalString;
     TypeFunc null;
     TypeFunc emptyStructure;
     const char *anyPrefix; /* of the application's function for an ANY or open type */

@@ -94,7 +94,6 @@ constexpr LeafCalls leafCalls = {
     .enumerated = priNumber,
     .real = priByValue,
     .string = priString,
-    .universalString = warnOfNoCall,
     .null = priNull,
     .emptyStructure = genNoText,
     .anyPrefix = "anyPri",

@@ -93,9 +93,6 @@ void genNoFillCall(AsnType *type, const TypeFuncInfo *) {
     case TYP_INSTANCE_OF:
         notYetSupported(type, "Instance-of");
         break;
-    case TYP_UNISTR:
-        cRefuseType(type, "UniversalString has no functions; mark it as skipped.");
-        break;
     default:
         cRefuseType(type, "CHARACTER STRING has no functions; mark it as skipped.");
         break;

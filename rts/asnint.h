@@ -225,8 +225,13 @@ static inline BOOLE asnCharactersAllowed (const ASN_STRING_KIND *kind, const BYT
 {
   return kind->allowed == 0 || asnOnlyAllowed (kind->allowed, p, len);
 }
-/* The first element of a string, which the shape of a static string in a home may show misplaced. */
+/* The first element of a static string, which its shape in a home may show misplaced. */
 BYTE_TYPE *asnElements (uint32 how, const void *st);
+/* The first element of a string, which is static if `st` is `array`. */
+static inline const BYTE_TYPE *asnElementsOf (uint32 how, const void *st, const void *array)
+{
+  return st == array ? asnElements (how, st) : (const BYTE_TYPE *)st;
+}
 static inline void asnStoreCount (void *n, uint32 size, uint32 count)
 {
   if (size == 4)

@@ -135,7 +135,8 @@ void asnPriString (ASNTSTG *g, const char *name, uint32 how, uint32 n, const voi
   else if (kindNr == ASN_OCTET_)
     asnPriDigits (g, (const BYTE_TYPE *)st, n);
   else
-    printCharacters (g, asnStringKinds[kindNr].width, n, asnElements (how, st), characterAt);
+    printCharacters (g, asnStringKinds[kindNr].width, n, asnElementsOf (how, st, array),
+                     characterAt);
   asnPriEnd (g);
 }
 

@@ -125,17 +125,24 @@ static void putBits (ASNCODG *g, uint32 n, const BYTE_TYPE *p)
   g->front = front;
 }
 
-static void putWideCharacters (ASNCODG *g, uint32 n, const BYTE_TYPE *p)
+/* Characters of two octets, or of four. */
+static void putWideCharacters (ASNCODG *g, uint32 width, uint32 n, const BYTE_TYPE *p)
 {
   BYTE_TYPE *front;
-  if (n > INT32_MAX / 2 || !asnRoomFor (g, (size_t)n * 2))
+  if (n > INT32_MAX / width || !asnRoomFor (g, (size_t)n * width))
     return;
   front = g->front;
   while (n-- > 0) {
-    uint16 character;
-    memcpy (&character, p + 2 * n, sizeof character);
-    *--front = (BYTE_TYPE)character;
-    *--front = (BYTE_TYPE)(character >> 8);
+    uint32 character;
+    if (width == sizeof character) {
+      memcpy (&character, p + (size_t)n * width, sizeof character);
+    } else {
+      uint16 narrow;
+      memcpy (&narrow, p + (size_t)n * width, sizeof narrow);
+      character = narrow;
+    }
+    for (uint32 octet = 0; octet < width; octet++, character >>= 8)
+      *--front = (BYTE_TYPE)character;
   }
   g->front = front;
 }
@@ -153,7 +160,7 @@ BOOLE asnIsWithinArray (uint32 how, uint32 n, const void *st, const void *array,
 /* Octets, with room for all that comes in front of them. */
 static inline BOOLE goesInOneStep (const ASNCODG *g, uint32 kindNr, uint32 n)
 {
-  return kindNr != ASN_BIT_ && kindNr != ASN_BMP_ && asnHasRoom (g, (size_t)n + ASN_MAX_HEADER);
+  return kindNr != ASN_BIT_ && kindNr < ASN_BMP_ && asnHasRoom (g, (size_t)n + ASN_MAX_HEADER);
 }
 
 void asnEncString (ASNCODG *g, uint32 tag, uint32 how, uint32 n, const void *st,
@@ -166,8 +173,8 @@ void asnEncString (ASNCODG *g, uint32 tag, uint32 how, uint32 n, const void *st,
   }
   if (kindNr == ASN_BIT_)
     putBits (g, n, (const BYTE_TYPE *)st);
-  else if (kindNr == ASN_BMP_)
-    putWideCharacters (g, n, asnElements (how, st));
+  else if (kindNr >= ASN_BMP_)
+    putWideCharacters (g, asnStringKinds[kindNr].width, n, asnElementsOf (how, st, array));
   else
     asnPutOctets (g, st, n);
   if (!asnFailed (g))

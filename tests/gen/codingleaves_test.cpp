@@ -130,6 +130,7 @@ void singleForms(TreeWriter &w) {
 
 void unsupported(TreeWriter &w) {
     w.define("Unknown", w.sequence({w.comp("presented", w.type(TYP_EMB_PDV)),
+                                    w.comp("universal", w.string(TYP_UNISTR)),
                                     w.comp("instance", w.type(TYP_INSTANCE_OF)),
                                     w.comp("known", w.boolean())}))
         .entry();

@@ -361,7 +361,7 @@ TEST_P(CodingStructures, AreWrittenAsExpectedAndCompile) {
 INSTANTIATE_TEST_SUITE_P(Constructs, CodingStructures, testing::ValuesIn(cases),
                          [](const auto &row) { return std::string(row.param.name); });
 
-/* The count of a linked list's surplus and UniversalString are errors at their lines; the rest
+/* The count of a linked list's surplus and CHARACTER STRING are errors at their lines; the rest
    compiles all the same. */
 TEST(CodingStructuresDirect, WhatCHasNoPlaceForIsAnError) {
     WorkDir dir;
@@ -376,12 +376,12 @@ TEST(CodingStructuresDirect, WhatCHasNoPlaceForIsAnError) {
         .entry();
     const TypeNode list = w.listOf(TYP_SEQOF, w.boolean(), 0, 100).asList();
     w.define("List", list.sizeLimit(5, false)).entry().line(7);
-    w.define("Text", w.sequence({w.comp("text", w.string(TYP_UNISTR)).line(9)})).entry();
+    w.define("Text", w.sequence({w.comp("text", w.type(TYP_CHASTR).form(VF_DYNS)).line(9)})).entry();
     ASSERT_TRUE(w.save(dir.path("m.stx")));
     const ProgramRun run = runVelmo(dir, {"-VERBOSE=quiet", "m"});
     EXPECT_EQ(run.status, 1);
     EXPECT_NE(run.err.find("m.asn:7: error: A linked list"), std::string::npos) << run.err;
-    EXPECT_NE(run.err.find("m.asn:9: error: UniversalString"), std::string::npos) << run.err;
+    EXPECT_NE(run.err.find("m.asn:9: error: CHARACTER STRING"), std::string::npos) << run.err;
     EXPECT_EQ(compilerMessages(dir, {"mcod.c", "mtst.c"}), "");
 }
 

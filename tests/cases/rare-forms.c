@@ -1,0 +1,43 @@
+/* Values go through all functions and come back the same. */
+#include "rare_formscod.ext"
+#include "rare_formstst.ext"
+#include "rare_forms.def"
+#include "asnapi.h"
+#include <string.h>
+
+/* Asks for a value, then prints what is decoded from its encoding; tells of an error. */
+static void show (ENTRYFUNC ask, ENTRYFUNC encode, ENTRYFUNC decode, ENTRYFUNC print, size_t size,
+                  const char *text)
+{
+  ASNHOME *value[20]; /* room for any of them */
+  ASNMEM memory = { 0 };
+  ASNERROR error;
+  BYTE_TYPE buffer[200], *start = NULL;
+  size_t length = 0;
+  FILE *script = tmpfile ();
+  fputs (text, script);
+  rewind (script);
+  if (!asnAsk (ask, value, size, &memory, script, NULL, &error) ||
+      !(start = asnEncode (encode, value, buffer, sizeof buffer, &length, &error)) ||
+      !asnDecode (decode, start, length, value, size, &memory, NULL, &error) ||
+      !asnPrint (print, value, stdout, &error))
+    printf ("%s at %s\n", asnErrorName (error.code), error.path);
+  for (size_t i = 0; start && i < length; i++)
+    printf ("%02X", start[i]);
+  putchar ('\n');
+  asnFreeMemory (&memory);
+  fclose (script);
+}
+
+#define SHOW(type, text) \
+  show ((ENTRYFUNC)ask##type, (ENTRYFUNC)enc##type, (ENTRYFUNC)dec##type, (ENTRYFUNC)pri##type, \
+        sizeof (type), text)
+
+int main (void)
+{
+  SHOW (Wide, "{ short: \"a\\U0001F600\" far: \"\" list: { \"x\" \"\\U0010FFFF\" } }");
+  SHOW (Wide, "{ short: \"\\u20AC\" fixed: \"yz\" far: \"q\" list: { } }");
+  SHOW (Wide, "{ short: \"x\" fixed: \"y\" far: \"q\" list: { } }");
+  SHOW (Homes, "{ huge: 7 numbers: { 1 255 } pairs: { { a: TRUE } { a: FALSE b: -3 } } number: 1.5 }");
+  return strcmp (odd, "?" "?(");
+}
