@@ -249,10 +249,6 @@ NodeReference classNode(Emitter &e, TreeState &ts, ClassUse objectClass) {
                                lineOf(e, objectClass.definition->name.place));
     nr = made;
     if (isPredefined) {
-        /* Generated C names it where fields refer to it. */
-        const RecNr name = nameNr(ts, ts.plan->genPrefix + "_" +
-                                          std::string(objectClass.definition->name.text));
-        ts.tree().t(made).nameIdx = name;
         ts.tree().t(made).skipInWalk = 1;
         fillPredefinedClass(ts, made, objectClass);
         return {ts.number, made};
