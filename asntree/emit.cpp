@@ -44,7 +44,7 @@ void leaveOut(Emitter &e, Place place, const std::string &what) {
 }
 
 void refuse(Emitter &e, Place place, const std::string &what) {
-    if (e.current == nullptr)
+    if (e.current == nullptr || e.excluded.contains(e.current))
         return;
     if (e.settings.skipUnsupported)
         return leaveOut(e, place.known() ? place : e.current->name.place, what);

@@ -279,7 +279,11 @@ RecNr emitValue(Emitter &e, TreeState &ts, ValueUse value, TypeUse governor, Pla
         return 0;
     const Datum *datum = readDatum(e.c, value, governor);
     if (datum->kind == DatumKind::Bad) {
-        refuse(e, value.value->place, "a tree can't hold this value");
+        const TypeUse base = baseOf(e.c, governor);
+        if (base && base.type->kind == TypeKind::Macro)
+            leaveOut(e, value.value->place, "it has a value of a macro that isn't known");
+        else
+            refuse(e, value.value->place, "a tree can't hold this value");
         return 0;
     }
     return emitDatum(e, ts, *datum, place, status);

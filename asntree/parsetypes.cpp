@@ -221,6 +221,22 @@ void parseAny(Parser &p, Type &type) {
         failExpected(p, "the name of a component");
 }
 
+/* Modules that use macros of network management name a type that none of them defines: BITS, with
+   names of bits behind it where its values are given. It is held in octets. */
+bool isBitsOfManagement(const Parser &p) {
+    return at(p, TokenKind::Upper) && nameHere(p).text == "BITS" && p.words != nullptr &&
+           std::binary_search(p.words->macros.begin(), p.words->macros.end(), "OBJECT-TYPE");
+}
+
+void parseBitsOfManagement(Parser &p, Type &type) {
+    advance(p);
+    type.kind = TypeKind::OctetString;
+    if (at(p, TokenKind::OpenBrace)) {
+        Type bits;
+        parseItems(p, bits);
+    }
+}
+
 void parseReferenceType(Parser &p, Type &type) {
     const bool lower = at(p, TokenKind::Lower);
     parseReference(p, type.ref, type.fields, type.fieldIsUpper);
@@ -311,7 +327,9 @@ void parseUntagged(Parser &p, Type &type) {
         return failExpected(p, "a type");
     const bool className =
         token.word == Word::TYPE_IDENTIFIER || token.word == Word::ABSTRACT_SYNTAX;
-    if (isUpperName(p, token) || className || isObjectMacro(p)) {
+    if (isBitsOfManagement(p)) {
+        parseBitsOfManagement(p, type);
+    } else if (isUpperName(p, token) || className || isObjectMacro(p)) {
         parseReferenceType(p, type);
     } else if (token.kind == TokenKind::Lower && nextIs(p, TokenKind::Less)) {
         type.kind = TypeKind::Selection;

@@ -61,9 +61,10 @@ void parseNegative(Parser &p, Value &value) {
     value.negative = true;
 }
 
-/* The ":" of an open type's value stands there. */
+/* The ":" of an open type's value stands there, or is left out as in a value of ANY of 1988. */
 void parseTyped(Parser &p, Value &value, Type *type) {
-    advance(p);
+    if (!take(p, TokenKind::Colon))
+        slip(p.context.diagnostics, here(p), "\":\" is missing between a type and its value");
     value.kind = ValueKind::Typed;
     value.type = type;
     value.inner = parseValue(p);
@@ -76,7 +77,7 @@ void parseTypeFirst(Parser &p, Value &value) {
     Type *type = parseType(p);
     if (p.failed)
         return;
-    if (at(p, TokenKind::Colon)) {
+    if (at(p, TokenKind::Colon) || (type->kind != TypeKind::Field && beginsValue(peek(p)))) {
         parseTyped(p, value, type);
     } else if (type->kind == TypeKind::Field) {
         value.kind = ValueKind::Field;
@@ -137,7 +138,9 @@ void parseReferenceValue(Parser &p, Value &value) {
 
 void parseWordValue(Parser &p, Value &value) {
     const ValueKind kind = kindOfWord(peek(p).word);
-    if (kind != ValueKind::Bad && !nextIs(p, TokenKind::Colon)) {
+    const bool typed = nextIs(p, TokenKind::Colon) ||
+                       (kind == ValueKind::Null && peek(p, 1).word == Word::NULL_);
+    if (kind != ValueKind::Bad && !typed) {
         value.kind = kind;
         advance(p);
     } else if (takeWord(p, Word::CONTAINING)) {
