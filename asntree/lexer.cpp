@@ -157,9 +157,24 @@ void checkLeadingZero(LexState &state, std::size_t begin, std::size_t digits) {
         error(state.diagnostics, state.place(begin), "a number can't begin with a zero");
 }
 
+/* Whether what comes now is the number of a named arc behind others: `iso org(3) ecma(0012)`. */
+bool isInArcs(const LexState &state) {
+    const std::vector<Token> &tokens = state.file.tokens;
+    if (tokens.size() < 3 || tokens.back().kind != TokenKind::OpenParen ||
+        tokens[tokens.size() - 2].kind != TokenKind::Lower)
+        return false;
+    const TokenKind before = tokens[tokens.size() - 3].kind;
+    return before == TokenKind::Lower || before == TokenKind::Number ||
+           before == TokenKind::CloseParen;
+}
+
 void lexNumber(LexState &state) {
     const std::size_t begin = state.at;
-    checkLeadingZero(state, begin, skipDigits(state));
+    const std::size_t digits = skipDigits(state);
+    if (digits > 1 && state.text[begin] == '0' && isInArcs(state))
+        slip(state.diagnostics, state.place(begin), "an arc can't begin with a zero");
+    else
+        checkLeadingZero(state, begin, digits);
     TokenKind kind = TokenKind::Number;
     if (state.peek() == '.' && state.peek(1) != '.') {
         kind = TokenKind::Real;

@@ -106,6 +106,21 @@ void settleGovernors(Compilation &c, ObjectInfo &info) {
             setting.governor = variableGovernor(c, info, *setting.field);
 }
 
+/* `object.&field` of an object that is a parameter: what that leaves out is left out here too. */
+bool isLeftOutByArgument(Compilation &c, const Setting &setting) {
+    const auto gives = [&c](const auto &node, const Scope *scope) {
+        const Target target = tryResolve(c, node.ref, scope);
+        return target.argument == nullptr || target.argument->kind != ArgumentKind::Object ||
+               !settingsOf(c, node.ref, node.fields, node.fieldIsUpper, scope).empty();
+    };
+    if (!setting.field->optional)
+        return false;
+    if (setting.type && setting.type.type->kind == TypeKind::Field)
+        return !gives(*setting.type.type, setting.type.scope);
+    return setting.value && setting.value.value->kind == ValueKind::Field &&
+           !gives(*setting.value.value, setting.value.scope);
+}
+
 void takeSettings(Compilation &c, ObjectInfo &info, const std::vector<FieldSetting> &written) {
     for (const FieldSetting &part : written) {
         Setting *setting = findSetting(info, part.field.text, part.upper);
@@ -121,6 +136,7 @@ void takeSettings(Compilation &c, ObjectInfo &info, const std::vector<FieldSetti
             setting->given = true;
             setting->place = part.place;
             readSetting(c, *setting, part.tokens, info.use.scope);
+            setting->given = !isLeftOutByArgument(c, *setting);
         }
     }
 }

@@ -170,6 +170,10 @@ bool isAllCapitals(std::string_view name) {
                         [](char letter) { return letter >= 'a' && letter <= 'z'; });
 }
 
+bool isMacroClause(std::string_view word) {
+    return clauseKind(word) != ClauseKind::None;
+}
+
 bool isWellKnownMacro(std::string_view name) {
     return std::binary_search(std::begin(wellKnownMacros), std::end(wellKnownMacros), name);
 }

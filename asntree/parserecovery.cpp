@@ -39,6 +39,11 @@ bool isName(const Parser &p, std::uint32_t i) {
     return kindAt(p, i) == TokenKind::Lower || isUpperName(p, p.file.tokens[i]);
 }
 
+/* Words of macros' instances begin lines too. */
+bool isClauseWord(const Parser &p, std::uint32_t i) {
+    return kindAt(p, i) == TokenKind::Upper && isMacroClause(textOf(p.file, p.file.tokens[i]));
+}
+
 bool closes(TokenKind kind) {
     return kind == TokenKind::CloseBrace || kind == TokenKind::CloseParen ||
            kind == TokenKind::CloseBracket;
@@ -66,7 +71,7 @@ std::uint32_t openingBrace(const Parser &p, std::uint32_t i, std::uint32_t low) 
 /* The name at `last` is all that stands left of "::=": it begins its line, and it is not the
    indented type of a value or set whose name stands on the line in front of it. */
 bool standsAlone(const Parser &p, std::uint32_t last, std::uint32_t low) {
-    if (!isName(p, last) || !firstOnLine(p, last))
+    if (!isName(p, last) || !firstOnLine(p, last) || isClauseWord(p, last))
         return false;
     if (last <= low + 1 || !isName(p, last - 1) || !firstOnLine(p, last - 1))
         return true;
@@ -110,7 +115,7 @@ std::uint32_t nameBefore(const Parser &p, std::uint32_t last, std::uint32_t low)
             break;
         if (kind == TokenKind::Assign)
             break;
-        if (depth == 0 && i != last && isName(p, i))
+        if (depth == 0 && i != last && isName(p, i) && !isClauseWord(p, i))
             addCandidate(p, found, i);
         if (i == low)
             break;

@@ -77,7 +77,8 @@ void parseTypeFirst(Parser &p, Value &value) {
     Type *type = parseType(p);
     if (p.failed)
         return;
-    if (at(p, TokenKind::Colon) || (type->kind != TypeKind::Field && beginsValue(peek(p)))) {
+    const bool bare = type->kind != TypeKind::Field && !at(p, TokenKind::Lower);
+    if (at(p, TokenKind::Colon) || (bare && beginsValue(peek(p)))) {
         parseTyped(p, value, type);
     } else if (type->kind == TypeKind::Field) {
         value.kind = ValueKind::Field;
@@ -100,7 +101,7 @@ bool isPair(const Parser &p) {
 /* What begins with a name with a small letter, or with Module.name. */
 void parseReferenceValue(Parser &p, Value &value) {
     const bool bare = !at(p, TokenKind::Upper);
-    if (bare && nextIs(p, TokenKind::OpenBrace) && p.quietPairs) {
+    if (nextIs(p, TokenKind::OpenBrace) && nameHere(p).text == "globalValue") {
         value.kind = ValueKind::Choice;
         value.ref.name = takeName(p);
         value.inner = parseValue(p);

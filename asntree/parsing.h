@@ -126,6 +126,8 @@ bool isRedefined(const Parser &p, Word word);
 bool isUpperName(const Parser &p, const Token &token);
 bool isAllCapitals(std::string_view name);
 bool isMacroName(const Parser &p, std::string_view name);
+/* ARGUMENT, ERRORS, SYNTAX ...: what stands in instances of the well-known ones. */
+bool isMacroClause(std::string_view word);
 /* [Module.] name [{parameters}] {.&field}; something that can begin one stands there. */
 void parseReference(Parser &p, Reference &ref, std::vector<Name> &fields,
                     std::vector<bool> &fieldIsUpper);

@@ -324,8 +324,9 @@ void genClassTypedef(AsnObjClass *objClass) {
 void genClass(AsnObjClass *objClass) {
     static int nesting = 0;
     const NestingGuard guard(&nesting, objClass->posModule);
-    if (!hasOwnStructure(objClass) || getObjClassStamp(objClass) >= stampGIP)
-        return;
+    if (!hasOwnStructure(objClass) || !isCurrentModule(getModuleOfObjClass(objClass)) ||
+        getObjClassStamp(objClass) >= stampGIP)
+        return; /* a class of another module stands in its own file */
     setObjClassStamp(objClass, stampGIP);
     const TaviNodeScope enclosing;
     genReferredDefinitions(objClass);
