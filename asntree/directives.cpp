@@ -86,7 +86,7 @@ bool isStructure(TypeKind kind) {
 const char *misfit(WordKind word, const Item &item, TypeKind kind) {
     switch (word) {
     case WordKind::Int:
-        return kind == TypeKind::Integer || kind == TypeKind::Enumerated ? nullptr : "an INTEGER";
+        return kind == TypeKind::Integer ? nullptr : "an INTEGER";
     case WordKind::Real:
         return kind == TypeKind::Real ? nullptr : "a REAL";
     case WordKind::List:

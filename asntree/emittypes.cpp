@@ -284,12 +284,26 @@ void emitClassifier(TreeState &ts, RecNr nr, std::string_view name) {
         ts.tree().t(nr).auxRecord = ts.tree().addS({1, sibling, 0});
 }
 
+/* Words for what has a fixed place need a greatest size. */
+void checkFixedPlace(Emitter &e, const Words &words, const NumberSet &extent) {
+    const bool hasBound = !extent.empty() && extent.upper().finite();
+    const GivenWord *word = words.has(WordKind::String) && words.isStatic
+                                ? words.find(WordKind::String)
+                            : words.list == ListWord::Array ? words.find(WordKind::List)
+                                                            : nullptr;
+    if (word != nullptr && !hasBound)
+        error(e.c.diagnostics, word->place,
+              "`" + word->text + "` can't be obeyed: the size has no upper bound in the tree");
+}
+
 void setForm(Emitter &e, TreeState &ts, const Pending &pending, TypeUse base) {
     const int mainType = ts.tree().t(pending.nr).mainType;
     const Words *words = wordsOf(e, pending.item);
     const FormFacts facts{ts.settings, words,
                           extentOf(e, ts, pending.use, base, mainType), 0, false};
     const Form form = formOf(mainType, facts);
+    if (words != nullptr)
+        checkFixedPlace(e, *words, facts.extent);
     TNode &node = ts.tree().t(pending.nr);
     node.valueFieldCode = static_cast<std::uint8_t>(form.value);
     node.controlFieldCode = static_cast<std::uint8_t>(form.control);
