@@ -1,89 +1,59 @@
 #include "asntree/emitter.h"
 
-#include "asntree/graph.h"
+#include "asntree/recursion.h"
 #include "store/ketramac.h"
 
-/* Which definitions of a tree contain themselves. Those of different trees never do: modules that
-   name one another in a circle stand in one tree. */
+/* Forms that are chosen by what is around a type: of types that contain themselves, of numbers in
+   lists and homes. */
 
 namespace asntree {
 
 namespace {
 
-std::uint32_t at(RecNr nr) {
-    return static_cast<std::uint32_t>(nr - 1);
-}
-
-/* A reference inside a definition to another one; `list` is the list whose element it is, or 0. */
-struct Edge {
-    RecNr owner;
-    RecNr reference;
-    RecNr target;
-    RecNr list;
-};
-
-struct Visit {
-    RecNr nr;
-    RecNr list;
-};
-
-bool isDefinition(const TNode &node) {
-    return node.compStatus == TCS_HEADER && node.parentRec == 0;
-}
-
-/* All references inside a definition, through copies of parameterized bodies. */
-void addEdges(const Tree &tree, RecNr owner, std::vector<Visit> &stack, std::vector<Edge> &edges) {
-    stack.push_back({owner, 0});
-    while (!stack.empty()) {
-        const Visit visit = stack.back();
-        stack.pop_back();
-        const TNode &node = tree.t(visit.nr);
-        if (node.mainType == TYP_SYNONYM && node.refModule <= 1 && node.refRecord > 0) {
-            if (isDefinition(tree.t(node.refRecord)))
-                edges.push_back({owner, visit.nr, node.refRecord, visit.list});
-            else if (tree.t(node.refRecord).compStatus == TCS_PARAM_HEAD)
-                stack.push_back({node.refRecord, visit.list});
-        } else if (isListKind(node.mainType) && node.refModule <= 1 && node.refRecord > 0) {
-            stack.push_back({node.refRecord, visit.nr});
-        } else if (isStructureKind(node.mainType)) {
-            for (RecNr comp = node.refRecord; comp != 0; comp = tree.t(comp).next)
-                stack.push_back({comp, 0});
-        }
-    }
-}
-
-void makeList(TNode &node) {
+void makeList(Emitter &e, TreeState &ts, RecNr nr) {
+    TNode &node = ts.tree().t(nr);
     node.valueFieldCode = VF_LIST;
     node.controlFieldCode = VF_NONE;
     node.optionBits &= ~optionMask(OPT_DYNAMIC_ARRAY);
+    if (auto word = ts.arrayWords.find(nr); word != ts.arrayWords.end())
+        error(e.c.diagnostics, word->second->place,
+              "`" + word->second->text +
+                  "` can't be obeyed: the element refers back to the list, which only a linked list "
+                  "can hold");
+}
+
+/* -RECURSION= */
+void reportRecursion(Emitter &e, TreeState &ts) {
+    for (const Assignment *assignment : ts.plan->definitions) {
+        auto place = e.types.find(assignment);
+        if (place == e.types.end() ||
+            (ts.tree().t(place->second.nr).typeFlags & TYPE_RECURSIVE) == 0)
+            continue;
+        const std::string text =
+            "`" + std::string(assignment->name.text) + "` contains itself (-RECURSION=)";
+        if (ts.settings.recursion == RECURSION_IS_ERROR)
+            error(e.c.diagnostics, assignment->name.place, text);
+        else
+            warning(e.c.diagnostics, assignment->name.place, text);
+    }
 }
 
 } // namespace
 
 void markRecursion(Emitter &e, TreeState &ts) {
-    (void)e;
     Tree &tree = ts.tree();
-    std::vector<Edge> edges;
-    std::vector<Visit> stack;
-    for (RecNr nr = tree.header().firstTNode; nr != 0; nr = tree.t(nr).next)
-        addEdges(tree, nr, stack, edges);
-    Edges pairs;
-    for (const Edge &edge : edges)
-        pairs.emplace_back(at(edge.owner), at(edge.target));
-    const Groups groups =
-        groupsOf(graphOf(static_cast<std::uint32_t>(tree.tNodes.size()), pairs));
-    for (const Edge &edge : edges) {
-        if (groups.groupOf[at(edge.owner)] != groups.groupOf[at(edge.target)])
-            continue;
-        tree.t(edge.owner).typeFlags |= TYPE_RECURSIVE;
-        if (edge.list != 0) {
-            makeList(tree.t(edge.list));
-        } else if (edge.reference != edge.owner) {
-            TNode &reference = tree.t(edge.reference);
+    for (const RecursiveReference &found : recursiveReferences(tree)) {
+        tree.t(found.definition).typeFlags |= TYPE_RECURSIVE;
+        if (found.list != 0) {
+            makeList(e, ts, found.list);
+        } else if (found.reference != found.definition) {
+            TNode &reference = tree.t(found.reference);
             reference.typeFlags |= TYPE_RECURSIVE;
             reference.optionBits |= optionMask(OPT_POINTER);
         }
     }
+    if (ts.settings.recursion != 0)
+        reportRecursion(e, ts);
 }
 
 namespace {

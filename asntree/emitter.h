@@ -88,7 +88,7 @@ struct TreeState {
     std::unordered_map<RecNr, std::pair<std::int64_t, std::int64_t>> includedBounds; /* by SubRec */
     std::unordered_map<RecNr, std::vector<TedRec>> typeOptions; /* by TNode, VNode */
     std::unordered_map<RecNr, std::vector<TedRec>> valueOptions;
-    std::unordered_set<RecNr> wantsArray; /* lists that a word makes arrays */
+    std::unordered_map<RecNr, const GivenWord *> arrayWords; /* of lists that words make arrays */
     std::unordered_set<std::string> usedNames; /* of definitions, filled when first needed */
     bool uncheckedPresence = false;
     bool uncheckedParts = false;

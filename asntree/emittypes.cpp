@@ -309,7 +309,7 @@ void setForm(Emitter &e, TreeState &ts, const Pending &pending, TypeUse base) {
     node.controlFieldCode = static_cast<std::uint8_t>(form.control);
     node.optionBits |= form.options;
     if (words != nullptr && words->has(WordKind::List) && words->list != ListWord::List)
-        ts.wantsArray.insert(pending.nr);
+        ts.arrayWords.emplace(pending.nr, words->find(WordKind::List));
 }
 
 /* The type that says what a builtin type holds; the type itself for all but two. */

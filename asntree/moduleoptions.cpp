@@ -50,10 +50,6 @@ bool takeNameLength(M &settings, const ObeyedRow &, const char *value) {
     return byteOptionOK(&settings.nameLength, value, 8, 128, nullptr);
 }
 
-bool takeBoolean(M &settings, const ObeyedRow &row, const char *value) {
-    return booleOptionOK(&(settings.*row.place), value);
-}
-
 bool takeCategories(M &settings, const ObeyedRow &row, const char *value) {
     return bitVector8OptionOK(&(settings.*row.place), value);
 }
@@ -112,12 +108,10 @@ constexpr ObeyedRow obeyedRows[] = {
     {"REAL=", false, takeRealSize},
     {"C-GENERATION=", false, takeCGeneration},
     {"NAMELEN=", false, takeNameLength},
-    {"NEAR=", false, takeBoolean, &M::near},
     {"DEFINITION-CATEGORY=", false, takeMorla},
     {"MORLA=", false, takeMorla},
     {"EXTENSIONS=", false, takeByte, &M::saveExtensions, extensionWords, 1},
-    {"RECURSION=", false, takeByte, &M::recursion, severities, 2},
-    {"TAGUSAGE=", false, takeByte, &M::tagUsage, severities, 2},
+    {"RECURSION=", false, takeByte, &M::recursion, severities, RECURSION_IS_ERROR},
     {"STANDARD-VERSION=", false, takeYear},
     {"ENCF=", false, takeCategories, &M::encodeCategories},
     {"DECF=", false, takeCategories, &M::decodeCategories},

@@ -90,6 +90,8 @@ struct Settings {
     Sources optionFiles;
 };
 
+inline constexpr std::uint8_t RECURSION_IS_ERROR = 2;
+
 /* What the options say for one module. */
 struct ModuleSettings {
     std::uint8_t intForm = VF_NONE; /* VF_NONE chooses by the range; the same below */
@@ -99,10 +101,8 @@ struct ModuleSettings {
     std::uint8_t choiceForm = VF_NONE; /* -CHOICE= */
     std::uint8_t external = VF_EXTERNAL_1994;
     std::uint8_t nameLength = 128;
-    std::uint8_t near = 0;            /* -NEAR= */
     std::uint8_t saveExtensions = 1;  /* -EXTENSIONS= */
-    std::uint8_t recursion = 0;       /* -RECURSION=: 0 ignores, 1 warns of, 2 refuses recursion */
-    std::uint8_t tagUsage = 0;        /* -TAGUSAGE=: the same for tags out of order */
+    std::uint8_t recursion = 0;       /* -RECURSION=: 0, 1 warns, RECURSION_IS_ERROR */
     std::uint8_t strictAdditions = 0; /* -ADDITIONS=STRICT */
     bool entriesInHomes = false;      /* a MORLA application */
     ExtConstraints extConstraints = ExtConstraints::None;
