@@ -143,6 +143,24 @@ void checkInstanceOf(Compilation &c, TypeUse use) {
               "INSTANCE OF needs a class that is derived from TYPE-IDENTIFIER");
 }
 
+/* Capitals that are imported may be a macro, and then anything may follow; of a class or a type there
+   are no instances. */
+void checkMacro(Compilation &c, TypeUse use) {
+    Type named;
+    named.kind = TypeKind::Reference;
+    named.place = use.type->place;
+    named.ref = use.type->ref;
+    const Target target = tryResolve(c, named.ref, use.scope);
+    if (target.assignment == nullptr || target.assignment->kind == AssignmentKind::Macro)
+        return;
+    const bool isClass = bool(classOf(c, {&named, use.scope}));
+    const TypeUse base = isClass ? TypeUse{} : baseOf(c, {&named, use.scope});
+    if (isClass || (base && base.type->kind != TypeKind::Macro && base.type->kind != TypeKind::Bad))
+        error(c.diagnostics, use.type->ref.name.place,
+              quoted(named.ref.name.text) + " is no macro, so what follows it has no meaning",
+              {{target.assignment->name.place, "defined here"}});
+}
+
 void checkParts(Compilation &c, TypeUse use, Outer &outer) {
     switch (use.type->kind) {
     case TypeKind::Sequence:
@@ -153,6 +171,9 @@ void checkParts(Compilation &c, TypeUse use, Outer &outer) {
     case TypeKind::SequenceOf:
     case TypeKind::SetOf:
         checkTypeIn(c, {use.type->element, use.scope}, outer);
+        break;
+    case TypeKind::Macro:
+        checkMacro(c, use);
         break;
     case TypeKind::Selection:
         checkTypeIn(c, {use.type->element, use.scope}, outer);
