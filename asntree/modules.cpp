@@ -225,6 +225,10 @@ ModuleInfo *addModule(Compilation &c, Module *module) {
     for (const Name &name : module->exports)
         info->exported.insert(name.text);
     info->identifier = identifierOf(c, module->identifier, &info->root);
+    if (info->identifier.empty() && module->identifier.given() && !module->identifier.empty())
+        slip(c.diagnostics, module->name.place,
+             "the identifier of module `" + std::string(module->name.text) +
+                 "` is passed over: it has an arc without a number");
     if (c.modules.size() > 1) { /* the predefined module is found by nobody's import */
         c.modulesByName[module->name.text].push_back(info);
         if (!info->identifier.empty())
