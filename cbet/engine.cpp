@@ -4,6 +4,7 @@
 
 #include "cbet/embedding.h"
 #include "cbet/entryfuncs.h"
+#include "cbet/foreignfuncs.h"
 #include "cbet/functions.h"
 #include "cbet/predicates.h"
 #include "cbet/skipped.h"
@@ -237,6 +238,7 @@ void genFunc(AsnType *type, int) {
 
 void cGenerateTypeFunctions(AsnModule *module, const TypeFuncInfo *info) {
     glbInfo = info;
+    cStartForeignFunctions();
     forEachEntryVisType(module, genFunc);
     resetPath();
     glbInfo = nullptr;

@@ -4,6 +4,7 @@
 
 #include "cbet/checks.h"
 #include "cbet/engine.h"
+#include "cbet/foreignfuncs.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/memory.h"
@@ -117,6 +118,7 @@ void homeArgument(int file, AsnType *type, const char *end) {
 void cCallSeprNormFuncFromEntryFunc(AsnType *type) {
     static const CFuncArgs noArgs;
     int file = glbInfo->outFile;
+    cDeclareForeignFunction(type);
     const CFuncArgs &args = glbInfo->funcArgs != nullptr ? *glbInfo->funcArgs : noArgs;
     const char *end = args.callPostFunc != nullptr ? nullptr : ");\n";
     Text text;

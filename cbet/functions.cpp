@@ -176,6 +176,14 @@ void cFunctionProto(int file, const char *prefix, int gIndex, const CFuncArgs *a
     writeProto(file, prefix, name.c_str(), gIndex, args, type, homeParameter(type).text());
 }
 
+void cBaseFunctionProto(int file, const char *prefix, int gIndex, const CFuncArgs *args,
+                        AsnType *type) {
+    Text name, parameter;
+    getDefBaseTypeId(name, nullptr, type, nullptr);
+    writeProto(file, prefix, name.c_str(), gIndex, args, type,
+               cDefBaseTypeName(parameter, nullptr, type, " *home"));
+}
+
 void cFunctionDef(int file, const char *prefix, int gIndex, const CFuncArgs *args, AsnType *type) {
     writeDef(file, prefix, gIndex, args, type, homeParameter(type));
 }

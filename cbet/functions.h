@@ -67,6 +67,9 @@ void cFunc(int file, AsnType *type, const CFuncHead &head);
 
 /* "extern void eMsg (ASNG_F(ASNCODG *asncodg) Msg *home);\n" */
 void cFunctionProto(int file, const char *prefix, int gIndex, const CFuncArgs *args, AsnType *type);
+/* The same for the definition behind `type`, as cFunctionRef names it. */
+void cBaseFunctionProto(int file, const char *prefix, int gIndex, const CFuncArgs *args,
+                        AsnType *type);
 /* "void eMsg (ASNG_F(ASNCODG *asncodg) Msg *home)\n"; the variables of vars.h begin anew. */
 void cFunctionDef(int file, const char *prefix, int gIndex, const CFuncArgs *args, AsnType *type);
 /* "eFoo (ASNG_F(asncodg) &home->x);\n" */

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cbet/foreignfuncs.h"
 #include "cbet/functions.h"
 #include "cbet/predicates.h"
 #include "cbet/typefuncinfo.h"
@@ -63,6 +64,7 @@ void tstInitTypeWithNamedNumbers(AsnType *type, const TypeFuncInfo *info) {
 }
 
 void callSeprSetNamedDefFunc(AsnType *type, const TypeFuncInfo *info) {
+    cDeclareForeignFunction(type);
     Text name;
     /* aColor (ASNG_F(asntstg) NULL); */
     printfToF(info->outFile, "%s%s (ASNG_F(%s) NULL);\n", info->funcPrefix,

@@ -1,6 +1,7 @@
 #include "gen/valuecalls.h"
 
 #include "cbet/builtin.h"
+#include "cbet/foreignfuncs.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/reports.h"
@@ -25,6 +26,7 @@ bool isNumberByAddress(AsnType *type) {
 void genNoText(AsnType *, const TypeFuncInfo *) {}
 
 void genNormalCall(AsnType *type, const TypeFuncInfo *info) {
+    cDeclareForeignFunction(type);
     cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
 }
 

@@ -11,14 +11,6 @@
 
 namespace {
 
-struct PlaceHash {
-    std::size_t operator()(const NodePlace &place) const {
-        constexpr std::size_t SPREAD = 1'000'003;
-        return std::hash<const ModRec *>()(place.module) * SPREAD +
-               static_cast<std::size_t>(place.nr);
-    }
-};
-
 /* An inline object, as it was met. */
 struct BuiltinObjInfo {
     RecNr posRecord = 0;

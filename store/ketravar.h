@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -24,6 +25,14 @@ struct NodePlace {
     ModRec *module = nullptr;
     RecNr nr = 0;
     bool operator==(const NodePlace &) const = default;
+};
+
+struct PlaceHash {
+    std::size_t operator()(const NodePlace &place) const {
+        constexpr std::size_t SPREAD = 1'000'003;
+        return std::hash<const ModRec *>()(place.module) * SPREAD +
+               static_cast<std::size_t>(place.nr);
+    }
 };
 
 /* The place last read or written, for each kind that has a current record. */
