@@ -16,6 +16,7 @@ struct Site {
     const Scope *scope;
     TypeUse governor;
     TypeUse base;
+    TypeUse parent;             /* the type that is restricted, if it has a definition */
     NumberSet extents[ASPECTS]; /* of the parent: values, sizes, characters */
     bool alphabet = false;      /* within FROM */
     bool size = false;          /* within SIZE */
@@ -30,7 +31,7 @@ void checkSpec(Site &site, const ConstraintSpec &spec);
 void checkElement(Site &site, const Constraint &constraint);
 
 Site siteOf(Compilation &c, const Scope *scope, TypeUse governor, TypeUse parent) {
-    Site site{c, scope, governor, baseOf(c, governor), {}};
+    Site site{c, scope, governor, baseOf(c, governor), parent, {}};
     for (std::size_t i = 0; i < ASPECTS; ++i) {
         const auto aspect = static_cast<Aspect>(i);
         site.extents[i] = parent ? extentOf(c, parent, aspect, ExtensionView::Open)
@@ -66,24 +67,39 @@ bool hasAlphabet(TypeKind kind) {
 
 /* --- values and ranges --- */
 
-void reportOutside(const Site &site, Place place, const std::string &what, const Number &number) {
-    const Aspect aspect = site.alphabet ? Aspect::Characters
-                          : site.size   ? Aspect::Sizes
-                                        : Aspect::Values;
-    const NumberSet &parent = site.extent(aspect);
-    if (site.alphabet) {
-        refuse(site, place, what + " reaches outside the parent: no such character is left there");
-        return;
-    }
-    refuse(site, place,
-           what + " " + textOf(number) + " reaches outside the parent, which allows " +
-               (site.size ? "sizes of " : "") + textOf(parent));
+Aspect aspectOf(const Site &site) {
+    return site.alphabet ? Aspect::Characters : site.size ? Aspect::Sizes : Aspect::Values;
 }
 
 const NumberSet &parentOf(const Site &site) {
-    return site.extent(site.alphabet ? Aspect::Characters
-                       : site.size   ? Aspect::Sizes
-                                     : Aspect::Values);
+    return site.extent(aspectOf(site));
+}
+
+/* A size or character beyond the parent's is no mistake while others are left, for a string with it
+   is still a string: the check for what is left tells of those where none is. False if what is
+   restricted can't have it at all. */
+bool reportOutside(const Site &site, Place place, const std::string &what, const NumberSet &part) {
+    const NumberSet &parent = parentOf(site);
+    const bool possible = (site.size || site.alphabet) &&
+                          isWithin(part, wholeExtent(site.c, site.governor, aspectOf(site)));
+    const auto report = possible ? warning : error;
+    report(site.c.diagnostics, place,
+           site.alphabet
+               ? what + " reaches outside the parent: no such character is left there"
+               : what + " " + textOf(part) + " reaches outside the parent, which allows " +
+                     (site.size ? "sizes of " : "") + textOf(parent),
+           {});
+    return possible;
+}
+
+/* Of an extensible parent only the root is there to be restricted further. */
+void checkInRoot(const Site &site, Place place, const Number &number) {
+    if (!site.parent)
+        return;
+    const NumberSet &root = extentOf(site.c, site.parent, aspectOf(site), ExtensionView::Root);
+    if (!site.alphabet && !contains(root, number))
+        slip(site.c.diagnostics, place,
+             textOf(number) + " lies outside the root of the parent, which is " + textOf(root));
 }
 
 void checkSingle(Site &site, const Value *value) {
@@ -95,7 +111,7 @@ void checkSingle(Site &site, const Value *value) {
     const Datum *datum = readDatum(site.c, {value, site.scope}, site.governor);
     if (site.alphabet) {
         if (datum->kind == DatumKind::Text && !isWithin(charactersIn(*datum), parentOf(site)))
-            reportOutside(site, value->place, "the text", {});
+            reportOutside(site, value->place, "the text", charactersIn(*datum));
         return;
     }
     if (datum->kind == DatumKind::Item) {
@@ -107,7 +123,10 @@ void checkSingle(Site &site, const Value *value) {
     }
     if (datum->kind == DatumKind::Integer) {
         if (!contains(parentOf(site), datum->number))
-            reportOutside(site, value->place, site.size ? "the size" : "the value", datum->number);
+            reportOutside(site, value->place, site.size ? "the size" : "the value",
+                          NumberSet::of(datum->number, datum->number));
+        else
+            checkInRoot(site, value->place, datum->number);
         return;
     }
     const auto size = sizeOf(*datum);
@@ -135,10 +154,11 @@ std::optional<Number> checkEnd(Site &site, const Value *value, bool &sound) {
         sound = false;
         return number;
     }
-    if (!contains(parentOf(site), *number)) {
-        reportOutside(site, value->place, site.size ? "the size" : "the endpoint", *number);
+    if (contains(parentOf(site), *number))
+        checkInRoot(site, value->place, *number);
+    else if (!reportOutside(site, value->place, site.size ? "the size" : "the endpoint",
+                            NumberSet::of(*number, *number)))
         sound = false;
-    }
     return number;
 }
 
