@@ -115,11 +115,31 @@ ModuleInfo *definingModule(ModuleInfo *module, std::string_view name) {
     return nullptr;
 }
 
-void linkSymbol(ModuleInfo &importer, std::uint32_t number, const Name &symbol) {
+/* True if a name is handed on from module to module until it is back where it was asked for. */
+bool goesInCircle(const ModuleInfo &importer, const ModuleInfo &from, std::string_view name) {
+    const ModuleInfo *module = &from;
+    for (int steps = 0; module != nullptr && module != &importer && steps < 1000; ++steps) {
+        const auto next = module->imported.find(name);
+        if (module->names.count(name) != 0 || next == module->imported.end())
+            return false;
+        module = next->second.module;
+    }
+    return module == &importer && importer.names.count(name) == 0;
+}
+
+void linkSymbol(Compilation &c, ModuleInfo &importer, std::uint32_t number, const Name &symbol) {
     ModuleInfo *from = importer.imports[number];
     ImportedName entry{from, &symbol, number};
     auto [place, isNew] = importer.imported.emplace(symbol.text, entry);
-    if (isNew || place->second.module == from)
+    if (isNew)
+        return;
+    if (place->second.module == from && from != nullptr) {
+        warning(c.diagnostics, symbol.place,
+                "`" + std::string(symbol.text) + "` is imported twice from the same module",
+                {{place->second.symbol->place, "first here"}});
+        return;
+    }
+    if (place->second.module == from)
         return;
     place->second.ambiguous = definingModule(place->second.module, symbol.text) !=
                               definingModule(from, symbol.text);
@@ -152,6 +172,9 @@ void checkSymbol(Compilation &c, ModuleInfo &importer, const ModuleInfo &from, c
         report(c.diagnostics, symbol.place,
                "module `" + module + "` does not export `" + name + "`",
                {{from.syntax->name.place, "its EXPORTS list does not name it"}});
+    } else if (goesInCircle(importer, from, symbol.text)) {
+        error(c.diagnostics, symbol.place,
+              "`" + name + "` is imported in a circle: none of the modules defines it");
     } else if (importer.names.count(symbol.text) != 0 &&
                definingModule(const_cast<ModuleInfo *>(&from), symbol.text) != &importer) {
         slip(c.diagnostics, symbol.place,
@@ -261,6 +284,28 @@ void orderModules(Compilation &c) {
         std::sort(modules.begin(), modules.end(), before);
 }
 
+void checkExports(Compilation &c, const ModuleInfo &info) {
+    std::unordered_map<std::string_view, Place> seen;
+    for (const Name &name : info.syntax->exports) {
+        const std::string text = "`" + std::string(name.text) + "` is exported";
+        const auto [first, isNew] = seen.try_emplace(name.text, name.place);
+        if (!isNew)
+            warning(c.diagnostics, name.place, text + " twice", {{first->second, "first here"}});
+        else if (info.names.count(name.text) == 0 && info.imported.count(name.text) == 0 &&
+                 !isBuiltinName(name.text) && !isWellKnownMacro(name.text) && !info.incomplete)
+            error(c.diagnostics, name.place, text + ", but neither defined nor imported");
+    }
+}
+
+void checkHeader(Compilation &c, const ModuleInfo &info) {
+    checkExports(c, info);
+    const TokenRange braces = info.syntax->identifier;
+    if (braces.given() && !braces.empty() && info.identifier.empty())
+        slip(c.diagnostics, {braces.file, c.sources[braces.file].tokens[braces.begin].offset},
+             "the object identifier of the module can't be used: each arc needs its number, but "
+             "for those names that are known, and the first ones are those of roots");
+}
+
 } // namespace
 
 void linkImports(Compilation &c) {
@@ -273,7 +318,7 @@ void linkImports(Compilation &c) {
     for (const auto &info : c.modules)
         for (std::uint32_t i = 0; i < info->imports.size(); ++i)
             for (const Name &symbol : info->syntax->imports[i].symbols)
-                linkSymbol(*info, i, symbol);
+                linkSymbol(c, *info, i, symbol);
     for (const auto &info : c.modules)
         for (std::uint32_t i = 0; i < info->imports.size(); ++i) {
             const ImportFrom &import = info->syntax->imports[i];
@@ -287,12 +332,7 @@ void linkImports(Compilation &c) {
                 checkSymbol(c, *info, *from, symbol, isOtherVersion);
         }
     for (const auto &info : c.modules)
-        for (const Name &name : info->syntax->exports)
-            if (info->names.count(name.text) == 0 && info->imported.count(name.text) == 0 &&
-                !isBuiltinName(name.text) && !isWellKnownMacro(name.text) && !info->incomplete)
-                error(c.diagnostics, name.place,
-                      "`" + std::string(name.text) + "` is exported, but neither defined nor "
-                                                     "imported");
+        checkHeader(c, *info);
 }
 
 } // namespace asntree

@@ -61,6 +61,8 @@ void parseHeader(Parser &p, Module &module, ModuleWords &words) {
     }
     if (at(p, TokenKind::CString)) {
         module.iri = textOf(p.file, peek(p));
+        if (module.iri.size() < 3 || module.iri[1] != '/')
+            complain(p, here(p), "the identifier of a module in letters begins with \"/\"");
         advance(p);
     }
     expectWord(p, Word::DEFINITIONS);

@@ -136,8 +136,8 @@ SpareModules &spareOf(Compilation &c, Search &search, const std::string &path) {
 
 bool hasIdentifier(Compilation &c, const ModuleInfo &importer, const ImportFrom &import,
                    const Module &module) {
-    if (!import.identifier.given())
-        return true;
+    if (!import.identifier.given() || !module.identifier.given())
+        return !import.identifier.given();
     const std::vector<Number> wanted = arcsOf(c, import.identifier, &importer.root, true);
     return wanted.empty() || wanted == arcsOf(c, module.identifier, &importer.root, true);
 }
