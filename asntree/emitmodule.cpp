@@ -130,6 +130,12 @@ void emitModuleIdentifier(Emitter &e, TreeState &ts) {
     const std::vector<Number> numbers = arcsOf(e.c, module.syntax->identifier, &module.root, true);
     if (numbers.empty())
         return;
+    if (!std::all_of(numbers.begin(), numbers.end(), isHeldArc)) {
+        warning(e.c.diagnostics, module.syntax->name.place,
+                "the identifier of the module is left out: a tree can't hold arcs of more than 32 "
+                "bits");
+        return;
+    }
     const RecNr nr = ts.tree().addV({});
     ts.tree().header().moduleValue = nr;
     std::vector<DatumArc> arcs;
@@ -173,7 +179,8 @@ void layOutOptions(Emitter &e, TreeState &ts) {
     Tree &tree = ts.tree();
     std::vector<TedRec> general;
     for (const StoredOption &option :
-         storedOptions(e.settings, ts.plan->filePrefix, ts.plan->modules.front()->syntax->name.text))
+         storedOptions(e.settings, ts.plan->filePrefix,
+                       ts.plan->modules.front()->syntax->name.text, furtherModules(*ts.plan)))
         general.push_back({static_cast<std::uint8_t>(option.tedKind), tree.str(option.text)});
     const TedRange range = placeOptions(tree, general);
     tree.header().tedFirst = range.first;

@@ -284,6 +284,7 @@ RecNr emitValue(Emitter &e, TreeState &ts, ValueUse value, TypeUse governor, Pla
 void fillValue(Emitter &e, TreeState &ts, RecNr nr, const Datum &datum, PlaceNr place);
 RecNr emitDatum(Emitter &e, TreeState &ts, const Datum &datum, PlaceNr place, int status);
 RecNr integerValue(TreeState &ts, std::int64_t number, RecNr governor, int status);
+bool isHeldArc(const Number &arc); /* trees have arcs of 32 bits */
 void emitArcs(Emitter &e, TreeState &ts, RecNr nr, std::span<const DatumArc> arcs,
               std::span<const Number> all);
 bool referToValue(Emitter &e, TreeState &ts, RecNr nr, const Assignment *definition);

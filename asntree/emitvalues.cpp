@@ -289,14 +289,19 @@ RecNr emitValue(Emitter &e, TreeState &ts, ValueUse value, TypeUse governor, Pla
     return emitDatum(e, ts, *datum, place, status);
 }
 
+bool isHeldArc(const Number &arc) {
+    const std::optional<std::int64_t> small = asInt64(arc);
+    return small && *small <= std::int64_t{UINT32_MAX};
+}
+
 void emitArcs(Emitter &e, TreeState &ts, RecNr nr, std::span<const DatumArc> arcs,
               std::span<const Number> all) {
-    constexpr std::int64_t GREATEST_ARC = INT32_MAX;
     std::string text;
     for (const Number &arc : all) {
-        if (const std::optional<std::int64_t> small = asInt64(arc); !small || *small > GREATEST_ARC)
+        if (!isHeldArc(arc))
             return refuse(e, e.current == nullptr ? Place{} : e.current->name.place,
-                          "a tree can't hold the arc " + textOf(arc));
+                          "a tree can't hold the arc " + textOf(arc) +
+                              ", which has more than 32 bits");
         text += (text.empty() ? "" : ".") + textOf(arc);
     }
     const RecNr governor = plainInteger(ts);

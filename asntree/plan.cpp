@@ -20,7 +20,8 @@ void addGivenNames(const Settings &settings, const TreePlan &tree, GivenNames &g
     const std::string_view module = tree.modules.front()->syntax->name.text;
     NamingRules rules;
     bool componentDefines = false;
-    for (const StoredOption &option : storedOptions(settings, tree.filePrefix, module)) {
+    for (const StoredOption &option :
+         storedOptions(settings, tree.filePrefix, module, furtherModules(tree))) {
         if (option.tedKind != TED_OPTION)
             continue;
         addNamingOption(rules, option.text);
@@ -33,6 +34,14 @@ void addGivenNames(const Settings &settings, const TreePlan &tree, GivenNames &g
 }
 
 } // namespace
+
+std::vector<std::string_view> furtherModules(const TreePlan &tree) {
+    std::vector<std::string_view> names;
+    for (const ModuleInfo *module : tree.modules)
+        if (module != tree.modules.front())
+            names.push_back(module->syntax->name.text);
+    return names;
+}
 
 Plan makePlan(Compilation &c, const Settings &settings, const DefinitionWords &words) {
     Plan plan;

@@ -58,6 +58,9 @@ struct DefinitionWords {
     std::unordered_map<const Assignment *, std::vector<std::string>> naming;
 };
 
+/* The names of the modules that stand in a tree beside the first one. */
+std::vector<std::string_view> furtherModules(const TreePlan &tree);
+
 /* Makes the plan from modules without errors. Reports what can't be planned: a MERGE= that names an
    unknown module, prefixes that two modules want, entries that aren't there. */
 Plan makePlan(Compilation &c, const Settings &settings, const DefinitionWords &words = {});
