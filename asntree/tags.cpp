@@ -138,7 +138,7 @@ struct Claims {
     Compilation &c;
     TypeUse structure;
     const char *rule;
-    std::map<Tag, const Component *> owners{};
+    std::map<Tag, const SettledComponent *> owners{};
     bool any = false;  /* something was claimed */
     bool open = false; /* by a type that may have any tag */
 
@@ -151,13 +151,14 @@ struct Claims {
         any = true;
         open = open || isOpen;
         for (const Tag &tag : outerTags(c, part.type)) {
-            auto [place, isNew] = owners.emplace(tag, &component);
-            if (isNew || place->second == &component)
+            auto [place, isNew] = owners.emplace(tag, &part);
+            if (isNew || place->second == &part)
                 continue;
+            const SettledComponent &other = *place->second;
             error(c.diagnostics, placeIn(c, structure, component),
-                  "`" + std::string(component.name.text) + "` has the tag " + textOf(tag) +
-                      " of `" + std::string(place->second->name.text) + "`: " + rule,
-                  {{place->second->place, "the other one"}});
+                  "`" + std::string(part.name) + "` has the tag " + textOf(tag) + " of `" +
+                      std::string(other.name) + "`: " + rule,
+                  {{other.component->place, "the other one"}});
             return;
         }
     }
@@ -185,6 +186,79 @@ void checkRuns(Compilation &c, TypeUse structure) {
         if (part.component->presence == Presence::Mandatory)
             claims.clear();
     }
+}
+
+/* A message of the first version goes on with the second root where a later one has additions. */
+void checkSecondRoot(Compilation &c, TypeUse structure) {
+    std::map<Tag, const SettledComponent *> additions;
+    for (const SettledComponent &part : componentsOf(c, structure)) {
+        if (part.addition)
+            for (const Tag &tag : outerTags(c, part.type))
+                additions.emplace(tag, &part);
+        if (part.addition || additions.empty())
+            continue;
+        for (const Tag &tag : outerTags(c, part.type))
+            if (const auto found = additions.find(tag); found != additions.end())
+                error(c.diagnostics, placeIn(c, structure, *part.component),
+                      "`" + std::string(part.name) + "` has the tag " + textOf(tag) + " of `" +
+                          std::string(found->second->name) +
+                          "`: additions and what follows them need distinct tags",
+                      {{found->second->component->place, "the other one"}});
+        if (part.component->presence == Presence::Mandatory)
+            return;
+    }
+}
+
+bool hasMarker(TypeUse structure) {
+    const auto isMarker = [](const Component &component) {
+        return component.kind == ComponentKind::Marker;
+    };
+    return structure.scope->module->syntax->extensibilityImplied ||
+           std::any_of(structure.type->components.begin(), structure.type->components.end(),
+                       isMarker);
+}
+
+/* A type in whose place a later version may send a tag that isn't known yet. */
+bool hasOpenEnd(Compilation &c, TypeUse type) {
+    const DepthGuard guard(c);
+    const TypeUse use = guard.ok ? taggedOrBase(c, type) : TypeUse{};
+    if (!use || !use.type->tags.empty() || use.type->kind != TypeKind::Choice)
+        return false;
+    if (hasMarker(use))
+        return true;
+    const std::vector<SettledComponent> &alternatives = componentsOf(c, use);
+    return !hasAutomaticTags(c, use) &&
+           std::any_of(
+               alternatives.begin(), alternatives.end(),
+               [&c](const SettledComponent &alternative) { return hasOpenEnd(c, alternative.type); });
+}
+
+/* A tag that isn't known must lead to one place where it may have been added, not to several: in a
+   SEQUENCE those that lie in a run of OPTIONAL components, with the marker behind it. */
+void checkOpenEnds(Compilation &c, TypeUse structure) {
+    const bool isSequence = structure.type->kind == TypeKind::Sequence;
+    const bool extensible = hasMarker(structure);
+    const SettledComponent *first = nullptr;
+    const auto report = [&](Place place, const std::string &other) {
+        slip(c.diagnostics, place,
+             "an addition that isn't known could belong here as well as to " + other);
+    };
+    for (const SettledComponent &part : componentsOf(c, structure)) {
+        if (isSequence && part.addition)
+            break;
+        if (hasOpenEnd(c, part.type)) {
+            const Place place = placeIn(c, structure, *part.component);
+            if (first != nullptr)
+                return report(place, "`" + std::string(first->name) + "`");
+            if (!isSequence && extensible)
+                return report(place, "the structure around it");
+            first = &part;
+        }
+        if (isSequence && part.component->presence == Presence::Mandatory)
+            first = nullptr;
+    }
+    if (first != nullptr && extensible)
+        report(placeIn(c, structure, *first->component), "the structure around it");
 }
 
 } // namespace
@@ -298,8 +372,11 @@ void checkTags(Compilation &c, TypeUse structure) {
         checkAllDistinct(c, structure, "alternatives of a CHOICE need distinct tags");
     else if (structure.type->kind == TypeKind::Set)
         checkAllDistinct(c, structure, "components of a SET need distinct tags");
-    else
+    else {
         checkRuns(c, structure);
+        checkSecondRoot(c, structure);
+    }
+    checkOpenEnds(c, structure);
 }
 
 } // namespace asntree
