@@ -166,7 +166,8 @@ void parseElement(Parser &p, Type &type) {
 bool isBareList(const Parser &p) {
     const Token &token = peek(p);
     return token.kind == TokenKind::Comma || token.kind == TokenKind::CloseBrace ||
-           token.word == Word::OPTIONAL;
+           token.kind == TokenKind::Assign || token.word == Word::OPTIONAL ||
+           token.word == Word::END || beginsNextAssignment(p);
 }
 
 void parseSequence(Parser &p, Type &type) {
