@@ -90,12 +90,53 @@ const Scope *abstractScope(Compilation &c, const Assignment &assignment) {
     return result;
 }
 
+/* A set that is one other set was checked as that. */
+bool isNamedSet(const ConstraintSpec &set) {
+    return set.root != nullptr && set.root->kind == ConstraintKind::Contained &&
+           set.additions == nullptr;
+}
+
+/* What is given for a parameter has to be what its governor asks for, whether the body uses it or
+   not. */
+void checkArgument(Compilation &c, const Argument &argument) {
+    const TypeUse governor = argument.governor;
+    switch (argument.kind) {
+    case ArgumentKind::Value:
+        if (baseOf(c, governor))
+            checkValue(c, {argument.value, argument.scope}, governor);
+        break;
+    case ArgumentKind::ValueSet:
+        if (baseOf(c, governor))
+            checkSetElements(c, {argument.set, argument.scope}, governor);
+        break;
+    case ArgumentKind::Object: {
+        const ObjectUse object =
+            objectOf(c, {argument.value, argument.scope}, classOf(c, governor));
+        if (object && object.value == argument.value)
+            checkObject(c, object);
+        break;
+    }
+    case ArgumentKind::ObjectSet: {
+        const SetUse set{argument.set, argument.scope};
+        if (isNamedSet(*argument.set))
+            readObjectSet(c, set, classOf(c, governor));
+        else
+            checkObjectSet(c, set, classOf(c, governor));
+        break;
+    }
+    default:
+        break;
+    }
+}
+
 /* Instances make further instances while they are checked, so the list is gone through until it has
    stopped growing. */
 void checkInstances(Compilation &c) {
     while (!c.uncheckedInstances.empty()) {
         const Scope *scope = c.uncheckedInstances.front();
         c.uncheckedInstances.pop_front();
+        for (const Argument &argument : scope->arguments)
+            checkArgument(c, argument);
         const std::size_t known = c.diagnostics.list.size();
         checkAssignment(c, *scope->definition, scope);
         if (scope->arguments.empty())

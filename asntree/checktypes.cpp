@@ -33,8 +33,6 @@ void checkTagsOf(Compilation &c, TypeUse use) {
     const TypeKind kind = inner.kind;
     const bool named = kind == TypeKind::Reference || kind == TypeKind::Selection ||
                        kind == TypeKind::Field;
-    if (named && kind == TypeKind::Reference && tryResolve(c, inner.ref, use.scope).argument)
-        return; /* a dummy reference is tagged as its argument asks for */
     const TypeUse next = named ? follow(c, use) : TypeUse{};
     const bool open = kind == TypeKind::Choice || kind == TypeKind::Any ||
                       (kind == TypeKind::Field && isOpenType(c, use)) ||
@@ -49,12 +47,10 @@ void checkNamesOnce(Compilation &c, TypeUse structure) {
     std::unordered_map<std::string_view, const Component *> names;
     const char *what = structure.type->kind == TypeKind::Choice ? "alternative" : "component";
     for (const SettledComponent &part : componentsOf(c, structure)) {
-        if (part.component->name.text.empty())
-            continue;
-        auto [place, isNew] = names.emplace(part.component->name.text, part.component);
+        auto [place, isNew] = names.emplace(part.name, part.component);
         if (!isNew)
             error(c.diagnostics, placeIn(c, structure, *part.component),
-                  std::string(what) + " " + quoted(part.component->name.text) + " stands twice",
+                  std::string(what) + " " + quoted(part.name) + " stands twice",
                   {{place->second->place, "first here"}});
     }
 }
@@ -125,7 +121,7 @@ void checkConstraintsOf(Compilation &c, TypeUse use, Outer &outer) {
     for (const ConstraintSpec *spec : use.type->constraints)
         for (const Constraint *part : {spec->root, spec->additions})
             if (part != nullptr)
-                checkExpression(c, *part, use, use.scope, outer);
+                checkExpression(c, *part, use, scopeOf(*spec, use.scope), outer);
     checkConstraints(c, use);
 }
 

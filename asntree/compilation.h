@@ -26,7 +26,6 @@ struct Scope;
 struct ModuleInfo;
 struct Datum;      /* values.h */
 struct ValueMemos; /* reading.h */
-struct ValueMemos; /* reading.h */
 struct ObjectInfo; /* objects.h */
 struct ObjectSetInfo;
 
@@ -141,7 +140,7 @@ struct Compilation {
     std::unordered_map<UseKey, ObjectInfo *, UseHash> objectsOfValues;
     std::unordered_map<UseKey, ObjectSetInfo *, UseHash> objectSetsOfSets;
     std::unordered_map<const Assignment *, ConstraintSpec *> setsOfDefinitions;
-    std::unordered_map<UseKey, Type *, UseHash> typesOfSets; /* value sets as types */
+    std::unordered_map<UseKey, Type *, UseHash> madeTypes; /* of value sets, tagged alternatives */
     std::unordered_map<std::string_view, Argument> builtinsByName; /* IMPORTS UTF8String */
     std::unordered_set<UseKey, UseHash> checkedUses; /* objects and sets that were checked */
     int depth = 0; /* of questions within one another, see DepthGuard */

@@ -13,7 +13,7 @@ namespace {
    is a type too: its governor, constrained by the set. */
 TypeUse takeStep(Compilation &c, TypeUse use, std::vector<ConstraintUse> &out) {
     for (const ConstraintSpec *spec : use.type->constraints)
-        out.push_back({spec, use.scope, use});
+        out.push_back({spec, scopeOf(*spec, use.scope), use});
     if (use.type->kind != TypeKind::Reference)
         return follow(c, use);
     const Target target = tryResolve(c, use.type->ref, use.scope);

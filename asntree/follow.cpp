@@ -3,7 +3,8 @@
 #include "asntree/classes.h"
 #include "asntree/names.h"
 #include "asntree/objects.h"
-#include "asntree/values.h"
+#include "asntree/reading.h"
+#include "asntree/tags.h"
 
 /* From a use of a type to what it stands for. */
 
@@ -18,12 +19,15 @@ void reportNoType(Compilation &c, const Reference &reference, std::string_view w
 
 /* A value set as a type: its governor with the set as a constraint. Made once. */
 TypeUse typeOfSet(Compilation &c, const void *key, TypeUse governor, SetUse set) {
-    Type *&type = c.typesOfSets[{key, set.scope}];
+    Type *&type = c.madeTypes[{key, set.scope}];
     if (type == nullptr) {
         type = newType(c.arena, governor.type->kind, governor.type->place);
         *type = *governor.type;
         type->baseScope = nullptr;
-        type->constraints.push_back(const_cast<ConstraintSpec *>(set.set));
+        ConstraintSpec *spec = newConstraintSpec(c.arena, set.set->place);
+        *spec = *set.set;
+        spec->scope = set.scope;
+        type->constraints.push_back(spec);
     }
     return {type, governor.scope};
 }
@@ -85,6 +89,25 @@ TypeUse followReference(Compilation &c, const Reference &reference, const Scope 
     return {};
 }
 
+/* An alternative with the tag that automatic tagging gives it. Made once. */
+TypeUse taggedAlternative(Compilation &c, TypeUse choice, const SettledComponent &alternative) {
+    const auto index =
+        static_cast<std::size_t>(&alternative - componentsOf(c, choice).data());
+    Type *&type = c.madeTypes[{alternative.component, choice.scope}];
+    if (type == nullptr) {
+        TagSpec tag;
+        tag.place = alternative.component->place;
+        tag.number = newValue(c.arena, ValueKind::Number, tag.place);
+        tag.number->text = memosOf(c).texts.emplace_back(
+            std::to_string(automaticNumbers(c, choice)[index]));
+        type = newType(c.arena, alternative.type.type->kind, tag.place);
+        *type = *alternative.type.type;
+        type->baseScope = nullptr;
+        type->tags.insert(type->tags.begin(), tag);
+    }
+    return {type, choice.scope};
+}
+
 TypeUse followSelection(Compilation &c, TypeUse use) {
     const TypeUse choice = baseOf(c, {use.type->element, use.scope});
     if (!choice)
@@ -95,10 +118,8 @@ TypeUse followSelection(Compilation &c, TypeUse use) {
               "a selection type needs a CHOICE behind `<`");
         return {};
     }
-    for (const Component &component : choice.type->components)
-        if (component.kind == ComponentKind::Component &&
-            component.name.text == use.type->identifier.text)
-            return {component.type, choice.scope};
+    if (const SettledComponent *found = findComponent(c, choice, name))
+        return hasAutomaticTags(c, choice) ? taggedAlternative(c, choice, *found) : found->type;
     error(c.diagnostics, use.type->identifier.place, "the CHOICE has no alternative `" + name + "`",
           {{choice.type->place, "the CHOICE"}});
     return {};

@@ -228,7 +228,8 @@ ObjectUse objectOfField(Compilation &c, ValueUse use, ClassUse objectClass) {
          settingsOf(c, value.ref, value.fields, value.fieldIsUpper, use.scope))
         if (setting.kind == FieldKind::Object)
             return objectOf(c, setting.value, objectClass);
-    error(c.diagnostics, value.place, "the field path leads to no object");
+    if (tryResolve(c, value.ref, use.scope)) /* else reported, or a parameter of nothing yet */
+        error(c.diagnostics, value.place, "the field path leads to no object");
     return {};
 }
 

@@ -36,18 +36,9 @@ Constraint *finishValue(Parser &p, Value *value, ConstraintKind alone) {
     return result;
 }
 
-/* What a path of fields is, value or set, the governor tells; in a set the case of its last step
-   does. */
+/* What a path of fields is, value or set, the governor and the objects tell. */
 Constraint *finishField(Parser &p, Value *value) {
-    if (!p.inSet || !value->fieldIsUpper.back() || atRange(p))
-        return finishValue(p, value, p.inSet ? ConstraintKind::SingleValue : ConstraintKind::Group);
-    Constraint *result = newConstraint(p.context.arena, ConstraintKind::Contained, value->place);
-    result->type = newType(p.context.arena, TypeKind::Field, value->place);
-    result->type->end = value->end;
-    result->type->ref = value->ref;
-    result->type->fields = value->fields;
-    result->type->fieldIsUpper = value->fieldIsUpper;
-    return result;
+    return finishValue(p, value, ConstraintKind::Group);
 }
 
 Constraint *parseContained(Parser &p) {

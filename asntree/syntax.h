@@ -271,7 +271,14 @@ struct ConstraintSpec {
     Type *exceptionType = nullptr;   /* ! Type : value */
     Value *exception = nullptr;
     bool withoutParentheses = false; /* SIZE directly behind SEQUENCE or SET */
+    /* Of a set that is used as a type: the scope of its names, where that isn't the governor's. */
+    const Scope *scope = nullptr;
 };
+
+/* The scope of a constraint that stands on a type with the scope `otherwise`. */
+inline const Scope *scopeOf(const ConstraintSpec &spec, const Scope *otherwise) {
+    return spec.scope != nullptr ? spec.scope : otherwise;
+}
 
 /* --- classes, objects, sets --- */
 

@@ -166,10 +166,16 @@ void readReference(Reading &r) {
     takeOver(r, *whole, governorOfTarget(target));
 }
 
-/* object.&value, and Set.&value if all objects agree on one. */
+/* object.&value, and Set.&value of a set with one object that sets it. */
 void readField(Reading &r) {
     const Value &value = r.value();
     const auto settings = settingsOf(r.c, value.ref, value.fields, value.fieldIsUpper, r.use.scope);
+    if (settings.size() > 1) {
+        error(r.c.diagnostics, value.place,
+              "one value is needed here, but " + std::to_string(settings.size()) +
+                  " objects of the set give one");
+        return;
+    }
     for (const Setting &setting : settings) {
         if (setting.kind != FieldKind::FixedValue && setting.kind != FieldKind::VariableValue) {
             error(r.c.diagnostics, value.place,
