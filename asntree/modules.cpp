@@ -297,15 +297,6 @@ void checkExports(Compilation &c, const ModuleInfo &info) {
     }
 }
 
-void checkHeader(Compilation &c, const ModuleInfo &info) {
-    checkExports(c, info);
-    const TokenRange braces = info.syntax->identifier;
-    if (braces.given() && !braces.empty() && info.identifier.empty())
-        slip(c.diagnostics, {braces.file, c.sources[braces.file].tokens[braces.begin].offset},
-             "the object identifier of the module can't be used: each arc needs its number, but "
-             "for those names that are known, and the first ones are those of roots");
-}
-
 } // namespace
 
 void linkImports(Compilation &c) {
@@ -332,7 +323,7 @@ void linkImports(Compilation &c) {
                 checkSymbol(c, *info, *from, symbol, isOtherVersion);
         }
     for (const auto &info : c.modules)
-        checkHeader(c, *info);
+        checkExports(c, *info);
 }
 
 } // namespace asntree
