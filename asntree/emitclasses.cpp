@@ -110,7 +110,8 @@ RecNr defaultOf(Emitter &e, TreeState &ts, RecNr nr, ClassUse objectClass,
 void fillField(Emitter &e, TreeState &ts, RecNr nr, RecNr classNr, ClassUse objectClass,
                const ClassField &field) {
     const TypeUse governor = governorOf(objectClass, field);
-    switch (fieldKind(e.c, objectClass, field)) {
+    const FieldKind kind = fieldKind(e.c, objectClass, field);
+    switch (kind) {
     case FieldKind::Type:
         ts.tree().t(nr).mainType = TYP_OPEN;
         ts.tree().t(nr).valueFieldCode = VF_OPEN;
@@ -143,7 +144,8 @@ void fillField(Emitter &e, TreeState &ts, RecNr nr, RecNr classNr, ClassUse obje
         const RecNr value = defaultOf(e, ts, nr, objectClass, field);
         ts.tree().t(nr).defaultValue = value;
     }
-    applyWords(e, ts, {nr, governor, nullptr, &field, {}, "F"});
+    if (kind != FieldKind::FixedSet && kind != FieldKind::FixedValue) /* whose types have them */
+        applyWords(e, ts, {nr, governor, nullptr, &field, {}, "F"});
 }
 
 void fillFields(Emitter &e, TreeState &ts, RecNr classNr, RecNr first, ClassUse objectClass) {

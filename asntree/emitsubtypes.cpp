@@ -163,13 +163,33 @@ RecNr emitContained(const Expression &x) {
     return sub;
 }
 
+/* Says once for a module that generated code doesn't check constraints of a kind. */
+void noteUnchecked(const Expression &x, const char *what) {
+    if (x.ts.uncheckedNoted.insert(what).second)
+        addNote(x.e, x.ts, x.constraint.place,
+                std::string(what) +
+                    " can't be checked by generated code; this stands for all of them");
+}
+
+void noteSingle(const Expression &x) {
+    const TypeUse base = baseOf(x.e.c, x.context.type);
+    if (!base || x.context.mode != ExpressionContext::Values || x.context.isListed)
+        return;
+    const TypeKind kind = base.type->kind;
+    if (kind != TypeKind::Boolean && kind != TypeKind::Integer && kind != TypeKind::Enumerated &&
+        kind != TypeKind::Null)
+        noteUnchecked(x, "single values of other types than BOOLEAN, INTEGER and ENUMERATED");
+}
+
 /* Settings of fields in the place of values. */
 RecNr emitGroup(const Expression &x) {
     const Value &value = *x.constraint.value;
-    if (value.kind != ValueKind::Field)
-        return isInlineTable(x.e.c, &value, x.context.type)
-                   ? leaf(x.ts, SUB_TABLE)
-                   : emitSingle(x, {&value, x.scope});
+    if (value.kind != ValueKind::Field) {
+        if (isInlineTable(x.e.c, &value, x.context.type))
+            return leaf(x.ts, SUB_TABLE);
+        noteSingle(x);
+        return emitSingle(x, {&value, x.scope});
+    }
     std::vector<RecNr> parts;
     for (const Setting &setting :
          settingsOf(x.e.c, value.ref, value.fields, value.fieldIsUpper, x.scope)) {
@@ -189,20 +209,11 @@ RecNr emitGroup(const Expression &x) {
     return parts.size() == 1 ? parts.front() : operatorSub(x.ts, SUB_UNION, parts);
 }
 
-/* Says once for a module that generated code doesn't check a constraint of a kind. */
-void noteUnchecked(const Expression &x, bool &isNoted, const char *what) {
-    if (isNoted)
-        return;
-    isNoted = true;
-    addNote(x.e, x.ts, x.constraint.place,
-            std::string(what) + " can't be checked by generated code; this stands for all of them");
-}
-
 RecNr emitWithComponent(const Expression &x) {
     const TypeUse base = baseOf(x.e.c, x.context.type);
     if (!base || base.type->element == nullptr || x.constraint.inner == nullptr)
         return 0;
-    noteUnchecked(x, x.ts.uncheckedParts, "values within WITH COMPONENT and WITH COMPONENTS");
+    noteUnchecked(x, "values within WITH COMPONENT and WITH COMPONENTS");
     const ExpressionContext context{ExpressionContext::Values,
                                     elementPlace(x.ts, x.context.place),
                                     {base.type->element, base.scope}, x.context.frame};
@@ -214,7 +225,7 @@ RecNr emitWithComponent(const Expression &x) {
 RecNr emitPart(const Expression &x, const ComponentConstraint &part, PlaceNr place, TypeUse type) {
     RecNr nr = 0;
     if (part.inner != nullptr && part.inner->root != nullptr && !isDropped(x.ts, *part.inner)) {
-        noteUnchecked(x, x.ts.uncheckedParts, "values within WITH COMPONENT and WITH COMPONENTS");
+        noteUnchecked(x, "values within WITH COMPONENT and WITH COMPONENTS");
         const ExpressionContext context{ExpressionContext::Values, place, type, x.context.frame};
         nr = emitSpec(x.e, x.ts, *part.inner, x.scope, context);
     }
@@ -231,7 +242,7 @@ RecNr emitPart(const Expression &x, const ComponentConstraint &part, PlaceNr pla
 }
 
 RecNr emitWithComponents(const Expression &x) {
-    noteUnchecked(x, x.ts.uncheckedPresence, "WITH COMPONENTS");
+    noteUnchecked(x, "WITH COMPONENTS");
     const TypeUse base = baseOf(x.e.c, x.context.type);
     std::vector<RecNr> parts;
     for (const ComponentConstraint &part : x.constraint.parts) {
@@ -287,7 +298,7 @@ RecNr emitExpression(Emitter &e, TreeState &ts, const Constraint &constraint, co
         return emitWithComponents(x);
     case ConstraintKind::Pattern:
     case ConstraintKind::Settings:
-        noteUnchecked(x, ts.uncheckedParts, "patterns and settings");
+        noteUnchecked(x, "patterns and settings");
         return leaf(ts, SUB_PASSED_OVER);
     case ConstraintKind::UserDefined:
         return leaf(ts, SUB_USER_DEFINED);

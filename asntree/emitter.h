@@ -90,8 +90,7 @@ struct TreeState {
     std::unordered_map<RecNr, std::vector<TedRec>> valueOptions;
     std::unordered_map<RecNr, const GivenWord *> arrayWords; /* of lists that words make arrays */
     std::unordered_set<std::string> usedNames; /* of definitions, filled when first needed */
-    bool uncheckedPresence = false;
-    bool uncheckedParts = false;
+    std::unordered_set<std::string_view> uncheckedNoted; /* kinds of constraints, told of once */
     std::size_t instances = 0;
 
     Tree &tree() { return out->tree; }

@@ -173,7 +173,7 @@ constexpr ConstraintWord constraintWords[] = {
     {SUB_EXCEPTION, "!", nullptr},
     {SUB_TYPE_CONSTRAINT, "type", nullptr},
     {SUB_EXTENDED_VALUE_SET, "...", nullptr},
-    {SUB_PASSED_OVER, "CONTAINING", nullptr},
+    {SUB_PASSED_OVER, "passed over", nullptr},
 };
 
 std::string endpointText(Lister &lister, RecNr nr, const char *open, int depth) {
