@@ -9,4 +9,4 @@ cmake -S "$2/tests/install" -B "$work/build" -DCMAKE_PREFIX_PATH="$work/prefix" 
   -DCMAKE_C_FLAGS="$3" >/dev/null
 cmake --build "$work/build"
 [ "$("$work/build/outside")" = 5 ]
-[ -s "$work/prefix/share/man/man1/velmo.1" ]
+[ -s "$work/prefix/share/man/man1/velmo.1" ] && [ -s "$work/prefix/share/man/man1/asntree.1" ]
