@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Builds the compiler and the generator, goes from the text of the example modules to C and on to programs,
-# and shows what comes of each step.
+# Builds the compiler, the generator and velmo-tool, makes a program for messages of an example, goes from the text of the
+# example modules to C and on to programs, and shows what comes of each step.
 set -euo pipefail
 cd "$(dirname "$0")"
 . .ci/packages.sh
 need g++ cmake ninja-build
 
 cmake --preset release -DVELMO_TESTS=OFF >/dev/null
-cmake --build build/release -j "$(nproc)" --target asntree velmo
+cmake --build build/release -j "$(nproc)" --target asntree velmo velmo-tool
 PATH=$PWD/build/release:$PATH
 
 # run COMMAND: in out/, behind its line.
@@ -19,6 +19,33 @@ run() {
 
 rm -rf out
 mkdir out
+
+# From modules to a program for their messages.
+show_tool() {
+  run velmo-tool ../examples/shop.asn -- -A=../examples
+  run ./shop-tool list
+  cat >out/order.txt <<'TEXT'
+Order: {
+  number: 5
+  ship-to: { street: "North End 4" town: "Bath" }
+  lines: {
+    { article: { number: '00000001E240'H description: "nut" } amount: 100 unit: kilogram }
+  }
+  state: sent
+}
+TEXT
+  echo
+  echo "== an order: out/order.txt"
+  cat out/order.txt
+  run ./shop-tool convert --out=hex order.txt | tee out/order.hex
+  sed -i '/^[0-9A-F]*$/!d' out/order.hex
+  run ./shop-tool decode --tlv order.hex
+  run ./shop-tool decode --json order.hex
+  sed 's/0A0103/0A0163/' out/order.hex >out/wrong.hex
+  run ./shop-tool check order.hex wrong.hex || echo "status $?"
+}
+show_tool
+
 echo
 echo "== the module examples/basic.asn"
 sed -n '/^BEGIN/,/^END/p' examples/basic.asn

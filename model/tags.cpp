@@ -147,6 +147,18 @@ void forEachLocalTagRevOrd(AsnType *type, TagCall func) {
     forLocalTags(type, func, true);
 }
 
+int universalTagOfBase(AsnType *type) {
+    const NodeContext keep(REC_TAG);
+    ChainGuard guard(REC_TAG);
+    int number = -1;
+    for (RecNr nr = type->base.firstTagRec; nr != 0; nr = tagRec.next) {
+        guard.step(type->contentModule);
+        readRec(type->contentModule, REC_TAG, nr);
+        number = tagRec.tagClass == TAG_UNI ? tagRec.tagNumber : -1;
+    }
+    return number;
+}
+
 int getNrOfTags(AsnType *type) {
     return type->nrOfTags;
 }

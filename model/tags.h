@@ -26,6 +26,10 @@ void forInnermostTagsRevOrd(AsnType *type, TagCall func);
 void forEachLocalTag(AsnType *type, TagCall func);
 void forEachLocalTagRevOrd(AsnType *type, TagCall func);
 
+/* The universal tag that stands innermost on the record of the base, -1 if none does. It makes another
+   builtin type of one that has no kind of its own: a UTF8String is an OCTET STRING under
+   [UNIVERSAL 12]. */
+int universalTagOfBase(AsnType *type);
 int getNrOfTags(AsnType *type);
 int getNrOfLocalTags(AsnType *type);
 int getTagClass(const AsnTag *tag);

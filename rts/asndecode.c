@@ -121,18 +121,25 @@ static int findEnd (const BYTE_TYPE *p, const BYTE_TYPE *limit, const BYTE_TYPE 
   return ASN_OK;
 }
 
+int asnFindEnd (const BYTE_TYPE *p, const BYTE_TYPE *limit, const BYTE_TYPE **end)
+{
+  ASN_HEADER header;
+  const int error = asnReadHeader (p, limit, &header);
+  if (error)
+    return error;
+  if (header.tag == EOC_TAG)
+    return TAG_FAIL;
+  *end = header.contents + header.len;
+  return header.indefinite ? findEnd (header.contents, limit, end) : ASN_OK;
+}
+
 BOOLE asnIsOneEncoding (const BYTE_TYPE *octets, size_t length)
 {
   const BYTE_TYPE *end = octets + length, *behind;
-  ASN_HEADER header;
   /* A tag and a length of one octet each. */
   if (length >= 2 && octets[0] != 0 && (octets[0] & 0x1F) != ASN_LONG_NUMBER && octets[1] < 0x80)
     return octets[1] == length - 2;
-  if (length > INT32_MAX || asnReadHeader (octets, end, &header) != ASN_OK || header.tag == EOC_TAG)
-    return FALSE;
-  if (!header.indefinite)
-    return (size_t)(end - header.contents) == header.len;
-  return findEnd (header.contents, end, &behind) == ASN_OK && behind == end;
+  return length <= INT32_MAX && asnFindEnd (octets, end, &behind) == ASN_OK && behind == end;
 }
 
 /* --- levels --- */

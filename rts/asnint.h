@@ -122,6 +122,9 @@ typedef struct {
    An end-of-contents is a tag 0 with length 0 in one octet. */
 int asnReadHeader (const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *header);
 
+/* Behind the encoding that begins at `p`, as far as tags and lengths say; ASN_OK or the error. */
+int asnFindEnd (const BYTE_TYPE *p, const BYTE_TYPE *limit, const BYTE_TYPE **end);
+
 /* Whether octets are one whole encoding, as far as tags and lengths say. */
 BOOLE asnIsOneEncoding (const BYTE_TYPE *octets, size_t length);
 
@@ -201,6 +204,10 @@ BOOLE asnIsInRange (REAL128 value, const ASN_REAL_RANGE *range);
 /* Whether a form of `size` octets can hold a number: what rounds to infinity or to 0 there is too large
    or too small. */
 BOOLE asnRealFits (REAL128 value, size_t size);
+/* Writes the contents of a number, as BIN_ENC or NR2_ENC with so many digits. */
+void asnPutReal (ASNCODG *g, REAL128 value, int form, int digits);
+/* The number that an encoding's contents stand for; ASN_OK or VALUE_FAIL. */
+int asnRealFromContents (const BYTE_TYPE *p, uint32 len, REAL64 *value);
 /* Whether all digits of a decimal number are 0, whatever its exponent. */
 BOOLE asnIsZero (const char *text);
 

@@ -74,9 +74,8 @@ static void putDecimal (ASNCODG *g, REAL128 value, int digits)
   putOctet (g, NR2);
 }
 
-void asnEncReal (ASNCODG *g, uint32 tag, REAL128 value, int form, int digits)
+void asnPutReal (ASNCODG *g, REAL128 value, int form, int digits)
 {
-  uint32 used = asnUsed (g);
   if (isnan (value))
     putOctet (g, NOT_A_NUMBER);
   else if (isinf (value))
@@ -86,8 +85,14 @@ void asnEncReal (ASNCODG *g, uint32 tag, REAL128 value, int form, int digits)
   else if (value != 0 && form == NR2_ENC)
     putDecimal (g, value, digits);
   else if (value != 0)
-    putBinary (g, value);
-  asnPutHeader (g, tag, used); /* zero has no contents */
+    putBinary (g, value); /* zero has no contents */
+}
+
+void asnEncReal (ASNCODG *g, uint32 tag, REAL128 value, int form, int digits)
+{
+  uint32 used = asnUsed (g);
+  asnPutReal (g, value, form, digits);
+  asnPutHeader (g, tag, used);
 }
 
 /* --- decoding --- */
@@ -241,6 +246,15 @@ static BOOLE readReal (const BYTE_TYPE *p, uint32 len, BOOLE isWidest, REAL128 *
   default:
     return FALSE;
   }
+}
+
+int asnRealFromContents (const BYTE_TYPE *p, uint32 len, REAL64 *value)
+{
+  REAL128 number;
+  if (!readReal (p, len, FALSE, &number) || !asnRealFits (number, sizeof *value))
+    return VALUE_FAIL;
+  *value = (REAL64)number;
+  return ASN_OK;
 }
 
 BOOLE asnIsInRange (REAL128 value, const ASN_REAL_RANGE *range)

@@ -9,4 +9,9 @@ cmake -S "$2/tests/install" -B "$work/build" -DCMAKE_PREFIX_PATH="$work/prefix" 
   -DCMAKE_C_FLAGS="$3" >/dev/null
 cmake --build "$work/build"
 [ "$("$work/build/outside")" = 5 ]
-[ -s "$work/prefix/share/man/man1/velmo.1" ] && [ -s "$work/prefix/share/man/man1/asntree.1" ]
+for program in velmo asntree velmo-tool; do
+  [ -s "$work/prefix/share/man/man1/$program.1" ]
+done
+cd "$work"
+CFLAGS=$3 prefix/bin/velmo-tool "$2/examples/basic.asn"
+[ "$(echo 3006020105010101 | ./basic-tool convert --out=json Msg | tr -d ' \n')" = '{"id":5,"ok":true}' ]

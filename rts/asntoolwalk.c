@@ -1,0 +1,512 @@
+/* Going through an encoding by the description of its type. */
+
+#include "asntoolint.h"
+
+#include <stdlib.h>
+
+/* Encodings, and choices without tags, within one another. */
+#define MOST_LEVELS (2u * ASN_MAX_NESTING)
+
+static const BYTE_TYPE *walkPlace (ASN_WALK *w, const ASNTOOLPLACE *place, const uint32 *tags,
+                                   const BYTE_TYPE *p, const BYTE_TYPE *limit);
+
+/* --- errors --- */
+
+static void notePath (ASN_WALK *w)
+{
+  ASN_PATH path = asnStartPath (w->error.path, sizeof w->error.path);
+  uint32 i = w->nrOfSteps < ASN_MAX_PATH ? w->nrOfSteps : ASN_MAX_PATH;
+  while (i-- > 0 && asnPutStep (&path, w->steps[i].name, w->steps[i].element, i == 0)) {
+  }
+  asnEndPath (&path);
+}
+
+/* Whether `p` lies behind the goal, of which all is told. */
+static BOOLE isBehindGoal (const ASN_WALK *w, const BYTE_TYPE *p)
+{
+  return w->goal && w->expected.length > 0 && p != w->goal;
+}
+
+static const BYTE_TYPE *fail (ASN_WALK *w, const BYTE_TYPE *p, int code)
+{
+  if (w->error.code == ASN_OK) {
+    w->error.code = code;
+    w->error.offset = (uint32)(p - w->start);
+    w->last = p;
+    if (!isBehindGoal (w, p))
+      notePath (w);
+  }
+  return NULL;
+}
+
+static BOOLE readHeader (ASN_WALK *w, const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *header)
+{
+  const int error = asnReadHeader (p, limit, header);
+  if (error)
+    (void)fail (w, p, error);
+  return !error;
+}
+
+/* Whether to tell what may stand at `p`: what was told of the goal stays, unless there is more to say of it. */
+static BOOLE startTelling (ASN_WALK *w, const BYTE_TYPE *p)
+{
+  if (isBehindGoal (w, p))
+    return FALSE;
+  if (p == w->goal)
+    notePath (w);
+  asnEmpty (&w->expected);
+  return TRUE;
+}
+
+static void expectPlace (ASN_WALK *w, const ASNTOOLPLACE *place, const BYTE_TYPE *p)
+{
+  if (startTelling (w, p))
+    asnAddPlace (&w->expected, place);
+}
+
+/* --- what fits where --- */
+
+static BOOLE fits (const ASNTOOLPLACE *place, const uint32 *tags, uint32 tag, uint32 depth)
+{
+  if (asnIsMarker (place) || depth > MOST_LEVELS)
+    return FALSE;
+  if (*tags)
+    return *tags == tag;
+  if (place->type->kind != TYP_CHOICE)
+    return tag != EOC_TAG;
+  for (uint32 i = 0; i < place->type->nrOfPlaces; i++) {
+    const ASNTOOLPLACE *alternative = &place->type->places[i];
+    if (fits (alternative, alternative->tags, tag, depth + 1))
+      return TRUE;
+  }
+  return FALSE;
+}
+
+enum { FOREIGN = -1, NOTHING = -2 };
+
+/* Where a structure or choice stands. */
+typedef struct {
+  const ASNTOOLTYPE *type;
+  uint32 next;   /* of a SEQUENCE: the first component that may come */
+  BOOLE isOpen;  /* unknown components may come */
+  BOOLE ordered;
+} MATCH;
+
+static MATCH startMatch (const ASNTOOLTYPE *type)
+{
+  MATCH match = { type, 0, FALSE, FALSE };
+  match.ordered = type->kind == TYP_SEQ || type->kind == TYP_EXTERNAL || type->kind == TYP_EXTERNAL_1994;
+  if (!match.ordered)
+    for (uint32 i = 0; i < type->nrOfPlaces; i++)
+      match.isOpen |= asnIsMarker (&type->places[i]);
+  return match;
+}
+
+/* The number of the component with this tag. */
+static sint64 matchTag (MATCH *match, uint32 tag)
+{
+  const ASNTOOLTYPE *type = match->type;
+  uint32 afterMarker = match->next;
+  for (uint32 i = match->next; i < type->nrOfPlaces; i++) {
+    const ASNTOOLPLACE *place = &type->places[i];
+    if (asnIsMarker (place)) {
+      match->isOpen = TRUE;
+      afterMarker = i + 1;
+    } else if (fits (place, place->tags, tag, 0)) {
+      if (match->ordered)
+        match->next = i + 1;
+      return i;
+    } else if (match->ordered && place->status == TCS_MANDATORY) {
+      break;
+    }
+  }
+  if (match->ordered)
+    match->next = afterMarker;
+  return match->isOpen ? FOREIGN : NOTHING;
+}
+
+/* The components that may come, and the end of the structure. */
+static void expectMatch (ASN_WALK *w, const MATCH *match, const BYTE_TYPE *p, BOOLE mayEnd)
+{
+  const ASNTOOLTYPE *type = match->type;
+  enum { MOST = 8 };
+  uint32 told = 0, left = 0;
+  if (!startTelling (w, p))
+    return;
+  for (uint32 i = match->next; i < type->nrOfPlaces; i++) {
+    const ASNTOOLPLACE *place = &type->places[i];
+    if (asnIsMarker (place))
+      continue;
+    if (told == MOST) {
+      left++;
+    } else {
+      asnAddText (&w->expected, told++ > 0 ? ", " : "");
+      asnAddPlace (&w->expected, place);
+    }
+    if (match->ordered && place->status == TCS_MANDATORY) {
+      mayEnd = FALSE;
+      break;
+    }
+  }
+  if (left > 0) {
+    asnAddText (&w->expected, ", or one of ");
+    asnAddNumber (&w->expected, left);
+    asnAddText (&w->expected, " others");
+  }
+  if (mayEnd) {
+    asnAddText (&w->expected, told > 0 ? ", or the end of " : "the end of ");
+    asnAddText (&w->expected, type->name ? type->name : asnKindName (type->kind));
+  }
+}
+
+/* --- contents of constructed encodings --- */
+
+typedef struct {
+  const BYTE_TYPE *p;
+  const BYTE_TYPE *limit;
+  BOOLE indefinite;
+} CONTENTS;
+
+static CONTENTS contentsOf (const ASN_HEADER *header, const BYTE_TYPE *limit)
+{
+  CONTENTS contents = { header->contents, limit, header->indefinite };
+  if (!header->indefinite)
+    contents.limit = header->contents + header->len;
+  return contents;
+}
+
+/* Whether the contents end here; where they have no length that is at two octets 0. */
+static BOOLE atEnd (const CONTENTS *contents)
+{
+  if (!contents->indefinite)
+    return contents->p == contents->limit;
+  return contents->limit - contents->p >= 2 && contents->p[0] == 0 && contents->p[1] == 0;
+}
+
+/* Behind the contents, which must end here. */
+static const BYTE_TYPE *endContents (ASN_WALK *w, const CONTENTS *contents)
+{
+  if (!atEnd (contents)) {
+    if (startTelling (w, contents->p))
+      asnAddText (&w->expected, "the end of the element around it");
+    return fail (w, contents->p, contents->p == contents->limit ? LEN_FAIL : EOC_FAIL);
+  }
+  if (w->visitor->end)
+    w->visitor->end (w);
+  return contents->p + (contents->indefinite ? 2 : 0);
+}
+
+/* --- steps of a path --- */
+
+static void pushStep (ASN_WALK *w, const ASNTOOLPLACE *place, uint32 element)
+{
+  if (w->nrOfSteps < ASN_MAX_PATH) {
+    w->steps[w->nrOfSteps].name = place->name;
+    w->steps[w->nrOfSteps].element = element;
+  }
+  w->nrOfSteps++;
+}
+
+/* A component, alternative or element with its name. */
+static const BYTE_TYPE *walkNamed (ASN_WALK *w, const ASNTOOLPLACE *place, uint32 element,
+                                   const BYTE_TYPE *p, const BYTE_TYPE *limit)
+{
+  pushStep (w, place, element);
+  if (p == w->goal)
+    expectPlace (w, place, p);
+  if (w->visitor->name)
+    w->visitor->name (w, place, element);
+  p = walkPlace (w, place, place->tags, p, limit);
+  w->nrOfSteps--;
+  return p;
+}
+
+static const BYTE_TYPE *walkWhole (ASN_WALK *w, const BYTE_TYPE *p, const BYTE_TYPE *limit, BOOLE isKnown)
+{
+  const BYTE_TYPE *end;
+  const int error = asnFindEnd (p, limit, &end);
+  if (error)
+    return fail (w, p, error);
+  if (w->visitor->whole)
+    w->visitor->whole (w, p, (size_t)(end - p), isKnown);
+  return end;
+}
+
+/* --- structures --- */
+
+static const BYTE_TYPE *failMatch (ASN_WALK *w, const MATCH *match, const BYTE_TYPE *p, int code)
+{
+  expectMatch (w, match, p, match->type->kind != TYP_CHOICE);
+  return fail (w, p, code);
+}
+
+static BOOLE lacksMandatory (const MATCH *match, const BYTE_TYPE *const *places)
+{
+  for (uint32 i = match->next; i < match->type->nrOfPlaces; i++) {
+    const ASNTOOLPLACE *place = &match->type->places[i];
+    if (!asnIsMarker (place) && place->status == TCS_MANDATORY && (!places || !places[i]))
+      return TRUE;
+  }
+  return FALSE;
+}
+
+/* The components of a SEQUENCE, or of a SET in the order of the encoding. Of a SET `places` gets where
+   each component stands; those that come twice are left to decoders. */
+static const BYTE_TYPE *walkInOrder (ASN_WALK *w, const ASNTOOLTYPE *type, CONTENTS *contents,
+                                     const BYTE_TYPE **places)
+{
+  MATCH match = startMatch (type);
+  while (!atEnd (contents)) {
+    ASN_HEADER header;
+    sint64 component;
+    if (!readHeader (w, contents->p, contents->limit, &header))
+      return NULL;
+    component = matchTag (&match, header.tag);
+    if (component == NOTHING)
+      return failMatch (w, &match, contents->p, TAG_FAIL);
+    if (component == FOREIGN && contents->p == w->goal)
+      expectMatch (w, &match, contents->p, TRUE);
+    if (component >= 0 && places) {
+      if (places[component])
+        return fail (w, contents->p, DM_FAIL);
+      places[component] = contents->p;
+    }
+    contents->p = component < 0 ? walkWhole (w, contents->p, contents->limit, FALSE)
+                                : walkNamed (w, &type->places[component], 0, contents->p, contents->limit);
+    if (!contents->p)
+      return NULL;
+  }
+  if (lacksMandatory (&match, places))
+    return failMatch (w, &match, contents->p, places ? MM_FAIL : TAG_FAIL);
+  return contents->p;
+}
+
+/* The components of a SET in the order of the type, then those that it doesn't know. */
+static const BYTE_TYPE *walkByType (ASN_WALK *w, const ASNTOOLTYPE *type, CONTENTS *contents,
+                                    const BYTE_TYPE **places)
+{
+  static const ASN_VISITOR silent = { FALSE, NULL, NULL, NULL, NULL, NULL, NULL, NULL };
+  const ASN_VISITOR *visitor = w->visitor;
+  const CONTENTS before = *contents;
+  MATCH match = startMatch (type);
+  const BYTE_TYPE *end, *p;
+  w->visitor = &silent;
+  end = walkInOrder (w, type, contents, places);
+  w->visitor = visitor;
+  for (uint32 i = 0; end && i < type->nrOfPlaces; i++)
+    if (places[i] && !walkNamed (w, &type->places[i], 0, places[i], before.limit))
+      return NULL;
+  for (p = before.p; end && match.isOpen && p < end;) {
+    ASN_HEADER header;
+    if (!readHeader (w, p, before.limit, &header))
+      return NULL;
+    if (matchTag (&match, header.tag) == FOREIGN)
+      p = walkWhole (w, p, before.limit, FALSE);
+    else if (asnFindEnd (p, before.limit, &p) != ASN_OK)
+      return NULL;
+    if (!p)
+      return NULL;
+  }
+  return end;
+}
+
+static const BYTE_TYPE *walkSet (ASN_WALK *w, const ASNTOOLTYPE *type, CONTENTS *contents)
+{
+  const BYTE_TYPE **places = (const BYTE_TYPE **)calloc (type->nrOfPlaces + 1u, sizeof *places);
+  const BYTE_TYPE *end;
+  if (!places)
+    return fail (w, contents->p, LACK_OF_MEMORY);
+  end = w->visitor->byType ? walkByType (w, type, contents, places)
+                           : walkInOrder (w, type, contents, places);
+  free (places);
+  return end;
+}
+
+static const BYTE_TYPE *walkList (ASN_WALK *w, const ASNTOOLTYPE *type, CONTENTS *contents)
+{
+  for (uint32 element = 0; !atEnd (contents); element++) {
+    if (contents->p >= contents->limit)
+      return fail (w, contents->p, LEN_FAIL);
+    contents->p = walkNamed (w, type->places, element, contents->p, contents->limit);
+    if (!contents->p)
+      return NULL;
+  }
+  return contents->p;
+}
+
+static const BYTE_TYPE *walkStructure (ASN_WALK *w, const ASNTOOLTYPE *type, const ASN_HEADER *header,
+                                       const BYTE_TYPE *limit)
+{
+  const ASNTOOLTYPE *parts = asnComponents (type);
+  CONTENTS contents = contentsOf (header, limit);
+  const BYTE_TYPE *end;
+  if (w->visitor->open)
+    w->visitor->open (w, type);
+  if (type->kind == TYP_SEQOF || type->kind == TYP_SETOF)
+    end = walkList (w, type, &contents);
+  else
+    end = type->kind == TYP_SET ? walkSet (w, parts, &contents) : walkInOrder (w, parts, &contents, NULL);
+  if (!end)
+    return NULL;
+  if (w->visitor->close)
+    w->visitor->close (w, type);
+  return endContents (w, &contents);
+}
+
+static const BYTE_TYPE *walkChoice (ASN_WALK *w, const ASNTOOLTYPE *type, const BYTE_TYPE *p,
+                                    const BYTE_TYPE *limit)
+{
+  MATCH match = startMatch (type);
+  ASN_HEADER header;
+  sint64 alternative;
+  if (p == w->goal)
+    expectMatch (w, &match, p, FALSE);
+  if (!readHeader (w, p, limit, &header))
+    return NULL;
+  alternative = header.tag == EOC_TAG ? NOTHING : matchTag (&match, header.tag);
+  if (alternative == NOTHING)
+    return failMatch (w, &match, p, TAG_FAIL);
+  if (w->visitor->open)
+    w->visitor->open (w, type);
+  p = alternative < 0 ? walkWhole (w, p, limit, FALSE)
+                      : walkNamed (w, &type->places[alternative], 0, p, limit);
+  if (p && w->visitor->close)
+    w->visitor->close (w, type);
+  return p;
+}
+
+/* --- types without parts --- */
+
+static BOOLE mayHaveSegments (int kind)
+{
+  return kind == TYP_BITSTR || kind == TYP_OCTSTR || kind == TYP_OBJDESCR || kind == ASNTOOL_UTF8 ||
+         (kind >= TYP_NUMSTR && kind <= TYP_UTCTIME && kind != TYP_CHASTR);
+}
+
+/* Adds the octets of all segments; of bits each has an octet in front. */
+static const BYTE_TYPE *joinSegments (ASN_WALK *w, const ASN_HEADER *header, const BYTE_TYPE *limit,
+                                      BOOLE areBits, uint32 *unused, uint32 depth)
+{
+  CONTENTS contents = contentsOf (header, limit);
+  if (depth > MOST_LEVELS)
+    return fail (w, contents.p, DEPTH_FAIL);
+  while (!atEnd (&contents)) {
+    ASN_HEADER segment;
+    if (!readHeader (w, contents.p, contents.limit, &segment))
+      return NULL;
+    if (segment.constructed) {
+      contents.p = joinSegments (w, &segment, contents.limit, areBits, unused, depth + 1);
+      if (!contents.p)
+        return NULL;
+      continue;
+    }
+    if (areBits && (segment.len == 0 || *unused != 0 || *segment.contents > 7))
+      return fail (w, contents.p, VALUE_FAIL);
+    if (areBits)
+      *unused = *segment.contents;
+    asnAdd (&w->segments, segment.contents + areBits, segment.len - areBits);
+    contents.p = segment.contents + segment.len;
+  }
+  return contents.p + (contents.indefinite ? 2 : 0);
+}
+
+static const BYTE_TYPE *tellLeaf (ASN_WALK *w, const ASNTOOLTYPE *type, const BYTE_TYPE *start,
+                                  const BYTE_TYPE *p, uint32 length, uint32 unused)
+{
+  const int error = w->visitor->leaf ? w->visitor->leaf (w, type, p, length, unused) : ASN_OK;
+  return error ? fail (w, start, error) : start;
+}
+
+static const BYTE_TYPE *walkLeaf (ASN_WALK *w, const ASNTOOLTYPE *type, const BYTE_TYPE *start,
+                                  const ASN_HEADER *header, const BYTE_TYPE *limit)
+{
+  const BOOLE areBits = type->kind == TYP_BITSTR;
+  const BYTE_TYPE *end = header->contents + header->len;
+  uint32 unused = 0;
+  if (!header->constructed) {
+    if (areBits && (header->len == 0 || *header->contents > 7 || (*header->contents > 0 && header->len == 1)))
+      return fail (w, start, VALUE_FAIL);
+    if (areBits)
+      unused = *header->contents;
+    return tellLeaf (w, type, start, header->contents + areBits, header->len - areBits, unused) ? end : NULL;
+  }
+  if (!mayHaveSegments (type->kind))
+    return fail (w, start, FORM_FAIL);
+  asnEmpty (&w->segments);
+  end = joinSegments (w, header, limit, areBits, &unused, 0);
+  if (!end || !tellLeaf (w, type, start, (const BYTE_TYPE *)w->segments.text, (uint32)w->segments.length, unused))
+    return NULL;
+  if (w->visitor->end)
+    w->visitor->end (w);
+  return end;
+}
+
+/* --- any place --- */
+
+/* What stands behind the tags that are left. */
+static const BYTE_TYPE *walkTagged (ASN_WALK *w, const ASNTOOLPLACE *place, const uint32 *tags,
+                                    const BYTE_TYPE *p, const BYTE_TYPE *limit)
+{
+  const ASNTOOLTYPE *type = place->type;
+  ASN_HEADER header;
+  if (!readHeader (w, p, limit, &header))
+    return NULL;
+  if (header.tag != *tags) {
+    expectPlace (w, place, p);
+    return fail (w, p, TAG_FAIL);
+  }
+  if (w->visitor->header)
+    w->visitor->header (w, p, &header);
+  if (tags[1] || asnIsUntagged (type->kind)) {
+    CONTENTS contents = contentsOf (&header, limit);
+    if (!header.constructed)
+      return fail (w, p, FORM_FAIL);
+    contents.p = walkPlace (w, place, tags + 1, contents.p, contents.limit);
+    return contents.p ? endContents (w, &contents) : NULL;
+  }
+  if (!asnIsStructure (type->kind))
+    return walkLeaf (w, type, p, &header, limit);
+  return header.constructed ? walkStructure (w, type, &header, limit) : fail (w, p, FORM_FAIL);
+}
+
+static const BYTE_TYPE *walkPlace (ASN_WALK *w, const ASNTOOLPLACE *place, const uint32 *tags,
+                                   const BYTE_TYPE *p, const BYTE_TYPE *limit)
+{
+  if (w->depth >= MOST_LEVELS)
+    return fail (w, p, DEPTH_FAIL);
+  w->depth++;
+  if (*tags)
+    p = walkTagged (w, place, tags, p, limit);
+  else if (place->type->kind == TYP_CHOICE)
+    p = walkChoice (w, place->type, p, limit);
+  else
+    p = walkWhole (w, p, limit, TRUE);
+  w->depth--;
+  return p;
+}
+
+BOOLE asnWalk (ASN_WALK *w, const ASN_VISITOR *visitor, void *own, const ASNTOOLPLACE *place,
+               const BYTE_TYPE *p, size_t length)
+{
+  const BYTE_TYPE *end;
+  w->visitor = visitor;
+  w->own = own;
+  w->start = p;
+  w->depth = w->nrOfSteps = 0;
+  w->error.code = ASN_OK;
+  w->error.path[0] = 0;
+  asnEmpty (&w->expected);
+  end = walkNamed (w, place, 0, p, p + length);
+  if (end && end != p + length) {
+    if (startTelling (w, end))
+      asnAddText (&w->expected, "the end of the message");
+    (void)fail (w, end, REST_FAIL);
+  }
+  return w->error.code == ASN_OK;
+}
+
+void asnEndWalk (ASN_WALK *w)
+{
+  asnDrop (&w->expected);
+  asnDrop (&w->segments);
+}

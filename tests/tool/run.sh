@@ -1,0 +1,167 @@
+#!/usr/bin/env bash
+# Makes a program of the example modules, and takes the values of ../roundtrip through it: the text and
+# the encodings that stand there say what it has to give. Then other forms of files, what it says of wrong
+# ones, and changed encodings.
+# usage: run.sh VELMO-TOOL SOURCE [COMPILER-FLAG]
+set -uo pipefail
+source=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work" || exit 2
+export CFLAGS="-O0 ${3:-}"
+failures=0
+fail() {
+  echo "FAILED: $*"
+  failures=$((failures + 1))
+}
+# same WHAT EXPECTED ACTUAL
+same() { [ "$2" = "$3" ] || fail "$1: expected '$2', got '$3'"; }
+# gives WHAT STATUS EXPECTED-PART COMMAND...
+gives() {
+  local what=$1 status=$2 part=$3 said got
+  shift 3
+  said=$("$@" 2>&1 </dev/null)
+  got=$?
+  [ $got = "$status" ] || fail "$what: status $got instead of $status: ${said:0:400}"
+  case $said in *"$part"*) ;; *) fail "$what: '$part' isn't in: ${said:0:400}" ;; esac
+}
+
+examples=$source/examples
+maker=$1
+"$maker" --output=all-tool "$examples"/{basic,stock,shop,forms,value,operations}.asn -- -A="$examples" \
+  -PREFIX=Library-Desk:desk || exit 1
+tool=$work/all-tool
+
+# --- values: MODULE.TYPE.txt gets texts, .good their encodings, .other further ones with .same, the encodings
+# of the same values, beside them. Each wrong encoding is a file of its own; their errors are in .errors.
+split() {
+  awk -v module="$1" '
+    /^--/ || /^[?+]/ || /^! 06.* VALUE_FAIL/ { next } # arcs may be wider here
+    /^[=~!] / { mark = $1; error = $NF; sub (/^[=~!] */, "")
+                if (mark == "!") sub (/ *[A-Z_]+$/, "")
+                gsub (/ /, "")
+                if (mark == "=") { good = $0; print > (name ".good"); print text > (name ".txt") }
+                else if (mark == "~" && good) { print > (name ".other"); print good > (name ".same") }
+                else if (mark == "!" && $0 != "" && error != "REST_FAIL" && /[1-9A-F]/) { # what follows a message is another one, or fills up
+                   print > (name ".bad" ++bad[name]); print error > (name ".errors") }
+                next }
+    /^[A-Z][A-Za-z0-9-]*:/ { type = $1; sub (/:.*/, "", type); name = module "." type; text = good = "" }
+    { text = text $0 "\n" }'
+}
+splitAll() {
+  local pair
+  for pair in basic=Basic-Forms stock=Stock-Keeping shop=Shop-Orders forms=All-Forms value=Value-Forms desk=Library-Desk; do
+    split "${pair#*=}" <"$source/tests/roundtrip/${pair%=*}.txt"
+  done
+}
+
+# What a type drops by its form, "check" finds: the text of the values is the same even then.
+testOther() {
+  local form=--json
+  case $("$tool" check "$1" "$1.other") in *DIFFERENT*) form=--out=text ;; esac
+  same "$1 in other encodings" "$("$tool" decode $form "$1" "$1.same")" "$("$tool" decode $form "$1" "$1.other")"
+  [ $form != --json ] || same "DER of $1" "$("$tool" convert --der --out=hex "$1" "$1.same")" \
+    "$("$tool" convert --der --out=hex "$1" "$1.other")"
+}
+
+testValues() {
+  local type file
+  for file in *.good; do
+    type=${file%.good}
+    same "$type from text" "$(cat "$file")" "$("$tool" encode --out=hex "$type" "$type.txt")"
+    same "$type by way of JSON" "$(cat "$file")" "$("$tool" decode --json "$type" "$file" | "$tool" encode --out=hex "$type" --in=json)"
+    gives "check $type" 0 ", 0 bad" "$tool" check "$type" "$file"
+    gives "tags of $type" 0 "" "$tool" decode --tlv "$type" "$file"
+    [ ! -e "$type.other" ] || testOther "$type"
+    [ ! -e "$type.errors" ] ||
+      same "wrong $type" "$(cat "$type.errors")" \
+        "$("$tool" check "$type" --quiet $(ls -v "$type".bad*) | sed -n 's/^[^:]*: message 1 at octet 0: \([A-Z_]*\).*/\1/p')"
+  done
+}
+
+# Each form of a file, and several messages in one; broken ones are passed over.
+testForms() {
+  local form
+  for form in hex base64 pem json text; do
+    "$tool" convert Order --in=hex --out=$form Shop-Orders.Order.good >"order.$form"
+    same "Order as $form" "$(cat Shop-Orders.Order.good)" "$("$tool" convert Order --out=hex "order.$form")"
+  done
+  "$tool" convert Order --out=binary order.pem >order.bin
+  gives "a type that fits" 0 "ship-to" "$tool" decode order.bin
+  gives "the standard input" 0 '"ship-to"' sh -c "'$tool' decode --json - <order.bin"
+  { cat order.bin; printf '\0\0'; cat order.bin; } >two.bin
+  gives "messages with octets 0 between them" 0 "good, 2 messages" "$tool" check two.bin
+  echo "$(cat Shop-Orders.Order.good) 61 03 02 01 00 $(cat Shop-Orders.Order.good)" | tr -d '\n' >three.hex
+  gives "the message behind a broken one" 1 "1 of 3 messages bad" "$tool" check three.hex
+  echo 61830203 >long.hex
+  gives "a length beyond the end" 1 "LEN_FAIL" "$tool" check long.hex
+  gives "a broken message's tags" 1 "[APPLICATION 1] Order" "$tool" decode --tlv three.hex
+  same "definite lengths" "$(echo 'Msg: { id: 1 ok: TRUE }' | "$tool" encode --out=hex Msg)" \
+    "$(echo 3080 020101 0101FF 0000 | "$tool" convert Msg --der --out=hex)"
+  same "a SET OF in order" 310602010102010A "$(echo '[ 10, 1 ]' | "$tool" encode --der --out=hex Fields)"
+}
+
+# What is wrong, where, and what should be there.
+testReports() {
+  local order
+  order=$(cat Shop-Orders.Order.good)
+  echo "${order/020100/0201FF}" >wrong.hex
+  gives "a value out of bounds" 1 "at Order.number, octet 2: expected" "$tool" check wrong.hex
+  gives "the status" 1 "1 message in 1 file, 1 bad" "$tool" check wrong.hex
+  gives "an unknown name" 1 "line 2: VALUE_FAIL at Msg: expected one of id, name, ok, each once, not \"di\"" \
+    sh -c "printf '{ \"ok\": true,\n \"di\": 5 }' | '$tool' encode Msg"
+  gives "a missing name" 1 "MM_FAIL at Msg: expected" sh -c "echo '{}' | '$tool' encode Msg"
+  gives "a wrong value" 1 "Msg.id: expected id: INTEGER (0..255)" sh -c "echo '{ \"id\": \"x\", \"ok\": true }' | '$tool' encode Msg"
+  gives "a value beyond its range" 1 "CONSTRAINT_FAIL at Msg.id" sh -c "echo '{ \"id\": 256, \"ok\": true }' | '$tool' encode Msg"
+  gives "no JSON" 1 "no JSON: " sh -c "echo '{ \"id\" 1 }' | '$tool' encode --in=json Msg"
+  gives "a wrong text" 1 "line 2: INPUT_FAIL at Msg.id" sh -c "printf 'Msg: {\nid: x }' | '$tool' encode"
+  gives "no file" 1 "No such file" "$tool" decode Msg nowhere.bin
+  gives "no type" 2 'did you mean Order?' "$tool" decode Ordr
+  gives "several types" 2 "several modules" "$tool" decode Word
+  gives "no command" 2 "--help" "$tool"
+  gives "a wrong option" 2 "unknown option" "$tool" decode --jsn
+  gives "--help" 0 "encode" "$tool" --help
+  gives "--version" 0 "Shop-Orders" "$tool" --version
+  gives "the list" 0 "Order" "$tool" list
+  gives "a wrong command line" 1 "error" "$maker" --nonsense x.asn
+  gives "a wrong module" 2 "error" "$maker" "$source/CMakeLists.txt"
+}
+
+# Whatever is in a file, the program ends with a status of its own and without a word of the sanitizers.
+changed() {
+  awk -v seed="$1" -v digits="$2" 'BEGIN { srand (seed) }
+    { n = split ($0, c, ""); for (k = 0; k < 3; k++) c[1 + int (rand () * n)] = substr (digits, 1 + int (rand () * length (digits)), 1)
+      if (rand () < 0.2) n = 2 * int (n * rand () / 2)
+      line = ""; for (i = 1; i <= n; i++) line = line c[i]; print line }'
+}
+survives() {
+  local said status
+  said=$(timeout 120 "$@" 2>&1 </dev/null)
+  status=$?
+  [ $status -le 2 ] || fail "$*: status $status"
+  case $said in *"runtime error"* | *Sanitizer*) fail "$*: ${said:0:2000}" ;; esac
+}
+testChanged() {
+  local type seed
+  for type in *.good; do
+    type=${type%.good}
+    for seed in 1 2 3; do
+      head -1 "$type.good" | changed $seed 0123456789ABCDEF >"$type.changed$seed"
+      "$tool" decode --json "$type" "$type.good" | head -40 | changed $seed '{}[]:,"-0129a\u' >"$type.json$seed"
+      head -20 "$type.txt" | changed $seed "{}:,\"'-0129aBH" >"$type.text$seed"
+    done
+    survives "$tool" check "$type" --in=hex "$type".changed*
+    survives "$tool" decode --tlv "$type" --in=hex "$type".changed*
+    survives "$tool" convert --der --out=hex --in=hex "$type".changed*
+    survives "$tool" encode "$type" --out=hex --in=json "$type".json*
+    survives "$tool" encode "$type" --out=hex --in=text "$type".text*
+  done
+}
+
+splitAll
+testValues
+testForms
+testReports
+testChanged
+[ $failures = 0 ] || echo "$failures failures"
+[ $failures = 0 ]
