@@ -141,6 +141,9 @@ bool parseCommandLine(int argc, char **argv, Settings &settings, std::string &me
                                " of the module " + choice.module + " has more than " +
                                std::to_string(settings.prefixLength) + " characters (-PREFIXLEN=)");
     }
+    if (settings.prefixStart.size() >= settings.prefixLength)
+        refuse(reader, "-PREFIX=*:" + settings.prefixStart + " leaves no room in " +
+                           std::to_string(settings.prefixLength) + " characters (-PREFIXLEN=)");
     checkStoredOptions(reader);
     if (settings.files.empty() && !settings.help && !settings.version && !reader.failed)
         refuse(reader, "no file is named; asntree --help tells more");
@@ -186,6 +189,7 @@ What is done:
 
 Names of files and in C:
   -PREFIX=Module:file:gen prefixes of the files and names that are generated from a module
+  -PREFIX=*:start         what all other prefixes begin with
   -PREFIXLEN=N            longest prefix, 1 to 32 (32)
   -MERGE=prefix:Module,.. puts modules into one tree
   -UNIQUE=WHERE           no two C names are equal: YES in the run, INCLUDES in modules that include

@@ -82,6 +82,7 @@ struct Settings {
     bool help = false;
     bool version = false;
     std::vector<PrefixChoice> prefixes;
+    std::string prefixStart; /* -PREFIX=*:start: in front of all prefixes that no option gives */
     std::vector<MergeChoice> merges;
     std::vector<EntryOption> entries;
     std::vector<ModuleOption> options;            /* in their order */

@@ -127,15 +127,15 @@ void takePrefixOptions(Compilation &c, const Settings &settings, Plan &plan, Tak
 }
 
 /* Modules alone in a file get the file's name, unless several want the same one. */
-void takeFileNames(const Compilation &c, std::size_t length, Plan &plan, Taken &taken,
+void takeFileNames(const Compilation &c, const Settings &settings, Plan &plan, Taken &taken,
                    const std::vector<const ModuleInfo *> &modules) {
     std::map<std::string, std::vector<const ModuleInfo *>> wishes;
     std::map<std::string, std::string> names;
     const std::vector<bool> single = filesOfOneModule(c.sources);
     for (const ModuleInfo *module : modules) {
         const SourceFile &file = c.sources[module->syntax->file];
-        const std::string stem = withUnderscores(stemOf(file.path));
-        if (plan.prefixes.count(module) != 0 || !isGoodPrefix(stem, length) ||
+        const std::string stem = settings.prefixStart + withUnderscores(stemOf(file.path));
+        if (plan.prefixes.count(module) != 0 || !isGoodPrefix(stem, settings.prefixLength) ||
             !single[module->syntax->file])
             continue;
         wishes[keyOf(stem)].push_back(module);
@@ -148,14 +148,16 @@ void takeFileNames(const Compilation &c, std::size_t length, Plan &plan, Taken &
         }
 }
 
-void takeModuleNames(std::size_t length, Plan &plan, Taken &taken,
+void takeModuleNames(const Settings &settings, Plan &plan, Taken &taken,
                      const std::vector<const ModuleInfo *> &modules) {
+    const std::size_t length = settings.prefixLength;
+    const std::string &start = settings.prefixStart;
     std::unordered_map<std::string, int> counters;
     for (const ModuleInfo *module : modules) {
         if (plan.prefixes.count(module) != 0)
             continue;
         const std::string name(module->syntax->name.text);
-        std::string prefix = prefixOfName(name, length);
+        std::string prefix = start + prefixOfName(name, length - start.size());
         int &counter = counters[keyOf(prefix)];
         const std::string plain = prefix;
         while (taken.has(prefix)) {
@@ -197,7 +199,6 @@ std::string prefixOfName(std::string_view moduleName, std::size_t length) {
 
 void choosePrefixes(Compilation &c, const Settings &settings, Plan &plan) {
     const std::vector<const ModuleInfo *> modules = sortedModules(c, plan);
-    const auto length = static_cast<std::size_t>(settings.prefixLength);
     Taken taken;
     for (const TreePlan &tree : plan.trees)
         if (!tree.genPrefix.empty())
@@ -206,8 +207,8 @@ void choosePrefixes(Compilation &c, const Settings &settings, Plan &plan) {
     takePrefixOptions(c, settings, plan, taken, modules);
     for (const auto &[module, prefixes] : plan.prefixes)
         byOption[module] = true;
-    takeFileNames(c, length, plan, taken, modules);
-    takeModuleNames(length, plan, taken, modules);
+    takeFileNames(c, settings, plan, taken, modules);
+    takeModuleNames(settings, plan, taken, modules);
     for (TreePlan &tree : plan.trees) {
         if (!tree.genPrefix.empty())
             continue;

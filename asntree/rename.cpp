@@ -143,6 +143,15 @@ const std::string &prefixOf(const Renamer &renamer, const NamedDefinition &defin
     return renamer.table.plan.prefixes.at(module).gen;
 }
 
+/* What stands in front of a name that is changed: all module prefixes may begin with what the user puts
+   in front of all names, and once is enough then. */
+std::string newPrefixOf(const Renamer &renamer, const NamedDefinition &definition) {
+    const std::string &prefix = prefixOf(renamer, definition);
+    const bool isInIt =
+        prefix.size() > definition.given.size() && prefix.starts_with(definition.given);
+    return isInIt ? prefix : prefix + definition.given;
+}
+
 std::string quoted(std::string_view name) {
     return "`" + std::string(name) + "`";
 }
@@ -208,7 +217,7 @@ bool renameOnce(Renamer &renamer) {
             definition.reason = reasonOf(renamer, definition, renamer.clashes[n]);
         if (helps[n]) {
             definition.step = 1;
-            definition.naming.pref = prefixOf(renamer, definition) + definition.given;
+            definition.naming.pref = newPrefixOf(renamer, definition);
         } else {
             definition.step = 2;
             giveNumber(renamer, definition, newNames);

@@ -44,7 +44,20 @@ const char *takePrefixLength(OptionReader &reader, const std::string &value) {
                : "a number from 1 to 32";
 }
 
+/* "*:start"; a module's own part needs room behind it. */
+const char *takePrefixStart(OptionReader &reader, const std::string &start) {
+    constexpr std::size_t LONGEST = 16;
+    if (start.empty() || start.size() > LONGEST || !isAsciiAlpha(start[0]) ||
+        !std::all_of(start.begin(), start.end(),
+                     [](char ch) { return isAsciiAlnum(ch) || ch == '_'; }))
+        return "*: and a letter, and up to 15 letters, digits and \"_\"";
+    reader.settings.prefixStart = start;
+    return nullptr;
+}
+
 const char *takePrefix(OptionReader &reader, const std::string &value) {
+    if (value.starts_with("*:"))
+        return takePrefixStart(reader, value.substr(2));
     PrefixOption parts;
     if (!parsePrefixOption(value.c_str(), &parts))
         return "Module:file-prefix:generation-prefix";

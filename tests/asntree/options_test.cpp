@@ -70,6 +70,8 @@ TEST(AsntreeOptions, Refused) {
                                "-BEO=VELMO=VERSION",
                                "-BEO=x",
                                "-PREFIX=m:x",
+                               "-PREFIX=*:1",
+                               "-PREFIX=*:abcdefghijklmnopq",
                                "-PREFIXLEN=33",
                                "-UNIQUE=1",
                                "-ENTRY=t",
