@@ -5,6 +5,10 @@
 
 namespace asntree {
 
+/* False, after a message, if a definition leads to another one over more references than are gone
+   along. To be called before anything else is asked of definitions. */
+bool checkChains(Compilation &c);
+
 /* Checks all definitions of the run, instances of parameterized ones among them, once each. */
 void checkModules(Compilation &c);
 

@@ -133,6 +133,8 @@ struct Compilation {
     std::unordered_map<const Module *, ModuleInfo *> moduleInfos;
     std::unordered_map<Instance, std::unique_ptr<Scope>, InstanceHash> instances;
     std::deque<const Scope *> uncheckedInstances;
+    std::size_t instanceCost = 0;
+    std::size_t instanceCostAllowed = 0; /* 0: not worked out yet */
     std::unordered_map<std::string_view, std::vector<ModuleInfo *>> modulesByName;
     std::unordered_map<std::string, std::vector<ModuleInfo *>> modulesByIdentifier;
     /* What was worked out once, by what it was worked out from. */

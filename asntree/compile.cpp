@@ -25,7 +25,8 @@ void addFile(Compilation &c, SourceFile &file, bool named) {
 
 bool checkAll(Compilation &c) {
     linkImports(c);
-    checkModules(c);
+    if (checkChains(c))
+        checkModules(c);
     return c.diagnostics.errors == 0;
 }
 

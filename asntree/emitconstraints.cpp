@@ -48,10 +48,10 @@ Sort sortOf(const Constraint &constraint) {
     case ConstraintKind::Except:
     case ConstraintKind::AllExcept: {
         const Sort sort = sortOf(*constraint.operands.front());
-        for (const Constraint *operand : constraint.operands)
-            if (sortOf(*operand) != sort)
-                return Sort::Other;
-        return sort;
+        const auto isOther = [sort](const Constraint *operand) { return sortOf(*operand) != sort; };
+        return std::any_of(constraint.operands.begin() + 1, constraint.operands.end(), isOther)
+                   ? Sort::Other
+                   : sort;
     }
     default:
         return Sort::Other;

@@ -369,10 +369,18 @@ void fillType(Emitter &e, TreeState &ts, const Pending &pending) {
 }
 
 void runQueue(Emitter &e, TreeState &ts) {
-    while (!ts.queue.empty()) {
+    /* Components that are copied, with copies in them, may double one another. */
+    constexpr std::size_t MOST_TYPES = 300'000;
+    const std::size_t most = e.failed ? MOST_TYPES / 1000 : MOST_TYPES;
+    for (std::size_t count = 0; !ts.queue.empty(); ++count) {
         const Pending pending = ts.queue.front();
         ts.queue.pop_front();
         fillType(e, ts, pending);
+        if (count < most)
+            continue;
+        if (!e.failed)
+            refuse(e, pending.use.type->place, "it comes to more types than a tree can hold");
+        ts.queue.clear();
     }
 }
 

@@ -278,8 +278,10 @@ ClassUse classOf(Compilation &c, TypeUse use) {
             return {};
         if (assignment->kind == AssignmentKind::Class)
             return {assignment->objectClass, target.scope, assignment};
-        if (assignment->kind != AssignmentKind::Type || assignment->isNoClass)
+        if (assignment->kind != AssignmentKind::Type)
             return {};
+        if (assignment->isNoClass)
+            break;
         use = {assignment->type, target.scope};
     }
     if (use && use != mark)

@@ -8,7 +8,26 @@ namespace {
 
 /* Beyond these an instantiation has no end. */
 constexpr int MAX_INSTANCE_DEPTH = 100;
+constexpr int ENDLESS_DEPTH = 20; /* so deep lies only what makes itself again */
 constexpr std::size_t MAX_KEY_LENGTH = 1u << 16;
+
+/* Instances that make further ones may come to numbers beyond all bounds without going deep. What all
+   of them may cost is measured by the text; the cost is the more the deeper they lie in others. */
+constexpr std::size_t INSTANCE_COST = 100;
+constexpr std::size_t FREE_COST = 4'000'000;
+constexpr std::size_t COST_OF_OCTET = 50;
+
+bool isTooMuch(Compilation &c, const Instance &instance, int depth) {
+    c.instanceCost += (INSTANCE_COST + instance.key.size()) * static_cast<std::size_t>(depth + 1);
+    if (c.instanceCost <= FREE_COST)
+        return false;
+    if (c.instanceCostAllowed == 0) {
+        c.instanceCostAllowed = FREE_COST;
+        for (const SourceFile &file : c.sources.files)
+            c.instanceCostAllowed += COST_OF_OCTET * file.text.size();
+    }
+    return c.instanceCost > c.instanceCostAllowed;
+}
 
 const Argument *dummy(const Scope *scope, std::string_view name) {
     if (scope->definition == nullptr)
@@ -116,10 +135,14 @@ const Scope *instantiate(Compilation &c, const Assignment *definition, const Ref
     }
     if (auto found = c.instances.find(instance); found != c.instances.end())
         return found->second.get();
-    if (caller->depth >= MAX_INSTANCE_DEPTH || instance.key.size() > MAX_KEY_LENGTH) {
+    if (caller->depth >= MAX_INSTANCE_DEPTH || instance.key.size() > MAX_KEY_LENGTH ||
+        isTooMuch(c, instance, caller->depth)) {
+        c.uncheckedInstances.clear(); /* they would come to the same end */
         error(c.diagnostics, definition->name.place,
               "`" + std::string(definition->name.text) +
-                  "` instantiates itself without end, each time with other parameters");
+                  (caller->depth >= ENDLESS_DEPTH
+                       ? "` instantiates itself without end, each time with other parameters"
+                       : "` and others make more instances of one another than can be"));
         return nullptr;
     }
     auto scope = std::make_unique<Scope>();

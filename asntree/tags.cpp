@@ -97,20 +97,27 @@ TypeUse taggedOrBase(Compilation &c, TypeUse type) {
     return base ? type : TypeUse{};
 }
 
-void appendOuterTags(Compilation &c, TypeUse type, std::vector<Tag> &tags);
+struct OuterTags {
+    std::vector<Tag> tags;
+    std::unordered_set<UseKey, UseHash> choices; /* that were gone through */
+};
 
-void appendAlternatives(Compilation &c, TypeUse choice, std::vector<Tag> &tags) {
+void appendOuterTags(Compilation &c, TypeUse type, OuterTags &outer);
+
+void appendAlternatives(Compilation &c, TypeUse choice, OuterTags &outer) {
+    if (!outer.choices.insert({choice.type, choice.scope}).second)
+        return; /* choices that hold one another twice would be endless work */
     const std::vector<SettledComponent> &alternatives = componentsOf(c, choice);
     if (hasAutomaticTags(c, choice)) {
         for (std::size_t i = 0; i < alternatives.size(); ++i)
-            tags.push_back({TagClassWord::Context, static_cast<std::int64_t>(i)});
+            outer.tags.push_back({TagClassWord::Context, static_cast<std::int64_t>(i)});
         return;
     }
     for (const SettledComponent &alternative : alternatives)
-        appendOuterTags(c, alternative.type, tags);
+        appendOuterTags(c, alternative.type, outer);
 }
 
-void appendOuterTags(Compilation &c, TypeUse type, std::vector<Tag> &tags) {
+void appendOuterTags(Compilation &c, TypeUse type, OuterTags &outer) {
     DepthGuard guard(c);
     if (!guard.ok)
         return;
@@ -119,11 +126,11 @@ void appendOuterTags(Compilation &c, TypeUse type, std::vector<Tag> &tags) {
         return;
     if (!use.type->tags.empty()) {
         const TagSpec &tag = use.type->tags.front();
-        tags.push_back({tag.tagClass, tagNumber(c, tag, use.scope)});
+        outer.tags.push_back({tag.tagClass, tagNumber(c, tag, use.scope)});
     } else if (use.type->kind == TypeKind::Choice) {
-        appendAlternatives(c, use, tags);
+        appendAlternatives(c, use, outer);
     } else if (const int number = universalTag(use.type->kind); number != 0) {
-        tags.push_back({TagClassWord::Universal, number});
+        outer.tags.push_back({TagClassWord::Universal, number});
     }
 }
 
@@ -286,9 +293,9 @@ std::vector<std::int64_t> automaticNumbers(Compilation &c, TypeUse structure) {
 }
 
 std::vector<Tag> outerTags(Compilation &c, TypeUse type) {
-    std::vector<Tag> tags;
-    appendOuterTags(c, type, tags);
-    return tags;
+    OuterTags outer;
+    appendOuterTags(c, type, outer);
+    return std::move(outer.tags);
 }
 
 Place placeIn(Compilation &c, TypeUse structure, const Component &component) {

@@ -140,6 +140,11 @@ void addReferenced(ArcReading &r, const Arc &arc, const Datum &whole, const Targ
              "an arc is a number, or a value of INTEGER, OBJECT IDENTIFIER or RELATIVE-OID");
         return;
     }
+    constexpr std::size_t MOST_ARCS = 10'000; /* such values may double one another */
+    if (r.numbers.size() + whole.identifier.size() > MOST_ARCS) {
+        fail(r, arc.place, "the value has more than " + std::to_string(MOST_ARCS) + " arcs");
+        return;
+    }
     r.arcs.push_back({std::string(arc.name.text), {}, reference});
     r.numbers.insert(r.numbers.end(), whole.identifier.begin(), whole.identifier.end());
 }

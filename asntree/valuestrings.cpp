@@ -231,6 +231,11 @@ bool readPieces(Reading &r, std::u32string &out) {
         const Datum *piece = readAnew(r.c, {value, r.use.scope}, r.governor);
         if (piece->kind != DatumKind::Text)
             return false;
+        constexpr std::size_t MOST = 1'000'000; /* such values may double one another */
+        if (out.size() + piece->characters.size() > MOST) {
+            error(r.c.diagnostics, value->place, "the text has more than 1000000 characters");
+            return false;
+        }
         out += piece->characters;
     }
     return true;
