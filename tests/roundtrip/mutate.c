@@ -69,12 +69,12 @@ static void change (BUFFER *b, const BUFFER *earlier)
 
 /* What is decoded can be printed and encoded, and its encoding decoded. Only where the unknown alternative
    of an extensible choice was passed over there is nothing to encode, and printing says so. */
-static void check (const ENTRYDESCR *row, const BUFFER *b)
+void checkEncoding (const ENTRYDESCR *row, const BYTE_TYPE *octets, size_t length)
 {
   VALUE v;
   ASNERROR error;
   openValue (&v, row);
-  if (decode (&v, b->octets, b->length, &error)) {
+  if (decode (&v, octets, length, &error)) {
     VALUE again;
     ENCODING own;
     FILE *nowhere = fopen ("/dev/null", "w");
@@ -106,7 +106,7 @@ void mutate (const ENTRYDESCR *row, const ENCODING *e, int times)
     b.length = e->length;
     while (changes-- > 0)
       change (&b, &earlier);
-    check (row, &b);
+    checkEncoding (row, b.octets, b.length);
   }
   memcpy (earlier.octets, e->octets, e->length);
   earlier.length = e->length;
@@ -130,6 +130,26 @@ static void changeText (char *text)
   memcpy (text + place, piece, size);
 }
 
+void checkText (const ENTRYDESCR *row, char *text)
+{
+  VALUE v, again;
+  ASNERROR error;
+  openValue (&v, row);
+  if (*text && askFor (&v, text, &error)) {
+    char *printed = print (&v);
+    openValue (&again, row);
+    if (ask (&again, printed)) {
+      char *same = print (&again);
+      if (strcmp (printed, same) != 0)
+        fail (&v, "is printed in two ways:", printed);
+      free (same);
+    }
+    closeValue (&again);
+    free (printed);
+  }
+  closeValue (&v);
+}
+
 void mutateText (const ENTRYDESCR *row, const char *text, int times)
 {
   enum { MOST_CHANGES = 4, LONGEST_PIECE = 8 };
@@ -137,24 +157,9 @@ void mutateText (const ENTRYDESCR *row, const char *text, int times)
     return;
   while (times-- > 0) {
     char changed[MOST_OCTETS + MOST_CHANGES * LONGEST_PIECE + 1];
-    VALUE v, again;
-    ASNERROR error;
     strcpy (changed, text);
     for (uint32 changes = 1 + chance (MOST_CHANGES); changes > 0; changes--)
       changeText (changed);
-    openValue (&v, row);
-    if (*changed && askFor (&v, changed, &error)) {
-      char *printed = print (&v);
-      openValue (&again, row);
-      if (ask (&again, printed)) {
-        char *same = print (&again);
-        if (strcmp (printed, same) != 0)
-          fail (&v, "is printed in two ways:", printed);
-        free (same);
-      }
-      closeValue (&again);
-      free (printed);
-    }
-    closeValue (&v);
+    checkText (row, changed);
   }
 }

@@ -2,6 +2,8 @@
 
      -m NUMBER  decodes so many changed forms of each encoding instead, and asks for as many changed texts
      -w FILE    writes all encodings to a file besides, as a SEQUENCE
+     -s FOLDER  writes each encoding and each text to a file of its own besides, behind an octet with the
+                number of its row: what fuzz programs start from
      -d TYPE    takes the files behind it for encodings of a type
 
    A script is named after its module and holds values as they are printed, each in lines of its own;
@@ -38,6 +40,7 @@ static void printOctets (const ENCODING *e)
 /* What the command line asks for beside the round trips. */
 static int mutations;
 static FILE *encodings;
+static const char *seeds;
 
 static BOOLE areSame (const ENCODING *a, const ENCODING *b)
 {
@@ -209,6 +212,31 @@ typedef struct {
   ENCODING encoding;
 } CASE;
 
+static int numberOf (const ENTRYDESCR *row)
+{
+  int number = 0;
+  for (int i = 0; i < nrOfModules; i++) {
+    if (row >= modules[i].rows && row < modules[i].rows + modules[i].nrOfRows)
+      return number + (int)(row - modules[i].rows);
+    number += modules[i].nrOfRows;
+  }
+  return number;
+}
+
+static void writeSeed (const ENTRYDESCR *row, const char *suffix, const void *octets, size_t length)
+{
+  static int number;
+  char path[400];
+  FILE *out;
+  snprintf (path, sizeof path, "%s/%d.%s", seeds, ++number, suffix);
+  out = fopen (path, "wb");
+  if (!out || fputc (numberOf (row), out) == EOF || fwrite (octets, 1, length, out) != length ||
+      fclose (out) != 0) {
+    perror (path);
+    exit (2);
+  }
+}
+
 static void openCase (CASE *c, const ENTRYDESCR *row, char *asked)
 {
   VALUE v;
@@ -224,6 +252,10 @@ static void openCase (CASE *c, const ENTRYDESCR *row, char *asked)
     return;
   if (encodings)
     fwrite (c->encoding.octets, 1, c->encoding.length, encodings);
+  if (seeds) {
+    writeSeed (row, "ber", c->encoding.octets, c->encoding.length);
+    writeSeed (row, "text", c->text, strlen (c->text));
+  }
   if (mutations) {
     mutate (row, &c->encoding, mutations);
     mutateText (row, c->text, mutations / 4);
@@ -392,9 +424,11 @@ int main (int argc, char **argv)
     mutations = atoi (argv[2]);
   if (argc > 3 && strcmp (argv[1], "-w") == 0 && (encodings = fopen (argv[2], "wb")) != NULL)
     fwrite ("\x30\x80", 1, 2, encodings);
+  if (argc > 3 && strcmp (argv[1], "-s") == 0)
+    seeds = argv[2];
   if (argc > 3 && strcmp (argv[1], "-d") == 0)
     type = argv[2];
-  if (mutations || encodings || type)
+  if (mutations || encodings || seeds || type)
     first = 3;
   for (int i = first; i < argc; i++)
     if ((type ? runMessage (type, argv[i]) : runFile (argv[i])) != 0)

@@ -49,9 +49,13 @@ ENCODING encode (const VALUE *v);
 /* The decoder gets octets that end where their memory ends. */
 BOOLE decode (VALUE *v, const BYTE_TYPE *octets, size_t length, ASNERROR *error);
 
-/* Decodes changed forms of an encoding: whatever a decoder takes for a value has to be one. */
+/* Whatever a decoder takes for a value has to be one, and so has a text that is accepted. */
+void checkEncoding (const ENTRYDESCR *row, const BYTE_TYPE *octets, size_t length);
+void checkText (const ENTRYDESCR *row, char *text);
+
+/* Decodes changed forms of an encoding. */
 void mutate (const ENTRYDESCR *row, const ENCODING *e, int times);
-/* Asks for changed texts: what is accepted has to print as a text that is accepted too. */
+/* Asks for changed texts. */
 void mutateText (const ENTRYDESCR *row, const char *text, int times);
 
 #endif /*VALUES_H*/

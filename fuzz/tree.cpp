@@ -1,0 +1,34 @@
+#include <cstdint>
+#include <string>
+
+#include "asntree/listing.h"
+#include "driver/velmo_main.h"
+#include "fuzz/child.h"
+
+/* Trees: what the generator makes of one, with the trees of the examples beside it for its imports,
+   and what the listing shows of it. */
+
+namespace {
+
+int list() {
+    std::string listing, why;
+    return asntree::listFile("../trees/fuzz.stx", listing, why) ? 0 : 1;
+}
+
+int generate() {
+    std::string words[] = {"velmo", "-S=../trees/", "-TAVI-PREFIX=browser", "fuzz"};
+    char *argv[] = {words[0].data(), words[1].data(), words[2].data(), words[3].data(), nullptr};
+    return velmo_main(4, argv);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    copyTrees(FUZZ_TREES);
+    writeInput("trees/fuzz.stx", data, size);
+    inChild(1, list);
+    inChild(2, generate);
+    return 0;
+}
