@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -30,12 +31,20 @@ struct Places {
     fs::path entryTrees; /* trees with the entries that were asked for */
     fs::path trees;      /* trees with all definitions as entries */
     fs::path sources;
+    fs::path list; /* of the entries that were asked for */
     bool passing = false; /* `work` goes at the end */
 };
 
 bool complain(const std::string &text) {
     std::fprintf(stderr, "velmo-tool: %s\n", text.c_str());
     return false;
+}
+
+bool writeFile(const fs::path &path, const std::string &text) {
+    std::ofstream file(path);
+    file << text;
+    file.close();
+    return file.good() || complain("can't write " + path.string());
 }
 
 /* --- places --- */
@@ -54,6 +63,13 @@ bool findPlaces(Places &places) {
     return complain("the sources of the run-time layer are not at " + places.layer.string());
 }
 
+/* A directory that is kept shows by its list of entries that it may be made again: what others have
+   in theirs is not removed. */
+bool isOwn(const fs::path &directory, const fs::path &list) {
+    std::error_code none;
+    return !fs::exists(directory, none) || fs::is_empty(directory, none) || fs::exists(list, none);
+}
+
 bool makeWorkplace(Places &places, const Options &options) {
     std::error_code failure;
     if (options.keep.empty()) {
@@ -65,6 +81,9 @@ bool makeWorkplace(Places &places, const Options &options) {
     } else {
         places.work = fs::absolute(options.keep);
     }
+    places.list = places.work / "entries.txt";
+    if (!isOwn(places.work, places.list))
+        return complain(places.work.string() + " is not empty, and not of an earlier run");
     places.entryTrees = places.work / "entries";
     places.trees = places.work / "trees";
     places.sources = places.work / "c";
@@ -73,7 +92,7 @@ bool makeWorkplace(Places &places, const Options &options) {
         if (!fs::create_directories(directory, failure))
             return complain("can't make the directory " + directory.string());
     }
-    return true;
+    return writeFile(places.list, "");
 }
 
 /* --- steps --- */
@@ -135,25 +154,17 @@ std::vector<std::string> velmoWords(const Places &places, const fs::path &direct
     return words;
 }
 
-bool writeFile(const fs::path &path, const std::string &text) {
-    std::ofstream file(path);
-    file << text;
-    file.close();
-    return file.good() || complain("can't write " + path.string());
-}
-
 /* Trees are loaded in processes of their own, since the tree store serves one set of trees. */
 bool describeTypes(const Places &places) {
-    const fs::path list = places.work / "entries.txt";
     const auto writeEntries = [&] {
         std::string text;
         for (const std::string &name : entriesOf(velmoWords(places, places.entryTrees)))
             text += name + "\n";
-        return writeFile(list, text) ? 0 : 1;
+        return writeFile(places.list, text) ? 0 : 1;
     };
     const auto writeProgram = [&] {
         EntryNames listed;
-        std::ifstream names(list);
+        std::ifstream names(places.list);
         for (std::string name; std::getline(names, name);)
             listed.insert(name);
         const Description description = describe(velmoWords(places, places.trees), listed);
@@ -240,6 +251,8 @@ int main(int argc, char **argv) {
         std::fputs(options.help ? usageText() : versionText().c_str(), stdout);
         return STATUS_GOOD;
     }
+    /* Who interrupts the run ends the commands; files still have to be removed. */
+    std::signal(SIGINT, SIG_IGN);
     Places places;
     if (!findPlaces(places) || !makeWorkplace(places, options))
         return STATUS_ERRORS;

@@ -1,6 +1,7 @@
 #include "tool/process.h"
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <map>
 #include <thread>
@@ -26,6 +27,7 @@ bool redirect(const std::string &file, int stream) {
     for (const std::string &word : command.words)
         words.push_back(const_cast<char *>(word.c_str())); /* exec changes nothing */
     words.push_back(nullptr);
+    std::signal(SIGINT, SIG_DFL);
     if (redirect(command.output, STDOUT_FILENO) && redirect(command.errors, STDERR_FILENO) &&
         (command.directory.empty() || chdir(command.directory.c_str()) == 0))
         execvp(words.front(), words.data());
