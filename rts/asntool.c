@@ -107,14 +107,6 @@ static void printVersion (const ASN_TOOL *tool)
 
 /* --- TYPE or FILE --- */
 
-static BOOLE isFile (const char *name)
-{
-  FILE *file = strcmp (name, "-") == 0 ? stdin : fopen (name, "rb");
-  if (file && file != stdin)
-    (void)fclose (file);
-  return file != NULL;
-}
-
 /* The first word is a type, unless it is a file and no type. */
 static int takeType (ASN_TOOL *tool)
 {
@@ -125,7 +117,7 @@ static int takeType (ASN_TOOL *tool)
     return GO_ON;
   while (!isType && asnNextEntry (tool->modules, &entry))
     isType = asnHasName (entry, word);
-  if (!isType && isFile (word))
+  if (!isType && asnIsFile (word))
     return GO_ON;
   if (!asnFindEntry (tool, word))
     return STATUS_USAGE;
@@ -184,22 +176,12 @@ static int parseCommandLine (ASN_TOOL *tool, int argc, char **argv)
 
 /* --- the run --- */
 
-static size_t sizeOfFile (const char *name)
-{
-  FILE *file = strcmp (name, "-") == 0 ? NULL : fopen (name, "rb");
-  long size = 0;
-  if (file && fseek (file, 0, SEEK_END) == 0)
-    size = ftell (file);
-  if (file)
-    (void)fclose (file);
-  return size > 0 ? (size_t)size : 0;
-}
-
 static void checkFile (ASN_TOOL *tool, const char *name)
 {
   const unsigned long messages = tool->nrOfMessages, bad = tool->nrOfBad;
+  tool->bytesOfFile = asnSizeOfFile (name);
   asnRunFile (tool, name);
-  tool->bytesBefore += sizeOfFile (name);
+  tool->bytesBefore += tool->bytesOfFile;
   if (tool->nrOfBad == bad && tool->quiet)
     return;
   asnHideProgress (tool);
@@ -218,10 +200,8 @@ static void runFiles (ASN_TOOL *tool)
     tool->files[0] = standardInput; /* there is always room for one */
   }
   if (tool->command == COMMAND_CHECK)
-    for (int i = 0; i < tool->nrOfFiles; i++)
-      tool->bytesOfAll += sizeOfFile (tool->files[i]);
+    asnStartProgress (tool);
   for (int i = 0; i < tool->nrOfFiles && !tool->hasWrongUsage; i++) {
-    tool->bytesOfFile = tool->command == COMMAND_CHECK ? sizeOfFile (tool->files[i]) : 0;
     if (tool->command == COMMAND_CHECK)
       checkFile (tool, tool->files[i]);
     else

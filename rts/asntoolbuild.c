@@ -104,9 +104,13 @@ static int compareTags (const void *a, const void *b)
 static void sortParts (ASN_BUILDER *b, uint32 used, uint32 nrOfParts, BOOLE byTag)
 {
   const size_t length = asnUsed (&b->g) - used;
-  PART *parts = (PART *)calloc (nrOfParts + 1u, sizeof *parts);
-  BYTE_TYPE *copy = (BYTE_TYPE *)malloc (length + 1);
+  PART *parts;
+  BYTE_TYPE *copy;
   uint32 n = 0;
+  if (nrOfParts < 2)
+    return;
+  parts = (PART *)calloc (nrOfParts + 1u, sizeof *parts);
+  copy = (BYTE_TYPE *)malloc (length + 1);
   if (parts && copy && !asnFailed (&b->g)) {
     const BYTE_TYPE *p = copy, *end = copy + length;
     BYTE_TYPE *to = b->g.front;

@@ -110,10 +110,14 @@ static BOOLE askValue (ASN_TOOL *tool, FILE *in)
 static void runText (ASN_TOOL *tool, FILE *in)
 {
   const char *start = tool->raw.text, *end = start + tool->raw.length, *p = passBlanks (start, end);
+  const char *counted = start;
+  unsigned long line = 1;
   while (p < end && !tool->hasWrongUsage) {
     long place;
     tool->number++;
-    tool->line = 1 + linesIn (start, p);
+    line += linesIn (counted, p);
+    counted = p;
+    tool->line = line;
     if (!findType (tool, p, end) || fseek (in, (long)(p - start), SEEK_SET) != 0 || !askValue (tool, in))
       break;
     place = ftell (in);

@@ -24,7 +24,9 @@ void asnAddChar (ASN_GROWING *to, char c);
 void asnAddNumber (ASN_GROWING *to, sint64 number);
 void asnAddHex (ASN_GROWING *to, const BYTE_TYPE *octets, size_t length);
 void asnAddBase64 (ASN_GROWING *to, const BYTE_TYPE *octets, size_t length);
-/* The digits of a number in two's complement or without a sign. */
+/* The digits of a number in two's complement or without a sign. The work grows with the square of their
+   number, so that no more than ASN_MOST_DECIMAL octets stand in decimal digits. */
+#define ASN_MOST_DECIMAL 8192u
 void asnAddDigits (ASN_GROWING *to, const BYTE_TYPE *octets, size_t length, BOOLE isSigned);
 /* The other way: the digits, with a sign in front, in the fewest octets of two's complement, which are
    added. False if they are no number. */

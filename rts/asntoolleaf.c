@@ -46,7 +46,7 @@ static void addHexString (ASN_GROWING *to, const BYTE_TYPE *p, uint32 length)
   asnAddChar (to, '"');
 }
 
-/* Octets that are no characters of their type stand as they are: { "octets": "FF" }. */
+/* Octets that are no characters of their type, or a number of too many digits: { "octets": "FF" }. */
 static void addOctets (ASN_GROWING *to, const BYTE_TYPE *p, uint32 length)
 {
   asnAddText (to, "{ \"octets\": ");
@@ -164,6 +164,10 @@ static int addInteger (ASN_GROWING *to, const BYTE_TYPE *p, uint32 length)
   const BOOLE isLarge = number > limit || number < -limit;
   if (length == 0)
     return VALUE_FAIL;
+  if (length > ASN_MOST_DECIMAL) {
+    addOctets (to, p, length);
+    return ASN_OK;
+  }
   asnAddText (to, isLarge ? "\"" : "");
   asnAddDigits (to, p, length, TRUE);
   asnAddText (to, isLarge ? "\"" : "");

@@ -1,10 +1,50 @@
 /* Reading files: their formats, and the octets in them. */
 
+#if !defined _POSIX_C_SOURCE && (defined __unix__ || defined __APPLE__)
+#define _POSIX_C_SOURCE 200809L
+#endif
+
 #include "asntoolrun.h"
 
 #include <errno.h>
+#if defined __unix__ || defined __APPLE__
+#include <sys/stat.h>
+#endif
 
 /* --- whole files --- */
+
+#if defined __unix__ || defined __APPLE__
+
+/* Opening a pipe would wait for its writer. */
+BOOLE asnIsFile (const char *name)
+{
+  struct stat status;
+  return strcmp (name, "-") == 0 || stat (name, &status) == 0;
+}
+
+size_t asnSizeOfFile (const char *name)
+{
+  struct stat status;
+  return strcmp (name, "-") != 0 && stat (name, &status) == 0 && S_ISREG (status.st_mode) ? (size_t)status.st_size : 0;
+}
+
+#else
+
+BOOLE asnIsFile (const char *name)
+{
+  FILE *file = strcmp (name, "-") == 0 ? stdin : fopen (name, "rb");
+  if (file && file != stdin)
+    (void)fclose (file);
+  return file != NULL;
+}
+
+size_t asnSizeOfFile (const char *name)
+{
+  (void)name;
+  return 0;
+}
+
+#endif
 
 static BOOLE readStream (ASN_TOOL *tool, FILE *in)
 {

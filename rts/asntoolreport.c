@@ -51,9 +51,9 @@ void asnReport (ASN_TOOL *tool, const ASNERROR *error, const char *expected, con
 }
 
 /* The tag at `p`, and what stands behind it if that is little. */
-static void addFound (ASN_GROWING *to, const BYTE_TYPE *p, const BYTE_TYPE *end)
+static void addFound (ASN_GROWING *to, int error, const BYTE_TYPE *p, const BYTE_TYPE *end)
 {
-  enum { FEW = 16 };
+  const uint32 few = 16;
   ASN_HEADER header;
   if (p >= end) {
     asnAddText (to, "the end of the octets");
@@ -61,15 +61,17 @@ static void addFound (ASN_GROWING *to, const BYTE_TYPE *p, const BYTE_TYPE *end)
   }
   if (asnReadHeader (p, end, &header) != ASN_OK) {
     asnAddChar (to, '\'');
-    asnAddHex (to, p, end - p > FEW ? FEW : (size_t)(end - p));
-    asnAddText (to, end - p > FEW ? "...'H" : "'H");
+    asnAddHex (to, p, end - p > few ? few : (size_t)(end - p));
+    asnAddText (to, end - p > few ? "...'H" : "'H");
     return;
   }
+  if (error == FORM_FAIL)
+    asnAddText (to, header.constructed ? "constructed " : "primitive ");
   asnAddTag (to, header.tag);
   if (!header.constructed && header.len > 0 && header.tag != EOC_TAG) {
     asnAddText (to, " '");
-    asnAddHex (to, header.contents, header.len > FEW ? FEW : header.len);
-    asnAddText (to, header.len > FEW ? "...'H" : "'H");
+    asnAddHex (to, header.contents, header.len > few ? few : header.len);
+    asnAddText (to, header.len > few ? "...'H" : "'H");
   }
 }
 
@@ -83,7 +85,7 @@ void asnReportDecoding (ASN_TOOL *tool, const ASNERROR *error, const BYTE_TYPE *
   ASN_WALK walk;
   memset (&walk, 0, sizeof walk);
   asnEmpty (&tool->text);
-  addFound (&tool->text, p + offset, p + length);
+  addFound (&tool->text, error->code, p + offset, p + length);
   if (place) {
     walk.goal = p + offset;
     (void)asnWalk (&walk, &silent, NULL, place, p, length);
@@ -98,13 +100,25 @@ void asnReportDecoding (ASN_TOOL *tool, const ASNERROR *error, const BYTE_TYPE *
 
 /* --- progress --- */
 
-/* Hundredths of a second of work. */
+/* Hundredths of a second; only differences count. */
 static unsigned long now (void)
 {
+#if defined __unix__ || defined __APPLE__
+  struct timespec time;
+  if (clock_gettime (CLOCK_MONOTONIC, &time) == 0)
+    return (unsigned long)time.tv_sec * 100 + (unsigned long)time.tv_nsec / 10000000;
+#endif
   return (unsigned long)(clock () / (CLOCKS_PER_SEC / 100));
 }
 
-enum { FEW_FILES = 10, FEW_OCTETS = 1000000, STEP = 10, WIDTH = 40 };
+enum { FEW_FILES = 10, FEW_OCTETS = 1000000, STEP = 10, WIDTH = 30 };
+
+void asnStartProgress (ASN_TOOL *tool)
+{
+  tool->startTime = tool->lastTime = now ();
+  for (int i = 0; i < tool->nrOfFiles; i++)
+    tool->bytesOfAll += asnSizeOfFile (tool->files[i]);
+}
 
 void asnShowProgress (ASN_TOOL *tool, size_t bytesDone)
 {
@@ -119,23 +133,22 @@ void asnShowProgress (ASN_TOOL *tool, size_t bytesDone)
   if (tool->octets.length > 0)
     done += (size_t)((double)tool->bytesOfFile * (double)bytesDone / (double)tool->octets.length);
   (void)fprintf (stderr, "\r[");
-  for (size_t i = 0; i < WIDTH; i++)
-    (void)fputc (all > 0 && (double)i * (double)all < (double)done * WIDTH ? '#' : ' ', stderr);
-  (void)fprintf (stderr, "] %lu messages, %lu bad ", tool->nrOfMessages, tool->nrOfBad);
+  for (int i = 0; i < WIDTH; i++)
+    (void)fputc (all > 0 && (double)i * (double)all < (double)done * (double)WIDTH ? '#' : ' ', stderr);
+  tool->barLength = WIDTH + 2 + fprintf (stderr, "] %lu messages, %lu bad ", tool->nrOfMessages, tool->nrOfBad);
   (void)fflush (stderr);
-  tool->barIsShown = TRUE;
 }
 
 void asnHideProgress (ASN_TOOL *tool)
 {
-  if (tool->barIsShown)
-    (void)fprintf (stderr, "\r%*s\r", WIDTH + 60, "");
-  tool->barIsShown = FALSE;
+  if (tool->barLength > 0)
+    (void)fprintf (stderr, "\r%*s\r", tool->barLength, "");
+  tool->barLength = 0;
 }
 
 void asnReportRun (ASN_TOOL *tool)
 {
-  const unsigned long time = now ();
+  const unsigned long time = now () - tool->startTime;
   asnHideProgress (tool);
   (void)printf ("%lu message%s in %d file%s, %lu bad", tool->nrOfMessages, tool->nrOfMessages == 1 ? "" : "s",
                 tool->nrOfFiles, tool->nrOfFiles == 1 ? "" : "s", tool->nrOfBad);

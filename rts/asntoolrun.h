@@ -47,8 +47,8 @@ typedef struct {
   void *value;
   size_t valueSize;
   size_t bytesBefore, bytesOfFile, bytesOfAll; /* for the progress bar */
-  unsigned long lastTime;
-  BOOLE barIsShown;
+  unsigned long startTime, lastTime;
+  int barLength; /* 0 if it is not shown */
 } ASN_TOOL;
 
 /* --- entries --- */
@@ -81,6 +81,10 @@ void asnListEntries (ASN_TOOL *tool);
 
 /* --- files --- */
 
+/* Whether there is a file of the name, without opening it where that has consequences. */
+BOOLE asnIsFile (const char *name);
+/* 0 if that isn't known before the file is read. */
+size_t asnSizeOfFile (const char *name);
 /* Reads a whole file to tool->raw; false, with a message, if that can't be done. */
 BOOLE asnReadFile (ASN_TOOL *tool, const char *name);
 /* What the file in hand is, by its contents and what the command may be given. */
@@ -119,6 +123,8 @@ FILE *asnStartReport (ASN_TOOL *tool);
 void asnReport (ASN_TOOL *tool, const ASNERROR *error, const char *expected, const char *found);
 /* The same with the expectation of the type's description. */
 void asnReportDecoding (ASN_TOOL *tool, const ASNERROR *error, const BYTE_TYPE *p, size_t length);
+/* Notes when a run begins, and what it has to go through. */
+void asnStartProgress (ASN_TOOL *tool);
 void asnShowProgress (ASN_TOOL *tool, size_t bytesDone);
 void asnHideProgress (ASN_TOOL *tool);
 void asnReportRun (ASN_TOOL *tool);

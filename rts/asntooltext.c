@@ -129,44 +129,51 @@ void asnAddBase64 (ASN_GROWING *to, const BYTE_TYPE *octets, size_t length)
   }
 }
 
-/* A number of any length as groups of nine decimal digits, the lowest first. */
-enum { GROUP = 1000000000 };
+/* Numbers of any length are words of some base, the lowest first: nine decimal digits or 32 bits. */
+#define NINE_DIGITS 1000000000u
+#define BITS_32 ((uint64)1 << 32)
 
-/* groups = groups * factor + more; how many there are then. */
-static size_t multiplyAndAdd (uint32 *groups, size_t n, uint32 factor, uint32 more)
+/* words = words * factor + more, of which factor is at most 2^32; how many there are then. */
+static size_t multiplyAndAdd (uint32 *words, size_t n, uint64 base, uint64 factor, uint32 more)
 {
   uint64 carry = more;
   for (size_t i = 0; i < n; i++) {
-    carry += (uint64)groups[i] * factor;
-    groups[i] = (uint32)(carry % GROUP);
-    carry /= GROUP;
+    carry += words[i] * factor;
+    words[i] = (uint32)(carry % base);
+    carry /= base;
   }
-  if (carry > 0)
-    groups[n++] = (uint32)carry;
+  for (; carry > 0; carry /= base)
+    words[n++] = (uint32)(carry % base);
   return n;
 }
 
 static void addLongDigits (ASN_GROWING *to, const BYTE_TYPE *octets, size_t length, BOOLE isNegative)
 {
-  uint32 *groups = (uint32 *)calloc (length / 3 + 2, sizeof *groups);
+  uint32 *words = (uint32 *)calloc (length / 3 + 2, sizeof *words), four = 0;
   size_t n = 0;
   char text[12];
-  if (!groups) {
+  if (!words) {
     to->failed = TRUE;
     return;
   }
-  for (size_t i = 0; i < length; i++)
-    n = multiplyAndAdd (groups, n, 256, isNegative ? (BYTE_TYPE)~octets[i] : octets[i]);
+  while (length > 0) {
+    four = four << 8 | (isNegative ? (BYTE_TYPE)~*octets : *octets);
+    octets++;
+    if (--length % 4 == 0) {
+      n = multiplyAndAdd (words, n, NINE_DIGITS, BITS_32, four);
+      four = 0;
+    }
+  }
   if (isNegative)
-    n = multiplyAndAdd (groups, n, 1, 1);
+    n = multiplyAndAdd (words, n, NINE_DIGITS, 1, 1);
   asnAddText (to, isNegative ? "-" : "");
-  (void)snprintf (text, sizeof text, "%lu", n > 0 ? (unsigned long)groups[n - 1] : 0);
+  (void)snprintf (text, sizeof text, "%lu", n > 0 ? (unsigned long)words[n - 1] : 0);
   asnAddText (to, text);
   while (n-- > 1) {
-    (void)snprintf (text, sizeof text, "%09lu", (unsigned long)groups[n - 1]);
+    (void)snprintf (text, sizeof text, "%09lu", (unsigned long)words[n - 1]);
     asnAddText (to, text);
   }
-  free (groups);
+  free (words);
 }
 
 void asnAddDigits (ASN_GROWING *to, const BYTE_TYPE *octets, size_t length, BOOLE isSigned)
@@ -181,19 +188,15 @@ void asnAddDigits (ASN_GROWING *to, const BYTE_TYPE *octets, size_t length, BOOL
   asnAddNumber (to, (sint64)number);
 }
 
-/* octets = octets * 10 + digit; the lowest octet is the first. How many there are then. */
-static size_t addDigit (BYTE_TYPE *octets, size_t n, uint32 digit)
+static BOOLE areDigits (const char *text, size_t length)
 {
-  for (size_t i = 0; i < n; i++) {
-    digit += 10u * octets[i];
-    octets[i] = (BYTE_TYPE)digit;
-    digit >>= 8;
-  }
-  if (digit > 0)
-    octets[n++] = (BYTE_TYPE)digit;
-  return n;
+  for (; length > 0; length--, text++)
+    if (*text < '0' || *text > '9')
+      return FALSE;
+  return TRUE;
 }
 
+/* Two's complement, the lowest octet first. */
 static void negate (BYTE_TYPE *octets, size_t n)
 {
   uint32 carry = 1;
@@ -204,25 +207,16 @@ static void negate (BYTE_TYPE *octets, size_t n)
   }
 }
 
-BOOLE asnAddInteger (ASN_GROWING *to, const char *digits, size_t length)
+static void addWords (ASN_GROWING *to, const uint32 *words, size_t nrOfWords, BOOLE isNegative)
 {
-  enum { MOST_DIGITS = 20000 }; /* the work grows with their square */
-  const BOOLE isNegative = length > 0 && *digits == '-';
-  size_t n = 0;
-  BYTE_TYPE *octets;
-  if (length <= (size_t)isNegative || length > MOST_DIGITS)
-    return FALSE;
-  octets = (BYTE_TYPE *)calloc (length / 2 + 2, 1);
-  if (!octets)
-    return FALSE;
-  for (size_t i = isNegative; i < length; i++) {
-    if (digits[i] < '0' || digits[i] > '9') {
-      free (octets);
-      return FALSE;
-    }
-    n = addDigit (octets, n, (uint32)(digits[i] - '0'));
+  size_t n = 4 * nrOfWords + 1; /* one for the sign */
+  BYTE_TYPE *octets = (BYTE_TYPE *)calloc (n, 1);
+  if (!octets) {
+    to->failed = TRUE;
+    return;
   }
-  n++; /* for the sign */
+  for (size_t i = 0; i + 1 < n; i++)
+    octets[i] = (BYTE_TYPE)(words[i / 4] >> 8 * (i % 4));
   if (isNegative)
     negate (octets, n);
   while (n > 1 && ((octets[n - 1] == 0 && octets[n - 2] < 0x80) ||
@@ -231,6 +225,31 @@ BOOLE asnAddInteger (ASN_GROWING *to, const char *digits, size_t length)
   while (n-- > 0)
     asnAdd (to, octets + n, 1);
   free (octets);
+}
+
+BOOLE asnAddInteger (ASN_GROWING *to, const char *digits, size_t length)
+{
+  enum { MOST_DIGITS = 20000 }; /* ASN_MOST_DECIMAL octets have less */
+  const BOOLE isNegative = length > 0 && *digits == '-';
+  size_t n = 0;
+  uint32 *words;
+  digits += isNegative;
+  length -= isNegative;
+  if (length == 0 || length > MOST_DIGITS || !areDigits (digits, length))
+    return FALSE;
+  words = (uint32 *)calloc (length / 9 + 2, sizeof *words);
+  if (!words)
+    return FALSE;
+  while (length > 0) {
+    uint32 nine = 0, factor = 1;
+    do {
+      nine = 10 * nine + (uint32)(*digits++ - '0');
+      factor *= 10;
+    } while (--length % 9 != 0);
+    n = multiplyAndAdd (words, n, BITS_32, factor, nine);
+  }
+  addWords (to, words, n, isNegative);
+  free (words);
   return TRUE;
 }
 

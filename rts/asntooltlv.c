@@ -43,7 +43,19 @@ static void startLine (LISTING *listing, size_t offset, const ASN_HEADER *header
 
 /* --- contents --- */
 
-enum { MOST_OCTETS = 32 };
+#define MOST_OCTETS 32u
+#define MOST_CHARACTERS 200u
+
+/* Shortens what a line has got since `before`. */
+static void cutLine (ASN_GROWING *to, size_t before)
+{
+  if (to->failed || to->length - before <= MOST_CHARACTERS)
+    return;
+  to->length = before + MOST_CHARACTERS;
+  while (((BYTE_TYPE)to->text[to->length] & 0xC0) == 0x80)
+    to->length--;
+  asnAddText (to, "...");
+}
 
 static BOOLE isPrintable (const BYTE_TYPE *p, size_t length)
 {
@@ -59,12 +71,14 @@ static BOOLE isPrintable (const BYTE_TYPE *p, size_t length)
 /* '6E7574'H "nut" */
 static void addPreview (ASN_GROWING *to, const BYTE_TYPE *p, size_t length)
 {
+  const size_t before = to->length;
   asnAddChar (to, '\'');
   asnAddHex (to, p, length < MOST_OCTETS ? length : MOST_OCTETS);
   asnAddText (to, length > MOST_OCTETS ? "...'H" : "'H");
   if (isPrintable (p, length)) {
     asnAddChar (to, ' ');
     asnAddJsonString (to, (const char *)p, length);
+    cutLine (to, before);
   }
 }
 
@@ -160,6 +174,8 @@ static int tellLeaf (ASN_WALK *w, const ASNTOOLTYPE *type, const BYTE_TYPE *p, u
   if (error) {
     listing->to->length = before;
     addContents (listing, p, length);
+  } else {
+    cutLine (listing->to, before);
   }
   return error;
 }

@@ -34,12 +34,21 @@ static BOOLE numberOfName (const ASNTOOLTYPE *type, const ASN_GROWING *name, sin
   return FALSE;
 }
 
+/* { "octets": "FF" } stands for contents that have no other form. */
+static BOOLE buildOctets (ASN_BUILDER *b, const ASN_JSON_NODE *node)
+{
+  const ASN_JSON_NODE *member = &b->doc->nodes[node->first];
+  return node->first && node->first == node->last && isNamed (member, "octets") && asnTakeHexNode (&b->octets, member);
+}
+
 /* Digits, or a name that the type gives a number. */
 static BOOLE buildInteger (ASN_BUILDER *b, const ASNTOOLTYPE *type, const ASN_JSON_NODE *node)
 {
   sint64 number;
   if (node->kind == JSON_NUMBER)
     return asnAddInteger (&b->octets, node->text, node->length);
+  if (node->kind == JSON_OBJECT)
+    return buildOctets (b, node);
   if (!takeText (b, node))
     return FALSE;
   if (numberOfName (type, &b->text, &number)) {
@@ -220,13 +229,6 @@ static BOOLE buildIdentifier (ASN_BUILDER *b, const ASN_JSON_NODE *node, BOOLE i
 }
 
 /* --- strings --- */
-
-/* { "octets": "FF" } stands for octets that are no characters. */
-static BOOLE buildOctets (ASN_BUILDER *b, const ASN_JSON_NODE *node)
-{
-  const ASN_JSON_NODE *member = &b->doc->nodes[node->first];
-  return node->first && node->first == node->last && isNamed (member, "octets") && asnTakeHexNode (&b->octets, member);
-}
 
 /* Characters of so many octets each. */
 static BOOLE buildWide (ASN_BUILDER *b, const ASN_JSON_NODE *node, uint32 width)

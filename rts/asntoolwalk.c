@@ -363,7 +363,7 @@ static const BYTE_TYPE *walkChoice (ASN_WALK *w, const ASNTOOLTYPE *type, const 
     expectMatch (w, &match, p, FALSE);
   if (!readHeader (w, p, limit, &header))
     return NULL;
-  alternative = header.tag == EOC_TAG ? NOTHING : matchTag (&match, header.tag);
+  alternative = header.tag == EOC_TAG ? (sint64)NOTHING : matchTag (&match, header.tag);
   if (alternative == NOTHING)
     return failMatch (w, &match, p, TAG_FAIL);
   if (w->visitor->open)
@@ -383,6 +383,12 @@ static BOOLE mayHaveSegments (int kind)
          (kind >= TYP_NUMSTR && kind <= TYP_UTCTIME && kind != TYP_CHASTR);
 }
 
+/* In front of bits an octet says how many of the last octet are none. */
+static BOOLE areWholeBits (const ASN_HEADER *header)
+{
+  return header->len > 0 && *header->contents <= 7 && (*header->contents == 0 || header->len > 1);
+}
+
 /* Adds the octets of all segments; of bits each has an octet in front. */
 static const BYTE_TYPE *joinSegments (ASN_WALK *w, const ASN_HEADER *header, const BYTE_TYPE *limit,
                                       BOOLE areBits, uint32 *unused, uint32 depth)
@@ -400,7 +406,7 @@ static const BYTE_TYPE *joinSegments (ASN_WALK *w, const ASN_HEADER *header, con
         return NULL;
       continue;
     }
-    if (areBits && (segment.len == 0 || *unused != 0 || *segment.contents > 7))
+    if (areBits && (*unused != 0 || !areWholeBits (&segment)))
       return fail (w, contents.p, VALUE_FAIL);
     if (areBits)
       *unused = *segment.contents;
@@ -423,8 +429,10 @@ static const BYTE_TYPE *walkLeaf (ASN_WALK *w, const ASNTOOLTYPE *type, const BY
   const BOOLE areBits = type->kind == TYP_BITSTR;
   const BYTE_TYPE *end = header->contents + header->len;
   uint32 unused = 0;
+  if (start == w->goal && type->kind == TYP_INTEGER && header->len > sizeof (sint64))
+    asnAddText (&w->expected, " of at most 64 bits");
   if (!header->constructed) {
-    if (areBits && (header->len == 0 || *header->contents > 7 || (*header->contents > 0 && header->len == 1)))
+    if (areBits && !areWholeBits (header))
       return fail (w, start, VALUE_FAIL);
     if (areBits)
       unused = *header->contents;
@@ -433,6 +441,7 @@ static const BYTE_TYPE *walkLeaf (ASN_WALK *w, const ASNTOOLTYPE *type, const BY
   if (!mayHaveSegments (type->kind))
     return fail (w, start, FORM_FAIL);
   asnEmpty (&w->segments);
+  asnAddText (&w->segments, ""); /* so that there is a text */
   end = joinSegments (w, header, limit, areBits, &unused, 0);
   if (!end || !tellLeaf (w, type, start, (const BYTE_TYPE *)w->segments.text, (uint32)w->segments.length, unused))
     return NULL;

@@ -99,6 +99,8 @@ testForms() {
   same "definite lengths" "$(echo 'Msg: { id: 1 ok: TRUE }' | "$tool" encode --out=hex Msg)" \
     "$(echo 3080 020101 0101FF 0000 | "$tool" convert Msg --der --out=hex)"
   same "a SET OF in order" 310602010102010A "$(echo '[ 10, 1 ]' | "$tool" encode --der --out=hex Fields)"
+  same "a SET OF nothing" 3100 "$(echo '[]' | "$tool" encode --der --out=hex Fields)"
+  same "a long number" '"1208925819614629174706175"' "$(echo 020B00FFFFFFFFFFFFFFFFFFFF | "$tool" decode --json Serial)"
 }
 
 # What is wrong, where, and what should be there.
@@ -118,6 +120,8 @@ testReports() {
   gives "no file" 1 "No such file" "$tool" decode Msg nowhere.bin
   gives "no type" 2 'did you mean Order?' "$tool" decode Ordr
   gives "several types" 2 "several modules" "$tool" decode Word
+  gives "a segment of unused bits alone" 1 "VALUE_FAIL" sh -c "echo 2303030105 | '$tool' decode --tlv Bits"
+  gives "a primitive SEQUENCE" 1 "found primitive SEQUENCE" sh -c "echo 1000 | '$tool' check Msg"
   gives "no command" 2 "--help" "$tool"
   gives "a wrong option" 2 "unknown option" "$tool" decode --jsn
   gives "--help" 0 "encode" "$tool" --help
@@ -125,6 +129,7 @@ testReports() {
   gives "the list" 0 "Order" "$tool" list
   gives "a wrong command line" 1 "error" "$maker" --nonsense x.asn
   gives "a wrong module" 2 "error" "$maker" "$source/CMakeLists.txt"
+  gives "a directory of others" 2 "not empty" "$maker" --keep=. "$examples/basic.asn"
 }
 
 # Whatever is in a file, the program ends with a status of its own and without a word of the sanitizers.
