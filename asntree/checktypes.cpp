@@ -228,11 +228,44 @@ FieldTarget fieldOf(Compilation &c, TypeUse type) {
     return fieldTarget(c, type);
 }
 
+/* The set of objects that restricts a component, by a table or a relation on it or on a type that it
+   refers to; null if there is none, or if it is written in line. */
+const ConstraintSpec *tableOf(Compilation &c, TypeUse type) {
+    for (; type; type = follow(c, type)) {
+        for (const ConstraintSpec *spec : type.type->constraints)
+            if (spec->root != nullptr && spec->root->kind == ConstraintKind::Table &&
+                spec->root->ref.name.given())
+                return setOf(c, spec->root->ref, type.scope).set;
+        if (type.type->kind != TypeKind::Reference)
+            break;
+    }
+    return nullptr;
+}
+
 bool hasComponents(TypeKind kind) {
     return kind == TypeKind::Sequence || kind == TypeKind::Set || kind == TypeKind::Choice;
 }
 
-void checkPath(Compilation &c, const AtPath &path, const Outer &outer, ClassUse objectClass) {
+/* Only a field of the same objects can choose among those of the table. */
+void checkEndOfPath(Compilation &c, const Name &last, TypeUse type, ClassUse objectClass,
+                    const ConstraintSpec *set) {
+    const TypeUse base = baseOf(c, type);
+    if (!base || base.type->kind == TypeKind::Bad)
+        return;
+    const FieldTarget field = fieldOf(c, type);
+    const ConstraintSpec *own = tableOf(c, type);
+    if (!field || field.objectClass.objectClass != objectClass.objectClass)
+        slip(c.diagnostics, last.place,
+             quoted(last.text) + " is no field of the class whose objects the table holds, so it "
+                                 "can't choose among them");
+    else if (own != nullptr && own != set)
+        slip(c.diagnostics, last.place,
+             quoted(last.text) + " is restricted by another set of objects than this, so it can't "
+                                 "choose among them");
+}
+
+void checkPath(Compilation &c, const AtPath &path, const Outer &outer, ClassUse objectClass,
+               const ConstraintSpec *set) {
     const TypeUse *start = startOfPath(path, outer);
     if (start == nullptr) {
         /* A list counts as a level for some, so one too many is let pass. */
@@ -264,13 +297,7 @@ void checkPath(Compilation &c, const AtPath &path, const Outer &outer, ClassUse 
             return;
         }
     }
-    const TypeUse base = baseOf(c, type);
-    const FieldTarget field = fieldOf(c, type);
-    if (base && base.type->kind != TypeKind::Bad &&
-        (!field || field.objectClass.objectClass != objectClass.objectClass))
-        slip(c.diagnostics, path.steps.back().place,
-             quoted(path.steps.back().text) + " is no field of the class whose objects the table "
-                                              "holds, so it can't choose among them");
+    checkEndOfPath(c, path.steps.back(), type, objectClass, set);
 }
 
 } // namespace
@@ -296,7 +323,7 @@ void checkTable(Compilation &c, const Constraint &table, TypeUse type, const Out
               quoted(table.ref.name.text) + " holds objects of another class than the field's",
               {{field.objectClass.objectClass->place, "the class of the field"}});
     for (const AtPath &path : table.relation)
-        checkPath(c, path, outer, field.objectClass);
+        checkPath(c, path, outer, field.objectClass, set.set);
 }
 
 void checkType(Compilation &c, TypeUse use) {

@@ -47,7 +47,7 @@ bool isInlineTable(Compilation &c, const Value *value, TypeUse governor) {
     if (value == nullptr || value->kind != ValueKind::Braced)
         return false;
     for (int steps = 0; governor && steps < 1000; ++steps) {
-        if (governor.type->kind == TypeKind::Field)
+        if (governor.type->kind == TypeKind::Field || governor.type->kind == TypeKind::InstanceOf)
             return true;
         governor = governor.type->kind == TypeKind::Reference ? follow(c, governor) : TypeUse{};
     }

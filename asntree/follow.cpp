@@ -125,6 +125,31 @@ TypeUse followSelection(Compilation &c, TypeUse use) {
     return {};
 }
 
+/* Values that fields of objects hold, as a type: their governor with the values as a constraint. */
+TypeUse typeOfFields(Compilation &c, TypeUse use, TypeUse governor) {
+    const Type &path = *use.type;
+    Value *value = newValue(c.arena, ValueKind::Field, path.place);
+    value->end = path.end;
+    value->ref = path.ref;
+    value->fields = path.fields;
+    value->fieldIsUpper = path.fieldIsUpper;
+    ConstraintSpec *spec = newConstraintSpec(c.arena, path.place);
+    spec->root = newConstraint(c.arena, ConstraintKind::Group, path.place);
+    spec->root->value = value;
+    return typeOfSet(c, &path, governor, {spec, use.scope});
+}
+
+/* object.&a.&value, with no set of objects on the way. */
+bool isOneValue(Compilation &c, TypeUse use, const Setting &setting) {
+    const Target target = resolve(c, use.type->ref, use.scope);
+    const bool ofObject = target.argument != nullptr
+                              ? target.argument->kind == ArgumentKind::Object
+                              : target.assignment->kind == AssignmentKind::Value;
+    return ofObject && std::find(use.type->fieldIsUpper.begin(), use.type->fieldIsUpper.end(),
+                                 true) == use.type->fieldIsUpper.end() &&
+           (setting.kind == FieldKind::FixedValue || setting.kind == FieldKind::VariableValue);
+}
+
 TypeUse followField(Compilation &c, TypeUse use) {
     const Type &type = *use.type;
     if (const FieldTarget target = fieldTarget(c, use)) {
@@ -144,14 +169,23 @@ TypeUse followField(Compilation &c, TypeUse use) {
     owner.ref = type.ref;
     if (classOf(c, {&owner, use.scope}))
         return {}; /* it lacks the field, which was reported */
-    for (const Setting &setting :
-         settingsOf(c, type.ref, type.fields, type.fieldIsUpper, use.scope)) {
-        if (setting.kind == FieldKind::Type)
-            return setting.type;
-        if (setting.kind == FieldKind::FixedValue || setting.kind == FieldKind::FixedSet ||
-            setting.kind == FieldKind::VariableSet || setting.kind == FieldKind::VariableValue)
-            return setting.governor;
-    }
+    const std::vector<Setting> settings =
+        settingsOf(c, type.ref, type.fields, type.fieldIsUpper, use.scope);
+    if (settings.empty())
+        return {};
+    const Setting &first = settings.front();
+    if (first.kind == FieldKind::Type && settings.size() == 1)
+        return first.type;
+    const bool isObject =
+        first.kind == FieldKind::Object || first.kind == FieldKind::ObjectSet;
+    if (first.kind != FieldKind::Type && !isObject && !isOneValue(c, use, first))
+        return typeOfFields(c, use, first.governor);
+    Reference last;
+    last.name = type.fields.back();
+    reportNoType(c, last,
+                 first.kind == FieldKind::Type ? "a field of several objects"
+                 : isObject                    ? "a field that holds objects"
+                                               : "a value");
     return {};
 }
 

@@ -202,7 +202,8 @@ std::vector<Setting> step(Compilation &c, const std::vector<ObjectUse> &objects,
     return found;
 }
 
-std::vector<ObjectUse> objectsIn(Compilation &c, const std::vector<Setting> &settings) {
+std::vector<ObjectUse> objectsIn(Compilation &c, const std::vector<Setting> &settings,
+                                 const Name &step) {
     std::vector<ObjectUse> objects;
     for (const Setting &setting : settings) {
         const ClassUse objectClass = classOf(c, setting.governor);
@@ -212,6 +213,10 @@ std::vector<ObjectUse> objectsIn(Compilation &c, const std::vector<Setting> &set
         } else if (setting.kind == FieldKind::ObjectSet) {
             for (const ObjectUse &object : readObjectSet(c, setting.set, objectClass).objects)
                 objects.push_back(object);
+        } else {
+            error(c.diagnostics, step.place,
+                  "`&" + std::string(step.text) + "` holds no object, so no field can follow");
+            return {};
         }
     }
     return objects;
@@ -279,7 +284,7 @@ std::vector<Setting> settingsOf(Compilation &c, const Reference &reference,
     for (std::size_t i = 0; i < fields.size(); ++i) {
         settings = step(c, objects, fields[i], fieldIsUpper[i]);
         if (i + 1 < fields.size())
-            objects = objectsIn(c, settings);
+            objects = objectsIn(c, settings, fields[i]);
     }
     return settings;
 }

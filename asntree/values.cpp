@@ -169,6 +169,7 @@ void readReference(Reading &r) {
 /* object.&value, and Set.&value of a set with one object that sets it. */
 void readField(Reading &r) {
     const Value &value = r.value();
+    const int errors = r.c.diagnostics.errors;
     const auto settings = settingsOf(r.c, value.ref, value.fields, value.fieldIsUpper, r.use.scope);
     if (settings.size() > 1) {
         error(r.c.diagnostics, value.place,
@@ -187,7 +188,9 @@ void readField(Reading &r) {
         takeOver(r, *readDatum(r.c, setting.value, setting.governor), setting.governor);
         return;
     }
-    if (!settings.empty())
+    /* What the object of an argument leaves out is left out here too. */
+    const bool isDefined = tryResolve(r.c, value.ref, r.use.scope).assignment != nullptr;
+    if (isDefined && r.c.diagnostics.errors == errors)
         error(r.c.diagnostics, value.place,
               "the object does not set " + quote("&" + std::string(value.fields.back().text)));
 }

@@ -6,6 +6,7 @@
 #     -- modules: prefixes            for the generator, if not NAME alone
 #     -- files: names                 more files for the compiler, from this directory
 #     -- show: FILE [/from/,/to/]     a generated file, or the lines of it that sed selects so
+# or, where two hyphens would end the comment, "/* asntree: options */".
 # The expected text has what the programs said, and what was to be shown. All generated C is compiled
 # as C99, headers as C++ too, and no warning is let pass.
 # usage: run.sh ASNTREE VELMO RTS-LIBRARY CASE.asn [update] [COMPILER-FLAG]
@@ -18,7 +19,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 said=$work/said.txt
 
-header() { sed -n '/^--/!q; s/^-- '"$1"': *//p' "$here/$name.asn"; }
+header() { sed -nE '\#^(--|/\*)#!q; s#^(--|/\*) '"$1"': *##; T; s# \*/$##; p' "$here/$name.asn"; }
 # What ran, and its messages without the names of directories and the figures of time.
 section() {
   echo "== $1"
