@@ -189,6 +189,11 @@ void gather(Gathering &g, const Layers &layers) {
             g.ts.tree().t(g.pending.nr).typeFlags |= TYPE_EXTENSIBLE;
         g.add({use.spec->root, use.spec, use.scope, i < own || isLostInLists(g, use)});
     }
+    /* Each of a long chain of types would repeat what all in front of it say. */
+    constexpr std::size_t MOST_REPEATED = 16;
+    for (const Sort sort : {Sort::Values, Sort::Sizes})
+        if (g.pieces[static_cast<int>(sort)].size() > MOST_REPEATED)
+            g.worksOut[static_cast<int>(sort)] = true;
 }
 
 ExpressionContext contextOf(Gathering &g, ExpressionContext::Mode mode) {
