@@ -141,7 +141,7 @@ const Scope *instantiate(Compilation &c, const Assignment *definition, const Ref
         error(c.diagnostics, definition->name.place,
               "`" + std::string(definition->name.text) +
                   (caller->depth >= ENDLESS_DEPTH
-                       ? "` instantiates itself without end, each time with other parameters"
+                       ? "` is instantiated without end, each time with other parameters"
                        : "` and others make more instances of one another than can be"));
         return nullptr;
     }

@@ -61,9 +61,9 @@ struct Growth {
 
 const Growth growths[] = {
     {"B { T } ::= SEQUENCE OF B { SET OF T }\nA ::= B { NULL }", "",
-     "instantiates itself without end"},
+     "is instantiated without end"},
     {"B { INTEGER : n } ::= SEQUENCE { a B { {n} } OPTIONAL }\nA ::= B { 1 }", "",
-     "instantiates itself without end"},
+     "is instantiated without end"},
     {"B { T } ::= SEQUENCE { a B { SET OF T } OPTIONAL, b B { SEQUENCE OF T } OPTIONAL }\nA ::= B "
      "{ NULL }",
      "", "more instances of one another than can be"},
