@@ -1,4 +1,5 @@
-# What is installed: programs with their manuals, the run-time layer, and what other projects need to use them.
+# What is installed: programs with manuals, completion and pages; the run-time layer; what other projects need
+# to use them.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -6,8 +7,15 @@ foreach(program asntree velmo velmo-tool)
   if(TARGET ${program})
     install(TARGETS ${program} EXPORT velmoTargets)
     install(FILES docs/${program}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    install(FILES completion/velmo.bash RENAME ${program}
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
   endif()
 endforeach()
+
+file(GLOB pages docs/*.md)
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN CMakeLists.txt EXCLUDE)
 
 # The layer, compiled and as sources.
 install(TARGETS asnrts EXPORT velmoTargets)

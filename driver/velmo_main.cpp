@@ -1,6 +1,7 @@
 #include "driver/velmo_main.h"
 
 #include <cstdio>
+#include <cstring>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -43,6 +44,23 @@ void occupyStandardStreams() {
     while (file >= 0 && file <= STDERR_FILENO);
     if (file >= 0)
         close(file);
+}
+
+/* What all programs of the house answer wherever these words stand, with status 0. True if one did. */
+bool answerQuestion(int argc, char **argv) {
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--help") == 0) {
+            for (const char *const *line = velmoUsage; *line != nullptr; ++line)
+                std::printf("%s\n", *line);
+            return true;
+        }
+        if (std::strcmp(argv[i], "--version") == 0) {
+            std::printf("velmo %d.%d, trees of version %d.%d\n", TOOL_VERSION / 100,
+                        TOOL_VERSION % 100, TREE_VERSION / 100, TREE_VERSION % 100);
+            return true;
+        }
+    }
+    return false;
 }
 
 void printProgInfo(AsnModule *module) {
@@ -95,6 +113,10 @@ void printDone(AsnModule *module) {
 int velmo_main(int argc, char **argv) {
     occupyStandardStreams();
     installMemoryHandler();
+    if (answerQuestion(argc, argv)) {
+        checkStandardOutput();
+        return 0;
+    }
     copyrightNotice = TOOL_COPYRIGHT;
     installHooks();
     cInitCBET(

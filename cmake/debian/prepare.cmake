@@ -1,0 +1,10 @@
+# Run by cpack when all files lie where they are packed from: adds what only Debian wants to find.
+if(NOT CPACK_GENERATOR STREQUAL "DEB")
+  return()
+endif()
+set(usr ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr)
+set(here ${CMAKE_CURRENT_LIST_DIR})
+file(COPY ${here}/copyright DESTINATION ${usr}/share/doc/velmo)
+configure_file(${here}/changelog ${usr}/share/doc/velmo/changelog COPYONLY)
+file(GLOB pages ${usr}/share/man/man1/*.1)
+execute_process(COMMAND gzip -9n ${pages} ${usr}/share/doc/velmo/changelog COMMAND_ERROR_IS_FATAL ANY)
