@@ -1,4 +1,6 @@
 #include <cstdio>
+#include <cstdlib>
+#include <new>
 #include <string_view>
 #include <unistd.h>
 #include <unordered_set>
@@ -79,9 +81,18 @@ bool writeDependencies(const Compilation &c, const Settings &settings, const Pla
     return writeBeside(outputs, settings.dependencyFile, dependencyText(targets, sources), why);
 }
 
+/* What is written beside its place while a run may still fail. */
+Outputs outputs;
+
+/* An allocation failed: nothing is left to go on with. */
+[[noreturn]] void endWithoutMemory() {
+    std::fputs("asntree: not enough memory\n", stderr);
+    dropOutputs(outputs);
+    std::_Exit(STATUS_ERRORS);
+}
+
 bool writeAll(const Compilation &c, const Settings &settings, const Plan &plan,
               std::vector<EmittedTree> &trees) {
-    Outputs outputs;
     std::string why;
     if (writeTrees(c, settings, plan, trees, outputs, why) &&
         writeDependencies(c, settings, plan, outputs, why) && putInPlace(outputs, why))
@@ -89,6 +100,14 @@ bool writeAll(const Compilation &c, const Settings &settings, const Plan &plan,
     dropOutputs(outputs);
     std::fprintf(stderr, "asntree: %s\n", why.c_str());
     return false;
+}
+
+/* The status, if all that was said on the standard output got there. */
+ExitStatus finished(ExitStatus status) {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return status;
+    std::fputs("asntree: the standard output can't be written\n", stderr);
+    return STATUS_ERRORS;
 }
 
 ExitStatus compile(Compilation &c, Settings &settings) {
@@ -109,7 +128,7 @@ ExitStatus compile(Compilation &c, Settings &settings) {
     if (!writeAll(c, settings, plan, trees))
         return STATUS_ERRORS;
     std::fputs(summaryText(settings, plan).c_str(), stdout);
-    return std::fflush(stdout) == 0 ? STATUS_GOOD : STATUS_ERRORS;
+    return finished(STATUS_GOOD);
 }
 
 /* --list: all that can be listed, and what is wrong with the others. */
@@ -124,12 +143,13 @@ ExitStatus listTrees(const Settings &settings) {
         std::fprintf(stderr, "asntree: %s\n", why.c_str());
         status = STATUS_ERRORS;
     }
-    return std::fflush(stdout) == 0 ? status : STATUS_ERRORS;
+    return finished(status);
 }
 
 } // namespace
 
 int main(int argc, char **argv) {
+    std::set_new_handler(endWithoutMemory);
     optionHooks.globalBEOptionOK = globalBEOptionOK;
     treeHooks.newMetaRec = newBEModMetaRec;
     treeHooks.deleteMetaRec = deleteBEModMetaRec;
@@ -141,7 +161,7 @@ int main(int argc, char **argv) {
         return STATUS_USAGE;
     if (settings.help || settings.version) {
         std::fputs(settings.help ? usageText() : versionText().c_str(), stdout);
-        return STATUS_GOOD;
+        return finished(STATUS_GOOD);
     }
     if (settings.list)
         return listTrees(settings);

@@ -23,8 +23,10 @@ std::string realPath(const std::string &path) {
 }
 
 bool writeFile(const std::string &path, std::string_view text, std::string &why) {
-    if (path == "/dev/stdout") /* where the summary goes as well */
-        return std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (path == "/dev/stdout") { /* where the summary goes as well */
+        std::fwrite(text.data(), 1, text.size(), stdout);
+        return true; /* what fails there is told at the end */
+    }
     /* A device is written on, a file anew. */
     std::FILE *file = std::fopen(path.c_str(), path.starts_with("/dev/") ? "ab" : "wb");
     if (file == nullptr) {

@@ -146,7 +146,7 @@ void taviBrowserPrintTree(BrowserNode *root, const char *suffix) {
     std::FILE *file = taviOpenTextFile(suffix, "w");
     taviBrowserTraverseTree(root,
                             [file](const BrowserNode *node) { taviBrowserPrintNode(file, node); });
-    std::fclose(file);
+    taviCloseTextFile(file, suffix);
 }
 
 void taviBrowserDeleteTree(BrowserNode *node) {

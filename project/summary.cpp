@@ -32,7 +32,7 @@ void taviSummaryOpenFile() {
 
 void taviSummaryCloseFile() {
     if (openings > 0 && --openings == 0)
-        std::fclose(summary);
+        taviCloseTextFile(summary, SUMMARY_SUFFIX);
 }
 
 void taviSummaryMessage(const char *text) {

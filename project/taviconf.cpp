@@ -27,3 +27,9 @@ std::FILE *taviOpenTextFile(const char *suffix, const char *mode) {
         fatalError(mode[0] == 'r' ? FATAL_OPEN_READ : FATAL_OPEN_WRITE, "No TAVI-PREFIX");
     return fopenTextFile(taviRecord.directory.c_str(), (taviRecord.prefix + suffix).c_str(), mode);
 }
+
+void taviCloseTextFile(std::FILE *file, const char *suffix) {
+    const bool failed = std::ferror(file) != 0;
+    if (std::fclose(file) != 0 || failed)
+        fatalError(FATAL_WRITE, (taviRecord.directory + taviRecord.prefix + suffix).c_str());
+}

@@ -25,3 +25,5 @@ bool taviOptionOK(const char *text);
 /* Opens the file of the outputs that ends in `suffix`. Fatal error 1 (`mode` begins with "r") or 2
    if that fails or there are no outputs. */
 std::FILE *taviOpenTextFile(const char *suffix, const char *mode);
+/* Closes it. Fatal error 7 if not all of it could be written. */
+void taviCloseTextFile(std::FILE *file, const char *suffix);

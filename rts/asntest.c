@@ -94,7 +94,7 @@ BOOLE asnCloseTester (ASNTSTG *g, ASNERROR *error)
     own->offset = g->in ? g->line : 0;
     asnTestPath (g, own->path, sizeof own->path);
   }
-  if (g->out && fflush (g->out) != 0 && own->code == ASN_OK)
+  if (g->out && (fflush (g->out) != 0 || ferror (g->out)) && own->code == ASN_OK)
     own->code = ROOM_FAIL;
   if (g->in && g->ahead >= 0) /* it belongs to what comes next */
     (void)ungetc (g->ahead, g->in);

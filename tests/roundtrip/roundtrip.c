@@ -1,6 +1,7 @@
 /* Takes values of generated types through all generated functions: roundtrip [OPTION] SCRIPT ...
 
      -m NUMBER  decodes so many changed forms of each encoding instead, and asks for as many changed texts
+     -f         lets allocations and writes fail instead
      -w FILE    writes all encodings to a file besides, as a SEQUENCE
      -s FOLDER  writes each encoding and each text to a file of its own besides, behind an octet with the
                 number of its row: what fuzz programs start from
@@ -39,6 +40,7 @@ static void printOctets (const ENCODING *e)
 
 /* What the command line asks for beside the round trips. */
 static int mutations;
+static BOOLE starving;
 static FILE *encodings;
 static const char *seeds;
 
@@ -261,6 +263,10 @@ static void openCase (CASE *c, const ENTRYDESCR *row, char *asked)
     mutateText (row, c->text, mutations / 4);
     return;
   }
+  if (starving) {
+    starve (row, &c->encoding, c->text);
+    return;
+  }
   expectDecoded (row, &c->encoding, c->text, &c->encoding);
   expectBeginningsRefused (row, &c->encoding);
   openValue (&v, row);
@@ -282,7 +288,7 @@ static void closeCase (CASE *c)
 static void checkLine (const CASE *c, char *line)
 {
   const char *rest;
-  if (mutations)
+  if (mutations || starving)
     return;
   if (*line == '?') {
     expectNotAsked (c->row, line + 1);
@@ -428,6 +434,9 @@ int main (int argc, char **argv)
     seeds = argv[2];
   if (argc > 3 && strcmp (argv[1], "-d") == 0)
     type = argv[2];
+  starving = argc > 2 && strcmp (argv[1], "-f") == 0;
+  if (starving)
+    first = 2;
   if (mutations || encodings || seeds || type)
     first = 3;
   for (int i = first; i < argc; i++)

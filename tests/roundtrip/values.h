@@ -58,4 +58,8 @@ void mutate (const ENTRYDESCR *row, const ENCODING *e, int times);
 /* Asks for changed texts. */
 void mutateText (const ENTRYDESCR *row, const char *text, int times);
 
+/* Lets each allocation fail once while an encoding is decoded, its value encoded, and a text asked for; and
+   each write while it is printed. */
+void starve (const ENTRYDESCR *row, const ENCODING *e, const char *text);
+
 #endif /*VALUES_H*/

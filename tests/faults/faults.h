@@ -1,0 +1,10 @@
+#pragma once
+
+/* Calls that fail: link faults.cpp, with WRAPPED_CALLS of CMakeLists.txt for the linker. Counting
+   begins with armFaults; the call of that number fails, and all others of its kind go on as ever.
+ */
+
+enum class Fault { Allocation, Output };
+
+/* 0 for `number`: none fails. Calls of that kind are counted in `counter`. */
+void armFaults(Fault fault, unsigned long number, unsigned long &counter);
