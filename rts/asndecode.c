@@ -91,11 +91,11 @@ int asnReadHeader (const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *heade
     if (!p)
       return LEN_FAIL;
   }
+  header->contents = p;
   if (header->len > (size_t)(limit - p))
     return LEN_FAIL;
   if (first == 0 && (header->len != 0 || p - start > 2))
     return TAG_FAIL;
-  header->contents = p;
   return ASN_OK;
 }
 

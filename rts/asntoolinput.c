@@ -103,7 +103,7 @@ static BOOLE askValue (ASN_TOOL *tool, FILE *in)
   noteBad (tool);
   if (error.offset > 0)
     tool->line += error.offset - 1;
-  asnReport (tool, &error, NULL, NULL);
+  asnReport (tool, &error, row->ask ? NULL : "a table with asking functions", NULL);
   return FALSE;
 }
 
@@ -161,6 +161,11 @@ static void runJson (ASN_TOOL *tool)
   doc.line = 1;
   if (!findType (tool, NULL, NULL))
     return;
+  if (!asnEntryPlace (tool->entry)) {
+    (void)fprintf (stderr, "%s: %s: without the tables of velmo-tool no JSON is read\n", tool->program, tool->file);
+    tool->nrOfBad++;
+    return;
+  }
   for (;;) {
     while (p < end && (*p == ' ' || *p == '\t' || *p == '\r' || *p == '\n'))
       doc.line += *p++ == '\n';

@@ -69,13 +69,61 @@ const ASNTOOLTYPE *asnComponents (const ASNTOOLTYPE *type);
 /* Null if the type has none for the number. */
 const char *asnNameFor (const ASNTOOLTYPE *type, sint64 number);
 
+/* --- contents of constructed encodings --- */
+
+typedef struct {
+  const BYTE_TYPE *p;
+  const BYTE_TYPE *limit;
+  BOOLE indefinite;
+} ASN_CONTENTS;
+
+static inline ASN_CONTENTS asnContentsOf (const ASN_HEADER *header, const BYTE_TYPE *limit)
+{
+  ASN_CONTENTS contents = { header->contents, limit, header->indefinite };
+  if (!header->indefinite)
+    contents.limit = header->contents + header->len;
+  return contents;
+}
+
+/* Whether the contents end here; where they have no length that is at two octets 0. */
+static inline BOOLE asnAtEnd (const ASN_CONTENTS *contents)
+{
+  if (!contents->indefinite)
+    return contents->p == contents->limit;
+  return contents->limit - contents->p >= 2 && contents->p[0] == 0 && contents->p[1] == 0;
+}
+
+/* --- what fits where --- */
+
+/* Encodings, and choices without tags, within one another. */
+#define ASN_MOST_LEVELS (2u * ASN_MAX_NESTING)
+
+/* Where a structure or choice stands. */
+typedef struct {
+  const ASNTOOLTYPE *type;
+  uint32 next;  /* of a SEQUENCE: the first component that may come */
+  BOOLE isOpen; /* unknown components may come */
+  BOOLE ordered;
+} ASN_MATCH;
+
+enum { ASN_FOREIGN = -1, ASN_NOTHING = -2 };
+
+ASN_MATCH asnStartMatch (const ASNTOOLTYPE *type);
+/* The number of the component with this tag, or what stands for none. */
+sint64 asnMatchTag (ASN_MATCH *match, uint32 tag);
+/* Whether one that must be there is neither in front of the next one nor, of a SET, among the places. */
+BOOLE asnLacksMandatory (const ASN_MATCH *match, const BYTE_TYPE *const *places);
+/* The components that may come, and the end of the structure. */
+void asnAddMatch (ASN_GROWING *to, const ASN_MATCH *match, BOOLE mayEnd);
+
 /* --- walking over an encoding --- */
 
 struct ASN_WALK;
 
 /* What is done at each part of an encoding, in its order; null does nothing. */
 typedef struct {
-  BOOLE byType; /* components of a SET in the order of the type */
+  BOOLE byType;   /* components of a SET in the order of the type */
+  BOOLE takesCut; /* contents that the octets end in the midst of */
   /* The name of what comes next, or the number of an element. */
   void (*name) (struct ASN_WALK *w, const ASNTOOLPLACE *place, uint32 element);
   /* A tag and length at `p`; where it is constructed, `end` follows behind its contents. */
@@ -107,10 +155,15 @@ typedef struct ASN_WALK {
   ASN_GROWING segments;
   ASNERROR error;
   const BYTE_TYPE *last; /* where the walk ended with an error */
+  uint32 missing;        /* octets of the contents that were begun last */
   uint32 depth;
   uint32 nrOfSteps;
   ASN_STEP steps[ASN_MAX_PATH];
 } ASN_WALK;
+
+/* Like asnReadHeader, but of contents that go beyond the limit those up to there count: `missing` gets how
+   many are not there. */
+int asnReadCutHeader (const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *header, uint32 *missing);
 
 /* Goes through one value, which begins at `p`; false after an error. `expected` and `segments` must be
    zero at first and are dropped by asnEndWalk. */

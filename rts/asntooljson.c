@@ -109,7 +109,7 @@ static void tellWhole (ASN_WALK *w, const BYTE_TYPE *p, size_t length, BOOLE isK
   asnAddChar (&writer->text, '"');
 }
 
-const ASN_VISITOR asnJsonVisitor = { TRUE, tellName, NULL, NULL, tellOpen, tellClose, tellLeaf, tellWhole };
+const ASN_VISITOR asnJsonVisitor = { TRUE, FALSE, tellName, NULL, NULL, tellOpen, tellClose, tellLeaf, tellWhole };
 
 BOOLE asnWriteJson (ASN_JSON_WRITER *writer, ASN_WALK *w, const ASNTOOLPLACE *place, const BYTE_TYPE *p,
                     size_t length)

@@ -23,7 +23,7 @@ static BOOLE decodeMessage (ASN_TOOL *tool, const BYTE_TYPE *p, size_t length, A
 {
   const ENTRYDESCR *row = asnRow (tool->entry);
   asnFreeMemory (&tool->memory);
-  error->code = LACK_OF_MEMORY;
+  error->code = row->decode ? LACK_OF_MEMORY : VALUE_FAIL;
   error->offset = 0;
   error->path[0] = 0;
   return row->decode && asnMakeRoomForValue (tool, row->size) &&
@@ -53,7 +53,7 @@ static BOOLE writeText (ASN_TOOL *tool)
   ASNERROR error = { VALUE_FAIL, 0, "" };
   if (row->print && asnPrintWith (tool->reentrant, row->print, tool->value, stdout, &error))
     return TRUE;
-  asnReport (tool, &error, NULL, NULL);
+  asnReport (tool, &error, row->print ? NULL : "a table with printing functions", NULL);
   return FALSE;
 }
 

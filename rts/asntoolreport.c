@@ -54,12 +54,13 @@ void asnReport (ASN_TOOL *tool, const ASNERROR *error, const char *expected, con
 static void addFound (ASN_GROWING *to, int error, const BYTE_TYPE *p, const BYTE_TYPE *end)
 {
   const uint32 few = 16;
+  uint32 missing;
   ASN_HEADER header;
   if (p >= end) {
     asnAddText (to, "the end of the octets");
     return;
   }
-  if (asnReadHeader (p, end, &header) != ASN_OK) {
+  if (asnReadCutHeader (p, end, &header, &missing) != ASN_OK) {
     asnAddChar (to, '\'');
     asnAddHex (to, p, end - p > few ? few : (size_t)(end - p));
     asnAddText (to, end - p > few ? "...'H" : "'H");
@@ -68,7 +69,11 @@ static void addFound (ASN_GROWING *to, int error, const BYTE_TYPE *p, const BYTE
   if (error == FORM_FAIL)
     asnAddText (to, header.constructed ? "constructed " : "primitive ");
   asnAddTag (to, header.tag);
-  if (!header.constructed && header.len > 0 && header.tag != EOC_TAG) {
+  if (missing > 0) {
+    asnAddText (to, " without the last ");
+    asnAddNumber (to, missing);
+    asnAddText (to, missing == 1 ? " octet" : " octets");
+  } else if (!header.constructed && header.len > 0 && header.tag != EOC_TAG) {
     asnAddText (to, " '");
     asnAddHex (to, header.contents, header.len > few ? few : header.len);
     asnAddText (to, header.len > few ? "...'H" : "'H");
@@ -80,7 +85,7 @@ void asnReportDecoding (ASN_TOOL *tool, const ASNERROR *error, const BYTE_TYPE *
 {
   const ASNTOOLPLACE *place = asnEntryPlace (tool->entry);
   const size_t offset = error->offset < length ? error->offset : length;
-  static const ASN_VISITOR silent = { FALSE, NULL, NULL, NULL, NULL, NULL, NULL, NULL };
+  static const ASN_VISITOR silent = { FALSE, FALSE, NULL, NULL, NULL, NULL, NULL, NULL, NULL };
   ASNERROR told = *error;
   ASN_WALK walk;
   memset (&walk, 0, sizeof walk);

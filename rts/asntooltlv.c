@@ -10,6 +10,7 @@ typedef struct {
   uint32 depth;
   ASN_GROWING names; /* of what comes, with dots between them */
   BOOLE lineIsOpen;  /* contents may follow on it */
+  const BYTE_TYPE *stuck;
 } LISTING;
 
 static void endLine (LISTING *listing)
@@ -19,7 +20,7 @@ static void endLine (LISTING *listing)
   listing->lineIsOpen = FALSE;
 }
 
-static void startLine (LISTING *listing, size_t offset, const ASN_HEADER *header)
+static void startLine (LISTING *listing, size_t offset, const ASN_HEADER *header, uint32 missing)
 {
   char text[48];
   endLine (listing);
@@ -28,7 +29,7 @@ static void startLine (LISTING *listing, size_t offset, const ASN_HEADER *header
   if (header->indefinite)
     (void)snprintf (text, sizeof text, "%8s  ", "...");
   else
-    (void)snprintf (text, sizeof text, "%8lu  ", (unsigned long)header->len);
+    (void)snprintf (text, sizeof text, "%8lu  ", (unsigned long)header->len + missing);
   asnAddText (listing->to, text);
   for (uint32 i = 0; i < listing->depth; i++)
     asnAddText (listing->to, "  ");
@@ -37,6 +38,11 @@ static void startLine (LISTING *listing, size_t offset, const ASN_HEADER *header
     asnAddChar (listing->to, ' ');
     asnAdd (listing->to, listing->names.text, listing->names.length);
     asnEmpty (&listing->names);
+  }
+  if (missing > 0) {
+    asnAddText (listing->to, " (");
+    asnAddNumber (listing->to, missing);
+    asnAddText (listing->to, missing == 1 ? " octet missing)" : " octets missing)");
   }
   listing->lineIsOpen = TRUE;
 }
@@ -91,19 +97,21 @@ static void addContents (LISTING *listing, const BYTE_TYPE *p, size_t length)
 
 /* --- what has no description --- */
 
-/* Lists what begins at `p` and all behind it; false if tags and lengths are wrong there. */
+/* Lists what begins at `p` and all behind it; false, with listing->stuck, where there are no more tags. */
 static BOOLE listRaw (LISTING *listing, const BYTE_TYPE *start, const BYTE_TYPE *p, const BYTE_TYPE *limit,
                       BOOLE endsItself, const BYTE_TYPE **end)
 {
   while (p < limit) {
     ASN_HEADER header;
-    if (asnReadHeader (p, limit, &header) != ASN_OK || listing->depth > 4 * ASN_MAX_NESTING)
+    uint32 missing;
+    listing->stuck = p;
+    if (asnReadCutHeader (p, limit, &header, &missing) != ASN_OK || listing->depth > 4 * ASN_MAX_NESTING)
       return FALSE;
     if (endsItself && header.tag == EOC_TAG) {
       *end = header.contents;
       return TRUE;
     }
-    startLine (listing, (size_t)(p - start), &header);
+    startLine (listing, (size_t)(p - start), &header, missing);
     p = header.contents + header.len;
     if (header.constructed) {
       const BYTE_TYPE *behind = p;
@@ -116,6 +124,7 @@ static BOOLE listRaw (LISTING *listing, const BYTE_TYPE *start, const BYTE_TYPE 
       addContents (listing, header.contents, header.len);
     }
   }
+  listing->stuck = p;
   if (!endsItself)
     *end = p;
   return !endsItself;
@@ -125,9 +134,11 @@ static BOOLE listRaw (LISTING *listing, const BYTE_TYPE *start, const BYTE_TYPE 
 static void listRest (LISTING *listing, const BYTE_TYPE *start, const BYTE_TYPE *p, const BYTE_TYPE *limit)
 {
   const BYTE_TYPE *end;
-  if (!listRaw (listing, start, p, limit, FALSE, &end)) {
+  if (!listRaw (listing, start, p, limit, FALSE, &end) && listing->stuck < limit) {
     endLine (listing);
-    asnAddText (listing->to, "         the octets behind this are no encodings\n");
+    asnAddText (listing->to, "         the octets behind this are no encodings: ");
+    addPreview (listing->to, listing->stuck, (size_t)(limit - listing->stuck));
+    listing->lineIsOpen = TRUE;
   }
   endLine (listing);
 }
@@ -151,7 +162,7 @@ static void tellName (ASN_WALK *w, const ASNTOOLPLACE *place, uint32 element)
 static void tellHeader (ASN_WALK *w, const BYTE_TYPE *p, const ASN_HEADER *header)
 {
   LISTING *listing = (LISTING *)w->own;
-  startLine (listing, (size_t)(p - w->start), header);
+  startLine (listing, (size_t)(p - w->start), header, w->missing);
   listing->depth += header->constructed;
 }
 
@@ -164,20 +175,18 @@ static int tellLeaf (ASN_WALK *w, const ASNTOOLTYPE *type, const BYTE_TYPE *p, u
 {
   LISTING *listing = (LISTING *)w->own;
   const size_t before = listing->to->length;
-  int error;
   asnAddText (listing->to, ": ");
   if (type->kind == TYP_OCTSTR) {
     addPreview (listing->to, p, length);
     return ASN_OK;
   }
-  error = asnAddJsonLeaf (listing->to, type, p, length, unused);
-  if (error) {
+  if (asnAddJsonLeaf (listing->to, type, p, length, unused) != ASN_OK) {
     listing->to->length = before;
     addContents (listing, p, length);
   } else {
     cutLine (listing->to, before);
   }
-  return error;
+  return ASN_OK; /* what follows has names even so */
 }
 
 static void tellWhole (ASN_WALK *w, const BYTE_TYPE *p, size_t length, BOOLE isKnown)
@@ -191,12 +200,12 @@ static void tellWhole (ASN_WALK *w, const BYTE_TYPE *p, size_t length, BOOLE isK
   listing->depth = depth;
 }
 
-static const ASN_VISITOR listingVisitor = { FALSE, tellName, tellHeader, tellEnd, NULL, NULL, tellLeaf, tellWhole };
+static const ASN_VISITOR listingVisitor = { FALSE, TRUE, tellName, tellHeader, tellEnd, NULL, NULL, tellLeaf, tellWhole };
 
 BOOLE asnListTags (ASN_GROWING *to, ASN_WALK *w, const ASNTOOLPLACE *place, const BYTE_TYPE *p, size_t length,
                    size_t first)
 {
-  LISTING listing = { to, first, 0, { NULL, 0, 0, FALSE }, FALSE };
+  LISTING listing = { to, first, 0, { NULL, 0, 0, FALSE }, FALSE, NULL };
   BOOLE done = FALSE;
   if (place)
     done = asnWalk (w, &listingVisitor, &listing, place, p, length);

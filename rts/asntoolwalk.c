@@ -4,9 +4,6 @@
 
 #include <stdlib.h>
 
-/* Encodings, and choices without tags, within one another. */
-#define MOST_LEVELS (2u * ASN_MAX_NESTING)
-
 static const BYTE_TYPE *walkPlace (ASN_WALK *w, const ASNTOOLPLACE *place, const uint32 *tags,
                                    const BYTE_TYPE *p, const BYTE_TYPE *limit);
 
@@ -39,9 +36,23 @@ static const BYTE_TYPE *fail (ASN_WALK *w, const BYTE_TYPE *p, int code)
   return NULL;
 }
 
+int asnReadCutHeader (const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *header, uint32 *missing)
+{
+  int error;
+  *missing = 0;
+  header->contents = NULL;
+  error = asnReadHeader (p, limit, header);
+  if (error != LEN_FAIL || !header->contents)
+    return error;
+  *missing = header->len - (uint32)(limit - header->contents);
+  header->len -= *missing;
+  return ASN_OK;
+}
+
 static BOOLE readHeader (ASN_WALK *w, const BYTE_TYPE *p, const BYTE_TYPE *limit, ASN_HEADER *header)
 {
-  const int error = asnReadHeader (p, limit, header);
+  const int error = w->visitor->takesCut ? asnReadCutHeader (p, limit, header, &w->missing)
+                                         : asnReadHeader (p, limit, header);
   if (error)
     (void)fail (w, p, error);
   return !error;
@@ -64,129 +75,18 @@ static void expectPlace (ASN_WALK *w, const ASNTOOLPLACE *place, const BYTE_TYPE
     asnAddPlace (&w->expected, place);
 }
 
-/* --- what fits where --- */
-
-static BOOLE fits (const ASNTOOLPLACE *place, const uint32 *tags, uint32 tag, uint32 depth)
+static void expectMatch (ASN_WALK *w, const ASN_MATCH *match, const BYTE_TYPE *p, BOOLE mayEnd)
 {
-  if (asnIsMarker (place) || depth > MOST_LEVELS)
-    return FALSE;
-  if (*tags)
-    return *tags == tag;
-  if (place->type->kind != TYP_CHOICE)
-    return tag != EOC_TAG;
-  for (uint32 i = 0; i < place->type->nrOfPlaces; i++) {
-    const ASNTOOLPLACE *alternative = &place->type->places[i];
-    if (fits (alternative, alternative->tags, tag, depth + 1))
-      return TRUE;
-  }
-  return FALSE;
-}
-
-enum { FOREIGN = -1, NOTHING = -2 };
-
-/* Where a structure or choice stands. */
-typedef struct {
-  const ASNTOOLTYPE *type;
-  uint32 next;   /* of a SEQUENCE: the first component that may come */
-  BOOLE isOpen;  /* unknown components may come */
-  BOOLE ordered;
-} MATCH;
-
-static MATCH startMatch (const ASNTOOLTYPE *type)
-{
-  MATCH match = { type, 0, FALSE, FALSE };
-  match.ordered = type->kind == TYP_SEQ || type->kind == TYP_EXTERNAL || type->kind == TYP_EXTERNAL_1994;
-  if (!match.ordered)
-    for (uint32 i = 0; i < type->nrOfPlaces; i++)
-      match.isOpen |= asnIsMarker (&type->places[i]);
-  return match;
-}
-
-/* The number of the component with this tag. */
-static sint64 matchTag (MATCH *match, uint32 tag)
-{
-  const ASNTOOLTYPE *type = match->type;
-  uint32 afterMarker = match->next;
-  for (uint32 i = match->next; i < type->nrOfPlaces; i++) {
-    const ASNTOOLPLACE *place = &type->places[i];
-    if (asnIsMarker (place)) {
-      match->isOpen = TRUE;
-      afterMarker = i + 1;
-    } else if (fits (place, place->tags, tag, 0)) {
-      if (match->ordered)
-        match->next = i + 1;
-      return i;
-    } else if (match->ordered && place->status == TCS_MANDATORY) {
-      break;
-    }
-  }
-  if (match->ordered)
-    match->next = afterMarker;
-  return match->isOpen ? FOREIGN : NOTHING;
-}
-
-/* The components that may come, and the end of the structure. */
-static void expectMatch (ASN_WALK *w, const MATCH *match, const BYTE_TYPE *p, BOOLE mayEnd)
-{
-  const ASNTOOLTYPE *type = match->type;
-  enum { MOST = 8 };
-  uint32 told = 0, left = 0;
-  if (!startTelling (w, p))
-    return;
-  for (uint32 i = match->next; i < type->nrOfPlaces; i++) {
-    const ASNTOOLPLACE *place = &type->places[i];
-    if (asnIsMarker (place))
-      continue;
-    if (told == MOST) {
-      left++;
-    } else {
-      asnAddText (&w->expected, told++ > 0 ? ", " : "");
-      asnAddPlace (&w->expected, place);
-    }
-    if (match->ordered && place->status == TCS_MANDATORY) {
-      mayEnd = FALSE;
-      break;
-    }
-  }
-  if (left > 0) {
-    asnAddText (&w->expected, ", or one of ");
-    asnAddNumber (&w->expected, left);
-    asnAddText (&w->expected, " others");
-  }
-  if (mayEnd) {
-    asnAddText (&w->expected, told > 0 ? ", or the end of " : "the end of ");
-    asnAddText (&w->expected, type->name ? type->name : asnKindName (type->kind));
-  }
+  if (startTelling (w, p))
+    asnAddMatch (&w->expected, match, mayEnd);
 }
 
 /* --- contents of constructed encodings --- */
 
-typedef struct {
-  const BYTE_TYPE *p;
-  const BYTE_TYPE *limit;
-  BOOLE indefinite;
-} CONTENTS;
-
-static CONTENTS contentsOf (const ASN_HEADER *header, const BYTE_TYPE *limit)
-{
-  CONTENTS contents = { header->contents, limit, header->indefinite };
-  if (!header->indefinite)
-    contents.limit = header->contents + header->len;
-  return contents;
-}
-
-/* Whether the contents end here; where they have no length that is at two octets 0. */
-static BOOLE atEnd (const CONTENTS *contents)
-{
-  if (!contents->indefinite)
-    return contents->p == contents->limit;
-  return contents->limit - contents->p >= 2 && contents->p[0] == 0 && contents->p[1] == 0;
-}
-
 /* Behind the contents, which must end here. */
-static const BYTE_TYPE *endContents (ASN_WALK *w, const CONTENTS *contents)
+static const BYTE_TYPE *endContents (ASN_WALK *w, const ASN_CONTENTS *contents)
 {
-  if (!atEnd (contents)) {
+  if (!asnAtEnd (contents)) {
     if (startTelling (w, contents->p))
       asnAddText (&w->expected, "the end of the element around it");
     return fail (w, contents->p, contents->p == contents->limit ? LEN_FAIL : EOC_FAIL);
@@ -234,37 +134,27 @@ static const BYTE_TYPE *walkWhole (ASN_WALK *w, const BYTE_TYPE *p, const BYTE_T
 
 /* --- structures --- */
 
-static const BYTE_TYPE *failMatch (ASN_WALK *w, const MATCH *match, const BYTE_TYPE *p, int code)
+static const BYTE_TYPE *failMatch (ASN_WALK *w, const ASN_MATCH *match, const BYTE_TYPE *p, int code)
 {
   expectMatch (w, match, p, match->type->kind != TYP_CHOICE);
   return fail (w, p, code);
 }
 
-static BOOLE lacksMandatory (const MATCH *match, const BYTE_TYPE *const *places)
-{
-  for (uint32 i = match->next; i < match->type->nrOfPlaces; i++) {
-    const ASNTOOLPLACE *place = &match->type->places[i];
-    if (!asnIsMarker (place) && place->status == TCS_MANDATORY && (!places || !places[i]))
-      return TRUE;
-  }
-  return FALSE;
-}
-
 /* The components of a SEQUENCE, or of a SET in the order of the encoding. Of a SET `places` gets where
    each component stands; those that come twice are left to decoders. */
-static const BYTE_TYPE *walkInOrder (ASN_WALK *w, const ASNTOOLTYPE *type, CONTENTS *contents,
+static const BYTE_TYPE *walkInOrder (ASN_WALK *w, const ASNTOOLTYPE *type, ASN_CONTENTS *contents,
                                      const BYTE_TYPE **places)
 {
-  MATCH match = startMatch (type);
-  while (!atEnd (contents)) {
+  ASN_MATCH match = asnStartMatch (type);
+  while (!asnAtEnd (contents)) {
     ASN_HEADER header;
     sint64 component;
     if (!readHeader (w, contents->p, contents->limit, &header))
       return NULL;
-    component = matchTag (&match, header.tag);
-    if (component == NOTHING)
+    component = asnMatchTag (&match, header.tag);
+    if (component == ASN_NOTHING)
       return failMatch (w, &match, contents->p, TAG_FAIL);
-    if (component == FOREIGN && contents->p == w->goal)
+    if (component == ASN_FOREIGN && contents->p == w->goal)
       expectMatch (w, &match, contents->p, TRUE);
     if (component >= 0 && places) {
       if (places[component])
@@ -276,19 +166,19 @@ static const BYTE_TYPE *walkInOrder (ASN_WALK *w, const ASNTOOLTYPE *type, CONTE
     if (!contents->p)
       return NULL;
   }
-  if (lacksMandatory (&match, places))
+  if (asnLacksMandatory (&match, places))
     return failMatch (w, &match, contents->p, places ? MM_FAIL : TAG_FAIL);
   return contents->p;
 }
 
 /* The components of a SET in the order of the type, then those that it doesn't know. */
-static const BYTE_TYPE *walkByType (ASN_WALK *w, const ASNTOOLTYPE *type, CONTENTS *contents,
+static const BYTE_TYPE *walkByType (ASN_WALK *w, const ASNTOOLTYPE *type, ASN_CONTENTS *contents,
                                     const BYTE_TYPE **places)
 {
-  static const ASN_VISITOR silent = { FALSE, NULL, NULL, NULL, NULL, NULL, NULL, NULL };
+  static const ASN_VISITOR silent = { FALSE, FALSE, NULL, NULL, NULL, NULL, NULL, NULL, NULL };
   const ASN_VISITOR *visitor = w->visitor;
-  const CONTENTS before = *contents;
-  MATCH match = startMatch (type);
+  const ASN_CONTENTS before = *contents;
+  ASN_MATCH match = asnStartMatch (type);
   const BYTE_TYPE *end, *p;
   w->visitor = &silent;
   end = walkInOrder (w, type, contents, places);
@@ -300,7 +190,7 @@ static const BYTE_TYPE *walkByType (ASN_WALK *w, const ASNTOOLTYPE *type, CONTEN
     ASN_HEADER header;
     if (!readHeader (w, p, before.limit, &header))
       return NULL;
-    if (matchTag (&match, header.tag) == FOREIGN)
+    if (asnMatchTag (&match, header.tag) == ASN_FOREIGN)
       p = walkWhole (w, p, before.limit, FALSE);
     else if (asnFindEnd (p, before.limit, &p) != ASN_OK)
       return NULL;
@@ -310,7 +200,7 @@ static const BYTE_TYPE *walkByType (ASN_WALK *w, const ASNTOOLTYPE *type, CONTEN
   return end;
 }
 
-static const BYTE_TYPE *walkSet (ASN_WALK *w, const ASNTOOLTYPE *type, CONTENTS *contents)
+static const BYTE_TYPE *walkSet (ASN_WALK *w, const ASNTOOLTYPE *type, ASN_CONTENTS *contents)
 {
   const BYTE_TYPE **places = (const BYTE_TYPE **)calloc (type->nrOfPlaces + 1u, sizeof *places);
   const BYTE_TYPE *end;
@@ -322,9 +212,9 @@ static const BYTE_TYPE *walkSet (ASN_WALK *w, const ASNTOOLTYPE *type, CONTENTS 
   return end;
 }
 
-static const BYTE_TYPE *walkList (ASN_WALK *w, const ASNTOOLTYPE *type, CONTENTS *contents)
+static const BYTE_TYPE *walkList (ASN_WALK *w, const ASNTOOLTYPE *type, ASN_CONTENTS *contents)
 {
-  for (uint32 element = 0; !atEnd (contents); element++) {
+  for (uint32 element = 0; !asnAtEnd (contents); element++) {
     if (contents->p >= contents->limit)
       return fail (w, contents->p, LEN_FAIL);
     contents->p = walkNamed (w, type->places, element, contents->p, contents->limit);
@@ -338,7 +228,7 @@ static const BYTE_TYPE *walkStructure (ASN_WALK *w, const ASNTOOLTYPE *type, con
                                        const BYTE_TYPE *limit)
 {
   const ASNTOOLTYPE *parts = asnComponents (type);
-  CONTENTS contents = contentsOf (header, limit);
+  ASN_CONTENTS contents = asnContentsOf (header, limit);
   const BYTE_TYPE *end;
   if (w->visitor->open)
     w->visitor->open (w, type);
@@ -356,15 +246,15 @@ static const BYTE_TYPE *walkStructure (ASN_WALK *w, const ASNTOOLTYPE *type, con
 static const BYTE_TYPE *walkChoice (ASN_WALK *w, const ASNTOOLTYPE *type, const BYTE_TYPE *p,
                                     const BYTE_TYPE *limit)
 {
-  MATCH match = startMatch (type);
+  ASN_MATCH match = asnStartMatch (type);
   ASN_HEADER header;
   sint64 alternative;
   if (p == w->goal)
     expectMatch (w, &match, p, FALSE);
   if (!readHeader (w, p, limit, &header))
     return NULL;
-  alternative = header.tag == EOC_TAG ? (sint64)NOTHING : matchTag (&match, header.tag);
-  if (alternative == NOTHING)
+  alternative = header.tag == EOC_TAG ? (sint64)ASN_NOTHING : asnMatchTag (&match, header.tag);
+  if (alternative == ASN_NOTHING)
     return failMatch (w, &match, p, TAG_FAIL);
   if (w->visitor->open)
     w->visitor->open (w, type);
@@ -393,10 +283,10 @@ static BOOLE areWholeBits (const ASN_HEADER *header)
 static const BYTE_TYPE *joinSegments (ASN_WALK *w, const ASN_HEADER *header, const BYTE_TYPE *limit,
                                       BOOLE areBits, uint32 *unused, uint32 depth)
 {
-  CONTENTS contents = contentsOf (header, limit);
-  if (depth > MOST_LEVELS)
+  ASN_CONTENTS contents = asnContentsOf (header, limit);
+  if (depth > ASN_MOST_LEVELS)
     return fail (w, contents.p, DEPTH_FAIL);
-  while (!atEnd (&contents)) {
+  while (!asnAtEnd (&contents)) {
     ASN_HEADER segment;
     if (!readHeader (w, contents.p, contents.limit, &segment))
       return NULL;
@@ -467,7 +357,7 @@ static const BYTE_TYPE *walkTagged (ASN_WALK *w, const ASNTOOLPLACE *place, cons
   if (w->visitor->header)
     w->visitor->header (w, p, &header);
   if (tags[1] || asnIsUntagged (type->kind)) {
-    CONTENTS contents = contentsOf (&header, limit);
+    ASN_CONTENTS contents = asnContentsOf (&header, limit);
     if (!header.constructed)
       return fail (w, p, FORM_FAIL);
     contents.p = walkPlace (w, place, tags + 1, contents.p, contents.limit);
@@ -481,7 +371,7 @@ static const BYTE_TYPE *walkTagged (ASN_WALK *w, const ASNTOOLPLACE *place, cons
 static const BYTE_TYPE *walkPlace (ASN_WALK *w, const ASNTOOLPLACE *place, const uint32 *tags,
                                    const BYTE_TYPE *p, const BYTE_TYPE *limit)
 {
-  if (w->depth >= MOST_LEVELS)
+  if (w->depth >= ASN_MOST_LEVELS)
     return fail (w, p, DEPTH_FAIL);
   w->depth++;
   if (*tags)

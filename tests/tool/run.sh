@@ -95,6 +95,7 @@ testForms() {
   gives "the message behind a broken one" 1 "1 of 3 messages bad" "$tool" check three.hex
   echo 61830203 >long.hex
   gives "a length beyond the end" 1 "LEN_FAIL" "$tool" check long.hex
+  gives "tags of half a message" 1 "ok (1 octet missing)" sh -c "echo 300602010701 01 | '$tool' decode --tlv Msg"
   gives "a broken message's tags" 1 "[APPLICATION 1] Order" "$tool" decode --tlv three.hex
   same "definite lengths" "$(echo 'Msg: { id: 1 ok: TRUE }' | "$tool" encode --out=hex Msg)" \
     "$(echo 3080 020101 0101FF 0000 | "$tool" convert Msg --der --out=hex)"
@@ -132,6 +133,20 @@ testReports() {
   gives "a directory of others" 2 "not empty" "$maker" --keep=. "$examples/basic.asn"
 }
 
+# The program of the page in docs/, with the tables of its module alone.
+testOwn() {
+  local page=$source/docs/velmo-tool.md bin
+  bin=$(dirname "$maker")
+  sed -n '/^-- loans.asn/,/^END/p' "$page" >loans.asn
+  sed -n '/^\/\* own.c/,/^}/p' "$page" >own.c
+  { "$bin/asntree" -TAB=YES -TABF=YES -TDEFS=YES -TST=1:1 loans.asn && "$bin/velmo" loans; } >/dev/null || fail "no tables"
+  cc -std=c99 $CFLAGS -I. -I"$source/rts" -o own own.c loans*.c "$source"/rts/*.c -lm || fail "no program"
+  echo 300A800107A105A103800101 >loan.hex
+  gives "the same message in other lengths" 0 "1 message in 1 file, 0 bad" ./own check loan.hex
+  gives "a message without names" 0 "state: reserved" ./own decode loan.hex
+  gives "JSON without names" 1 "no JSON is read" sh -c "echo '{}' | ./own encode"
+}
+
 # Whatever is in a file, the program ends with a status of its own and without a word of the sanitizers.
 changed() {
   awk -v seed="$1" -v digits="$2" 'BEGIN { srand (seed) }
@@ -167,6 +182,7 @@ splitAll
 testValues
 testForms
 testReports
+testOwn
 testChanged
 [ $failures = 0 ] || echo "$failures failures"
 [ $failures = 0 ]
