@@ -1,11 +1,11 @@
-# Completion in bash for asntree, velmo and velmo-tool. Options are those that --help tells of, and the general ones
+# Completion in bash for asntree, velmo, velmo-browse and velmo-tool. Options are those that --help tells of, and the general ones
 # that trees store.
 
 # Values that an option may have, and "/" where it wants a directory or "." for a file.
 _velmo_values ()
 {
   case ${1^^} in
-    -A | -S | -L | -C | -H | -TAVI-DIRECTORY | --KEEP) echo / ;;
+    -A | -S | -L | -C | -H | -TAVI-DIRECTORY | --KEEP | --ROOT) echo / ;;
     -MD | -LOGFILE | --OUTPUT | --CC) echo . ;;
     --COLOR) echo auto always never ;;
     -UNIQUE) echo YES INCLUDES NO ;;
@@ -35,10 +35,11 @@ _velmo_options ()
   fi
 }
 
-# What isn't an option: modules for asntree, trees for velmo.
+# What isn't an option: modules for asntree, trees for velmo, those of projects for velmo-browse.
 _velmo_files ()
 {
-  local name directory=.
+  local name directory=. suffixes="asn asn1 ASN ASN1"
+  [[ ${1##*/} == velmo-browse ]] && suffixes=acd
   if [[ ${1##*/} == velmo ]]; then
     [[ $2 =~ \ -[Ss]=([^ ]+) ]] && directory=${BASH_REMATCH[1]}
     for name in "$directory"/*.stx; do
@@ -47,7 +48,7 @@ _velmo_files ()
     done
   else
     compgen -d -- "$3"
-    for name in asn asn1 ASN ASN1; do
+    for name in $suffixes; do
       compgen -G "$3*.$name"
     done
   fi
@@ -82,4 +83,4 @@ _velmo_complete ()
   return 0
 }
 
-complete -F _velmo_complete asntree velmo velmo-tool
+complete -F _velmo_complete asntree velmo velmo-browse velmo-tool
