@@ -1,7 +1,9 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <cstdlib>
 #include <filesystem>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -158,6 +160,10 @@ bool writeOutput(const Options &options, const Project &project,
 } // namespace
 
 int main(int argc, char **argv) {
+    std::set_new_handler([] {
+        std::fputs("velmo-browse: out of memory\n", stderr);
+        std::_Exit(STATUS_FATAL);
+    });
     Options options;
     if (!parseCommandLine(argc, argv, options))
         return STATUS_USAGE;
