@@ -143,8 +143,8 @@ const std::string &prefixOf(const Renamer &renamer, const NamedDefinition &defin
     return renamer.table.plan.prefixes.at(module).gen;
 }
 
-/* What stands in front of a name that is changed: all module prefixes may begin with what the user puts
-   in front of all names, and once is enough then. */
+/* What stands in front of a name that is changed: all module prefixes may begin with what the user
+   puts in front of all names, and once is enough then. */
 std::string newPrefixOf(const Renamer &renamer, const NamedDefinition &definition) {
     const std::string &prefix = prefixOf(renamer, definition);
     const bool isInIt =

@@ -46,7 +46,8 @@ void occupyStandardStreams() {
         close(file);
 }
 
-/* What all programs of the house answer wherever these words stand, with status 0. True if one did. */
+/* What all programs of the house answer wherever these words stand, with status 0. True if one
+   of them did. */
 bool answerQuestion(int argc, char **argv) {
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--help") == 0) {
