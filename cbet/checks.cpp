@@ -337,7 +337,9 @@ void checkByKind(Check &check, AsnType *type, AsnConstraint *constraint) {
     }
 }
 
-void warnOfUnimplemented(int file) {
+void warnOfUnimplemented(int file, AsnType *type) {
+    if (file == 0)
+        return cSayAtType(type, "warning: Unimplemented type constraint.");
     wToF(file, "/* WARNING: Unimplemented type constraint. */\n");
     Text name;
     nameOfF(name, nullptr, file, nullptr);
@@ -351,7 +353,7 @@ void checkConstraint(Check &check, AsnType *type, AsnConstraint *constraint) {
     checkByKind(check, type, constraint);
     if (!check.sorry)
         return;
-    warnOfUnimplemented(check.file);
+    warnOfUnimplemented(check.file, type);
     check.sorry = false; /* a catenation around this one doesn't say it again */
 }
 

@@ -1,6 +1,7 @@
 #include "cbet/reports.h"
 
 #include <cstdio>
+#include <set>
 
 #include "cbet/listsizes.h"
 #include "cbet/vars.h"
@@ -20,11 +21,17 @@ const char *cSetErrorReportingFunctionFormat(const char *format) {
     return g_errorReportingFunctionFormat;
 }
 
-void cRefuseType(AsnType *type, const char *text) {
+void cSayAtType(AsnType *type, const char *text) {
+    static std::set<Text> said;
     Text path;
-    std::fprintf(stderr, "%s:%d: error: %s\n",
-                 getModuleFilePath(path, nullptr, getModuleOfType(type), nullptr).c_str(),
-                 getTypeDefinitionLine(type), text);
+    getModuleFilePath(path, nullptr, getModuleOfType(type), nullptr);
+    const Text line = formatText("%s:%d: %s\n", path.c_str(), getTypeDefinitionLine(type), text);
+    if (said.insert(line).second)
+        std::fputs(line.c_str(), stderr);
+}
+
+void cRefuseType(AsnType *type, const char *text) {
+    cSayAtType(type, formatText("error: %s", text).c_str());
     glbExitCode = 1;
 }
 

@@ -10,8 +10,11 @@ extern const char *g_errorReportingFunctionFormat;
 /* Sets the format, which must live on, or the default for null; returns what it set. */
 const char *cSetErrorReportingFunctionFormat(const char *format);
 
-/* Says on the standard error, at the line of the type's definition, that generated code can't hold
-   it in this way; the run goes on and ends with status 1. */
+/* Says on the standard error, at the line of the type's definition, what all kinds of function find
+   there; the same words only once. */
+void cSayAtType(AsnType *type, const char *text);
+/* Says so that generated code can't hold the type in this way; the run goes on and ends with
+   status 1. */
 void cRefuseType(AsnType *type, const char *text);
 
 void cReportError(int file, const char *name);

@@ -17,11 +17,8 @@ struct CommentLines {
     const char *prefix;
     const char *suffix;
 
-    void begin() const { wToF(slot, prefix); }
-    void end() const {
-        wToF(slot, suffix);
-        wToF(slot, "\n");
-    }
+    /* In one piece, which the output layer doesn't break. */
+    void add(const Text &line) const { wToF(slot, orEmpty(prefix) + line + orEmpty(suffix) + "\n"); }
 };
 
 const char *nullIfEmpty(const char *text) {
@@ -29,20 +26,16 @@ const char *nullIfEmpty(const char *text) {
 }
 
 /* "VELMO 1.07 on 22.11.2026 at 9:05.00", where the name is in the call that comes before. */
-void writeVersionAndTime(int slot, int version, int patchLevel, const TimeStamp &stamp) {
-    Text text;
-    wToF(slot, printVersionStri(text, "", version, patchLevel, ""));
-    wToF(slot, " ");
-    wToF(slot, printTimeStamp(text, "", stamp, ""));
+Text versionAndTime(int version, int patchLevel, const TimeStamp &stamp) {
+    Text text, time;
+    printVersionStri(text, "", version, patchLevel, " ");
+    return text += printTimeStamp(time, "", stamp, "");
 }
 
 void writeInfo(const CommentLines &lines, const Text &info) {
-    const char *intro = "INFO = ";
+    Text intro = "INFO = ";
     for (std::size_t place = 0; place < info.size(); place += INFO_WIDTH) {
-        lines.begin();
-        wToF(lines.slot, intro);
-        wToF(lines.slot, info.substr(place, INFO_WIDTH));
-        lines.end();
+        lines.add(intro + info.substr(place, INFO_WIDTH));
         intro = "       ";
     }
 }
@@ -62,22 +55,13 @@ void printFileHeader(int slot, const char *start, const char *end, const char *l
     CommentLines lines = {slot, nullIfEmpty(linePrefix), nullIfEmpty(lineSuffix)};
     wToF(slot, nullIfEmpty(start));
     wToF(slot, "\n");
-    if (!backendName.empty()) {
-        lines.begin();
-        printfToF(slot, "Processed by %s ", backendName.c_str());
-        writeVersionAndTime(slot, backendVersion, backendPatchLevel, timeStamp);
-        lines.end();
-    }
-    lines.begin();
-    wToF(slot, "Syntax file processed by KETRA ");
-    writeVersionAndTime(slot, modRec->stamp.treeVersion, -1, modRec->stamp);
-    lines.end();
-    lines.begin();
-    printfToF(slot, "ASN.1 module = %s", modRec->moduleName.c_str());
-    lines.end();
-    lines.begin();
-    printfToF(slot, "FILE = %s%s", modRec->filePrefix.c_str(), fArr[slot].suffix.c_str());
-    lines.end();
+    if (!backendName.empty())
+        lines.add("Processed by " + backendName + " " +
+                  versionAndTime(backendVersion, backendPatchLevel, timeStamp));
+    lines.add("Syntax file processed by KETRA " +
+              versionAndTime(modRec->stamp.treeVersion, -1, modRec->stamp));
+    lines.add("ASN.1 module = " + modRec->moduleName);
+    lines.add("FILE = " + modRec->filePrefix + fArr[slot].suffix);
     writeInfo(lines, getGlobalOptions(module)->info);
     wToF(slot, nullIfEmpty(end));
     wToF(slot, "\n");

@@ -16,8 +16,8 @@ using StringCall = Call<void(AsnValue *value, std::int32_t length, const char *t
 
 /* --- bit and octet strings --- */
 
-/* Bits of a named bit list beyond this are a fault of the tree: lengths of strings have 16 bits. */
-constexpr std::int32_t MAX_NAMED_BIT = 0xFFFE;
+/* A named bit beyond this is a fault of the tree: a value has a digit for each bit below it. */
+constexpr std::int32_t MAX_NAMED_BIT = 100'000;
 constexpr char hexDigits[] = "0123456789ABCDEF";
 
 bool isDigitString(const AsnValue &value) {

@@ -139,8 +139,8 @@ bool generationTriple(ModRec *module, const OptionRow &row, const char *value) {
             return false;
         ++count;
         value += field.size();
-        if (*value == ':')
-            ++value;
+        if (*value == ':' && (*++value == '\0') && count == MAX_FIELDS)
+            return false; /* a fourth one, although there is nothing in it */
     }
     auto &genArr = module->options->genArr;
     for (std::size_t i = 0; i < count; ++i)

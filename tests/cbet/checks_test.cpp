@@ -168,6 +168,11 @@ TEST_P(Checks, AreWritten) {
                   : std::string("{\nBOOLE ok1;\n") + row.text +
                         "if (!ok1){\nreportError (ASNG_F(asncodg) CONSTRAINT_FAIL);\n}\n}\n");
     EXPECT_EQ(err.find("body.c:") != std::string::npos, row.warnings == 1) << err;
+    testing::internal::CaptureStderr(); /* without a file, at the place in the module, once */
+    for (int i = 0; i < 2; ++i)
+        run.forComp("T", "x", [](AsnType *comp) { cCheckConstraints(0, comp); });
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              row.warnings == 0 ? "" : "./mod.asn:0: warning: Unimplemented type constraint.\n");
     EXPECT_EQ(cVarCount(VAR_OK), 0);
 }
 

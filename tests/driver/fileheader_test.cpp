@@ -38,6 +38,7 @@ protected:
 };
 
 TEST_F(FileHeader, LinesBetweenTheirTexts) {
+    modRec_.moduleName = "My_Module_" + std::string(70, 'm'); /* beyond column 78 */
     options_.info = std::string(60, 'a') + std::string(60, 'b') + std::string(10, 'c');
     printFileHeader(SLOT, "/*", " */", " * ", ".", &module_);
     closeF(SLOT);
@@ -45,10 +46,8 @@ TEST_F(FileHeader, LinesBetweenTheirTexts) {
               "/*\n"
               " * Processed by TOOL 3.05.2 on 05.01.2027 at 9:08.07.\n"
               " * Syntax file processed by KETRA 2.09 on 31.12.1999 at 23:59.59.\n"
-              " * ASN.1 module = My_Module.\n"
-              " * FILE = my.typ.\n"
-              " * INFO = " +
-                  std::string(60, 'a') + ".\n *        " + std::string(60, 'b') +
+              " * ASN.1 module = My_Module_" +
+                  std::string(70, 'm') + ".\n * FILE = my.typ.\n * INFO = " + std::string(60, 'a') + ".\n *        " + std::string(60, 'b') +
                   ".\n *        cccccccccc.\n */\n");
 }
 

@@ -162,7 +162,7 @@ TEST(ValueTextsDeathTest, BrokenTreesEndTheRun) {
          "Internal error"},
         {[](TreeWriter &w) { return w.listValue(TYP_BITSTR, {w.intValue(4294967296)}); },
          "Too long named bit value"},
-        {[](TreeWriter &w) { return w.listValue(TYP_BITSTR, {w.intValue(65535)}); },
+        {[](TreeWriter &w) { return w.listValue(TYP_BITSTR, {w.intValue(100'001)}); },
          "Too long named bit value"},
         {[](TreeWriter &w) { return w.listValue(TYP_BITSTR, {w.intValue(-1)}); },
          "Too long named bit value"},

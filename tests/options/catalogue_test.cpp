@@ -78,6 +78,7 @@ TEST_F(Catalogue, GenerationTripleIsTakenWholeOrNotAtAll) {
                                                      {"COD=3", 2, 1, 1},
                                                      {"COD=0:3", 2, 1, 1},
                                                      {"COD=0:0:0:0", 2, 1, 1},
+                                                     {"COD=0:0:0:", 2, 1, 1},
                                                      {"COD=0::0", 2, 1, 1},
                                                      {"COD=00", 2, 1, 1},
                                                      {"COD=no", 2, 1, 1}}) {
