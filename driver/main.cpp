@@ -1,5 +1,6 @@
+#include "driver/deepstack.h"
 #include "driver/velmo_main.h"
 
 int main(int argc, char **argv) {
-    return velmo_main(argc, argv);
+    return runOnDeepStack(velmo_main, argc, argv);
 }

@@ -59,6 +59,7 @@ struct AsnType {
     int compNbr = 0;             /* place among the components of the father; 0 outside a walk */
     std::int32_t compStatus = 0; /* CompStatus of the position */
     int defLevel = 0;            /* anonymous elements count one more than their father */
+    int inlineLevel = 0;         /* types written in one another around this one */
     RecNr defaultValue = 0;      /* VNode of the position's DEFAULT, 0 without one */
     int stamp = 0;               /* copy of the position's stored stamp */
     int firstMainType = 0;       /* of the position; of an instantiation, of the base */

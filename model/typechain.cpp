@@ -7,6 +7,7 @@
 #include "model/typetables.h"
 #include "options/ketracnf.h"
 #include "store/classify.h"
+#include "store/plainchain.h"
 #include "store/records.h"
 #include "store/strings.h"
 
@@ -130,11 +131,25 @@ bool followChain(ChainWalk *walk) {
     return true;
 }
 
+/* What is passed by this has nothing to gather or to apply. */
+void leapAlongChain(ChainWalk *walk) {
+    const int references = leapOverPlainReferences();
+    if (references == 0)
+        return;
+    if (walk->gathers)
+        walk->son->chainDepth += references;
+    if (walk->area != nullptr)
+        *walk->area = saveNodeContext(REC_TNODE);
+    walk->holder = {};
+}
+
 void goThroughSynonymChain(ChainWalk *walk) {
     ChainGuard guard(REC_TNODE);
-    while (followChain(walk)) {
+    for (int references = 0; followChain(walk); ++references) {
         guard.step(currModule(REC_TNODE));
         walk->first = false;
+        if (references >= FEW_REFERENCES)
+            leapAlongChain(walk);
     }
 }
 

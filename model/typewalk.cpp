@@ -111,6 +111,14 @@ void inheritChainOptions(TNode *base, std::uint32_t chainOptions) {
     base->optionBits |= chainOptions & (optionMask(OPT_SKIPPED) | optionMask(OPT_NEAR));
 }
 
+/* Paths and indentation grow with each level that is no definition, so these are bounded by what
+   people write, however much stack there is. */
+void countInlineLevels(AsnType *son, const AsnType *father) {
+    son->inlineLevel = father->base.compStatus == TCS_HEADER ? 0 : father->inlineLevel + 1;
+    if (son->inlineLevel > MAX_NESTING)
+        treeInconsistent(son->posModule);
+}
+
 /* An anonymous element goes by the name of its father; whatever is no definition belongs to the C
    type of its father. */
 void inheritFatherNames(AsnType *son, const AsnType *father) {
@@ -212,6 +220,7 @@ void getTypePathN(AsnType *father, AsnType *son, int compNr) {
     addConstraint(son);
     inheritChainOptions(&son->base, chainOptions);
     if (father != nullptr) {
+        countInlineLevels(son, father);
         inheritFatherNames(son, father);
         son->path = typePathInUse() ? getPath() : nullptr;
         inheritFatherOptions(son, father, chainOptions);

@@ -5,6 +5,7 @@
 
 #include "driver/fatal.h"
 #include "store/ketramac.h"
+#include "store/plainchain.h"
 #include "store/records.h"
 #include "store/strings.h"
 #include "store/values.h"
@@ -140,7 +141,9 @@ void skipTypesCatchInst(bool throughFields, NodePlace *instantiation) {
     if (instantiation != nullptr)
         *instantiation = {};
     ChainGuard guard(REC_TNODE);
-    for (;;) {
+    for (int references = 0;; ++references) {
+        if (references >= FEW_REFERENCES)
+            leapOverPlainReferences();
         ModRec *module = currModule(REC_TNODE);
         guard.step(module);
         if (tNode.mainType == TYP_SYNONYM && tNode.refRecord != 0) {

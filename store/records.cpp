@@ -155,8 +155,10 @@ void ChainGuard::extend(const ModRec *module) {
         treeInconsistent(module);
 }
 
+int nestingLimit = MAX_NESTING;
+
 NestingGuard::NestingGuard(int *depth, const ModRec *module) : depth_(depth) {
-    if (++*depth_ > MAX_NESTING)
+    if (++*depth_ > nestingLimit)
         treeInconsistent(module);
 }
 

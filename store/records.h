@@ -66,8 +66,11 @@ private:
     std::int64_t left_;
 };
 
-/* Bounds recursion that follows a tree: fatal error 15 beyond MAX_NESTING levels. */
+/* Levels of recursion along a tree that fit into the stack of any process. */
 inline constexpr int MAX_NESTING = 1000;
+extern int nestingLimit; /* the same, or what the stack of the run is large enough for */
+
+/* Bounds recursion that follows a tree: fatal error 15 beyond nestingLimit levels. */
 class NestingGuard {
 public:
     NestingGuard(int *depth, const ModRec *module);

@@ -137,6 +137,33 @@ TEST(TypeWalk, EndpointsAreTheNarrowestOfTheChain) {
     setup.expectTypes(ends, {{"T", "1..10 line 9"}, {"S", "0..10 line 9"}});
 }
 
+/* What a link in the middle has to say counts for all in front of it, and the way to the end is gone
+   once for all of them. */
+TEST(TypeWalk, LongChainsAreGoneThroughOnce) {
+    constexpr int LINKS = 3000;
+    const auto name = [](int nr) { return "T" + std::to_string(nr); };
+    TreeWriter w("Chains", "chains");
+    for (int nr = 0; nr < LINKS; ++nr) {
+        const TypeNode link = w.ref(name(nr + 1));
+        w.define(name(nr), nr == LINKS / 2 ? link.implicit(5).endpoints(1, 7) : link);
+    }
+    w.define(name(LINKS), w.integer(0, 10));
+    ModelSetup setup;
+    setup.load(w);
+    const auto linkText = [](AsnType *type) {
+        const auto outermost = static_cast<std::size_t>(type->tags.front());
+        return handleText(type) + " " + std::to_string(type->tagEntries[outermost].tag.tagNumber) +
+               " " + shown(type->lowerEndpoint) + ".." + shown(type->upperEndpoint);
+    };
+    const std::int64_t reads = recReadsLeft;
+    int links = LINKS;
+    forEachType(setup.module, [&](AsnType *type, int) { EXPECT_EQ(type->chainDepth, links--); });
+    EXPECT_EQ(links, -1);
+    EXPECT_LT(reads - recReadsLeft, 200 * LINKS);
+    setup.expectTypes(linkText, {{"T1", "T1 T3000 uint8 INTEGER 2999 sd 5 1..7"},
+                                 {"T1501", "T1501 T3000 uint8 INTEGER 1499 sd 2 0..10"}});
+}
+
 /* Name, level and C type of each element, the outermost first. */
 std::string elementsOf(AsnType *type) {
     std::string text;
