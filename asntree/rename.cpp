@@ -4,6 +4,7 @@
 #include <set>
 
 #include "asntree/cnames.h"
+#include "store/text.h"
 
 namespace asntree {
 
@@ -138,9 +139,11 @@ void findClashes(Renamer &renamer) {
     }
 }
 
-const std::string &prefixOf(const Renamer &renamer, const NamedDefinition &definition) {
+/* The prefix of the definition's module as the beginning of a name in C. */
+std::string prefixOf(const Renamer &renamer, const NamedDefinition &definition) {
     const ModuleInfo *module = renamer.table.c.moduleInfos.at(definition.assignment->module);
-    return renamer.table.plan.prefixes.at(module).gen;
+    const std::string &prefix = renamer.table.plan.prefixes.at(module).gen;
+    return isAsciiDigit(prefix.front()) ? "_" + prefix : prefix;
 }
 
 /* What stands in front of a name that is changed: all module prefixes may begin with what the user

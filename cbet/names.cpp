@@ -9,6 +9,7 @@
 #include "model/backvar.h"
 #include "model/classes.h"
 #include "model/modules.h"
+#include "model/nametexts.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
@@ -216,6 +217,14 @@ Text &cTypeIdForDefinedTypeCompRef(Text &dst, const char *prefix, AsnType *type,
     if (cIsDefinedBaseType(type))
         return cTypeId(dst, prefix, type, postfix);
     return between(dst, prefix, NO_NAME, postfix);
+}
+
+Text &cModulePrefix(Text &dst, const char *prefix, AsnModule *module, const char *postfix) {
+    Text name;
+    convertHyphens(getModulePrefix(name, nullptr, module, nullptr));
+    if (!name.empty() && isAsciiDigit(name.front()))
+        name.insert(0, 1, '_');
+    return joinTexts(dst, prefix, name.c_str(), postfix);
 }
 
 Text &cDefTypeName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {

@@ -2,12 +2,16 @@
 
 #include "store/text.h"
 
+struct AsnModule;
 struct AsnObjClassField;
 struct AsnType;
 struct AsnValue;
 
 /* C names of types, components and named numbers. All functions are text functions: they set `dst`
    to `prefix`, the name and `postfix`. */
+
+/* The generation prefix as the beginning of an identifier; names of files keep its own spelling. */
+Text &cModulePrefix(Text &dst, const char *prefix, AsnModule *module, const char *postfix);
 
 /* The type's own identifier, which is also the tag of its structure: "Msg", and for an unnamed
    structure the way out of its component to the definition around it: "b_a_Msg". */

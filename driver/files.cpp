@@ -50,8 +50,10 @@ void startStream(int slot, const Text &name) {
 Text &guardName(Text &dst, const char *prefix, Text name, const char *suffix) {
     strUpper(convertHyphens(name));
     for (char &c : name)
-        if (c == '.')
+        if (!isSymbolChar(c))
             c = '_';
+    if (!name.empty() && isAsciiDigit(name.front()))
+        name.insert(0, 1, '_');
     dst = orEmpty(prefix) + name + orEmpty(suffix);
     return dst;
 }

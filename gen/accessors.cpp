@@ -12,6 +12,8 @@
 #include "model/typequeries.h"
 #include "project/ketratavi.h"
 
+const AsnType *glbUnionlessChoice = nullptr;
+
 namespace {
 
 /* All access goes through this argument of the macro. */
@@ -78,10 +80,12 @@ void genRemMacro(AsnType *father, AsnType *comp, int compNbr) {
 
 /* (&((home)->i1.a)) */
 void genAltMacro(AsnType *father, AsnType *comp) {
-    genMacro(father, comp, "alt",
-             compsAreHeldAsPointers(father)
-                 ? formatText("((home)->%s)", getMetaMemberName(comp).c_str())
-                 : formatText("(&((home)->i1.%s))", getMetaMemberName(comp).c_str()));
+    const Text member = getMetaMemberName(comp);
+    if (compsAreHeldAsPointers(father))
+        genMacro(father, comp, "alt", "((home)->" + member + ")");
+    else
+        genMacro(father, comp, "alt",
+                 (father == glbUnionlessChoice ? "(&((home)->" : "(&((home)->i1.") + member + "))");
 }
 
 /* Macro groups of one type are set apart by an empty line. */

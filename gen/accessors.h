@@ -6,3 +6,7 @@ struct AsnType;
    alternative or an element, without naming control members. A type has them if its access routines
    are macros, which "ACCESS-ROUTINES=" decides for the module or the type. */
 void genCompAccessRoutines(AsnType *type);
+
+/* The CHOICE written in a value field whose accessors are under work: its alternatives stand side by
+   side in the class's structure. Null otherwise. */
+extern const AsnType *glbUnionlessChoice;

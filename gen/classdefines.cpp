@@ -1,5 +1,6 @@
 #include "gen/classdefines.h"
 
+#include "cbet/names.h"
 #include "cbet/reserved.h"
 #include "driver/files.h"
 #include "gen/classes.h"
@@ -63,7 +64,7 @@ void genObjectDefines(AsnObject *object, int row) {
     if (!needsTableMacros(module))
         return;
     Text prefix;
-    getModulePrefix(prefix, nullptr, module, nullptr);
+    cModulePrefix(prefix, nullptr, module, nullptr);
     const char *classId = getMetaObjectTableId(object);
     const char *objectId = getMetaObjectId(object);
     const long nr = row;
@@ -86,7 +87,7 @@ void genObjectTableDefines(AsnModule *module, AsnObjClass *objClass, int count) 
     if (getMetaClassAccessRoutines(objClass) != ACCESS_MACROS)
         return;
     Text table, walked;
-    getModulePrefix(table, nullptr, module, tableClassId(objClass));
+    cModulePrefix(table, nullptr, module, tableClassId(objClass));
     walked = table + "Obj";
     walked[0] = upperFirstChar(walked[0]);
     printfToF(fiDef, "\n/* iterators for %s table */\n\n", table.c_str());
@@ -107,7 +108,7 @@ void genObjectSetTableDefines(AsnObjectSet *objectSet) {
     Text set;
     getDefObjectSetId(set, nullptr, objectSet, nullptr);
     Text table;
-    getModulePrefix(table, nullptr, getModuleOfObjectSet(objectSet), set.c_str());
+    cModulePrefix(table, nullptr, getModuleOfObjectSet(objectSet), set.c_str());
     printfToF(fiDef, "\n/* iterators for %s table */\n\n", set.c_str());
     printfToF(fiDef, "#define first%sObj() (%s)\n", set.c_str(), table.c_str());
     taviAddItem(ITEM_MACRO, fiDef, {"first", set.c_str(), "Obj()"});

@@ -5,6 +5,7 @@
 #include "cbet/reserved.h"
 #include "driver/embedded.h"
 #include "driver/files.h"
+#include "gen/accessors.h"
 #include "gen/classdefines.h"
 #include "gen/classmeta.h"
 #include "gen/defines.h"
@@ -133,8 +134,13 @@ void genReferredDefinitions(AsnObjClass *objClass) {
         return;
     auto genGovernor = [](AsnObjClass *, AsnObjClassField *field, int) {
         auto governorClass = [](AsnObjClassField *, AsnObjClass *governor) { genClass(governor); };
+        auto typeOfValue = [](AsnObjClassField *ofField, AsnType *type) {
+            glbUnionlessChoice = type;
+            genReferredTypeField(ofField, type);
+            glbUnionlessChoice = nullptr;
+        };
         if (isFixedTypeValueField(field))
-            forFixedTypeValueField(field, genReferredTypeField);
+            forFixedTypeValueField(field, typeOfValue);
         else if (isFixedTypeValueSetField(field))
             forFixedTypeValueSetField(field, genReferredTypeField);
         else if (isObjectField(field))

@@ -122,7 +122,7 @@ void genEntryTablePrefixDefine(AsnModule *module) {
         return;
     Text prefix;
     printfToF(fiDef, "\n/* entries in %s */\n\n",
-              getModulePrefix(prefix, nullptr, module, "EntryDescr").c_str());
+              cModulePrefix(prefix, nullptr, module, "EntryDescr").c_str());
 }
 
 void genEntryTableElementDefine(AsnType *type, int index) {
@@ -132,7 +132,7 @@ void genEntryTableElementDefine(AsnType *type, int index) {
     Text name;
     /* #define mMsg 0 */
     printfToF(fiDef, "#define %s %d\n",
-              getModulePrefix(name, nullptr, module, getMetaTypeId(type)).c_str(), index);
+              cModulePrefix(name, nullptr, module, getMetaTypeId(type)).c_str(), index);
     taviAddItem(ITEM_DEFINE, fiDef, {name.c_str()});
 }
 
@@ -142,7 +142,7 @@ void genEntryTablePostfixDefine(AsnModule *module) {
     Text name;
     /* #define mEntryDescr_cnt 4 */
     printfToF(fiDef, "#define %s %d\n",
-              getModulePrefix(name, nullptr, module, "EntryDescr_cnt").c_str(),
+              cModulePrefix(name, nullptr, module, "EntryDescr_cnt").c_str(),
               getNrOfEntryTypes(module));
     taviAddItem(g_taviModuleNode, ITEM_DEFINE, fiDef, {name.c_str()});
 }

@@ -42,7 +42,7 @@ void forTypeBehindSynonym(AsnType *type, BaseTypeCall func) {
 } // namespace
 
 Text &entryParamName(Text &dst, AsnType *type, int index) {
-    getModulePrefix(dst, nullptr, getModuleOfType(type), "EntryParam");
+    cModulePrefix(dst, nullptr, getModuleOfType(type), "EntryParam");
     return dst += std::to_string(getMetaAsnParamIndex(type, index));
 }
 

@@ -38,7 +38,7 @@ void genETabPrefix(AsnModule *module) {
         forEachEntryType(module, genETabSeparateAsnParams);
     }
     Text table;
-    getModulePrefix(table, nullptr, module, "EntryDescr");
+    cModulePrefix(table, nullptr, module, "EntryDescr");
     printfToF(fiTab, "\n%sENTRYDESCR %s [] = ", exported ? "" : "static ", table.c_str());
     wToF(fiTab, "{\n");
     ++fArr[fiTab].indent;
@@ -65,7 +65,7 @@ void warnOfTaglessEntry(AsnType *type) {
         return;
     Text prefix;
     std::printf("WARNING: %s.asn: %s is a tagless entry type.\n",
-                getModulePrefix(prefix, nullptr, module, nullptr).c_str(), getMetaTypeId(type));
+                cModulePrefix(prefix, nullptr, module, nullptr).c_str(), getMetaTypeId(type));
 }
 
 /* #if ASN_TABTAG
@@ -243,7 +243,7 @@ void genTableAccessFunction(AsnModule *module, const char *elementType, const ch
     if (!needsTableAccessFuncs(module))
         return;
     Text name, indexType;
-    getModulePrefix(name, nullptr, module, tableName);
+    cModulePrefix(name, nullptr, module, tableName);
     indexType = orEmpty(getLangType(cTableAccessFunctionIndexVF(module, count)));
     indexType += ' ';
     const bool ansi = getGlobalOptions(module)->ansiC != 0;

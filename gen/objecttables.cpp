@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "cbet/names.h"
 #include "cbet/reserved.h"
 #include "driver/fatal.h"
 #include "driver/files.h"
@@ -80,7 +81,7 @@ void genObjectCompmask(AsnObject *object) {
 /* &mEntryDescr [0] / * Msg * / */
 void genEntryTypeReference(AsnType *type, int entryIndex) {
     Text prefix;
-    getModulePrefix(prefix, nullptr, getModuleOfType(type), nullptr);
+    cModulePrefix(prefix, nullptr, getModuleOfType(type), nullptr);
     printfToF(fiTab, "&%sEntryDescr [%d] /* %s */", prefix.c_str(), entryIndex,
               getMetaTypeId(type));
 }
@@ -214,7 +215,7 @@ void declareArray(AsnModule *module, AsnObjClass *objClass, int count) {
     const bool exported = isExported(module);
     const int file = exported ? fiTabE : fiTab;
     Text prefix;
-    getModulePrefix(prefix, nullptr, module, nullptr);
+    cModulePrefix(prefix, nullptr, module, nullptr);
     wToF(file, "\n");
     wToF(file, exported ? "extern " : "ASN_DECL ");
     const char *classId = tableClassId(objClass);
@@ -230,7 +231,7 @@ void genObjectTablePrefix(AsnModule *module, AsnObjClass *objClass, bool skipped
     if (skipped || isInNoObjectInstanceList(objClass))
         return;
     Text prefix;
-    getModulePrefix(prefix, nullptr, module, nullptr);
+    cModulePrefix(prefix, nullptr, module, nullptr);
     const char *classId = tableClassId(objClass);
     printfToF(fiTab, "\n%s%s %s%s [] = {\n", isExported(module) ? "" : "static ",
               cLoneName(classId, module).c_str(), prefix.c_str(), classId);
@@ -312,7 +313,7 @@ void genObjObjectElement(AsnObject *object) {
         return;
     }
     Text prefix;
-    getModulePrefix(prefix, nullptr, module, nullptr);
+    cModulePrefix(prefix, nullptr, module, nullptr);
     printfToF(fiTab, "&%s%s [%d] /* %s */", prefix.c_str(), getMetaObjectTableId(object), row,
               nameOf(object));
 }

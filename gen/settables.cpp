@@ -1,5 +1,6 @@
 #include "gen/settables.h"
 
+#include "cbet/names.h"
 #include "cbet/predicates.h"
 #include "driver/files.h"
 #include "gen/classdefines.h"
@@ -41,7 +42,7 @@ int nrOfObjectsInField(AsnFieldValue *value) {
 /* mValueSet0 */
 Text tableName(AsnFieldValue *value, const char *word, int number) {
     Text name;
-    getModulePrefix(name, nullptr, moduleOf(value), word);
+    cModulePrefix(name, nullptr, moduleOf(value), word);
     return name += std::to_string(number);
 }
 
@@ -193,7 +194,7 @@ void genObjectSetTable(AsnObjectSet *objectSet, int) {
     if (testObjClassOption(governor, OPT_SKIPPED))
         return;
     Text prefix, table;
-    getModulePrefix(prefix, nullptr, getModuleOfObjectSet(objectSet), nullptr);
+    cModulePrefix(prefix, nullptr, getModuleOfObjectSet(objectSet), nullptr);
     getDefObjectSetId(table, prefix.c_str(), objectSet, nullptr);
     const Text declarator = getMetaClassName(governor) + "* const " + table;
     printfToF(fiTabE, "\nextern %s [];\n", declarator.c_str());

@@ -104,6 +104,7 @@ const char *homeTypeId(AsnType *type) {
     case TYP_IA5STR:
         return "IA5CHAR";
     case TYP_GRASTR:
+    case TYP_OBJDESCR:
         return "GRAPHICCHAR";
     case TYP_GENSTR:
         return "GENERALCHAR";

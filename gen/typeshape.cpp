@@ -27,7 +27,8 @@ namespace {
 
 /* Main types and value forms that go together in needsControlMember. */
 bool isCountedString(int main) {
-    return main == TYP_BITSTR || main == TYP_OCTSTR || (main >= TYP_NUMSTR && main <= TYP_GENSTR);
+    return main == TYP_BITSTR || main == TYP_OCTSTR || (main >= TYP_NUMSTR && main <= TYP_GENSTR) ||
+           main == TYP_OBJDESCR;
 }
 
 bool isBetween(int form, int first, int last) {

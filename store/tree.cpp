@@ -60,10 +60,12 @@ TreeStatus readOneTree(ModRec *module, Text *message) {
     return TREE_READ;
 }
 
-/* A prefix names files and stands in the includes of generated code, so a tree may not lead
-   elsewhere with it. */
+/* A prefix names files and stands in the includes of generated code, so a tree may not lead to
+   another directory with it, nor out of the name. */
 bool isFilePrefix(std::string_view prefix) {
-    return std::all_of(prefix.begin(), prefix.end(), isSymbolChar);
+    return std::none_of(prefix.begin(), prefix.end(), [](char c) {
+        return c == '/' || c == '\\' || c == '"' || static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+    });
 }
 
 /* The import that MNode `nr` of a module describes. */

@@ -1,7 +1,8 @@
 /* Values go through all functions and come back the same. */
-#include "rare_formscod.ext"
-#include "rare_formstst.ext"
-#include "rare_forms.def"
+#include "3-rarecod.ext"
+#include "3-raretst.ext"
+#include "3-raretab.ext"
+#include "3-rare.def"
 #include "asnapi.h"
 #include <string.h>
 
@@ -35,9 +36,11 @@ static void show (ENTRYFUNC ask, ENTRYFUNC encode, ENTRYFUNC decode, ENTRYFUNC p
 
 int main (void)
 {
-  SHOW (Wide, "{ short: \"a\\U0001F600\" far: \"\" list: { \"x\" \"\\U0010FFFF\" } }");
-  SHOW (Wide, "{ short: \"\\u20AC\" fixed: \"yz\" far: \"q\" list: { } }");
-  SHOW (Wide, "{ short: \"x\" fixed: \"y\" far: \"q\" list: { } }");
+  SHOW (Wide, "{ short: \"a\\U0001F600\" far: \"\" list: { \"x\" \"\\U0010FFFF\" } "
+              "about: \"it\" mark: \"abc\" }");
+  SHOW (Wide, "{ short: \"\\u20AC\" fixed: \"yz\" far: \"q\" list: { } about: \"\" mark: \"abc\" }");
+  SHOW (Wide, "{ short: \"x\" fixed: \"y\" far: \"q\" list: { } about: \"\" mark: \"abc\" }");
   SHOW (Homes, "{ huge: 7 numbers: { 1 255 } pairs: { { a: TRUE } { a: FALSE b: -3 } } number: 1.5 }");
-  return strcmp (odd, "?" "?(");
+  return strcmp (odd, "?" "?(") || *alt_number_choice_KIND (&_3_rarekind->choice) != 0 ||
+         _3_rarekind->Type != &_3_rareEntryDescr[_3_rareWide];
 }

@@ -163,7 +163,7 @@ TEST_F(Files, OpenFileStaysAndAClosedOneIsWrittenAnew) {
     EXPECT_EQ(readBack(), "three");
     Text text;
     EXPECT_TRUE(defineGuardOfF(text, nullptr, 5, nullptr));
-    EXPECT_EQ(text, "FREE NAME");
+    EXPECT_EQ(text, "FREE_NAME");
     closeF(5);
 }
 

@@ -108,7 +108,7 @@ TEST_F(Run, BackEndTellsItsProgressIfTheToolAsksForIt) {
 /* Names in a tree lead to no other directory. */
 TEST_F(Run, ImportsThatLeadElsewhere) {
     dir_.makeDir("in");
-    for (const char *prefix : {"../post", "/etc/x", "a\"b", "a.b"}) {
+    for (const char *prefix : {"../post", "/etc/x", "a\"b", "a\\b"}) {
         TreeWriter tree("Outer", "outer");
         tree.import("Post_Office", prefix);
         ASSERT_TRUE(tree.save(dir_.path("in/outer.stx")));
@@ -118,6 +118,13 @@ TEST_F(Run, ImportsThatLeadElsewhere) {
                               "              outer: not a file prefix: " +
                                   std::string(prefix) + "\n\n");
     }
+    writeTree("Post_Office", "p.o+1", {});
+    TreeWriter tree("Outer", "outer");
+    tree.import("Post_Office", "p.o+1");
+    ASSERT_TRUE(tree.save(dir_.path("outer.stx")));
+    EXPECT_EQ(run({"outer"}).status, 0);
+    EXPECT_NE(dir_.read("outer.typ").find("#ifndef P_O_1_TYP\n#include \"p.o+1.typ\"\n"),
+              std::string::npos);
 }
 
 /* Each holds the next one, so that all wait for the last. Structures that are written in one another
