@@ -28,10 +28,11 @@ namespace {
 /* One check: the constraints of a type, collected in one variable. */
 struct Check {
     int file = 0;
-    bool okDefined = false; /* the block with the variable is open */
-    bool sorry = false;     /* the constraint in hand can't be put into code */
-    Text characters;        /* of the alphabet in hand */
-    int depth = 0;          /* of constraints within one another */
+    bool okDefined = false;  /* the block with the variable is open */
+    bool sorry = false;      /* the constraint in hand can't be put into code */
+    Text characters;         /* of the alphabet in hand */
+    bool allAreKnown = true; /* and it has no others */
+    int depth = 0;           /* of constraints within one another */
 };
 
 /* {
@@ -183,6 +184,11 @@ void checkSize(Check &check, AsnType *type, AsnConstraint *constraint) {
 
 /* --- permitted alphabets --- */
 
+/* Strings with one octet for each character. */
+bool isComparedAsText(int kind) {
+    return (kind >= TYP_NUMSTR && kind <= TYP_GENSTR) || kind == TYP_OBJDESCR;
+}
+
 /* More characters than a range of two-byte ones has are no text that a compiler would take. */
 constexpr std::uint32_t MAX_ALPHABET_RANGE = 0x10000;
 
@@ -204,6 +210,15 @@ bool singleCharacter(AsnValue *value, std::uint32_t *character) {
     return true;
 }
 
+/* The check compares with a text of C, which a zero ends and which has no characters beyond 255. */
+void allowCharacter(Check &check, std::uint64_t character) {
+    constexpr std::uint64_t LAST = 0xFF;
+    if (character == 0 || character > LAST)
+        check.allAreKnown = false;
+    else
+        check.characters += static_cast<char>(character);
+}
+
 void constructRangeCharacters(Check &check, AsnValue *low, bool lowClosed, AsnValue *high,
                               bool highClosed) {
     int kind = getValueMainType(low);
@@ -211,18 +226,28 @@ void constructRangeCharacters(Check &check, AsnValue *low, bool lowClosed, AsnVa
     if (!lowClosed || !highClosed || kind != getValueMainType(high) || !isRangedStringKind(kind) ||
         !singleCharacter(low, &first) || !singleCharacter(high, &last) ||
         (last >= first && last - first >= MAX_ALPHABET_RANGE)) {
-        check.sorry = true;
+        check.allAreKnown = false;
         return;
     }
     for (std::uint64_t c = first; c <= last; ++c) /* `last` may be the greatest of its width */
-        if (static_cast<char>(c) != '\0') /* ends the literal */
-            check.characters += static_cast<char>(c);
+        allowCharacter(check, c);
+}
+
+void constructSingleCharacters(Check &check, AsnValue *value) {
+    const RestrCharStri text = makeRestrCharStri(value->baseModule, value->base);
+    if (!isComparedAsText(text.kind) && text.kind != TYP_BMPSTR && text.kind != TYP_UNISTR)
+        check.allAreKnown = false;
+    for (const char c : text.text8)
+        allowCharacter(check, static_cast<unsigned char>(c));
+    for (const char16_t c : text.text16)
+        allowCharacter(check, c);
+    for (const char32_t c : text.text32)
+        allowCharacter(check, c);
 }
 
 void constructAllowedCharacters(Check &check, AsnType *type, AsnConstraint *constraint) {
     NestingGuard guard(&check.depth, type->posModule);
     auto inner = [&](AsnType *t, AsnConstraint *c) { constructAllowedCharacters(check, t, c); };
-    check.sorry = false;
     switch (getConstraintKind(constraint)) {
     case SUB_UNION:
         forUnionConstraint(type, constraint,
@@ -240,23 +265,31 @@ void constructAllowedCharacters(Check &check, AsnType *type, AsnConstraint *cons
         break;
     case SUB_SINGLE_VALUE:
         forSingleValueConstraint(type, constraint, [&](AsnType *, AsnValue *value) {
-            forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *text) {
-                check.characters += text;
-            });
+            constructSingleCharacters(check, value);
         });
         break;
     case SUB_INCLUDES:
         forContainedSubtypeConstraint(type, constraint, inner);
         break;
     default:
-        check.sorry = true;
+        check.allAreKnown = false;
         break;
     }
 }
 
+/* Dynamic strings hold octets, whatever is in them; only static ones have elements of four. */
+bool hasElementsOfItsCharacters(AsnType *type) {
+    return cIsStaticString(type) ||
+           (cIsDynamicString(type) && getTypeMainType(type) != TYP_UNISTR);
+}
+
 /* ok1 = (staChrStrStrspn (&home->x, "abc") == staStrLen (&home->x)); */
 void alphabetConstr(Check &check, AsnType *type, AsnConstraint *constraint) {
-    if (!cIsStaticString(type) && !cIsDynamicString(type)) {
+    check.characters.clear();
+    check.allAreKnown = true;
+    if (hasElementsOfItsCharacters(type))
+        constructAllowedCharacters(check, type, constraint);
+    if (!hasElementsOfItsCharacters(type) || !check.allAreKnown) {
         check.sorry = true;
         return;
     }
@@ -265,8 +298,6 @@ void alphabetConstr(Check &check, AsnType *type, AsnConstraint *constraint) {
     printfToF(check.file, "(%sChrStrStrspn%s (", cIsStaticString(type) ? "sta" : "dyn",
               getVFSize(type) == VF_NONE ? "0" : "");
     wToF(check.file, cHome(text, "", true, type, nullptr, ","));
-    check.characters.clear();
-    constructAllowedCharacters(check, type, constraint);
     wToF(check.file, " \"");
     putToF(check.file, cStringText(check.characters).c_str());
     putToF(check.file, "\") =="); /* a line may not end within the literal */
@@ -274,11 +305,6 @@ void alphabetConstr(Check &check, AsnType *type, AsnConstraint *constraint) {
 }
 
 /* --- single values --- */
-
-bool isComparedAsText(int kind) {
-    return (kind >= TYP_NUMSTR && kind <= TYP_GENSTR) || kind == TYP_UNISTR || kind == TYP_CHASTR ||
-           kind == TYP_OBJDESCR;
-}
 
 void singleValueConstr(Check &check, AsnType *type, AsnValue *value) {
     Text text;
@@ -290,7 +316,8 @@ void singleValueConstr(Check &check, AsnType *type, AsnValue *value) {
         printBooleanValueToF(check.file, " ", value, ");\n");
     } else if (inForm && isComparedAsText(kind)) {
         assignOk(check);
-        wToF(check.file, cHome(text, "(strcmp (", false, type, ".", "st,"));
+        const char *call = cIsDynamicString(type) ? "(strcmp ((char *)" : "(strcmp (";
+        wToF(check.file, cHome(text, call, false, type, ".", "st,"));
         forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *expected) {
             printfToF(check.file, " \"%s\") == 0);\n", cStringText(expected).c_str());
         });

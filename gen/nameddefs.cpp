@@ -19,8 +19,10 @@ namespace {
 /* setNamedDef (ASNG_F(asntstg) "red", 1L); */
 void callSetNamedDef(const TypeFuncInfo *info, const Text *name, sint64 value) {
     const char *quote = name == nullptr ? "" : "\"";
-    printfToF(info->outFile, "setNamedDef (ASNG_F(asntstg) %s%s%s, %sL);\n", quote,
-              name == nullptr ? "NULL" : name->c_str(), quote, i64tostr(value).c_str());
+    /* C has no constant for the least number. */
+    const Text number = i64ismin(value) ? "MIN_LONG" : i64tostr(value) + "L";
+    printfToF(info->outFile, "setNamedDef (ASNG_F(asntstg) %s%s%s, %s);\n", quote,
+              name == nullptr ? "NULL" : name->c_str(), quote, number.c_str());
 }
 
 void setNamedDef(AsnType *type, AsnValue *value, const TypeFuncInfo *info) {

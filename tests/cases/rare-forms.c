@@ -41,6 +41,7 @@ int main (void)
   SHOW (Wide, "{ short: \"\\u20AC\" fixed: \"yz\" far: \"q\" list: { } about: \"\" mark: \"abc\" }");
   SHOW (Wide, "{ short: \"x\" fixed: \"y\" far: \"q\" list: { } about: \"\" mark: \"abc\" }");
   SHOW (Homes, "{ huge: 7 numbers: { 1 255 } pairs: { { a: TRUE } { a: FALSE b: -3 } } number: 1.5 }");
+  SHOW (Edge, "lowest");
   return strcmp (odd, "?" "?(") || *alt_number_choice_KIND (&_3_rarekind->choice) != 0 ||
          _3_rarekind->Type != &_3_rareEntryDescr[_3_rareWide];
 }

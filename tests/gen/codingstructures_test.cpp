@@ -343,7 +343,7 @@ const CodingCase cases[] = {
     {"selections", selections, {}, {}, CODING_AND_TYPES},
     {"skippedfirst", skippedFirst},
     {"valuesinhomes", valuesInHomes, {}, {}, ALL_AND_TYPES},
-    {"markerfirst", markerFirst, {}, {"-Wno-unused-parameter"}, ALL},
+    {"markerfirst", markerFirst, {}, {}, ALL},
     {"listsizes", listSizes},
     {"morla_synonyms",
      morlaSynonyms,

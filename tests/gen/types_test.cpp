@@ -248,16 +248,18 @@ ProgramRun generateNested(const WorkDir &dir, int levels, bool defined) {
     return generate(dir, {"deep"});
 }
 
+/* Definitions that hold one another may go deep; lines and names of types that are written in one
+   another grow with each level. */
 TEST(TypesDirect, DeepNestingEndsTheRunAndNothingElse) {
     const std::string inconsistent = "\nFATAL ERROR : Syntax tree inconsistent\n"
                                      "              deep\n\n";
     for (const bool defined : {true, false}) {
         WorkDir dir;
-        EXPECT_EQ(generateNested(dir, 900, defined).status, 0);
+        EXPECT_EQ(generateNested(dir, defined ? 10'000 : 900, defined).status, 0);
         EXPECT_NE(dir.read("deep.typ").find("} T0;"), std::string::npos);
-        const ProgramRun run = generateNested(dir, 3000, defined);
+        const ProgramRun run = generateNested(dir, defined ? 60'000 : 3000, defined);
         EXPECT_EQ(run.status, 2) << defined;
-        EXPECT_EQ(run.err, inconsistent) << defined;
+        EXPECT_TRUE(run.err.ends_with(inconsistent)) << run.err; /* sanitizers remark on deep stacks */
     }
 }
 
