@@ -246,7 +246,7 @@ void constructSingleCharacters(Check &check, AsnValue *value) {
 }
 
 void constructAllowedCharacters(Check &check, AsnType *type, AsnConstraint *constraint) {
-    NestingGuard guard(&check.depth, type->posModule);
+    NestingGuard guard(&check.depth, type->posModule, MAX_NESTING);
     auto inner = [&](AsnType *t, AsnConstraint *c) { constructAllowedCharacters(check, t, c); };
     switch (getConstraintKind(constraint)) {
     case SUB_UNION:
@@ -375,7 +375,7 @@ void warnOfUnimplemented(int file, AsnType *type) {
 }
 
 void checkConstraint(Check &check, AsnType *type, AsnConstraint *constraint) {
-    NestingGuard guard(&check.depth, type->posModule);
+    NestingGuard guard(&check.depth, type->posModule, MAX_NESTING);
     check.sorry = false;
     checkByKind(check, type, constraint);
     if (!check.sorry)

@@ -241,7 +241,7 @@ void genNoValue(AsnType *type) {
 
 void genFixedTypeValueFieldValue(AsnValue *value) {
     static int nesting = 0;
-    const NestingGuard guard(&nesting, value->posModule);
+    const NestingGuard guard(&nesting, value->posModule, MAX_NESTING);
     const int mainType = getValueMainType(value);
     switch (mainType) {
     case TYP_BOOLEAN:

@@ -151,7 +151,7 @@ void visitSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
 
 /* A base in another module is walked with a handle on that module. */
 void walkSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
-    const WalkLevel level(&compBound, walked->posModule);
+    const WalkLevel level(&compBound, walked->posModule, nestingLimit);
     ModRec *base = walked->contentModule;
     if (base == walked->posModule && base == walked->walkModule->modRec) {
         visitSons(walk, walked, compsOnly);

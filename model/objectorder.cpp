@@ -119,7 +119,7 @@ private:
         while (!open.empty()) {
             const Met next = open.back();
             open.pop_back();
-            if (next.depth > nestingLimit || ++builtins_ > maxBuiltins())
+            if (next.depth > MAX_NESTING || ++builtins_ > maxBuiltins())
                 treeInconsistent(module_->modRec);
             forObjectByRecNr(
                 module_,

@@ -46,7 +46,7 @@ NodePlace containedConstraint(ModRec *module, RecNr valueRec) {
 void constructSetObjects(SetWalk *walk, const NodePlace &place) {
     if (place.nr == 0)
         return;
-    NestingGuard nesting(&setDepth, place.module);
+    NestingGuard nesting(&setDepth, place.module, MAX_NESTING);
     walk->bound.step(place.module);
     readRec(place.module, REC_SUB, place.nr);
     const SubRec sub = subRec;

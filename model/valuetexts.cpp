@@ -161,7 +161,7 @@ int objIdDepth = 0;
    resolved. A reference in front stands for the arcs of another value. */
 int objIdComps(ObjIdComps *comps, ChainGuard *guard) {
     ModRec *module = currModule(REC_VNODE);
-    NestingGuard nesting(&objIdDepth, module);
+    NestingGuard nesting(&objIdDepth, module, MAX_NESTING);
     const ArcTable *table = &rootNode;
     int count = 0;
     RecNr nr = vNode.refRecord;

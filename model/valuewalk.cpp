@@ -145,7 +145,7 @@ void getValuePath(AsnValue *father, AsnValue *value, int kind) {
     const std::int32_t governorModule = vNode.governorModule;
     value->father = father;
     value->nesting = father == nullptr ? 0 : father->nesting + 1;
-    if (value->nesting > nestingLimit)
+    if (value->nesting > MAX_NESTING)
         treeInconsistent(position.module);
     value->posModule = position.module;
     value->posRecord = position.nr;

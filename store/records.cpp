@@ -157,12 +157,13 @@ void ChainGuard::extend(const ModRec *module) {
 
 int nestingLimit = MAX_NESTING;
 
-NestingGuard::NestingGuard(int *depth, const ModRec *module) : depth_(depth) {
-    if (++*depth_ > nestingLimit)
+NestingGuard::NestingGuard(int *depth, const ModRec *module, int limit) : depth_(depth) {
+    if (++*depth_ > limit)
         treeInconsistent(module);
 }
 
-WalkLevel::WalkLevel(WalkBound *bound, const ModRec *module) : nesting_(&bound->depth_, module) {
+WalkLevel::WalkLevel(WalkBound *bound, const ModRec *module, int limit)
+    : nesting_(&bound->depth_, module, limit) {
     if (bound->depth_ == 1)
         bound->steps_ = 0;
     bound->step(module);

@@ -70,10 +70,11 @@ private:
 inline constexpr int MAX_NESTING = 1000;
 extern int nestingLimit; /* the same, or what the stack of the run is large enough for */
 
-/* Bounds recursion that follows a tree: fatal error 15 beyond nestingLimit levels. */
+/* Bounds recursion that follows a tree: fatal error 15 beyond so many levels. Definitions of types may
+   hold one another as deep as the stack goes; nothing else that people write comes to MAX_NESTING. */
 class NestingGuard {
 public:
-    NestingGuard(int *depth, const ModRec *module);
+    NestingGuard(int *depth, const ModRec *module, int limit = nestingLimit);
     ~NestingGuard() { --*depth_; }
     NestingGuard(const NestingGuard &) = delete;
     NestingGuard &operator=(const NestingGuard &) = delete;
@@ -109,7 +110,7 @@ private:
    outermost level begins to count anew. */
 class WalkLevel {
 public:
-    WalkLevel(WalkBound *bound, const ModRec *module);
+    WalkLevel(WalkBound *bound, const ModRec *module, int limit = MAX_NESTING);
 
 private:
     NestingGuard nesting_;
