@@ -5,6 +5,10 @@
 
 #include "asncodec.ext"
 
+#ifdef __cplusplus
+extern "C" {
+#endif
+
 /* What is done less often, or hardly ever, stays out of functions that are called often. */
 #ifdef __GNUC__
 #define ASN_APART __attribute__ ((noinline))
@@ -271,5 +275,9 @@ BOOLE asnTimeFromText (const char *text, size_t length, int isUtc, DATETIMEZ *va
 /* The number of characters, without the zero at their end; 0 if the moment has no encoding. */
 #define ASN_TIME_TEXT 40
 size_t asnTextFromTime (const DATETIMEZ *value, int isUtc, char *text);
+
+#ifdef __cplusplus
+}
+#endif
 
 #endif /*ASNINT_H*/

@@ -7,6 +7,10 @@
 
 #include "asnint.h"
 
+#ifdef __cplusplus
+extern "C" {
+#endif
+
 static inline BOOLE asnTestFailed (const ASNTSTG *g)
 {
   return g->util.error.code != ASN_OK;
@@ -74,5 +78,9 @@ void asnPriLine (ASNTSTG *g);
 /* A value that has no text. */
 void asnPriNothing (ASNTSTG *g);
 void asnPriDigits (ASNTSTG *g, const BYTE_TYPE *octets, uint32 length);
+
+#ifdef __cplusplus
+}
+#endif
 
 #endif /*ASNTEST_H*/
