@@ -155,12 +155,18 @@ void makeRelatedModules(const WorkDir &dir) {
                                            w->componentsOf(w->ref(base, "Parts"))}));
         w->define(of("CLASS"), w->objectClass({w->valueField("code", w->ref(base, "Shape")),
                                                w->setField("codes", w->ref(base, "Rows"))}));
+        w->findType(of("User")).entry();
+        w->defineValue(of("object"), w->ref(of("CLASS")), w->object(w->ref(of("CLASS")), {}));
     }
+    const TypeNode other = last.valueField("other", last.ref(far, "FarCLASS"));
+    const TypeNode holder = last.define("HOLDER", last.objectClass({other}));
+    last.defineValue("holder", holder,
+                     last.object(holder, {last.fieldValue(other, last.valueRefTo(3, far.findValue("Farobject").nr))}));
     last.define("Member", last.sequence({last.comp("in", last.ref(far, "FarIn")),
                                          last.comp("user", last.ref(far, "FarUser")),
                                          last.componentsOf(last.ref(far, "FarUser"))}));
     for (TreeWriter *w : {&base, &far, &last}) {
-        addOptions(*w, {"-COD=1:1", "-TST=1:1", "-CDEFS=yes"}, {});
+        addOptions(*w, {"-COD=1:1", "-TST=1:1", "-CDEFS=yes", "-TAB=yes"}, {});
         ASSERT_TRUE(w->save(dir.path(std::string(w == &base  ? "base"
                                                  : w == &far ? "far"
                                                              : "last") + ".stx")));
