@@ -1,5 +1,6 @@
 #include "fuzz/child.h"
 
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -101,8 +102,9 @@ void inChild(int worstStatus, int (*run)()) {
     if (child == 0)
         beChild(said, run);
     int status = 0;
-    if (waitpid(child, &status, 0) != child)
-        giveUp("waitpid");
+    while (waitpid(child, &status, 0) != child)
+        if (errno != EINTR) /* the fuzzer looks at its clock from time to time */
+            giveUp("waitpid");
     if (!WIFEXITED(status) || WEXITSTATUS(status) > worstStatus) {
         show(said);
         std::fprintf(stderr, "The process ended %s %d.\n",

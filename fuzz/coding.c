@@ -8,23 +8,9 @@
 
 int LLVMFuzzerTestOneInput (const BYTE_TYPE *data, size_t size);
 
-static const ENTRYDESCR *rowOf (int number)
-{
-  int rows = 0;
-  for (int i = 0; i < nrOfModules; i++)
-    rows += modules[i].nrOfRows;
-  number %= rows;
-  for (int i = 0; i < nrOfModules; i++) {
-    if (number < modules[i].nrOfRows)
-      return &modules[i].rows[number];
-    number -= modules[i].nrOfRows;
-  }
-  return NULL;
-}
-
 int LLVMFuzzerTestOneInput (const BYTE_TYPE *data, size_t size)
 {
-  const ENTRYDESCR *row = size ? rowOf (data[0]) : NULL;
+  const ENTRYDESCR *row = size ? rowNumbered (data[0]) : NULL;
   if (!row)
     return 0;
   script = "input";

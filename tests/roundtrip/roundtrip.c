@@ -214,17 +214,6 @@ typedef struct {
   ENCODING encoding;
 } CASE;
 
-static int numberOf (const ENTRYDESCR *row)
-{
-  int number = 0;
-  for (int i = 0; i < nrOfModules; i++) {
-    if (row >= modules[i].rows && row < modules[i].rows + modules[i].nrOfRows)
-      return number + (int)(row - modules[i].rows);
-    number += modules[i].nrOfRows;
-  }
-  return number;
-}
-
 static void writeSeed (const ENTRYDESCR *row, const char *suffix, const void *octets, size_t length)
 {
   static int number;

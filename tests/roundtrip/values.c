@@ -14,6 +14,27 @@ void fail (const VALUE *v, const char *what, const char *detail)
   failures++;
 }
 
+int numberOf (const ENTRYDESCR *row)
+{
+  int number = 0;
+  for (int i = 0; i < nrOfModules; i++) {
+    if (row >= modules[i].rows && row < modules[i].rows + modules[i].nrOfRows)
+      return number + (int)(row - modules[i].rows);
+    number += modules[i].nrOfRows;
+  }
+  return number;
+}
+
+const ENTRYDESCR *rowNumbered (int number)
+{
+  int rows = 0, i = 0;
+  for (int j = 0; j < nrOfModules; j++)
+    rows += modules[j].nrOfRows;
+  for (number %= rows; number >= modules[i].nrOfRows; i++)
+    number -= modules[i].nrOfRows;
+  return &modules[i].rows[number];
+}
+
 void openValue (VALUE *v, const ENTRYDESCR *row)
 {
   v->row = row;

@@ -18,6 +18,10 @@ typedef struct {
 extern const MODULE modules[];
 extern const int nrOfModules;
 
+/* Rows are counted through all modules; `number` may be any. */
+int numberOf (const ENTRYDESCR *row);
+const ENTRYDESCR *rowNumbered (int number);
+
 /* One value, with all that it owns. */
 typedef struct {
   const ENTRYDESCR *row;
