@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <new>
 #include <sstream>
 
 #include <unistd.h>
@@ -241,6 +242,24 @@ bool makeProgram(const Options &options, const Places &places) {
     return true;
 }
 
+/* As above; what was taken is given back if there is no more memory. */
+bool makeWithinMemory(const Options &options, const Places &places) {
+    try {
+        return makeProgram(options, places);
+    } catch (const std::bad_alloc &) {
+        std::fputs("velmo-tool: not enough memory\n", stderr);
+        return false;
+    }
+}
+
+/* The status, if all that was said on the standard output got there. */
+ExitStatus finished(ExitStatus status) {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return status;
+    std::fputs("velmo-tool: the standard output can't be written\n", stderr);
+    return STATUS_ERRORS;
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
@@ -249,16 +268,16 @@ int main(int argc, char **argv) {
         return STATUS_USAGE;
     if (options.help || options.version) {
         std::fputs(options.help ? usageText() : versionText().c_str(), stdout);
-        return STATUS_GOOD;
+        return finished(STATUS_GOOD);
     }
     /* Who interrupts the run ends the commands; files still have to be removed. */
     std::signal(SIGINT, SIG_IGN);
     Places places;
     if (!findPlaces(places) || !makeWorkplace(places, options))
         return STATUS_ERRORS;
-    const bool made = makeProgram(options, places);
+    const bool made = makeWithinMemory(options, places);
     std::error_code ignored;
     if (places.passing)
         fs::remove_all(places.work, ignored);
-    return made ? STATUS_GOOD : STATUS_ERRORS;
+    return made ? finished(STATUS_GOOD) : STATUS_ERRORS;
 }
