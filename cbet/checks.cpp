@@ -279,8 +279,7 @@ void constructAllowedCharacters(Check &check, AsnType *type, AsnConstraint *cons
 
 /* Dynamic strings hold octets, whatever is in them; only static ones have elements of four. */
 bool hasElementsOfItsCharacters(AsnType *type) {
-    return cIsStaticString(type) ||
-           (cIsDynamicString(type) && getTypeMainType(type) != TYP_UNISTR);
+    return cIsStaticString(type) || (cIsDynamicString(type) && getTypeMainType(type) != TYP_UNISTR);
 }
 
 /* ok1 = (staChrStrStrspn (&home->x, "abc") == staStrLen (&home->x)); */

@@ -18,7 +18,9 @@ struct CommentLines {
     const char *suffix;
 
     /* In one piece, which the output layer doesn't break. */
-    void add(const Text &line) const { wToF(slot, orEmpty(prefix) + line + orEmpty(suffix) + "\n"); }
+    void add(const Text &line) const {
+        wToF(slot, orEmpty(prefix) + line + orEmpty(suffix) + "\n");
+    }
 };
 
 const char *nullIfEmpty(const char *text) {

@@ -7,6 +7,6 @@ struct AsnType;
    are macros, which "ACCESS-ROUTINES=" decides for the module or the type. */
 void genCompAccessRoutines(AsnType *type);
 
-/* The CHOICE written in a value field whose accessors are under work: its alternatives stand side by
-   side in the class's structure. Null otherwise. */
+/* The CHOICE written in a value field whose accessors are under work: its alternatives stand side
+   by side in the class's structure. Null otherwise. */
 extern const AsnType *glbUnionlessChoice;

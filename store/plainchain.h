@@ -7,5 +7,5 @@ inline constexpr int FEW_REFERENCES = 16;
 
 /* Moves the current TNode along plain references: from a definition that has nothing of its own, no
    tag, constraint, option, text or narrower range, to another definition that is no instantiation.
-   Answers how many were passed, at once if the way was known already. Fatal error 15 in a circle. */
+   Answers how many were passed, at once if the way was known before. Fatal error 15 in a circle. */
 int leapOverPlainReferences();

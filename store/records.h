@@ -70,8 +70,9 @@ private:
 inline constexpr int MAX_NESTING = 1000;
 extern int nestingLimit; /* the same, or what the stack of the run is large enough for */
 
-/* Bounds recursion that follows a tree: fatal error 15 beyond so many levels. Definitions of types may
-   hold one another as deep as the stack goes; nothing else that people write comes to MAX_NESTING. */
+/* Bounds recursion that follows a tree: fatal error 15 beyond so many levels. Definitions of types
+   may hold one another as deep as the stack goes; nothing else that people write comes to
+   MAX_NESTING. */
 class NestingGuard {
 public:
     NestingGuard(int *depth, const ModRec *module, int limit = nestingLimit);

@@ -64,7 +64,8 @@ TreeStatus readOneTree(ModRec *module, Text *message) {
    another directory with it, nor out of the name. */
 bool isFilePrefix(std::string_view prefix) {
     return std::none_of(prefix.begin(), prefix.end(), [](char c) {
-        return c == '/' || c == '\\' || c == '"' || static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+        return c == '/' || c == '\\' || c == '"' || static_cast<unsigned char>(c) < ' ' ||
+               c == '\x7F';
     });
 }
 

@@ -98,14 +98,15 @@ const CheckRow rows[] = {
      "ok1 = (dynChrStrStrspn (&home->x, \" !\\\"#\\\\?\\?/\xE9\") == dynStrLen (&home->x));\n"},
     {"AlphabetOfWideCharacters",
      [](TreeWriter &w) {
-         return w.string(TYP_BMPSTR).constrained(
-             w.alphabet(w.sub(SUB_UNION, {w.single(w.text32Value(U"ab\xFC"))})));
+         return w.string(TYP_BMPSTR)
+             .constrained(w.alphabet(w.sub(SUB_UNION, {w.single(w.text32Value(U"ab\xFC"))})));
      },
      "ok1 = (dynChrStrStrspn (&home->x, \"ab\xFC\") == dynStrLen (&home->x));\n"},
     {"AlphabetBeyondTheCharactersOfC",
      [](TreeWriter &w) {
          const RecNr low = w.text32Value(U"\xFFFFFFFE"), high = w.text32Value(U"\xFFFFFFFF");
-         const RecNr all = w.sub(SUB_UNION, {w.rangeOf(low, high, CLOSED), letters(w, "a", "c", CLOSED)});
+         const RecNr all =
+             w.sub(SUB_UNION, {w.rangeOf(low, high, CLOSED), letters(w, "a", "c", CLOSED)});
          return w.string(TYP_VISSTR).constrained(w.alphabet(all));
      },
      "!/* WARNING: Unimplemented type constraint. */\n", 1},

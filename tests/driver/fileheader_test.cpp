@@ -47,8 +47,8 @@ TEST_F(FileHeader, LinesBetweenTheirTexts) {
               " * Processed by TOOL 3.05.2 on 05.01.2027 at 9:08.07.\n"
               " * Syntax file processed by KETRA 2.09 on 31.12.1999 at 23:59.59.\n"
               " * ASN.1 module = My_Module_" +
-                  std::string(70, 'm') + ".\n * FILE = my.typ.\n * INFO = " + std::string(60, 'a') + ".\n *        " + std::string(60, 'b') +
-                  ".\n *        cccccccccc.\n */\n");
+                  std::string(70, 'm') + ".\n * FILE = my.typ.\n * INFO = " + std::string(60, 'a') +
+                  ".\n *        " + std::string(60, 'b') + ".\n *        cccccccccc.\n */\n");
 }
 
 TEST_F(FileHeader, EmptyTextsAndANamelessTool) {

@@ -133,7 +133,8 @@ TEST_F(Run, TenThousandTypesThatHoldOneAnother) {
     TreeWriter chain("Chain", "chain");
     const auto name = [](int nr) { return "T" + std::to_string(nr); };
     for (int nr = 0; nr < COUNT; ++nr)
-        chain.define(name(nr), chain.sequence({chain.comp("a", chain.ref(name(nr + 1))).optional()}));
+        chain.define(name(nr),
+                     chain.sequence({chain.comp("a", chain.ref(name(nr + 1))).optional()}));
     chain.define(name(COUNT), chain.boolean());
     chain.option("-TST=2:2");
     ASSERT_TRUE(chain.save(dir_.path("chain.stx")));

@@ -160,8 +160,10 @@ void makeRelatedModules(const WorkDir &dir) {
     }
     const TypeNode other = last.valueField("other", last.ref(far, "FarCLASS"));
     const TypeNode holder = last.define("HOLDER", last.objectClass({other}));
-    last.defineValue("holder", holder,
-                     last.object(holder, {last.fieldValue(other, last.valueRefTo(3, far.findValue("Farobject").nr))}));
+    last.defineValue(
+        "holder", holder,
+        last.object(holder,
+                    {last.fieldValue(other, last.valueRefTo(3, far.findValue("Farobject").nr))}));
     last.define("Member", last.sequence({last.comp("in", last.ref(far, "FarIn")),
                                          last.comp("user", last.ref(far, "FarUser")),
                                          last.componentsOf(last.ref(far, "FarUser"))}));

@@ -259,7 +259,8 @@ TEST(TypesDirect, DeepNestingEndsTheRunAndNothingElse) {
         EXPECT_NE(dir.read("deep.typ").find("} T0;"), std::string::npos);
         const ProgramRun run = generateNested(dir, defined ? 60'000 : 3000, defined);
         EXPECT_EQ(run.status, 2) << defined;
-        EXPECT_TRUE(run.err.ends_with(inconsistent)) << run.err; /* sanitizers remark on deep stacks */
+        EXPECT_TRUE(run.err.ends_with(inconsistent))
+            << run.err; /* sanitizers remark on deep stacks */
     }
 }
 

@@ -137,8 +137,8 @@ TEST(TypeWalk, EndpointsAreTheNarrowestOfTheChain) {
     setup.expectTypes(ends, {{"T", "1..10 line 9"}, {"S", "0..10 line 9"}});
 }
 
-/* What a link in the middle has to say counts for all in front of it, and the way to the end is gone
-   once for all of them. */
+/* What a link in the middle has to say counts for all in front of it, and the way to the end is
+   gone once for all of them. */
 TEST(TypeWalk, LongChainsAreGoneThroughOnce) {
     constexpr int LINKS = 3000;
     const auto name = [](int nr) { return "T" + std::to_string(nr); };
