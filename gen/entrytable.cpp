@@ -82,10 +82,18 @@ void genTagColumn(AsnType *type) {
     wDirectiveToF(fiTab, "#endif\n");
 }
 
+/* Entry functions that "GENERATE=" leaves out are there only if the application has its own. */
+bool hasEntryFunctions(AsnModule *module, const TabFuncNames &given, const Text &namePart) {
+    const int generate = getGlobalOptions(module)->generate;
+    return generate == GENERATE_ENTRIES || generate == GENERATE_BOTH || !namePart.empty() ||
+           !given.header.empty();
+}
+
 /* (ENTRYFUNC)encMsg, */
-void genFunctionColumn(AsnType *type, int file, int function, const Text &namePart,
-                       const char *defaultPart) {
-    if (file != 0 && isEntryTypeFunction(type, function))
+void genFunctionColumn(AsnType *type, int file, int function, const TabFuncNames &given,
+                       const Text &namePart, const char *defaultPart) {
+    if (file != 0 && isEntryTypeFunction(type, function) &&
+        hasEntryFunctions(getModuleOfType(type), given, namePart))
         printfToF(fiTab, "(ENTRYFUNC)%s%s", namePart.empty() ? defaultPart : namePart.c_str(),
                   getMetaTypeId(type));
     else
@@ -134,12 +142,12 @@ void genETabElemFunctions(AsnType *type) {
                       "#if (ASNCODEC_MODULE == 1 || ASNPER_MODULE == 1 || ASNNER_MODULE == 1)\n");
     else
         wDirectiveToF(fiTab, "#if ASNCODEC_MODULE\n");
-    genFunctionColumn(type, fiEnc, ENTRY_ENCODING, cod.first, "enc");
-    genFunctionColumn(type, fiDec, ENTRY_DECODING, cod.second, "dec");
+    genFunctionColumn(type, fiEnc, ENTRY_ENCODING, cod, cod.first, "enc");
+    genFunctionColumn(type, fiDec, ENTRY_DECODING, cod, cod.second, "dec");
     wDirectiveToF(fiTab, "#endif\n");
     wDirectiveToF(fiTab, "#if ASNTST_MODULE\n");
-    genFunctionColumn(type, fiAsk, ENTRY_ASKING, tst.first, "ask");
-    genFunctionColumn(type, fiPri, ENTRY_PRINTING, tst.second, "pri");
+    genFunctionColumn(type, fiAsk, ENTRY_ASKING, tst, tst.first, "ask");
+    genFunctionColumn(type, fiPri, ENTRY_PRINTING, tst, tst.second, "pri");
     wDirectiveToF(fiTab, "#endif\n");
     genAlternativeColumns(type);
 }

@@ -86,13 +86,6 @@ void genEntryTypeReference(AsnType *type, int entryIndex) {
               getMetaTypeId(type));
 }
 
-void warnAtTableLine(const char *text) {
-    Text file;
-    nameOfF(file, nullptr, fiTab, nullptr);
-    std::printf("WARNING: %s:%lu: %s\n", file.c_str(),
-                static_cast<unsigned long>(linesInF(fiTab)) + 1, text);
-}
-
 bool hasTables(AsnModule *module) {
     int first, second;
     return getTableFileKind(module, getGenArr(module), &first, &second);
@@ -129,8 +122,9 @@ void genFixedTypeValueField(AsnFieldValue *value) {
 
 void genObjectField(AsnFieldValue *value) {
     bool written = false;
+    const Text pointed = governorName(getObjClassFieldOfFieldValue(value));
     auto genReference = [&](AsnFieldValue *, AsnObject *object) {
-        genObjObjectElement(object);
+        genObjObjectElement(object, pointed);
         written = true;
     };
     forObjectFieldValue(value, genReference);
@@ -304,7 +298,24 @@ void genObjectTables(AsnModule *module) {
     forEachObjectInClassOrder(module, prefix, element, postfix, true);
 }
 
-void genObjObjectElement(AsnObject *object) {
+void warnAtTableLine(const char *text) {
+    Text file;
+    nameOfF(file, nullptr, fiTab, nullptr);
+    std::printf("WARNING: %s:%lu: %s\n", file.c_str(),
+                static_cast<unsigned long>(linesInF(fiTab)) + 1, text);
+}
+
+Text governorName(AsnObjClassField *field) {
+    Text name;
+    auto take = [&](AsnObjClassField *, AsnObjClass *governor) {
+        name = getMetaClassName(governor);
+    };
+    forObjectField(field, take);
+    forObjectSetField(field, take);
+    return name;
+}
+
+void genObjObjectElement(AsnObject *object, const Text &pointed) {
     AsnModule *module = getModuleOfObject(object);
     const int row = getMetaObjectNr(object);
     if (row < 0 || !hasTables(module)) {
@@ -314,8 +325,10 @@ void genObjObjectElement(AsnObject *object) {
     }
     Text prefix;
     cModulePrefix(prefix, nullptr, module, nullptr);
-    printfToF(fiTab, "&%s%s [%d] /* %s */", prefix.c_str(), getMetaObjectTableId(object), row,
-              nameOf(object));
+    const char *table = getMetaObjectTableId(object);
+    if (cLoneName(table, module) != pointed && !isPredefinedObjClass(getObjClassOfObject(object)))
+        printfToF(fiTab, "(%s*)", pointed.c_str());
+    printfToF(fiTab, "&%s%s [%d] /* %s */", prefix.c_str(), table, row, nameOf(object));
 }
 
 bool isSkippedField(AsnObjClassField *field, const char **note) {

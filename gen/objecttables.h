@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/text.h"
+
 struct AsnModule;
 struct AsnObject;
 struct AsnObjClassField;
@@ -11,7 +13,12 @@ struct AsnObjClassField;
 void declareObjectInstanceArrays(AsnModule *module);
 void genObjectTables(AsnModule *module);
 
-/* The address of an object's row: "&mOPERATION [3] / * login * /". */
-void genObjObjectElement(AsnObject *object);
+/* The C type of the objects that a field points to. */
+Text governorName(AsnObjClassField *field);
+/* The address of an object's row: "&mOPERATION [3] / * login * /", with a cast if its table is of
+   the structure of another name of the class than `pointed`. */
+void genObjObjectElement(AsnObject *object, const Text &pointed);
+/* A warning at the line of the table file that comes next. */
+void warnAtTableLine(const char *text);
 /* The rows have no value for the field; `note` becomes the reason, with a blank in front. */
 bool isSkippedField(AsnObjClassField *field, const char **note);

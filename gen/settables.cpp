@@ -57,9 +57,19 @@ void endTable() {
 }
 
 /* &mOPERATION [3] / * login * /, */
-void genSetObject(AsnObject *object) {
-    genObjObjectElement(object);
+void genSetObject(AsnObject *object, const Text &pointed) {
+    genObjObjectElement(object, pointed);
     wToF(fiTab, ",\n");
+}
+
+/* A row has room for so many elements of a set, unless the compiler is given MAX_ASN_SET_ELEMS. */
+constexpr int ROOM_IN_ROW = 16;
+
+void warnOfLargeSet(int size) {
+    if (size > ROOM_IN_ROW)
+        warnAtTableLine(
+            formatText("A set of %d elements in a row: MAX_ASN_SET_ELEMS has to be as great.", size)
+                .c_str());
 }
 
 /* --- value sets --- */
@@ -116,11 +126,12 @@ void genFieldObjectSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
     if (isEmptyFieldValue(value) || isSkippedField(getObjClassFieldOfFieldValue(value), &note))
         return;
     bool begun = false;
+    const Text pointed = governorName(getObjClassFieldOfFieldValue(value));
     auto genElement = [&](AsnFieldValue *field, AsnObject *object, int) {
         if (!begun)
             genObjectSetTablePrefix(field, numbers->objectSets++);
         begun = true;
-        genSetObject(object);
+        genSetObject(object, pointed);
     };
     forObjectSetFieldValue(value, genElement);
     if (!begun)
@@ -147,6 +158,7 @@ void forEachFieldOfRows(AsnModule *module, Call<void(AsnFieldValue *value)> genT
 void genInlineValueSet(AsnFieldValue *value, int size) {
     const int mainType = getFieldBaseValueMainType(value);
     const bool onLines = isStructureKind(mainType);
+    warnOfLargeSet(size);
     wToF(fiTab, "{ ");
     if (onLines) {
         wToF(fiTab, "\n");
@@ -196,14 +208,16 @@ void genObjectSetTable(AsnObjectSet *objectSet, int) {
     Text prefix, table;
     cModulePrefix(prefix, nullptr, getModuleOfObjectSet(objectSet), nullptr);
     getDefObjectSetId(table, prefix.c_str(), objectSet, nullptr);
-    const Text declarator = getMetaClassName(governor) + "* const " + table;
+    const Text pointed = getMetaClassName(governor);
+    const Text declarator = pointed + "* const " + table;
     printfToF(fiTabE, "\nextern %s [];\n", declarator.c_str());
     printfToF(fiTab, "\n%s%s [] = {\n", fiTabE != 0 ? "" : "static ", declarator.c_str());
     taviUseObjectSetNode(objectSet);
     taviAddItem(ITEM_VARIABLE, fiTab, {table.c_str(), "[]"});
     taviAddItem(ITEM_EXTERN, fiTabE, {table.c_str(), "[]"});
     ++fArr[fiTab].indent;
-    forObjectSet(objectSet, [](AsnObjectSet *, AsnObject *object, int) { genSetObject(object); });
+    forObjectSet(objectSet,
+                 [&](AsnObjectSet *, AsnObject *object, int) { genSetObject(object, pointed); });
     wToF(fiTab, "NULL");
     endTable();
     genObjectSetTableDefines(objectSet);
@@ -232,10 +246,13 @@ void genObjectFixedTypeValueSetField(AsnFieldValue *value, SetTableNumbers *numb
 
 void genObjectObjectSetField(AsnFieldValue *value, SetTableNumbers *numbers) {
     if (!hasSeparateTables(moduleOf(value))) {
+        warnOfLargeSet(isEmptyFieldValue(value) ? 0 : nrOfObjectsInField(value));
         beginTable();
+        const Text pointed = governorName(getObjClassFieldOfFieldValue(value));
         if (!isEmptyFieldValue(value))
-            forObjectSetFieldValue(
-                value, [](AsnFieldValue *, AsnObject *object, int) { genSetObject(object); });
+            forObjectSetFieldValue(value, [&](AsnFieldValue *, AsnObject *object, int) {
+                genSetObject(object, pointed);
+            });
         wToF(fiTab, "NULL");
         --fArr[fiTab].indent;
         wToF(fiTab, "\n}");

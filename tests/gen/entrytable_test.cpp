@@ -75,6 +75,7 @@ constexpr const char *VARIABLES =
 const TableCase cases[] = {
     {"rows", rows, {"-TAB=yes", "-TDEFS=yes", "-TST=1:1"}},
     {"rows_short", rows, {"-TAB=yes", "-NAMELEN=8", "-COD=0"}, {"-ENTRYTAG=WARN"}, {".tab"}},
+    {"no_functions", twoRows, {"-TAB=yes", "-GENERATE=visibles"}, {}, {".tab"}},
     {"all_columns",
      twoRows,
      {"-TAB=yes", "-ALTTAB=yes", "-ALTMAX=3", "-ALTENCF=0:1", "-ALTENCF=2:012", "-ALTDECF=1:2",

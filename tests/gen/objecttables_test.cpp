@@ -303,10 +303,12 @@ ProgramRun runTables(const WorkDir &dir, TreeWriter &w) {
 TEST(ObjectTablesDirect, ReportWhatCannotStandInARow) {
     WorkDir dir;
     TreeWriter w("Object_Module", "m");
-    const TypeNode kind = w.typeField("Kind");
-    w.define("OP", w.objectClass({kind}));
+    w.define("Code", w.integer(0, 99));
+    const TypeNode kind = w.typeField("Kind"), codes = w.setField("Codes", w.ref("Code"));
+    w.define("OP", w.objectClass({kind, codes}));
     w.define("Plain", w.sequence({w.comp("x", w.null())}));
-    define(w, "op", "OP", {w.fieldType(kind, w.ref("Plain"))});
+    const TypeNode numbers = setOf(w, w.ref("Code"), w.range(1, 17));
+    define(w, "op", "OP", {w.fieldType(kind, w.ref("Plain")), w.fieldType(codes, numbers)});
     const ProgramRun run = runTables(dir, w);
     EXPECT_EQ(run.status, 0);
     const std::string table = dir.read("m.tab"),
@@ -314,8 +316,12 @@ TEST(ObjectTablesDirect, ReportWhatCannotStandInARow) {
     ASSERT_NE(table.find(text), std::string::npos);
     const auto line =
         std::count(table.begin(), table.begin() + static_cast<long>(table.find(text)), '\n') + 1;
-    EXPECT_EQ(run.out, "WARNING: m.tab:" + std::to_string(line) +
-                           ": Non-entry type as a type field value.\n");
+    const auto warning = [](long at, const char *what) {
+        return "WARNING: m.tab:" + std::to_string(at) + ": " + what + "\n";
+    };
+    EXPECT_EQ(run.out, warning(line, "Non-entry type as a type field value.") +
+                           warning(line + 1, "A set of 17 elements in a row: MAX_ASN_SET_ELEMS has "
+                                             "to be as great."));
 }
 
 /* A field with the name of its own class, which C++ doesn't take, and an object of a class that
@@ -362,6 +368,7 @@ TEST(ObjectTablesDirect, OtherModules) {
            {w.fieldValue(op, w.valueRefTo(import, base.findValue("second").nr)),
             w.fieldValue(code, w.intValue(9))});
     define(w, "local", "LOCAL", {});
+    w.defineSet("Locals", w.ref("LOCAL"), w.single(w.valueRef("local")));
     const ValueNode set = w.value(TYP_NONE);
     set->refModule = import;
     set->refRecord = base.findType("Set").nr;
