@@ -30,8 +30,15 @@ cc $flags program.c basicenc.c basicdec.c $(pkg-config --cflags --libs asnrts) -
 CFLAGS=$flags "$work/prefix/bin/velmo-tool" "$source/examples/basic.asn"
 [ "$(echo 3006020105010101 | ./basic-tool convert --out=json Msg | tr -d ' \n')" = '{"id":5,"ok":true}' ]
 
-# The page on building, with its commands.
-CC="cc $flags" CXX="c++ $flags" "$source/tests/cases/page.sh" "$work/prefix/bin" "$source/docs/cmake.md"
+# The pages on programs, with their commands.
+(
+  cc() { command cc $flags "$@"; }
+  export flags CC="cc $flags" CXX="c++ $flags"
+  export -f cc
+  for page in cmake tutorial forms; do
+    "$source/tests/cases/page.sh" "$work/prefix/bin" "$source/docs/$page.md"
+  done
+)
 
 # project NAME GENERATOR SETTING...: builds a copy, and builds again after changes. What must be done again is
 # done, and nothing else.
