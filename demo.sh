@@ -41,7 +41,7 @@ TEXT
   sed -i '/^[0-9A-F]*$/!d' out/order.hex
   run ./shop-tool decode --tlv order.hex
   run ./shop-tool decode --json order.hex
-  sed 's/0A0103/0A0163/' out/order.hex >out/wrong.hex
+  sed 's/0201640A/0201FF0A/' out/order.hex >out/wrong.hex
   run ./shop-tool check order.hex wrong.hex || echo "status $?"
 }
 show_tool
