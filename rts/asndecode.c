@@ -18,6 +18,7 @@ void asnOpenDecoder (ASNCODG *g, const void *buffer, size_t length, ASNMEM *memo
   g->peeked = EOC_TAG;
   g->depth = 0;
   g->nrOfNames = 0;
+  g->popped = NULL;
   g->room = g->front = g->end = NULL;
   g->growing = FALSE;
   g->nrOfEnds = 0;

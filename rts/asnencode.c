@@ -20,6 +20,7 @@ void asnOpenEncoder (ASNCODG *g, void *buffer, size_t size)
   g->growing = FALSE;
   g->nrOfEnds = 0;
   g->nrOfNames = 0;
+  g->popped = NULL;
   g->start = g->place = g->limit = g->element = NULL;
   g->state = ASN_BETWEEN_;
   g->mode = 0;

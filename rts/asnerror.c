@@ -130,8 +130,21 @@ void asnRaiseFatal (ASNUTIG *util, int error)
   abort ();
 }
 
+/* Generated functions check constraints when the name of the component is off the path, and maybe the tag
+   behind it read. The size of a list is checked behind its elements. */
+static void returnToChecked (ASNCODG *g)
+{
+  const BOOLE isNamed = g->popped && g->nrOfNames < ASN_MAX_PATH && g->names[g->nrOfNames];
+  if (!g->popped || (!isNamed && g->popped != g->element))
+    return;
+  g->element = g->popped;
+  g->nrOfNames++;
+}
+
 void asnReportError (ASNCODG *g, int error)
 {
+  if (error == CONSTRAINT_FAIL && !asnFailed (g))
+    returnToChecked (g);
   asnRaise (&g->util, error);
 }
 
@@ -145,6 +158,7 @@ static void pushStep (ASNCODG *g, const char *name, uint32 element)
     g->elements[g->nrOfNames] = element;
   }
   g->nrOfNames++;
+  g->popped = NULL;
 }
 
 void asnPushPath (ASNCODG *g, const char *name)
@@ -163,4 +177,5 @@ void asnPopPath (ASNCODG *g, uint32 length)
   (void)length;
   if (g->nrOfNames > 0)
     g->nrOfNames--;
+  g->popped = g->element;
 }
