@@ -42,6 +42,7 @@ typedef struct {
   const uint32 *tags;             /* TAG words, the outermost first and 0 behind the last; those of CHOICE, ANY
                                      and open types stand around it */
   sint64 low, high;               /* what a number, a size or a count may be; MINLONG, MAXLONG: anything */
+  const char *rules;              /* constraints besides, each in parentheses behind a blank, or null */
   uint8 status;                   /* TCS_ name */
   uint8 listed;                   /* of an entry: "list" shows it */
 } ASNTOOLPLACE;

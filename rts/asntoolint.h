@@ -151,6 +151,7 @@ typedef struct ASN_WALK {
   const BYTE_TYPE *start;
   const BYTE_TYPE *goal; /* an element of which `expected` tells what may stand there, and the path in `error`
                             where that is; or null */
+  const char *goalPath;  /* where the goal is no element: that of one which ends there, which becomes the goal; or null */
   ASN_GROWING expected;  /* that, and what may stand where the walk ended */
   ASN_GROWING segments;
   ASNERROR error;

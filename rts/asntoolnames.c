@@ -87,14 +87,13 @@ void asnAddPlace (ASN_GROWING *to, const ASNTOOLPLACE *place)
     asnAddTag (to, tag);
     asnAddChar (to, ' ');
   }
-  if (place->name) {
-    asnAddText (to, place->name);
-    if (place->status == TCS_HEADER)
-      return;
-    asnAddText (to, ": ");
+  asnAddText (to, place->name ? place->name : "");
+  if (place->status != TCS_HEADER) {
+    asnAddText (to, place->name ? ": " : "");
+    asnAddText (to, type->name && hasComponents (type->kind) ? type->name : asnKindName (type->kind));
   }
-  asnAddText (to, type->name && hasComponents (type->kind) ? type->name : asnKindName (type->kind));
   addRange (to, place);
+  asnAddText (to, place->rules ? place->rules : "");
   if (type->kind == TYP_ENUM)
     addItems (to, type);
 }
@@ -120,16 +119,16 @@ const ASNTOOLTYPE *asnComponents (const ASNTOOLTYPE *type)
                            octets = { NULL, TYP_OCTSTR, NULL, 0, NULL, 0 },
                            bits = { NULL, TYP_BITSTR, NULL, 0, NULL, 0 };
   static const ASNTOOLPLACE alternatives[] = {
-    { "single-ASN1-type", &anything, zero, MINLONG, MAXLONG, TCS_CHOICE, 0 },
-    { "octet-aligned", &octets, one, MINLONG, MAXLONG, TCS_CHOICE, 0 },
-    { "arbitrary", &bits, two, MINLONG, MAXLONG, TCS_CHOICE, 0 },
+    { "single-ASN1-type", &anything, zero, MINLONG, MAXLONG, NULL, TCS_CHOICE, 0 },
+    { "octet-aligned", &octets, one, MINLONG, MAXLONG, NULL, TCS_CHOICE, 0 },
+    { "arbitrary", &bits, two, MINLONG, MAXLONG, NULL, TCS_CHOICE, 0 },
   };
   static const ASNTOOLTYPE encodings = { NULL, TYP_CHOICE, alternatives, 3, NULL, 0 };
   static const ASNTOOLPLACE components[] = {
-    { "direct-reference", &identifiers, identifier, MINLONG, MAXLONG, TCS_OPTIONAL, 0 },
-    { "indirect-reference", &integers, integer, MINLONG, MAXLONG, TCS_OPTIONAL, 0 },
-    { "data-value-descriptor", &descriptors, descriptor, MINLONG, MAXLONG, TCS_OPTIONAL, 0 },
-    { "encoding", &encodings, none, MINLONG, MAXLONG, TCS_MANDATORY, 0 },
+    { "direct-reference", &identifiers, identifier, MINLONG, MAXLONG, NULL, TCS_OPTIONAL, 0 },
+    { "indirect-reference", &integers, integer, MINLONG, MAXLONG, NULL, TCS_OPTIONAL, 0 },
+    { "data-value-descriptor", &descriptors, descriptor, MINLONG, MAXLONG, NULL, TCS_OPTIONAL, 0 },
+    { "encoding", &encodings, none, MINLONG, MAXLONG, NULL, TCS_MANDATORY, 0 },
   };
   static const ASNTOOLTYPE external = { "EXTERNAL", TYP_EXTERNAL, components, 4, NULL, 0 };
   return type->kind == TYP_EXTERNAL || type->kind == TYP_EXTERNAL_1994 ? &external : type;

@@ -84,19 +84,22 @@ static void addFound (ASN_GROWING *to, int error, const BYTE_TYPE *p, const BYTE
 void asnReportDecoding (ASN_TOOL *tool, const ASNERROR *error, const BYTE_TYPE *p, size_t length)
 {
   const ASNTOOLPLACE *place = asnEntryPlace (tool->entry);
-  const size_t offset = error->offset < length ? error->offset : length;
+  size_t offset = error->offset < length ? error->offset : length;
   static const ASN_VISITOR silent = { FALSE, FALSE, NULL, NULL, NULL, NULL, NULL, NULL, NULL };
   ASNERROR told = *error;
   ASN_WALK walk;
   memset (&walk, 0, sizeof walk);
-  asnEmpty (&tool->text);
-  addFound (&tool->text, error->code, p + offset, p + length);
   if (place) {
     walk.goal = p + offset;
+    walk.goalPath = error->code == CONSTRAINT_FAIL ? error->path : NULL;
     (void)asnWalk (&walk, &silent, NULL, place, p, length);
     if (walk.error.path[0] && (walk.expected.length > 0 || walk.error.offset == offset))
       memcpy (told.path, walk.error.path, sizeof told.path);
+    offset = (size_t)(walk.goal - p);
+    told.offset = (uint32)offset;
   }
+  asnEmpty (&tool->text);
+  addFound (&tool->text, error->code, p + offset, p + length);
   if (walk.expected.length == 0 && error->code == LEN_FAIL)
     asnAddText (&walk.expected, "an element that ends in time");
   asnReport (tool, &told, walk.expected.text, tool->text.text);

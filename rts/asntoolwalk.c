@@ -107,18 +107,32 @@ static void pushStep (ASN_WALK *w, const ASNTOOLPLACE *place, uint32 element)
   w->nrOfSteps++;
 }
 
+/* The goal is behind what begins at `p`: the size of a list is checked there. */
+static void noteEnd (ASN_WALK *w, const ASNTOOLPLACE *place, const BYTE_TYPE *p)
+{
+  notePath (w);
+  if (strcmp (w->error.path, w->goalPath) == 0) {
+    w->goal = p;
+    expectPlace (w, place, p);
+  }
+  w->error.path[0] = 0;
+}
+
 /* A component, alternative or element with its name. */
 static const BYTE_TYPE *walkNamed (ASN_WALK *w, const ASNTOOLPLACE *place, uint32 element,
                                    const BYTE_TYPE *p, const BYTE_TYPE *limit)
 {
+  const BYTE_TYPE *end;
   pushStep (w, place, element);
   if (p == w->goal)
     expectPlace (w, place, p);
   if (w->visitor->name)
     w->visitor->name (w, place, element);
-  p = walkPlace (w, place, place->tags, p, limit);
+  end = walkPlace (w, place, place->tags, p, limit);
+  if (end && w->goalPath && w->expected.length == 0 && (end == w->goal || end == w->goal + 2))
+    noteEnd (w, place, p);
   w->nrOfSteps--;
-  return p;
+  return end;
 }
 
 static const BYTE_TYPE *walkWhole (ASN_WALK *w, const BYTE_TYPE *p, const BYTE_TYPE *limit, BOOLE isKnown)

@@ -151,6 +151,7 @@ Place describePlace(Describer &d, AsnType *type) {
         place.low = int64Of(type->lowerEndpoint);
         place.high = int64Of(type->upperEndpoint);
     }
+    place.rules = rulesOf(type);
     place.type = describeType(d, type);
     return place;
 }

@@ -9,6 +9,8 @@
 /* What the program that velmo-tool makes has to know of types besides their functions: names, tags and
    kinds, in the shape of "asntool.h" of the run-time layer. */
 
+struct AsnType;
+
 namespace tool {
 
 /* A type at the place where it is used: a component, an element or an entry. */
@@ -18,6 +20,7 @@ struct Place {
     std::vector<std::uint32_t> tags; /* words of the run-time layer, the outermost first */
     std::int64_t low = INT64_MIN;    /* range of a number, sizes of a string or list */
     std::int64_t high = INT64_MAX;
+    std::string rules; /* other constraints: " (FROM ("0".."9"))" */
     int status = 0;      /* CompStatus */
     bool listed = false; /* of an entry: the program lists it without being asked for all */
 
@@ -59,6 +62,9 @@ using EntryNames = std::set<std::string>;
    message, so that each is called once, in a process of its own. */
 EntryNames entriesOf(const std::vector<std::string> &velmoArguments);
 Description describe(const std::vector<std::string> &velmoArguments, const EntryNames &listed);
+
+/* Constraints that least and greatest values or sizes don't tell, as ASN.1 writes them. */
+std::string rulesOf(AsnType *type);
 
 /* The C source with the tables of a description and the function `main`. */
 std::string programText(const Description &description);

@@ -1,5 +1,7 @@
 #include "tool/describe.h"
 
+#include "cbet/constants.h"
+
 namespace tool {
 
 namespace {
@@ -26,7 +28,7 @@ std::string bound(std::int64_t number) {
     return number == INT64_MAX ? "MAXLONG" : std::to_string(number) + "LL";
 }
 
-/* { "id", &types [3], &tags [5], 0LL, 255LL, TCS_MANDATORY, 0 } */
+/* { "id", &types [3], &tags [5], 0LL, 255LL, NULL, TCS_MANDATORY, 0 } */
 std::string placeText(Tables &tables, const Place &place) {
     const std::size_t firstTag = tables.nrOfTags;
     for (const std::uint32_t tag : place.tags)
@@ -36,6 +38,7 @@ std::string placeText(Tables &tables, const Place &place) {
     return "  { " + quoted(place.name) + ", " +
            (place.type == Place::NO_TYPE ? "NULL" : row("types", place.type)) + ", " +
            row("tags", firstTag) + ", " + bound(place.low) + ", " + bound(place.high) + ", " +
+           quoted(cStringText(place.rules)) + ", " +
            std::to_string(place.status) + ", " + (place.listed ? "1" : "0") + " },\n";
 }
 

@@ -111,6 +111,10 @@ testReports() {
   order=$(cat Shop-Orders.Order.good)
   echo "${order/020100/0201FF}" >wrong.hex
   gives "a value out of bounds" 1 "at Order.number, octet 2: expected" "$tool" check wrong.hex
+  gives "another character" 1 'at Bag.label, octet 5: expected [1] label: IA5String (SIZE (1..8)) (FROM ("a".."z"))' \
+    sh -c "echo 310A80010181026142820100 | '$tool' check Bag"
+  gives "a size between those that may be" 1 "CONSTRAINT_FAIL at Digest, octet 0: expected OCTET STRING Digest (SIZE (4..16)) (SIZE (4 | 8..16))" \
+    sh -c "echo 0405FFFFFFFFFF | '$tool' check Digest"
   gives "the status" 1 "1 message in 1 file, 1 bad" "$tool" check wrong.hex
   gives "an unknown name" 1 "line 2: VALUE_FAIL at Msg: expected one of id, name, ok, each once, not \"di\"" \
     sh -c "printf '{ \"ok\": true,\n \"di\": 5 }' | '$tool' encode Msg"
