@@ -12,19 +12,10 @@ for program in "$work"/prefix/bin/*; do
   [ -s "$work/prefix/share/man/man1/$(basename "$program").1" ] || { echo "no manual for $program"; exit 1; }
 done
 
-# The first text of C in the page on the run-time layer, as its reader would compile it.
 export PKG_CONFIG_PATH CMAKE_PREFIX_PATH=$work/prefix
 PKG_CONFIG_PATH=$(echo "$work"/prefix/lib*/pkgconfig)
 mkdir "$work/program"
 cd "$work/program"
-"$work/prefix/bin/asntree" "$source/examples/basic.asn" >/dev/null
-"$work/prefix/bin/velmo" -VERBOSE=QUIET basic
-{
-  sed -n '/^```c$/,/^```$/{/^```/!p};/^```$/q' "$source/docs/runtime.md"
-  echo 'int main (void) { Msg msg = { 0 }; msg.id = 5; return exchange (&msg) ? 0 : 1; }'
-} >program.c
-cc $flags program.c basicenc.c basicdec.c $(pkg-config --cflags --libs asnrts) -o program
-[ "$(./program)" = 5 ]
 
 # A program for messages.
 CFLAGS=$flags "$work/prefix/bin/velmo-tool" "$source/examples/basic.asn"
@@ -35,7 +26,7 @@ CFLAGS=$flags "$work/prefix/bin/velmo-tool" "$source/examples/basic.asn"
   cc() { command cc $flags "$@"; }
   export flags CC="cc $flags" CXX="c++ $flags"
   export -f cc
-  for page in cmake tutorial forms; do
+  for page in cmake forms generated-code runtime tutorial; do
     "$source/tests/cases/page.sh" "$work/prefix/bin" "$source/docs/$page.md"
   done
 )
