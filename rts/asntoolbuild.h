@@ -5,6 +5,10 @@
 
 #include "asntoolint.h"
 
+#ifdef __cplusplus
+extern "C" {
+#endif
+
 enum { JSON_NULL, JSON_FALSE, JSON_TRUE, JSON_NUMBER, JSON_STRING, JSON_LIST, JSON_OBJECT };
 
 /* A value. Other nodes are named by their numbers; 0 is none. */
@@ -57,5 +61,9 @@ void asnEndBuild (ASN_BUILDER *builder);
 BOOLE asnBuildLeaf (ASN_BUILDER *builder, const ASNTOOLTYPE *type, const ASN_JSON_NODE *node);
 /* Whether the node is a string of hexadecimal digits, whose octets are added. */
 BOOLE asnTakeHexNode (ASN_GROWING *to, const ASN_JSON_NODE *node);
+
+#ifdef __cplusplus
+}
+#endif
 
 #endif /*ASNTOOLBUILD_H*/

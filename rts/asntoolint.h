@@ -8,6 +8,10 @@
 #include "asnapi.h"
 #include "asnint.h"
 
+#ifdef __cplusplus
+extern "C" {
+#endif
+
 /* --- texts and octets that grow --- */
 
 /* Zero at first. Where memory ends it fails, and takes no more. */
@@ -200,5 +204,9 @@ BOOLE asnWriteJson (ASN_JSON_WRITER *writer, ASN_WALK *w, const ASNTOOLPLACE *pl
    names. False, with the error in `w`, if the value can't be read. `place` may be null. */
 BOOLE asnListTags (ASN_GROWING *to, ASN_WALK *w, const ASNTOOLPLACE *place, const BYTE_TYPE *p, size_t length,
                    size_t first);
+
+#ifdef __cplusplus
+}
+#endif
 
 #endif /*ASNTOOLINT_H*/

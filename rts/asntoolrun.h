@@ -7,6 +7,10 @@
 
 #include <stdio.h>
 
+#ifdef __cplusplus
+extern "C" {
+#endif
+
 /* How values stand in a file. */
 enum {
   FORMAT_UNKNOWN, FORMAT_BINARY, FORMAT_HEX, FORMAT_BASE64, FORMAT_PEM, FORMAT_TEXT, FORMAT_JSON, FORMAT_TAGS
@@ -128,5 +132,9 @@ void asnStartProgress (ASN_TOOL *tool);
 void asnShowProgress (ASN_TOOL *tool, size_t bytesDone);
 void asnHideProgress (ASN_TOOL *tool);
 void asnReportRun (ASN_TOOL *tool);
+
+#ifdef __cplusplus
+}
+#endif
 
 #endif /*ASNTOOLRUN_H*/

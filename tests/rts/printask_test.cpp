@@ -5,7 +5,22 @@
 
 #include "tests/rts/testingcontext.h"
 
+#include "rts/asntest.h"
+#include "rts/asntoolbuild.h"
+#include "rts/asntoolrun.h"
+
 namespace {
+
+/* Also what sources of the layer share: another name would not be found. */
+TEST(RuntimeHeaders, DeclareFunctionsOfC) {
+    EXPECT_EQ(11, asnHexDigit('b'));
+    const void *const functions[] = {reinterpret_cast<const void *>(&asnTextFromTime),
+                                     reinterpret_cast<const void *>(&asnTestPath),
+                                     reinterpret_cast<const void *>(&asnDropJson),
+                                     reinterpret_cast<const void *>(&asnIsFile)};
+    for (const void *function : functions)
+        EXPECT_NE(function, nullptr);
+}
 
 void nameColours(ASNTSTG *asntstg) {
     setNamedDef(ASNG_F(asntstg) NULL, 3L);
