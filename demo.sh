@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the compiler, the generator and velmo-tool, makes a program for messages of an example, goes from the text of the
+# Builds the programs, makes a program for messages of an example, goes from the text of the
 # example modules to C and on to programs, and shows what comes of each step.
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -7,7 +7,7 @@ cd "$(dirname "$0")"
 need g++ cmake ninja-build
 
 cmake --preset release -DVELMO_TESTS=OFF >/dev/null
-cmake --build build/release -j "$(nproc)" --target asntree velmo velmo-tool
+cmake --build build/release -j "$(nproc)" --target asntree velmo velmo-tool velmo-browse
 PATH=$PWD/build/release:$PATH
 
 # run COMMAND: in out/, behind its line.
@@ -58,7 +58,9 @@ echo
 echo "== what asntree is told of all examples: examples/examples.opt"
 cat examples/examples.opt
 run asntree -A=../examples +../examples/examples.opt -L=.
-run velmo -VERBOSE=QUIET basic stock shop forms value desk
+run velmo -VERBOSE=QUIET -TAVI-PREFIX=examples basic stock shop forms value desk
+run velmo-browse examples.acd
+echo "out/examples.html is a page to go from definitions to their C, and back; any browser shows it"
 echo
 echo "== files in out/, with their lines"
 wc -l out/*.* | grep -v '\.stx$'

@@ -23,6 +23,8 @@ function tokenClass(token, language) {
   return token[0] === "#" || KEYWORDS[language].has(token) ? "keyword" : "";
 }
 
+const MOST_CHARACTERS = 10000; // a line with more is shown as it is
+
 const linkTo = (node, text) => {
   const link = el("a", "", text);
   link.href = hashOf(node);
@@ -62,7 +64,7 @@ function makePane(host, title, fileLabel, language, onLine) {
     row.classList.toggle("has", Boolean(marked));
     row.classList.toggle("marked", line >= pane.from && line <= pane.to);
     row.classList.toggle("cursor", line === pane.cursor);
-    if (text.missing) row.append(text.lines[i]);
+    if (text.missing || text.lines[i].length > MOST_CHARACTERS) row.append(text.lines[i]);
     else appendTokens(row, text.lines[i], text.comments.has(i), language, marked ? moduleOf(marked[0]) : pane.module);
     for (const message of messagesAt.get(`${pane.file}:${line}`) || []) row.append(el("span", "note", "\u26a0 " + message.text));
     return row;

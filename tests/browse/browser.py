@@ -27,7 +27,7 @@ class Browser:
             if "started successfully on port" in line:
                 self.base = "http://127.0.0.1:" + line.rstrip(".\n").rsplit(" ", 1)[1]
                 break
-        options = {"args": ["--headless=new", "--no-sandbox", "--disable-gpu", "--window-size=1280,800",
+        options = {"args": ["--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--window-size=1280,800",
                             "--force-prefers-color-scheme=light", "--user-data-dir=" + profile]}
         wanted = {"goog:chromeOptions": options, "goog:loggingPrefs": {"browser": "ALL"}, "unhandledPromptBehavior": "ignore"}
         self.base += "/session/" + self.ask("/session", {"capabilities": {"alwaysMatch": wanted}})["sessionId"]
