@@ -120,7 +120,7 @@ def try_ways(browser):
 
 def try_keys(browser):
     browser.press("/")
-    browser.press("set_state")
+    browser.press("SET-state")
     same("search", "set_state_Ordermacro of Order", browser.run("document.querySelector('#results .row').textContent"))
     same("found", "1 names found", browser.run("document.getElementById('found').textContent"))
     browser.press(ENTER)
