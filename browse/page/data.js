@@ -181,8 +181,9 @@ function nodesAt(file, line) {
 
 // The first and the last line of what stands at a place.
 function extentOf(node) {
-  const { file, line } = placeOf(node);
+  const { file, line: told } = placeOf(node);
   const { lines } = textOf(file);
+  const line = Math.max(1, Math.min(told, lines.length)); // the text may be shorter by now
   if (isModule(node)) return [line, line];
   const next = Math.min(marksOf(file).lines[marksAbove(file, line)] || Infinity, lines.length + 1);
   let first = line, last = line;

@@ -170,6 +170,7 @@ def try_hostile(browser):
     same("as text", "-- \"</script><script>alert(1)</script>\" <!-- <script>\u26a0 (W) A : <i> (2 times)",
          browser.run("document.querySelector('#asn [data-line=\"2\"]').textContent").split("BEGIN ")[-1])
     same("missing", "1This file could not be read: No such file or directory", shown(browser)[3])
+    same("all of it", None, browser.run("void names.forEach((_, node) => { navigate(node); openLine(0, node); stepItem(1); })"))
     same("no markup", [0, 0, 0], browser.run("['b', 'i', 'main script'].map(tag => document.querySelectorAll(tag).length)"))
 
 
