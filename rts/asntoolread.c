@@ -192,11 +192,15 @@ BOOLE asnReadOctets (ASN_TOOL *tool, int format)
 
 /* --- telling formats apart --- */
 
-static BOOLE isText (const char *p, size_t length)
+/* UTF-8 without control characters. */
+static BOOLE isText (const char *text, size_t length)
 {
-  for (; length > 0; length--, p++)
-    if ((BYTE_TYPE)*p < ' ' && !isBlank (*p))
+  const BYTE_TYPE *p = (const BYTE_TYPE *)text, *end = p + length;
+  while (p < end) {
+    uint32 character;
+    if (!asnTakeCharacter (&p, end, &character) || (character < ' ' && !isBlank ((int)character)))
       return FALSE;
+  }
   return TRUE;
 }
 

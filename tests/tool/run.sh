@@ -94,6 +94,8 @@ testForms() {
   gives "messages with octets 0 between them" 0 "good, 2 messages" "$tool" check two.bin
   echo "$(cat Shop-Orders.Order.good) 61 03 02 01 00 $(cat Shop-Orders.Order.good)" | tr -d '\n' >three.hex
   gives "the message behind a broken one" 1 "1 of 3 messages bad" "$tool" check three.hex
+  printf '0!\200\0371234567890123456789012345678901' | tr '\037' '\041' >text.bin
+  gives "octets that look like a text" 1 "SEQUENCE Msg" "$tool" decode --tlv Msg text.bin
   echo 61830203 >long.hex
   gives "a length beyond the end" 1 "LEN_FAIL" "$tool" check long.hex
   gives "tags of half a message" 1 "ok (1 octet missing)" sh -c "echo 300602010701 01 | '$tool' decode --tlv Msg"
