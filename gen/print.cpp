@@ -5,6 +5,7 @@
 #include "cbet/extensions.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
+#include "cbet/predicates.h"
 #include "driver/files.h"
 #include "gen/functionkinds.h"
 #include "gen/leaves.h"
@@ -17,13 +18,13 @@
 
 namespace {
 
-/* A value that is shown in brackets; a leaf's own call shows its name. */
+/* A value that is shown in brackets; a leaf's own call shows its name, that of a frame doesn't. */
 bool hasBracket(AsnType *type) {
     const int mainType = getTypeMainType(type);
     if (testTypeOption(type, OPT_SKIPPED))
         return false;
     return (mainType >= TYP_SEQ && mainType <= TYP_ANY) || mainType == TYP_OPEN ||
-           testTypeOption(type, OPT_FRAME);
+           cIsFrameType(type);
 }
 
 /* pri_BegComp ("Msg", TCS_HEADER, TYP_SEQ); */
