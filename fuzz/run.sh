@@ -2,12 +2,12 @@
 # Runs a fuzz program with clang's fuzzer, from the seeds and from what earlier runs kept in
 # build/fuzz/corpus/NAME. A finding ends the run with status 1; it lies in build/fuzz/findings/NAME then,
 # and is run again by naming it in the place of SECONDS.
-# usage: fuzz/run.sh text|tree|options|decode|ask [SECONDS|FILE]
+# usage: fuzz/run.sh text|tree|options|decode|ask|message [SECONDS|FILE]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . .ci/packages.sh
 need clang cmake ninja-build libgtest-dev
-name=${1:?what is to be run: text, tree, options, decode, ask} seconds=${2:-60}
+name=${1:?what is to be run: text, tree, options, decode, ask, message} seconds=${2:-60}
 fuzz=$PWD/build/fuzz
 [ -e "$fuzz/build.ninja" ] || cmake --preset fuzz >/dev/null
 cmake --build "$fuzz" --target "fuzz_$name" fuzz_seeds >/dev/null

@@ -51,6 +51,7 @@ static BOOLE readStream (ASN_TOOL *tool, FILE *in)
   char piece[16384];
   size_t length;
   asnEmpty (&tool->raw);
+  asnAdd (&tool->raw, "", 0); /* an empty file has a place in memory, too */
   while ((length = fread (piece, 1, sizeof piece, in)) > 0)
     asnAdd (&tool->raw, piece, length);
   return !ferror (in) && !tool->raw.failed;
@@ -175,6 +176,7 @@ BOOLE asnReadOctets (ASN_TOOL *tool, int format)
 {
   BOOLE done = TRUE;
   asnEmpty (&tool->octets);
+  asnAdd (&tool->octets, "", 0);
   if (format == FORMAT_BINARY) { /* the two change places */
     ASN_GROWING raw = tool->raw;
     tool->raw = tool->octets;
