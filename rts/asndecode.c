@@ -257,11 +257,10 @@ static inline uint32 noteHeader (ASNCODG *g, uint32 tag, const BYTE_TYPE *conten
 static inline uint32 takeHeader (ASNCODG *g, BYTE_TYPE first, const BYTE_TYPE *contents, uint32 len)
 {
   const uint32 tag = shortTags[first];
-  if (tag == 0)
-    return look (g);
-  if (!(tag & ASN_FORM_BIT))
-    return noteHeader (g, tag, contents, len, ASN_PRIMITIVE_);
-  if (g->depth < ASN_MAX_NESTING) {
+  if (!(tag & ASN_FORM_BIT)) {
+    if (tag != 0)
+      return noteHeader (g, tag, contents, len, ASN_PRIMITIVE_);
+  } else if (g->depth < ASN_MAX_NESTING) {
     ASN_LEVEL *level = &g->levels[g->depth++];
     level->limit = g->limit;
     level->mode = g->mode;
@@ -286,7 +285,7 @@ ASN_APART static uint32 lookAtLonger (ASNCODG *g, const BYTE_TYPE *p, size_t lef
 
 /* The common cases go without a call: a tag and a length of one octet each, and the end of what has a
    length. */
-uint32 asnLookTagLen (ASNCODG *g)
+static inline uint32 lookTagLen (ASNCODG *g)
 {
   const BYTE_TYPE *p = g->place;
   const size_t left = (size_t)(g->limit - p);
@@ -308,9 +307,14 @@ uint32 asnLookTagLen (ASNCODG *g)
   return look (g);
 }
 
+uint32 asnLookTagLen (ASNCODG *g)
+{
+  return lookTagLen (g);
+}
+
 void asnDecTagLen (ASNCODG *g, uint32 tag)
 {
-  if (asnLookTagLen (g) != tag)
+  if (lookTagLen (g) != tag)
     asnRaise (&g->util, TAG_FAIL);
 }
 

@@ -94,9 +94,14 @@ static FRAME_PTR frameInHand (ASNCODG *g)
   const BYTE_TYPE *octets = g->element;
   FRAME_PTR frame;
   uint32 length;
-  asnPassElement (g);
-  if (asnFailed (g))
-    return NULL;
+  if (g->state == ASN_PRIMITIVE_) {
+    g->place += g->len;
+    g->state = ASN_BETWEEN_;
+  } else {
+    asnPassElement (g);
+    if (asnFailed (g))
+      return NULL;
+  }
   length = (uint32)(g->place - octets);
   frame = (FRAME_PTR)asnTake (&g->util, FRAME_SIZE (length));
   return fillFrame (frame, octets, length);
@@ -105,9 +110,10 @@ static FRAME_PTR frameInHand (ASNCODG *g)
 /* Takes what comes next in hand. */
 static BOOLE lookAtFrame (ASNCODG *g)
 {
-  if (asnLookTagLen (g) == EOC_TAG)
-    asnRaise (&g->util, TAG_FAIL);
-  return !asnFailed (g);
+  if (asnLookTagLen (g) != EOC_TAG)
+    return TRUE;
+  asnRaise (&g->util, TAG_FAIL);
+  return FALSE;
 }
 
 void asnDecFrameInHand (ASNCODG *g, FRAME_PTR *frame)
