@@ -7,6 +7,7 @@
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/predicates.h"
+#include "cbet/reports.h"
 #include "cbet/vars.h"
 #include "driver/files.h"
 #include "gen/functionkinds.h"
@@ -125,7 +126,20 @@ void encStruPrefix(AsnType *type, const TypeFuncInfo *info) {
         warningForExtendedConstraints(info->outFile, type, "SET-OF/SEQ-OF");
 }
 
-void encStruPostfix(AsnType *, const TypeFuncInfo *) {}
+/* A decoder that skips alternatives that it doesn't know leaves a CHOICE that holds none. Written
+   on, it would be missing from the message. */
+void encStruPostfix(AsnType *type, const TypeFuncInfo *info) {
+    if (getTypeMainType(type) != TYP_CHOICE || !cIsControlMember(type) ||
+        !isTypeExtensionmarkerComp(type) || testTypeOption(type, OPT_SAVE_EXTENSIONS))
+        return;
+    wToF(info->outFile, "default:\n");
+    ++fArr[info->outFile].indent;
+    cOpenBrace(info->outFile);
+    cReportError(info->outFile, "VALUE_FAIL");
+    cCloseBrace(info->outFile);
+    wToF(info->outFile, "break;\n");
+    --fArr[info->outFile].indent;
+}
 
 /* Leaves. */
 
