@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "driver/files.h"
+
 int glbExitCode = 0;
 
 const char *const *backendUsage = nullptr;
@@ -66,6 +68,7 @@ void fatalError(int code, const char *detail) {
         fatalErrorListener = nullptr;
         listener(row.text, detail);
     }
+    writeOpenFiles();
     std::exit(row.exitStatus);
 }
 

@@ -1,7 +1,7 @@
 #include "driver/files.h"
 
+#include <algorithm>
 #include <cstdarg>
-#include <cstring>
 
 #include "driver/fatal.h"
 #include "store/services.h"
@@ -15,6 +15,8 @@ constexpr std::size_t LINE_LENGTH = 78;
 constexpr int BLANKS_PER_LEVEL = 2;
 /* A piece of at most so many characters, such as ");", never starts a line of its own. */
 constexpr std::size_t STICKY_LENGTH = 2;
+/* Texts are handed to the system in pieces of this size. */
+constexpr std::size_t BLOCK_SIZE = 32768;
 
 Text pathOf(int slot) {
     const FileSlot &file = fArr[slot];
@@ -25,11 +27,13 @@ Text pathOf(int slot) {
     fatalError(FATAL_WRITE, pathOf(slot).c_str());
 }
 
-void putBlanks(int slot, std::size_t count) {
-    std::FILE *stream = fArr[slot].stream;
-    for (; count > 0; --count)
-        if (std::fputc(' ', stream) == EOF)
-            writeFailed(slot);
+/* False if not all of it could be written; it is forgotten in any case. */
+bool writePending(FileSlot *file) {
+    const Text &pending = file->pending;
+    const bool written =
+        std::fwrite(pending.data(), 1, pending.size(), file->stream) == pending.size();
+    file->pending.clear();
+    return written && std::fflush(file->stream) == 0;
 }
 
 /* True if a piece of `len` characters has to go on a line of its own. */
@@ -98,13 +102,16 @@ void openNamedF(int slot, const char *directory, const char *name) {
 void closeF(int slot) {
     if (slot == 0 || fArr[slot].stream == nullptr)
         return;
-    /* What is still buffered is a write, and fails as one. */
-    if (std::fflush(fArr[slot].stream) != 0)
+    if (!writePending(&fArr[slot]))
         writeFailed(slot);
     std::FILE *stream = fArr[slot].stream;
     fArr[slot].stream = nullptr;
     if (std::fclose(stream) != 0)
         fatalError(FATAL_CLOSE, pathOf(slot).c_str());
+}
+
+void writeOpenFiles() {
+    forEachOpenFile([](int slot) { writePending(&fArr[slot]); });
 }
 
 bool nameOfF(Text &dst, const char *prefix, int slot, const char *suffix) {
@@ -147,8 +154,8 @@ bool defineGuardForFile(Text &dst, const char *prefix, const char *name, const c
     return true;
 }
 
-void writeToF(int slot, const char *text, bool noBreak) {
-    if (slot == 0 || text == nullptr)
+void writeToF(int slot, std::string_view text, bool noBreak) {
+    if (slot == 0)
         return;
     FileSlot &file = fArr[slot];
     if (file.stream == nullptr)
@@ -158,50 +165,52 @@ void writeToF(int slot, const char *text, bool noBreak) {
     if (file.columns < 0)
         file.columns = 0;
     auto indentation = static_cast<std::size_t>(file.indent) * BLANKS_PER_LEVEL;
-    while (*text != '\0') {
-        std::size_t len = std::strcspn(text, "\n");
+    while (!text.empty()) {
+        std::size_t len = std::min(text.find('\n'), text.size());
         std::size_t blanks = 0;
         if (file.columns == 0) {
             blanks = indentation;
         } else if (!noBreak && needsBreak(file, len)) {
             ++file.lines;
             file.columns = 0;
-            if (std::fputc('\n', file.stream) == EOF)
-                writeFailed(slot);
-            for (; len > 0 && *text == ' '; --len)
-                ++text;
+            file.pending += '\n';
+            for (; len > 0 && text.front() == ' '; --len)
+                text.remove_prefix(1);
             blanks = indentation + BLANKS_PER_LEVEL;
         }
-        if (text[len] == '\n') {
+        if (len < text.size()) {
             ++file.lines;
             file.columns = 0;
             ++len;
         } else {
             file.columns += static_cast<int>(blanks + len);
         }
-        putBlanks(slot, blanks);
-        if (std::fwrite(text, 1, len, file.stream) != len)
-            writeFailed(slot);
-        text += len;
+        file.pending.append(blanks, ' ').append(text, 0, len);
+        text.remove_prefix(len);
     }
+    if (file.pending.size() >= BLOCK_SIZE && !writePending(&file))
+        writeFailed(slot);
 }
 
 void wToF(int slot, const char *text) {
-    writeToF(slot, text, false);
+    if (text != nullptr)
+        writeToF(slot, text, false);
 }
 
 void putToF(int slot, const char *text) {
-    writeToF(slot, text, true);
+    if (text != nullptr)
+        writeToF(slot, text, true);
 }
 
 void printfToF(int slot, const char *format, ...) {
     if (slot == 0)
         return;
+    static Text text; /* kept for its memory */
+    text.clear();
     std::va_list arguments;
     va_start(arguments, format);
-    const Text text = formatTextV(format, arguments);
+    wToF(slot, appendFormatV(text, format, arguments));
     va_end(arguments);
-    wToF(slot, text);
 }
 
 void endlToF(int slot) {

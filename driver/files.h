@@ -16,6 +16,7 @@ struct FileSlot {
     std::FILE *stream = nullptr; /* null: not open */
     Text directory;              /* with its separator; may be empty */
     Text prefix;
+    Text pending;       /* what the stream has yet to get */
     Text suffix;        /* from "." or the category word on, or a whole name */
     bool named = false; /* directory and suffix were set */
     bool hasPrefix = false;
@@ -37,6 +38,9 @@ void openFWithPrefix(int slot, const char *prefix);
 void openNamedF(int slot, const char *directory, const char *name);
 /* Closes; fatal error 8 with the path if that fails. */
 void closeF(int slot);
+/* For the end of a run that fails: whatever was written so far goes into the open files, as far as
+   they take it. */
+void writeOpenFiles();
 
 /* Names: false, and an empty `dst`, if slot is 0 or its name isn't complete. */
 bool nameOfF(Text &dst, const char *prefix, int slot, const char *suffix);
@@ -49,10 +53,10 @@ bool defineGuardForFile(Text &dst, const char *prefix, const char *name, const c
 
 /* The writer that all others end in. With `noBreak` the line isn't ended before the text. A failing
    write is fatal error 7. Null text writes nothing. */
-void writeToF(int slot, const char *text, bool noBreak);
+void writeToF(int slot, std::string_view text, bool noBreak);
 void wToF(int slot, const char *text);
 inline void wToF(int slot, const Text &text) {
-    wToF(slot, text.c_str());
+    writeToF(slot, text, false);
 }
 void putToF(int slot, const char *text);
 void printfToF(int slot, const char *format, ...) PRINTF_LIKE(2, 3);

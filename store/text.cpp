@@ -1,6 +1,8 @@
 #include "store/text.h"
 
 #include <algorithm>
+#include <charconv>
+#include <concepts>
 #include <cstdio>
 #include <cstring>
 
@@ -12,6 +14,24 @@ unsigned char upper(char c) {
 }
 
 constexpr std::string_view WHITE_SPACE = " \t\n\v\f\r";
+
+void appendNumber(Text &text, std::integral auto number) {
+    char digits[32];
+    text.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+}
+
+/* What vsnprintf makes of `format`. */
+PRINTF_LIKE(2, 0) Text &appendPrinted(Text &text, const char *format, std::va_list arguments) {
+    std::va_list again;
+    va_copy(again, arguments);
+    const int printed = std::vsnprintf(nullptr, 0, format, arguments);
+    const std::size_t length = printed > 0 ? static_cast<std::size_t>(printed) : 0;
+    const std::size_t before = text.size();
+    text.resize(before + length);
+    std::vsnprintf(text.data() + before, length + 1, format, again);
+    va_end(again);
+    return text;
+}
 
 } // namespace
 
@@ -78,25 +98,39 @@ const char *isOptionStri(const char *text, const char *prefix) {
     return std::strncmp(text, prefix, length) == 0 ? text + length : nullptr;
 }
 
-Text formatTextV(const char *format, std::va_list arguments) {
-    char head[256]; /* most texts fit, and are formed once */
-    std::va_list again;
-    va_copy(again, arguments);
-    const int printed = std::vsnprintf(head, sizeof head, format, arguments);
-    const std::size_t length = printed > 0 ? static_cast<std::size_t>(printed) : 0;
-    Text text(head, std::min(length, sizeof head - 1));
-    if (length >= sizeof head) {
-        text.resize(length);
-        std::vsnprintf(text.data(), length + 1, format, again);
+Text &appendFormatV(Text &text, const char *format, std::va_list arguments) {
+    while (const char *conversion = std::strchr(format, '%')) {
+        text.append(format, conversion);
+        format = conversion + 2;
+        switch (conversion[1]) {
+        case 's':
+            text += va_arg(arguments, const char *);
+            break;
+        case 'd':
+            appendNumber(text, va_arg(arguments, int));
+            break;
+        case 'l':
+            if (*format == 'd')
+                appendNumber(text, va_arg(arguments, long));
+            else if (*format == 'u')
+                appendNumber(text, va_arg(arguments, unsigned long));
+            else
+                return appendPrinted(text, conversion, arguments);
+            ++format;
+            break;
+        default:
+            return appendPrinted(text, conversion, arguments);
+        }
     }
-    va_end(again);
-    return text;
+    return text += format;
 }
 
 Text formatText(const char *format, ...) {
+    static Text text; /* kept for its memory */
+    text.clear();
     std::va_list arguments;
     va_start(arguments, format);
-    Text text = formatTextV(format, arguments);
+    appendFormatV(text, format, arguments);
     va_end(arguments);
     return text;
 }

@@ -55,7 +55,7 @@ GlobalOptions &CbetRun::options() {
 }
 
 std::string CbetRun::taken(int slot) {
-    std::fflush(fArr[slot].stream);
+    writeOpenFiles();
     std::string text = dir.read(fileNames[slot]).substr(read_[slot]);
     read_[slot] += text.size();
     return withoutIndent(text);
