@@ -1,6 +1,7 @@
 #include "store/layout.h"
 
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -128,11 +129,36 @@ static_assert(fits(subLayout, REC_SUB));
 static_assert(fits(tedLayout, REC_TED));
 static_assert(fits(sNodeLayout, REC_SNODE));
 
+/* Written without a loop, compilers make one instruction of it. */
 template <typename T> void decodeNumber(const std::uint8_t *bytes, std::uint8_t *member) {
-    T number = 0;
-    for (std::size_t i = 0; i < sizeof number; ++i)
-        number = static_cast<T>(number << 8 | bytes[i]);
-    std::memcpy(member, &number, sizeof number);
+    std::uint32_t number;
+    if constexpr (sizeof(T) == 4)
+        number = std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
+                 std::uint32_t{bytes[2]} << 8 | bytes[3];
+    else
+        number = std::uint32_t{bytes[0]} << 8 | bytes[1];
+    const T narrow = static_cast<T>(number);
+    std::memcpy(member, &narrow, sizeof narrow);
+}
+
+/* Each kind of record has code of its own for its rows, since large trees have many records. */
+template <const auto &rows> void decodeRows(const std::uint8_t *bytes, std::uint8_t *record) {
+    const auto decodeRow = [&]<std::size_t nr>() {
+        constexpr RecField row = rows[nr];
+        for (std::size_t at = 0; at < row.count * row.width; at += row.width) {
+            const std::uint8_t *from = bytes + row.offset + at;
+            std::uint8_t *to = record + row.member + at;
+            if constexpr (row.width == 4)
+                decodeNumber<std::uint32_t>(from, to);
+            else if constexpr (row.width == 2)
+                decodeNumber<std::uint16_t>(from, to);
+            else
+                *to = *from;
+        }
+    };
+    [&]<std::size_t... nrs>(std::index_sequence<nrs...>) {
+        (decodeRow.template operator()<nrs>(), ...);
+    }(std::make_index_sequence<std::size(rows)>());
 }
 
 template <typename T> void encodeNumber(const std::uint8_t *member, std::uint8_t *bytes) {
@@ -168,17 +194,24 @@ std::span<const RecField> recLayout(RecKind kind) {
 }
 
 void decodeRec(RecKind kind, const std::uint8_t *bytes, void *record) {
-    for (const RecField &row : recLayout(kind)) {
-        const std::uint8_t *from = bytes + row.offset;
-        auto *to = static_cast<std::uint8_t *>(record) + row.member;
-        for (int i = 0; i < row.count; ++i, from += row.width, to += row.width) {
-            if (row.width == 4)
-                decodeNumber<std::uint32_t>(from, to);
-            else if (row.width == 2)
-                decodeNumber<std::uint16_t>(from, to);
-            else
-                *to = *from;
-        }
+    auto *members = static_cast<std::uint8_t *>(record);
+    switch (kind) {
+    case REC_MNODE:
+        return decodeRows<mNodeLayout>(bytes, members);
+    case REC_TNODE:
+        return decodeRows<tNodeLayout>(bytes, members);
+    case REC_VNODE:
+        return decodeRows<vNodeLayout>(bytes, members);
+    case REC_TAG:
+        return decodeRows<tagLayout>(bytes, members);
+    case REC_SUB:
+        return decodeRows<subLayout>(bytes, members);
+    case REC_TED:
+        return decodeRows<tedLayout>(bytes, members);
+    case REC_SNODE:
+        return decodeRows<sNodeLayout>(bytes, members);
+    default:
+        return;
     }
 }
 

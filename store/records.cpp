@@ -49,9 +49,6 @@ Rec &storedRec(ModRec *module, std::vector<Rec> ModRec::*records, RecNr nr) {
 /* Beyond this number nothing can be added. */
 constexpr RecNr MAX_REC_NR = 2147483640;
 
-/* So many steps need no look at the modules: almost every walk is shorter. */
-constexpr std::int64_t FREE_STEPS = 256;
-
 /* A run reads each record some hundred times. Trees in which everything refers to everything, so
    that work grows with the square of their size, come to an end here. */
 constexpr std::int64_t READS_PER_RECORD = 10000;
@@ -114,15 +111,6 @@ const MNode &storedMNode(ModRec *module, RecNr nr) {
     return storedRec(module, &ModRec::mNodes, nr);
 }
 
-NodePlace saveNodeContext(RecKind kind) {
-    return recJustRead[kind];
-}
-
-void restoreNodeContext(RecKind kind, const NodePlace &place) {
-    if (place.module != nullptr && place.nr != 0)
-        readRec(place.module, kind, place.nr);
-}
-
 ModRec *getModPtr(ModRec *module, std::int32_t moduleNr) {
     if (moduleNr == 1 || module == nullptr)
         return module;
@@ -143,8 +131,6 @@ RecNr recCount(const ModRec *module, RecKind kind) {
     }
     return static_cast<RecNr>(count);
 }
-
-ChainGuard::ChainGuard(RecKind kind) : kind_(kind), left_(FREE_STEPS) {}
 
 void ChainGuard::extend(const ModRec *module) {
     if (extended_)

@@ -21,9 +21,14 @@ VNode &storedVNode(ModRec *module, RecNr nr);
 const MNode &storedMNode(ModRec *module, RecNr nr);
 
 /* The place of the current record of `kind`. */
-NodePlace saveNodeContext(RecKind kind);
+inline NodePlace saveNodeContext(RecKind kind) {
+    return recJustRead[kind];
+}
 /* Reads the record at `place` again; nothing happens if it names none. */
-void restoreNodeContext(RecKind kind, const NodePlace &place);
+inline void restoreNodeContext(RecKind kind, const NodePlace &place) {
+    if (place.module != nullptr && place.nr != 0 && recJustRead[kind] != place)
+        readRec(place.module, kind, place.nr);
+}
 
 /* Keeps the current record of a kind across a block, by its place. */
 class NodeContext {
@@ -51,7 +56,7 @@ RecNr recCount(const ModRec *module, RecKind kind);
 class ChainGuard {
 public:
     /* The limit is the number of records of `kind` in all modules. */
-    explicit ChainGuard(RecKind kind);
+    explicit ChainGuard(RecKind kind) : kind_(kind) {}
     /* `module` is the one to blame; null names none. */
     void step(const ModRec *module) {
         if (--left_ < 0)
@@ -59,11 +64,12 @@ public:
     }
 
 private:
-    /* Counts the records only once a chain is long, so that a guard costs nothing before. */
+    /* So many steps need no look at the modules: almost every walk is shorter. */
+    static constexpr std::int64_t FREE_STEPS = 256;
     void extend(const ModRec *module);
     RecKind kind_;
     bool extended_ = false;
-    std::int64_t left_;
+    std::int64_t left_ = FREE_STEPS;
 };
 
 /* Levels of recursion along a tree that fit into the stack of any process. */
