@@ -49,10 +49,13 @@ AsnModule *initAsnModule(AsnModule *module, ModRec *modRec) {
     module->modRec = modRec;
     module->counts = &header.counts;
     module->live = true;
-    modRec->options->sourceDirectory = optionalStri(modRec, header.sourceDirectory);
-    modRec->options->sourceFileName = optionalStri(modRec, header.sourceFileName);
-    if (modelHooks.initBEModMetaRec != nullptr)
-        modelHooks.initBEModMetaRec(module, modRec->metaRec);
+    if (!modRec->hadHandle) {
+        modRec->hadHandle = true;
+        modRec->options->sourceDirectory = optionalStri(modRec, header.sourceDirectory);
+        modRec->options->sourceFileName = optionalStri(modRec, header.sourceFileName);
+        if (modelHooks.initBEModMetaRec != nullptr)
+            modelHooks.initBEModMetaRec(module, modRec->metaRec);
+    }
     return module;
 }
 

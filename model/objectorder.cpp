@@ -9,8 +9,6 @@
 #include "model/setobjects.h"
 #include "store/records.h"
 
-namespace {
-
 /* An inline object, as it was met. */
 struct BuiltinObjInfo {
     RecNr posRecord = 0;
@@ -43,6 +41,8 @@ struct ObjClassList {
         return infos[place->second];
     }
 };
+
+namespace {
 
 /* Finds the inline objects of one module. */
 class BuiltinSearch {
@@ -225,6 +225,30 @@ void addBuiltins(ObjClassList *classes, ObjClassList &&builtins) {
     }
 }
 
+using ObjectOrder = std::shared_ptr<const ObjClassList>;
+
+ObjectOrder makeOrder(AsnModule *module, bool withBuiltins) {
+    ObjClassList builtins;
+    if (withBuiltins)
+        BuiltinSearch(module, &builtins).run();
+    const auto classes = std::make_shared<ObjClassList>();
+    forEachObject(module, [&](AsnObject *object, int) {
+        classes->of(object->governor).defined.push_back(object->posRecord);
+    });
+    addBuiltins(classes.get(), std::move(builtins));
+    return classes;
+}
+
+/* The order is the same in all passes. */
+ObjectOrder orderOf(AsnModule *module, bool withBuiltins) {
+    if (!withBuiltins)
+        return makeOrder(module, false);
+    ObjectOrder &known = module->modRec->objectOrder;
+    if (known == nullptr)
+        known = makeOrder(module, true);
+    return known;
+}
+
 } // namespace
 
 void forEachObjectInClassOrder(AsnModule *module, ClassPrefixCall prefixFunc,
@@ -233,20 +257,13 @@ void forEachObjectInClassOrder(AsnModule *module, ClassPrefixCall prefixFunc,
     if (!prefixFunc && !objectFunc && !postfixFunc)
         fatalError(FATAL_NO_CALLBACK, nullptr);
     const WalkCursors kept = module->cursors;
-    ObjClassList builtins;
-    if (withBuiltins)
-        BuiltinSearch(module, &builtins).run();
-    ObjClassList classes;
-    forEachObject(module, [&](AsnObject *object, int) {
-        classes.of(object->governor).defined.push_back(object->posRecord);
-    });
-    addBuiltins(&classes, std::move(builtins));
+    const ObjectOrder order = orderOf(module, withBuiltins);
     ClassPass pass(module, prefixFunc, objectFunc, postfixFunc);
-    for (std::size_t i = 0; i < classes.infos.size(); ++i) {
+    for (std::size_t i = 0; i < order->infos.size(); ++i) {
         /* Inline objects of a class follow the module's very first object if that is of this class;
            in any other class they come first. */
-        const bool ownsFirstObject = i == 0 && !classes.infos[i].defined.empty();
-        pass.run(classes.infos[i], ownsFirstObject);
+        const bool ownsFirstObject = i == 0 && !order->infos[i].defined.empty();
+        pass.run(order->infos[i], ownsFirstObject);
     }
     module->cursors = kept;
 }

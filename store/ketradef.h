@@ -385,6 +385,7 @@ struct ModRec;
 struct GlobalOptions; /* options/ketracnf.h */
 struct BEModMetaRec;  /* the generator's */
 struct BETypeInfo;    /* the generator's */
+struct ObjClassList;  /* the model's */
 
 /* One import of a module. */
 struct PicRec {
@@ -433,6 +434,7 @@ struct ModRec {
     Text genPrefix;  /* of generated identifiers; names the tree file and finds the record */
     std::int32_t moduleValue = 0;
     std::uint8_t state = MOD_NAMED;
+    bool hadHandle = false; /* what the first handle on the module settles is settled */
     std::uint32_t exportingWalk = 0; /* the last walk over exporting modules that came here */
 
     std::vector<MNode> mNodes; /* record n is element n - 1 */
@@ -459,6 +461,7 @@ struct ModRec {
     TedRange cmdOptions;             /* the options of the command line */
     InfoCache moduleInfoCache;
     std::vector<TypeInfoCache> typeInfoCache; /* by TNode number minus 1; one element to spare */
+    std::shared_ptr<const ObjClassList> objectOrder; /* the objects, class by class; null before use */
     int listPlace = 0;           /* place in modRecList; final when all trees are read */
     DefinitionIndex typesByName; /* filled by findTypeById and findValueById */
     DefinitionIndex valuesByName;
