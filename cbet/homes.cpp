@@ -12,6 +12,18 @@
 
 namespace {
 
+/* The way from the home to the value, without the operator in front of it. */
+std::string_view pathOf(const AsnType &type) {
+    std::string_view path = orEmpty(type.path);
+    if (type.pathLength >= 0)
+        path = path.substr(0, static_cast<std::size_t>(type.pathLength));
+    if (path.starts_with("->"))
+        path.remove_prefix(2);
+    else if (path.starts_with("."))
+        path.remove_prefix(1);
+    return path;
+}
+
 /* "(Elem *)": what stands in front of the reference to a value in an ASNHOME. */
 Text asnHomeCompTypecast(const char *prefix, bool addressOf, AsnType *type, const char *separator) {
     Text dst = orEmpty(prefix);
@@ -50,20 +62,12 @@ const char *asnHomeSeparator(AsnType *type) {
 } // namespace
 
 Text &cGetPath(Text &dst, AsnType *type) {
-    dst = orEmpty(type->path);
-    if (type->pathLength >= 0 && static_cast<std::size_t>(type->pathLength) < dst.size())
-        dst.resize(static_cast<std::size_t>(type->pathLength));
-    if (dst.starts_with("->"))
-        dst.erase(0, 2);
-    else if (dst.starts_with("."))
-        dst.erase(0, 1);
-    return dst;
+    return dst = pathOf(*type);
 }
 
 Text &cHomeRef(Text &dst, const char *prefix, bool addressOf, AsnType *type, const char *separator,
                const char *postfix) {
-    Text path;
-    cGetPath(path, type);
+    const std::string_view path = pathOf(*type);
     const bool pointer =
         path.empty() || (testTypeOption(type, OPT_POINTER) && !testTypeOption(type, OPT_HOME));
     dst = orEmpty(prefix);
@@ -76,7 +80,7 @@ Text &cHomeRef(Text &dst, const char *prefix, bool addressOf, AsnType *type, con
     else
         dst += "home";
     if (!path.empty())
-        dst += "->" + path;
+        dst.append("->").append(path);
     if (separator != nullptr)
         dst += pointer ? "->" : ".";
     return dst += orEmpty(postfix);

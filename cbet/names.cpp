@@ -35,7 +35,7 @@ void appendName(Text &dst, const FixRec &fix, const char *suffix) {
 }
 
 Text &between(Text &dst, const char *prefix, const char *text, const char *postfix) {
-    return dst = Text(orEmpty(prefix)) + text + orEmpty(postfix);
+    return dst.assign(orEmpty(prefix)).append(text).append(orEmpty(postfix));
 }
 
 Text &loneBetween(Text &dst, const char *prefix, const Text &name, AsnType *type,

@@ -1,25 +1,23 @@
 #include "cbet/reserved.h"
 
-#include <algorithm>
-#include <iterator>
+#include <unordered_set>
 
 NameHooks nameHooks;
 
 namespace {
 
-/* In ascending order. */
-constexpr std::string_view keywords[] = {
+using WordSet = std::unordered_set<std::string_view>;
+
+const WordSet keywords = {
     "auto",    "break",  "case",     "char",   "const",    "continue", "default",
     "do",      "double", "else",     "enum",   "extern",   "float",    "for",
     "goto",    "if",     "inline",   "int",    "long",     "register", "restrict",
     "return",  "short",  "signed",   "sizeof", "static",   "struct",   "switch",
     "typedef", "union",  "unsigned", "void",   "volatile", "while",
 };
-static_assert(std::is_sorted(std::begin(keywords), std::end(keywords)));
 
-/* What C++ has more, and the numbers of the run-time layer, whose names a member can have in C alone,
-   in ascending order. */
-constexpr std::string_view cPlusPlusKeywords[] = {
+/* What C++ has more, and the numbers of the run-time layer: names that a member can have in C alone. */
+const WordSet cPlusPlusKeywords = {
     "alignas",
     "alignof",
     "and",
@@ -88,16 +86,11 @@ constexpr std::string_view cPlusPlusKeywords[] = {
     "xor",
     "xor_eq",
 };
-static_assert(std::is_sorted(std::begin(cPlusPlusKeywords), std::end(cPlusPlusKeywords)));
-
-template <std::size_t N> bool isOneOf(const std::string_view (&words)[N], std::string_view word) {
-    return std::binary_search(std::begin(words), std::end(words), word);
-}
 
 } // namespace
 
 bool cIsReservedWord(std::string_view word, bool cPlusPlus) {
-    return isOneOf(keywords, word) || (cPlusPlus && isOneOf(cPlusPlusKeywords, word));
+    return keywords.contains(word) || (cPlusPlus && cPlusPlusKeywords.contains(word));
 }
 
 bool cAvoidsCPlusPlusWords(AsnModule *module) {

@@ -34,11 +34,6 @@ void numberObjectsOf(ModRec *modRec) {
 
 BEClassMetaRec *newBEClassMetaRec(AsnObjClass *objClass) {
     auto *meta = new BEClassMetaRec;
-    if (isPlainPredefinedObjClass(objClass))
-        getBaseObjClassId(meta->classId, "", objClass, "");
-    else
-        getDefObjClassId(meta->classId, "", objClass, "");
-    getBaseObjClassId(meta->baseClassId, "", objClass, "");
     meta->accessRoutines = getBEModMetaRec(getModuleOfObjClass(objClass))->accessRoutines;
     return meta;
 }
@@ -47,10 +42,8 @@ void deleteBEClassMetaRec(BEClassMetaRec *meta) {
     delete meta;
 }
 
-BEObjMetaRec *newBEObjMetaRec(AsnObject *object) {
-    auto *meta = new BEObjMetaRec;
-    getObjectId(meta->objectId, "", object, "");
-    return meta;
+BEObjMetaRec *newBEObjMetaRec(AsnObject *) {
+    return new BEObjMetaRec;
 }
 
 void deleteBEObjMetaRec(BEObjMetaRec *meta) {
@@ -66,13 +59,17 @@ void deleteBEObjSetMetaRec(BEObjSetMetaRec *meta) {
 }
 
 const char *getMetaClassId(AsnObjClass *objClass) {
-    const BEClassMetaRec *meta = getBEClassMetaRec(objClass);
-    return meta == nullptr ? "" : meta->classId.c_str();
+    BEClassMetaRec *meta = getBEClassMetaRec(objClass);
+    if (meta == nullptr)
+        return "";
+    if (isPlainPredefinedObjClass(objClass))
+        return getBaseObjClassId(meta->classId, "", objClass, "").c_str();
+    return getDefObjClassId(meta->classId, "", objClass, "").c_str();
 }
 
 const char *getMetaBaseClassId(AsnObjClass *objClass) {
-    const BEClassMetaRec *meta = getBEClassMetaRec(objClass);
-    return meta == nullptr ? "" : meta->baseClassId.c_str();
+    BEClassMetaRec *meta = getBEClassMetaRec(objClass);
+    return meta == nullptr ? "" : getBaseObjClassId(meta->baseClassId, "", objClass, "").c_str();
 }
 
 Text getMetaClassName(AsnObjClass *objClass) {
@@ -85,8 +82,8 @@ int getMetaClassAccessRoutines(AsnObjClass *objClass) {
 }
 
 const char *getMetaObjectId(AsnObject *object) {
-    const BEObjMetaRec *meta = getBEObjMetaRec(object);
-    return meta == nullptr ? "" : meta->objectId.c_str();
+    BEObjMetaRec *meta = getBEObjMetaRec(object);
+    return meta == nullptr ? "" : getObjectId(meta->objectId, "", object, "").c_str();
 }
 
 void setMetaObjectNr(AsnObject *object, int nr) {

@@ -58,6 +58,7 @@ struct BEModMetaRec {
     bool cPlusPlus = false; /* words of C++ are no names either */
 };
 
+/* The texts are those that were shown last: most handles are never asked for theirs. */
 struct BEClassMetaRec {
     Text classId;
     Text baseClassId;
@@ -65,7 +66,7 @@ struct BEClassMetaRec {
 };
 
 struct BEObjMetaRec {
-    Text objectId; /* empty for an unnamed object */
+    Text objectId; /* shown last; empty for an unnamed object */
 };
 
 /* Nothing is kept for values and object sets. */

@@ -1,6 +1,8 @@
 #include "gen/typemeta.h"
 
 #include <deque>
+#include <memory>
+#include <vector>
 
 #include "cbet/names.h"
 #include "cbet/predicates.h"
@@ -18,6 +20,17 @@ namespace {
 /* The names of types stay where they are for the whole run. */
 std::deque<BETypeInfo> typeInfos;
 
+/* A handle takes one each time it is filled. */
+std::vector<std::unique_ptr<BETypMetaRec>> freeMetaRecs;
+
+BETypMetaRec *takeMetaRec() {
+    if (freeMetaRecs.empty())
+        return new BETypMetaRec;
+    BETypMetaRec *meta = freeMetaRecs.back().release();
+    freeMetaRecs.pop_back();
+    return meta;
+}
+
 BETypeInfo makeTypeInfo(AsnType *type) {
     Text name;
     BETypeInfo info;
@@ -25,16 +38,6 @@ BETypeInfo makeTypeInfo(AsnType *type) {
     info.baseTypeId = allocateUniqStri(cBaseTypeId(name, "", type, ""));
     info.homeTypeId = homeTypeId(type);
     return info;
-}
-
-void setCompId(AsnType *type, BETypMetaRec *meta) {
-    meta->hasCompId = true;
-    if (isTypeExtensionmarker(type))
-        meta->compId = "extensionmarker";
-    else if (isComponentType(type))
-        getTypeCompId(meta->compId, "", type, "");
-    else
-        meta->hasCompId = false;
 }
 
 /* The names that a type has in its own module, where it was written: those are kept. Under the
@@ -67,20 +70,19 @@ void replaceTypeInfo(AsnType *type, const BETypeInfo &info) {
 BETypMetaRec *newBETypMetaRec(AsnType *type) {
     if (isPartialTypeInfo(type))
         return nullptr;
-    auto *meta = new BETypMetaRec;
+    BETypMetaRec *meta = takeMetaRec();
     const BETypeInfo *kept = getTypeInfoCache(type)->generatorInfo;
     const bool isGiven = kept != nullptr && kept->isGiven && structureTakenInto(type) == nullptr;
     if (isGiven || isAtItsPlace(type))
         meta->names = *getBETypeInfoCache(type);
     else
         meta->names = makeTypeInfo(type);
-    setCompId(type, meta);
     meta->accessRoutines = getBEModMetaRec(getModuleOfType(type))->accessRoutines;
     return meta;
 }
 
 void deleteBETypMetaRec(AsnType *, BETypMetaRec *meta) {
-    delete meta;
+    freeMetaRecs.emplace_back(meta);
 }
 
 const char *homeTypeId(AsnType *type) {
@@ -144,8 +146,12 @@ const char *getMetaBaseTypeId(AsnType *type) {
 }
 
 const char *getMetaCompId(AsnType *type) {
-    const BETypMetaRec *meta = getBETypMetaRec(type);
-    return meta == nullptr || !meta->hasCompId ? nullptr : meta->compId.c_str();
+    BETypMetaRec *meta = getBETypMetaRec(type);
+    if (meta == nullptr)
+        return nullptr;
+    if (isTypeExtensionmarker(type))
+        return "extensionmarker";
+    return isComponentType(type) ? getTypeCompId(meta->compId, "", type, "").c_str() : nullptr;
 }
 
 Text getMetaMemberName(AsnType *type) {

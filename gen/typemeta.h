@@ -18,8 +18,7 @@ struct BETypeInfo {
 
 struct BETypMetaRec {
     BETypeInfo names;
-    Text compId;
-    bool hasCompId = false;
+    Text compId; /* what getMetaCompId showed last */
     int accessRoutines = ACCESS_MACROS;
 };
 

@@ -1,7 +1,6 @@
 #include "model/compwalk.h"
 
-#include <map>
-#include <utility>
+#include <unordered_map>
 
 #include "model/modules.h"
 #include "model/typeextension.h"
@@ -311,7 +310,7 @@ void forEachTypeCompOrElem(AsnType *type, CompCall func) {
 int nrOfWalkedComps(AsnType *type) {
     /* Asked for each component of a type, so a walk each time would cost the square of their
        number. */
-    static std::map<std::pair<const ModRec *, RecNr>, int> known;
+    static std::unordered_map<NodePlace, int, PlaceHash> known;
     if (isListKind(type->base.mainType))
         return 1;
     if (isSynonymType(type))

@@ -8,6 +8,8 @@
 #include "model/typequeries.h"
 #include "model/typevalues.h"
 #include "model/typewalk.h"
+#include "store/classify.h"
+#include "store/records.h"
 #include "store/values.h"
 
 namespace {
@@ -117,8 +119,7 @@ AsnValue *asnValueFromConstraint(const AsnConstraint *constraint, RecNr record) 
 }
 
 /* The end of a range that says MIN or MAX. The least size is 0. */
-AsnValue *asnValueForMinMaxValueRange(AsnType *type, const AsnConstraint *constraint,
-                                      bool isUpper) {
+VNode minMaxEnd(AsnType *type, bool isUpper) {
     const int mainType = getTypeMainType(type);
     VNode node;
     node.valueKind = mainType == TYP_REAL ? TYP_REAL : TYP_INTEGER;
@@ -126,10 +127,15 @@ AsnValue *asnValueForMinMaxValueRange(AsnType *type, const AsnConstraint *constr
         setInfinity(&node, isUpper, node.valueKind);
     else
         setValueInt(&node, i64ltosint64(0));
+    return node;
+}
+
+AsnValue *asnValueForMinMaxValueRange(AsnType *type, const AsnConstraint *constraint,
+                                      bool isUpper) {
     AsnModule *module = newAsnModule(constraint->module);
     AsnValue *value = newAsnValue(module, module);
     value->ownModule = module;
-    initInfinityValue(value, node);
+    initInfinityValue(value, minMaxEnd(type, isUpper));
     return value;
 }
 
@@ -379,6 +385,15 @@ void forValueRangeConstraint(
          (constraint->sub.subFlags & SUB_UPPER_CLOSED) != 0);
     delAsnValue(low);
     delAsnValue(high);
+}
+
+sint64 getRangeEnd(AsnType *type, const AsnConstraint *constraint, bool isUpper) {
+    const RecNr record = isUpper ? constraint->sub.second : constraint->sub.first;
+    if (record == 0)
+        return valueInt(minMaxEnd(type, isUpper));
+    readRec(constraint->module, REC_VNODE, record);
+    skipValues(true);
+    return valueInt(vNode);
 }
 
 void forContainedSubtypeConstraint(AsnType *type, AsnConstraint *constraint,

@@ -81,6 +81,8 @@ void forSingleValueConstraint(AsnType *type, AsnConstraint *constraint,
 void forValueRangeConstraint(
     AsnType *type, AsnConstraint *constraint,
     Call<void(AsnType *type, AsnValue *low, bool lowClosed, AsnValue *high, bool highClosed)> func);
+/* The end of a range of whole numbers alone, without the handle of a value. */
+sint64 getRangeEnd(AsnType *type, const AsnConstraint *constraint, bool isUpper);
 
 /* Each constraint of the contained type; the second form shows that type, too. */
 void forContainedSubtypeConstraint(AsnType *type, AsnConstraint *constraint,

@@ -6,9 +6,7 @@
 /* Small helpers that the handles of all sorts share. */
 
 inline Text &joinTexts(Text &dst, const char *prefix, const char *text, const char *suffix) {
-    Text joined = orEmpty(prefix);
-    joined.append(orEmpty(text)).append(orEmpty(suffix));
-    return dst = std::move(joined);
+    return dst.assign(orEmpty(prefix)).append(orEmpty(text)).append(orEmpty(suffix));
 }
 
 /* The C name of a definition; only prefix and suffix if it has no name. */

@@ -18,6 +18,7 @@ struct ChainWalk {
     AsnType *son = nullptr;
     bool gathers = false;           /* tags, constraints and endpoints; else options are applied */
     std::uint32_t chainOptions = 0; /* gathered */
+    bool hasTexts = false;          /* a record passed has options or embedded text; gathered */
     int *tagState = nullptr;        /* given if it gathers */
     NodePlace *area = nullptr; /* last record before a parameterised detail; null: not wanted */
     /* The last selection, or definition that is the field of a class, if no definition came behind
@@ -58,6 +59,7 @@ void narrowEndpoints(AsnType *son) {
 /* The current record as a link of the chain. */
 void getSynonymTypeInfo(AsnType *son, ChainWalk *walk) {
     walk->chainOptions |= tNode.optionBits;
+    walk->hasTexts = walk->hasTexts || tNode.tedFirst != 0;
     getTagsAndEmbeddingOpts(son, walk->tagState);
     addConstraint(son);
     narrowEndpoints(son);
@@ -255,7 +257,7 @@ bool hasAutomaticTags(const AsnType *father) {
 
 } // namespace
 
-std::uint32_t initSon(AsnType *son, AsnType *father, int *tagState) {
+ChainOptions initSon(AsnType *son, AsnType *father, int *tagState) {
     const NodePlace position = saveNodeContext(REC_TNODE);
     NodePlace area = position;
     const bool instantiated = isInstantiatedTNode();
@@ -292,7 +294,7 @@ std::uint32_t initSon(AsnType *son, AsnType *father, int *tagState) {
     if (son->isSelection)
         son->typeOptions = tNode.typeOptions;
     setLastCompId(son, father, area);
-    return walk.chainOptions;
+    return {walk.chainOptions, walk.hasTexts || tNode.tedFirst != 0};
 }
 
 void getTagsAndEmbeddingOpts(AsnType *son, int *tagState) {

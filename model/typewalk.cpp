@@ -213,21 +213,25 @@ void delAsnType(AsnType *type) {
 void getTypePathN(AsnType *father, AsnType *son, int compNr) {
     const NodePlace position = saveNodeContext(REC_TNODE);
     int tagState = TAG_MODE_EXPLICIT;
-    const std::uint32_t chainOptions = initSon(son, father, &tagState);
+    const ChainOptions chain = initSon(son, father, &tagState);
+    const NodePlace content = saveNodeContext(REC_TNODE);
     getTagsAndEmbeddingOpts(son, &tagState);
     initSonTags(father, son, tagState, compNr);
     initSonTNode(son);
     addConstraint(son);
-    inheritChainOptions(&son->base, chainOptions);
+    inheritChainOptions(&son->base, chain.bits);
     if (father != nullptr) {
         countInlineLevels(son, father);
         inheritFatherNames(son, father);
         son->path = typePathInUse() ? getPath() : nullptr;
-        inheritFatherOptions(son, father, chainOptions);
+        inheritFatherOptions(son, father, chain.bits);
     }
     makeMetaRec(son);
     /* Options are applied last, since the meta record that takes them needs the finished handle. */
-    applyChainOptions(son, position);
+    if (chain.written)
+        applyChainOptions(son, position);
+    else
+        restoreNodeContext(REC_TNODE, content);
 }
 
 bool nextTNode(AsnModule *module, int kind, bool withSkipped) {

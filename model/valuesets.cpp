@@ -70,12 +70,10 @@ void addAllExcept(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint
 
 /* An open end lies one further inward. */
 void addRange(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint) {
-    forValueRangeConstraint(
-        type, constraint,
-        [&](AsnType *, AsnValue *low, bool lowClosed, AsnValue *high, bool highClosed) {
-            setToRange(set, i64addl(int64Value(low), lowClosed ? 0 : 1),
-                       i64subl(int64Value(high), highClosed ? 0 : 1));
-        });
+    const std::uint8_t closed = constraint->sub.subFlags;
+    setToRange(set,
+               i64addl(getRangeEnd(type, constraint, false), (closed & SUB_LOWER_CLOSED) ? 0 : 1),
+               i64subl(getRangeEnd(type, constraint, true), (closed & SUB_UPPER_CLOSED) ? 0 : 1));
 }
 
 void addSingleValue(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint) {

@@ -63,9 +63,10 @@ void applyOverride(FixRec *dst, const char *text, const NameOptPref &row) {
             updateNamingOption(dst, word, value);
 }
 
-void applyOverrides(FixRec *dst, ModRec *module, const TedRange &range, const NameOptPref &row) {
+void applyOverrides(FixRec *dst, ModRec *module, const TedRange &range, int kind) {
     if (range.first == 0)
         return;
+    const NameOptPref &row = rowOfKind(kind);
     for (RecNr nr = range.first; nr <= range.last; ++nr) {
         readRec(module, REC_TED, nr);
         if (tedRec.tedKind != TED_OPTION)
@@ -116,6 +117,14 @@ std::string_view cutTo(const char *text, std::int32_t length) {
     return {text, strnlen(text, static_cast<std::size_t>(std::max(length, 0)))};
 }
 
+void appendGivenName(Text &dst, const FixRec &fix) {
+    /* Without letters the converter changes nothing but hyphens. */
+    NameConverter converter = parseConversion(orEmpty(fix.conv));
+    appendConverted(dst, orEmpty(fix.pref), &converter);
+    appendConverted(dst, cutTo(fix.name, fix.idLen), &converter);
+    appendConverted(dst, orEmpty(fix.suff), &converter);
+}
+
 } // namespace
 
 void getFixRec(FixRec *dst, int kind) {
@@ -125,7 +134,6 @@ void getFixRec(FixRec *dst, int kind) {
     *dst = FixRec();
     if (id == 0)
         return;
-    const NameOptPref &row = rowOfKind(kind);
     const char *text = getStri(module, id);
     const FixChain *chain = fixRecForKind(module->options, kind);
 
@@ -136,7 +144,7 @@ void getFixRec(FixRec *dst, int kind) {
     const std::int32_t nameLen = module->options->nameLen;
     dst->id = text;
     dst->idLen = static_cast<std::int32_t>(strnlen(text, static_cast<std::size_t>(nameLen)));
-    applyOverrides(dst, module, range, row);
+    applyOverrides(dst, module, range, kind);
 
     if (isEmpty(dst->conv) && isEmpty(dst->pref) && isEmpty(dst->name) && isEmpty(dst->suff))
         return;
@@ -147,23 +155,16 @@ void getFixRec(FixRec *dst, int kind) {
 }
 
 Text &printFixRec(Text &dst, const char *prefix, const FixRec *fix, const char *suffix) {
-    Text name;
-    if (isEmpty(fix->name))
-        name = cutTo(fix->id, fix->idLen);
-    else
-        pFixRec(name, fix);
     dst = orEmpty(prefix);
-    dst += name;
-    dst += orEmpty(suffix);
-    return dst;
+    if (isEmpty(fix->name))
+        dst += cutTo(fix->id, fix->idLen);
+    else
+        appendGivenName(dst, *fix);
+    return dst += orEmpty(suffix);
 }
 
 Text &pFixRec(Text &dst, const FixRec *fix) {
-    /* Without letters the converter changes nothing but hyphens. */
-    NameConverter converter = parseConversion(orEmpty(fix->conv));
     dst.clear();
-    appendConverted(dst, orEmpty(fix->pref), &converter);
-    appendConverted(dst, cutTo(fix->name, fix->idLen), &converter);
-    appendConverted(dst, orEmpty(fix->suff), &converter);
+    appendGivenName(dst, *fix);
     return dst;
 }
