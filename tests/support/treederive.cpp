@@ -42,7 +42,7 @@ bool hasSize(int kind) {
 
 /* --- references --- */
 
-TypePlace referredType(TypePlace place) {
+TreePlace referredType(TreePlace place) {
     const TNode &node = place.rec();
     if (node.mainType != TYP_SYNONYM)
         return {};
@@ -51,12 +51,12 @@ TypePlace referredType(TypePlace place) {
     const std::string &name = place.tree->typeNotes[at(place.nr)].refName;
     if (tree != nullptr && nr == 0 && !name.empty())
         nr = tree->findType(name).nr;
-    return nr > 0 && tree != nullptr ? TypePlace{tree, nr} : TypePlace{};
+    return nr > 0 && tree != nullptr ? TreePlace{tree, nr} : TreePlace{};
 }
 
-TypePlace baseType(TypePlace place) {
+TreePlace baseType(TreePlace place) {
     for (int steps = 0; steps < MAX_CHAIN; ++steps) {
-        TypePlace next = referredType(place);
+        TreePlace next = referredType(place);
         if (next.tree == nullptr)
             break;
         place = next;
@@ -71,9 +71,9 @@ void resolveItem(TreeWriter &tree, VNode &value, const TreeWriter::ValueNotes &n
     TypeNode type = tree.findType(notes.refType);
     if (type.nr == 0)
         return;
-    TypePlace place{&tree, type.nr};
+    TreePlace place{&tree, type.nr};
     for (int steps = 0; steps < MAX_CHAIN; ++steps) {
-        TypePlace next = referredType(place);
+        TreePlace next = referredType(place);
         if (next.tree == nullptr)
             break;
         if (next.tree != place.tree)
@@ -247,7 +247,7 @@ Bounds boundsOfSub(const TreeWriter *tree, RecNr nr, bool ofSize, Bounds all) {
     }
 }
 
-Bounds boundsOfItems(TypePlace place) {
+Bounds boundsOfItems(TreePlace place) {
     Bounds bounds{MAX_VALUE, MIN_VALUE};
     for (RecNr nr = place.rec().namedNumbersRec; nr != 0; nr = place.tree->vNodes[at(nr)].next) {
         if (place.tree->vNodes[at(nr)].valueKind == TYP_EXTENSION_MARKER)
@@ -260,7 +260,7 @@ Bounds boundsOfItems(TypePlace place) {
 
 } // namespace
 
-Bounds boundsOf(TypePlace place) {
+Bounds boundsOf(TreePlace place) {
     int kind = baseType(place).rec().mainType;
     Bounds all;
     if (hasSize(kind))

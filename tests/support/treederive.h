@@ -17,18 +17,18 @@ void layOutHeader(TreeWriter &tree);
 
 /* The end of a chain of references from `nr`: its tree and number. A chain that leads to a tree
    that is not known, or back to itself, ends where it stands. */
-struct TypePlace {
+struct TreePlace {
     const TreeWriter *tree = nullptr;
     RecNr nr = 0;
     const TNode &rec() const { return tree->tNodes[static_cast<std::size_t>(nr - 1)]; }
 };
 /* One step of a reference; tree null if it leads nowhere. */
-TypePlace referredType(TypePlace place);
-TypePlace baseType(TypePlace place);
+TreePlace referredType(TreePlace place);
+TreePlace baseType(TreePlace place);
 
 /* Smallest and largest value or size. */
 struct Bounds {
     std::int64_t low = MIN_VALUE;
     std::int64_t high = MAX_VALUE;
 };
-Bounds boundsOf(TypePlace place);
+Bounds boundsOf(TreePlace place);

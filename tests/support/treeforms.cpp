@@ -30,11 +30,11 @@ struct CompFacts {
 };
 
 /* Does a value of this type begin with a tag that isn't known from the type alone? */
-bool isUntagged(TypePlace place) {
+bool isUntagged(TreePlace place) {
     for (int steps = 0; steps < MAX_SPLICE; ++steps) {
         if (place.rec().firstTagRec != 0)
             return false;
-        TypePlace next = referredType(place);
+        TreePlace next = referredType(place);
         if (next.tree == nullptr)
             break;
         place = next;
@@ -46,10 +46,10 @@ bool isUntagged(TypePlace place) {
 /* Adds the components from `first` on, those of COMPONENTS OF spliced in. */
 void addFacts(CompFacts &facts, const TreeWriter *tree, RecNr first, bool isAutomatic, int depth) {
     for (RecNr nr = first; nr != 0 && depth < MAX_SPLICE; nr = tree->tNodes[at(nr)].next) {
-        TypePlace place{tree, nr};
+        TreePlace place{tree, nr};
         const TNode &node = place.rec();
         if (node.compStatus == TCS_COMPOF) {
-            TypePlace base = baseType(place);
+            TreePlace base = baseType(place);
             if (isStructureKind(base.rec().mainType))
                 addFacts(facts, base.tree, base.rec().refRecord, isAutomatic, depth + 1);
             continue;
@@ -68,7 +68,7 @@ void addFacts(CompFacts &facts, const TreeWriter *tree, RecNr first, bool isAuto
     }
 }
 
-void deriveStructure(TypePlace place, TNode &node) {
+void deriveStructure(TreePlace place, TNode &node) {
     CompFacts facts;
     bool isAutomatic = (node.typeFlags & TYPE_AUTOMATIC_TAGS) != 0 || isClassKind(node.mainType);
     addFacts(facts, place.tree, node.refRecord, isAutomatic, 0);
@@ -174,7 +174,7 @@ void chooseForm(TNode &node, Bounds bounds, const TreeWriter::TypeNotes &notes) 
 void deriveTypes(TreeWriter &tree) {
     for (std::size_t i = 0; i < tree.tNodes.size(); ++i) {
         TNode &node = tree.tNodes[i];
-        TypePlace place{&tree, static_cast<RecNr>(i + 1)};
+        TreePlace place{&tree, static_cast<RecNr>(i + 1)};
         TreeWriter::TypeNotes &notes = tree.typeNotes[i];
         Bounds bounds = boundsOf(place);
         if (!notes.endpointsGiven) {
