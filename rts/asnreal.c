@@ -32,6 +32,10 @@ static void putBinary (ASNCODG *g, REAL128 value)
   sint32 rest;
   uint32 octets = 1;
   exponent -= 128;
+  if (high == 0 && low == 0) { /* an emulator that has less room for exponents */
+    asnRaise (&g->util, VALUE_FAIL);
+    return;
+  }
   if (low == 0) {
     low = high;
     high = 0;
