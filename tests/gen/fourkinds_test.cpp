@@ -10,17 +10,16 @@
 
 namespace {
 
-/* The indented lines of the page from `first` to the next line that isn't indented. */
+/* The lines of the page from `first` to the end of the program. */
 std::string programInPage(const std::string &first) {
     std::ifstream page(sourceDir + "/docs/generated-code.md");
-    const std::string indent = "    ";
     std::string program;
     for (std::string line; std::getline(page, line);) {
-        if (program.empty() && line != indent + first)
+        if (program.empty() && line != first)
             continue;
-        if (!line.empty() && !line.starts_with(indent))
+        if (line == "```")
             break;
-        program += (line.empty() ? line : line.substr(indent.size())) + '\n';
+        program += line + '\n';
     }
     return program;
 }
