@@ -7,68 +7,6 @@
 
 namespace asntree {
 
-const char *typeWord(int mainType) {
-    constexpr const char *words[TYP_COUNT] = {"BOOLEAN",
-                                              "INTEGER",
-                                              "ENUMERATED",
-                                              "REAL",
-                                              "BIT STRING",
-                                              "OCTET STRING",
-                                              "NULL",
-                                              "SEQUENCE",
-                                              "SEQUENCE OF",
-                                              "SET",
-                                              "SET OF",
-                                              "CHOICE",
-                                              "ANY",
-                                              "EMBEDDED PDV",
-                                              "OBJECT IDENTIFIER",
-                                              "NumericString",
-                                              "PrintableString",
-                                              "TeletexString",
-                                              "VideotexString",
-                                              "VisibleString",
-                                              "IA5String",
-                                              "GraphicString",
-                                              "GeneralString",
-                                              "BMPString",
-                                              "UniversalString",
-                                              "CHARACTER STRING",
-                                              "GeneralizedTime",
-                                              "UTCTime",
-                                              "EXTERNAL (1990)",
-                                              "EXTERNAL",
-                                              "ObjectDescriptor",
-                                              "INSTANCE OF",
-                                              "reference",
-                                              "...",
-                                              "selection",
-                                              "field",
-                                              "open type",
-                                              "CLASS",
-                                              "TYPE-IDENTIFIER",
-                                              "ABSTRACT-SYNTAX",
-                                              "none"};
-    return mainType >= 0 && mainType < TYP_COUNT ? words[mainType] : "?";
-}
-
-const char *formWord(int form) {
-    constexpr const char *words[VF_COUNT] = {
-        "none",  "bool",   "ui8",     "ui16",    "ui32",  "ui64",  "i8",     "i16",   "i32",
-        "i64",   "real32", "real64",  "real128", "stas0", "stas8", "stas16", "stas",  "dyns0",
-        "dyns8", "dyns16", "dyns",    "list",    "frm",   "null",  "stru",   "any",   "embpdv",
-        "obji",  "comt",   "ext1990", "ext1994", "open",  "bmp0",  "bmp8",   "bmp16", "bmp"};
-    return form >= 0 && form < VF_COUNT ? words[form] : "?";
-}
-
-std::string numberText(sint64 number) {
-    const auto value = static_cast<std::int64_t>(
-        static_cast<std::uint64_t>(static_cast<std::uint32_t>(number.hi)) << 32 | number.lo);
-    if (value == INT64_MIN)
-        return "MIN";
-    return value == INT64_MAX ? "MAX" : std::to_string(value);
-}
-
 std::string stringAt(const Tree &tree, RecNr nr) {
     const std::int64_t number = nr < 0 ? -static_cast<std::int64_t>(nr) : nr;
     if (number == 0 || static_cast<std::size_t>(number) > tree.strings8.size())
@@ -135,35 +73,14 @@ std::string pathText(const Lister &lister, RecNr first) {
 
 namespace {
 
-struct BitWord {
-    std::uint32_t bit;
-    const char *word;
-};
-constexpr BitWord optionWords[] = {
-    {optionMask(OPT_SKIPPED), "skipped"},
-    {optionMask(OPT_HOME), "home"},
-    {optionMask(OPT_POINTER), "pointer"},
-    {optionMask(OPT_COMPS_AS_POINTERS), "components as pointers"},
-    {optionMask(OPT_COMPS_POINTER), "components by pointer"},
-    {optionMask(OPT_FRAME), "frame"},
-    {optionMask(OPT_LIST_HOME_STORED), "elements as homes"},
-    {optionMask(OPT_LIST_HOME), "list of homes"},
-    {optionMask(OPT_DYNAMIC_ARRAY), "dynamic array"},
-    {optionMask(OPT_NORMALISE_TRUE), "TRUE is 0xFF"},
-    {optionMask(OPT_NEAR), "near"},
-    {optionMask(OPT_SAVE_EXTENSIONS), "saves extensions"},
-};
-constexpr BitWord flagWords[] = {
-    {TYPE_HAS_OPTIONAL, "has optional"}, {TYPE_HAS_UNTAGGED, "has untagged"},
-    {TYPE_RECURSIVE, "recursive"},       {TYPE_HAS_MANDATORY, "has mandatory"},
-    {TYPE_EXTENSIBLE, "extensible"},     {TYPE_AUTOMATIC_TAGS, "automatic tags"},
-    {TYPE_IGNORABLE, "ignorable"},
-};
-/* Bits of entryFlags, and of a list's functions. */
-constexpr BitWord functionWords[] = {{4, "enc"}, {8, "dec"}, {16, "ask"}, {32, "pri"}};
-
 void addWord(std::string &words, const std::string &word) {
     words += (words.empty() ? "" : ", ") + word;
+}
+
+void addWords(std::string &words, std::span<const BitWord> table, std::uint32_t bits) {
+    for (const BitWord &row : table)
+        if ((bits & row.bit) != 0)
+            addWord(words, row.word);
 }
 
 std::string formText(const TNode &node) {
@@ -179,12 +96,8 @@ std::string formText(const TNode &node) {
                            (node.lowerEndpoint.lo | node.upperEndpoint.lo) != 0;
     if (hasBounds && (low != "MIN" || high != "MAX"))
         addWord(words, low + ".." + high);
-    for (const BitWord &row : flagWords)
-        if ((node.typeFlags & row.bit) != 0)
-            addWord(words, row.word);
-    for (const BitWord &row : optionWords)
-        if ((node.optionBits & row.bit) != 0)
-            addWord(words, row.word);
+    addWords(words, typeFlagWords(), node.typeFlags);
+    addWords(words, typeOptionWords(), node.optionBits);
     if (node.typeOptions.definiteLength != LENGTH_FORM_NOT_SET)
         addWord(words, node.typeOptions.definiteLength != 0 ? "definite" : "indefinite");
     if (node.typeOptions.skipKind != 0)
@@ -202,7 +115,7 @@ std::string entryText(const TNode &node) {
     for (int category = 0; category < 8; ++category)
         if ((node.entryCategories >> category & 1) != 0)
             text += static_cast<char>('0' + category);
-    for (const BitWord &row : functionWords)
+    for (const BitWord &row : entryFunctionWords())
         if ((node.entryFlags & row.bit) != 0)
             text.append(" ").append(row.word);
     return text;

@@ -3,6 +3,7 @@
 #include <unordered_set>
 
 #include "asntree/listing.h"
+#include "store/recordwords.h"
 
 /* What the files that make listings share. Trees from elsewhere may hold any numbers, so each
    access to a record is checked, and the whole listing bounded. */
@@ -42,8 +43,5 @@ std::string valueText(Lister &lister, const VNode &value, int depth);
 std::string constraintText(Lister &lister, RecNr first, int depth);
 /* "[APPLICATION 3] EXPLICIT " */
 std::string tagsText(Lister &lister, RecNr first);
-const char *typeWord(int mainType);
-const char *formWord(int form);
-std::string numberText(sint64 number);
 
 } // namespace asntree
