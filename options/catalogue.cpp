@@ -147,6 +147,11 @@ bool beOptionOK(ModRec *module, const char *text) {
     return optionHooks.globalBEOptionOK(module->metaRec, text);
 }
 
+void tellFate(ModRec *module, RecNr nr, OptionFate fate) {
+    if (optionHooks.optionSettled != nullptr)
+        optionHooks.optionSettled(module, nr, fate);
+}
+
 } // namespace
 
 void settleStoredOptions(ModRec *module) {
@@ -169,7 +174,11 @@ void checkGlobalOptions(ModRec *module, const TedRange &range) {
     pass3Scope = SCOPE_NONE;
     firstOfItsPrefix.reset();
     forEachTedRec(module, range, [module](RecNr nr) {
-        pass3GlobalOptionOK(module, nr, tedRec.tedKind, optionText(module));
+        const bool ok = pass3GlobalOptionOK(module, nr, tedRec.tedKind, optionText(module));
+        tellFate(module, nr,
+                 pass3Scope == SCOPE_OF_OTHERS ? OptionFate::ForOtherModules
+                 : ok                          ? OptionFate::Taken
+                                               : OptionFate::Refused);
     });
 }
 
@@ -197,7 +206,9 @@ void checkGlobalBEOptions(ModRec *module, const TedRange &range) {
         if (tedRec.tedKind != TED_BACKEND_OPTION)
             return;
         Text text = optionalStri(module, tedRec.tedText);
-        if (beOptionOK(module, optionToUpper(text).c_str()))
+        const bool ok = beOptionOK(module, optionToUpper(text).c_str());
+        tellFate(module, nr, ok ? OptionFate::Taken : OptionFate::Refused);
+        if (ok)
             return;
         tedRec.tedKind = TED_REMOVED;
         writeRec(module, REC_TED, nr);

@@ -159,8 +159,9 @@ void parseCmdLineParam(const char *argument, FirstPass *pass) {
     }
 }
 
-/* Stores one option; a text that can't be one is stored as removed. */
-void parseOneCmdLineOption(Text text, unsigned *kinds, TedRange *range) {
+/* Stores one option of the option file (null: of the command line); a text that can't be one is
+   stored as removed. */
+void parseOneCmdLineOption(Text text, const char *file, unsigned *kinds, TedRange *range) {
     int kind = text.starts_with('-') ? TED_BACKEND_OPTION : TED_REMOVED;
     if (text.size() > MAX_OPTION_LENGTH)
         kind = TED_REMOVED;
@@ -170,6 +171,8 @@ void parseOneCmdLineOption(Text text, unsigned *kinds, TedRange *range) {
     }
     addTedRec(range, kind, text.c_str());
     *kinds |= 1u << kind;
+    if (optionHooks.optionStored != nullptr)
+        optionHooks.optionStored(range->last, file);
 }
 
 bool lineBegins(const Text &line, std::string_view word) {
@@ -209,7 +212,7 @@ void handleOptionFile(const char *name, unsigned *kinds, TedRange *range) {
         if (!checkScopeLine(line, name, &inScope) && isOptionComment(line))
             continue;
         if (!beginsName(line[0]))
-            parseOneCmdLineOption(line, kinds, range);
+            parseOneCmdLineOption(line, name, kinds, range);
     }
     if (std::ferror(file.stream) != 0)
         fatalError(FATAL_READ, name);
@@ -273,6 +276,6 @@ void parseCmdLineOptions(int argc, char **argv, unsigned *kinds, TedRange *range
         if (argv[i][0] == '+')
             handleOptionFile(argv[i] + 1, kinds, range);
         else if (argv[i][0] == '-')
-            parseOneCmdLineOption(optionCopy(argv[i]), kinds, range);
+            parseOneCmdLineOption(optionCopy(argv[i]), nullptr, kinds, range);
     }
 }

@@ -53,6 +53,14 @@ std::uint8_t *placeOf(ModRec *module, const OptionRow &row) {
     return row.place == nullptr ? nullptr : &(module->options->*row.place);
 }
 
+/* The number as the word that an option would say, if there is one. */
+Text wordOf(std::uint8_t number, const OptionWord *words) {
+    for (; words != nullptr && words->word != nullptr; ++words)
+        if (words->value == number)
+            return words->word;
+    return std::to_string(number);
+}
+
 /* Forms of values */
 
 bool anyValue(ModRec *, const OptionRow &, const char *) {
@@ -288,7 +296,64 @@ constexpr OptionRow optionTable[] = {
     {"TABREF=", anyText<&G::tabRef>},
 };
 
+/* The categories of files that an option chooses for, from `first` on. */
+struct CategoryOption {
+    std::string_view name;
+    FileCategory first;
+    int count;
+};
+constexpr CategoryOption categoryOptions[] = {{"COD=", CAT_ENC, 3}, {"TST=", CAT_ASK, 3},
+                                              {"TYP=", CAT_TYP, 1}, {"DEF=", CAT_DEF, 1},
+                                              {"TAB=", CAT_TAB, 1}, {"TABF=", CAT_TAB_EXT, 1}};
+
+Text choicesOf(const GlobalOptions &options, const CategoryOption &option,
+               const OptionWord *words) {
+    Text choices;
+    for (int i = 0; i < option.count; ++i)
+        choices.append(i == 0 ? "" : ":")
+            .append(wordOf(options.genArr[static_cast<std::size_t>(option.first + i)], words));
+    return choices;
+}
+
+/* The words of "C-GENERATION=" that would set the same bits. */
+Text generationBits(unsigned bits) {
+    Text words;
+    for (const GenerationWord &row : cGenerationWords)
+        if (row.set != 0 && (row.set & (row.set - 1)) == 0 && (bits & row.set) != 0)
+            words.append(words.empty() ? "" : ":").append(row.word);
+    return words;
+}
+
+/* The value in force; empty if the option has none, or nobody reads it. */
+Text valueInForce(const GlobalOptions &options, const OptionRow &row) {
+    for (const CategoryOption &option : categoryOptions)
+        if (option.name == row.name)
+            return choicesOf(options, option, row.words);
+    if (row.check == definitionCategoryWord)
+        return wordOf(options.definitionCategory, row.words);
+    for (const auto &[name, text] :
+         {std::pair("INFO=", &G::info), std::pair("C=", &G::codeDirectory),
+          std::pair("H=", &G::headerDirectory), std::pair("TABREF=", &G::tabRef),
+          std::pair("COMBINE=", &G::combine)})
+        if (std::strcmp(name, row.name) == 0)
+            return options.*text;
+    if (row.place == nullptr)
+        return {};
+    const std::uint8_t value = options.*row.place;
+    if (row.check == cGeneration)
+        return generationBits(value);
+    if (row.place == &G::decimals && value == DECIMALS_BINARY)
+        return {};
+    return wordOf(value, row.check == boolean ? noYes : row.words);
+}
+
 } // namespace
+
+void forEachOptionInForce(const GlobalOptions &options,
+                          Call<void(const char *name, const Text &value)> func) {
+    for (const OptionRow &row : optionTable)
+        func(row.name, valueInForce(options, row));
+}
 
 void initMetaRec(GlobalOptions *options) {
     static std::uint8_t prefixLength = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "options/ketracnf.h"
+#include "store/call.h"
 
 /* The table of general options: name, form, limits and default of each. */
 
@@ -14,3 +15,8 @@ bool alternativeOptionOK(GlobalOptions *options,
 
 /* The words of a "COMBINE=" value; false if they are malformed, repeated or fewer than two. */
 bool splitCombineOption(const char *value, int prefixLength, std::vector<Text> *words);
+
+/* Each general option ("NAME=") with the value in force in the words of an option; empty if it has
+   none, or one that nobody reads. */
+void forEachOptionInForce(const GlobalOptions &options,
+                          Call<void(const char *name, const Text &value)> func);
