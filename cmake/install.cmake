@@ -3,7 +3,7 @@
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-foreach(program asntree velmo velmo-browse velmo-tool)
+foreach(program asntree velmo velmo-browse velmo-show velmo-tool)
   if(TARGET ${program})
     install(TARGETS ${program} EXPORT velmoTargets)
     install(FILES docs/${program}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)

@@ -9,7 +9,7 @@ asntree compiles ASN.1 modules into syntax trees, and velmo writes C for
 them: types, functions that encode, decode and print values in BER, and
 tables. velmo-tool makes a program out of modules that prints, checks,
 converts and encodes their messages, velmo-browse a page to go from a
-definition to the C of it, and back.
+definition to the C of it, and back; velmo-show prints a tree for people.
 .
 The run-time layer that the C needs is in this package, with files for
 CMake and for pkg-config.")

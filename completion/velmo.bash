@@ -1,4 +1,4 @@
-# Completion in bash for asntree, velmo, velmo-browse and velmo-tool. Options are those that --help tells of, and the general ones
+# Completion in bash for asntree, velmo, velmo-browse, velmo-show and velmo-tool. Options are those that --help tells of, and the general ones
 # that trees store.
 
 # Values that an option may have, and "/" where it wants a directory or "." for a file.
@@ -35,12 +35,12 @@ _velmo_options ()
   fi
 }
 
-# What isn't an option: modules for asntree, trees for velmo, those of projects for velmo-browse.
+# What isn't an option: modules for asntree, trees for velmo and velmo-show, those of projects for velmo-browse.
 _velmo_files ()
 {
   local name directory=. suffixes="asn asn1 ASN ASN1"
   [[ ${1##*/} == velmo-browse ]] && suffixes=acd
-  if [[ ${1##*/} == velmo ]]; then
+  if [[ ${1##*/} == velmo || ${1##*/} == velmo-show ]]; then
     [[ $2 =~ \ -[Ss]=([^ ]+) ]] && directory=${BASH_REMATCH[1]}
     for name in "$directory"/*.stx; do
       name=${name##*/}
@@ -83,4 +83,4 @@ _velmo_complete ()
   return 0
 }
 
-complete -F _velmo_complete asntree velmo velmo-browse velmo-tool
+complete -F _velmo_complete asntree velmo velmo-browse velmo-show velmo-tool

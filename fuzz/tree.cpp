@@ -4,9 +4,10 @@
 #include "asntree/listing.h"
 #include "driver/velmo_main.h"
 #include "fuzz/child.h"
+#include "show/velmo_show.h"
 
 /* Trees: what the generator makes of one, with the trees of the examples beside it for its imports,
-   and what the listing shows of it. */
+   and what the listing and the display show of it. */
 
 namespace {
 
@@ -21,6 +22,12 @@ int generate() {
     return velmo_main(4, argv);
 }
 
+int show() {
+    std::string words[] = {"velmo-show", "-S=../trees/", "fuzz"};
+    char *argv[] = {words[0].data(), words[1].data(), words[2].data(), nullptr};
+    return velmo_show(3, argv);
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
@@ -30,5 +37,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     writeInput("trees/fuzz.stx", data, size);
     inChild(1, list);
     inChild(2, generate);
+    inChild(2, show);
     return 0;
 }

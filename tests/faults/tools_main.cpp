@@ -14,12 +14,14 @@
 #include <unistd.h>
 
 #include "driver/velmo_main.h"
+#include "show/velmo_show.h"
 #include "tests/faults/faults.h"
 
 /* Runs a tool again and again, each time with another allocation, or another call for output, that
    fails: it ends with status 2 and a message, leaves no tree but whole ones, and no file beside.
 
-   usage: PROGRAM MOST-RUNS asntree|velmo ARGUMENT ...        in a directory that may be written to
+   usage: PROGRAM MOST-RUNS asntree|velmo|velmo-show ARGUMENT ...        in a directory that may be
+   written to
 
    MOST-RUNS bounds the runs of each kind; 0 stands for all. */
 
@@ -50,8 +52,10 @@ void leaveAtOnce(int status, void *) {
         _exit(99);
     on_exit(leaveAtOnce, nullptr);
     armFaults(fault, number, *shared);
-    const bool compiles = std::string(argv[0]) == "asntree";
-    std::exit(compiles ? asntree_main(argc, argv) : velmo_main(argc, argv));
+    const std::string tool = argv[0];
+    std::exit(tool == "asntree" ? asntree_main(argc, argv)
+              : tool == "velmo" ? velmo_main(argc, argv)
+                                : velmo_show(argc, argv));
 }
 
 Run runTool(Fault fault, unsigned long number, int argc, char **argv) {

@@ -1,0 +1,109 @@
+#include "show/velmo_show.h"
+
+#include <cstdio>
+#include <cstring>
+#include <vector>
+
+#include "cbet/cbet.h"
+#include "driver/fatal.h"
+#include "driver/init_backend.h"
+#include "driver/toolinfo.h"
+#include "driver/wiring.h"
+#include "model/modules.h"
+#include "model/valuequeries.h"
+#include "show/modules.h"
+#include "show/options.h"
+
+namespace {
+
+constexpr int TOOL_VERSION = 107;
+
+constexpr const char *showUsage[] = {
+    "Usage:",
+    "",
+    "  velmo-show [options] [option-files] syntax-file [definition ...]",
+    "",
+    "Prints the syntax tree of a module in ASN.1 notation, with what velmo knows of each "
+    "definition.",
+    "",
+    "Definitions:",
+    "  Type, value, CLASS, object or Set; Type.component or Type.*.component for a part of a type,",
+    "  \"*\" being the elements of a list. Default: the whole module with its options",
+    "",
+    "Options:",
+    "  -S=syntax-file-directory                      Default: .",
+    "  All options and option files of velmo are taken, and shown as they would be in force there.",
+    "",
+    "Example:",
+    "  $ velmo-show -S=stx x Type.comp",
+    "",
+    nullptr,
+};
+
+/* The command line without the definitions: what follows the first name is one. */
+std::vector<char *> takeDefinitions(int argc, char **argv, std::vector<Text> *definitions) {
+    std::vector<char *> arguments;
+    bool isModuleNamed = false;
+    for (int i = 0; i < argc; ++i) {
+        const bool isName = i > 0 && argv[i][0] != '-' && argv[i][0] != '+';
+        if (isName && isModuleNamed)
+            definitions->push_back(argv[i]);
+        else
+            arguments.push_back(argv[i]);
+        isModuleNamed = isModuleNamed || isName;
+    }
+    arguments.push_back(nullptr);
+    return arguments;
+}
+
+bool answerQuestion(int argc, char **argv) {
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--help") == 0) {
+            for (const char *const *line = showUsage; *line != nullptr; ++line)
+                std::printf("%s\n", *line);
+            return true;
+        }
+        if (std::strcmp(argv[i], "--version") == 0) {
+            std::printf("velmo-show %d.%d, trees of version %d.%d\n", TOOL_VERSION / 100,
+                        TOOL_VERSION % 100, TREE_VERSION / 100, TREE_VERSION % 100);
+            return true;
+        }
+    }
+    return false;
+}
+
+/* In the first of the named modules that has it. */
+void showNamed(const Text &path) {
+    bool found = false;
+    forEachModule([&](AsnModule *module) { found = found || showDefinition(module, path); });
+    if (found)
+        return;
+    std::fprintf(stderr, "\nERROR : No such definition: %s\n", path.c_str());
+    glbExitCode = 1;
+}
+
+} // namespace
+
+int velmo_show(int argc, char **argv) {
+    installMemoryHandler();
+    if (answerQuestion(argc, argv)) {
+        checkStandardOutput();
+        return 0;
+    }
+    std::vector<Text> definitions;
+    std::vector<char *> arguments = takeDefinitions(argc, argv, &definitions);
+    /* velmo's own hooks: options are judged and names are formed as they are there. */
+    installHooks();
+    noteOptions();
+    cInitCBET([&] {
+        initBackend(static_cast<int>(arguments.size()) - 1, arguments.data(), "VELMO-SHOW",
+                    TOOL_VERSION, 0, showUsage);
+    });
+    setInfValueStri("MIN", "MAX", "MINUS-INFINITY", "PLUS-INFINITY");
+    if (definitions.empty())
+        forEachModule([](AsnModule *module) { showModule(module); });
+    for (const Text &path : definitions)
+        showNamed(path);
+    checkStandardOutput();
+    return glbExitCode;
+}
