@@ -101,8 +101,8 @@ const char *isOptionStri(const char *text, const char *prefix) {
 Text &appendFormatV(Text &text, const char *format, std::va_list arguments) {
     while (const char *conversion = std::strchr(format, '%')) {
         text.append(format, conversion);
-        format = conversion + 2;
-        switch (conversion[1]) {
+        format = conversion; /* compilers follow the argument itself to what prints by it */
+        switch (format[1]) {
         case 's':
             text += va_arg(arguments, const char *);
             break;
@@ -110,17 +110,18 @@ Text &appendFormatV(Text &text, const char *format, std::va_list arguments) {
             appendNumber(text, va_arg(arguments, int));
             break;
         case 'l':
-            if (*format == 'd')
+            if (format[2] == 'd')
                 appendNumber(text, va_arg(arguments, long));
-            else if (*format == 'u')
+            else if (format[2] == 'u')
                 appendNumber(text, va_arg(arguments, unsigned long));
             else
-                return appendPrinted(text, conversion, arguments);
+                return appendPrinted(text, format, arguments);
             ++format;
             break;
         default:
-            return appendPrinted(text, conversion, arguments);
+            return appendPrinted(text, format, arguments);
         }
+        format += 2;
     }
     return text += format;
 }
