@@ -5,7 +5,7 @@
 #include <numeric>
 #include <tuple>
 
-#include "store/text.h"
+#include "base/text.h"
 
 namespace asntree {
 

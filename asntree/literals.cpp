@@ -2,7 +2,7 @@
 
 #include "asntree/lexer.h"
 #include "asntree/lexstate.h"
-#include "store/text.h"
+#include "base/text.h"
 
 /* Literals, and what stands in a text although ASN.1 has no use for it. */
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "asntree/optionparts.h"
+#include "base/text.h"
 #include "options/checkers.h"
-#include "store/text.h"
 
 /* What the options say for one module: the compiler's own, and those of the tree's catalogue that
    are the compiler's to obey. */

@@ -2,8 +2,8 @@
 
 #include "asntree/optionparts.h"
 #include "asntree/words.h"
+#include "base/text.h"
 #include "options/cmdline.h"
-#include "store/text.h"
 
 namespace asntree {
 

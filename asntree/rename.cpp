@@ -4,7 +4,7 @@
 #include <set>
 
 #include "asntree/cnames.h"
-#include "store/text.h"
+#include "base/text.h"
 
 namespace asntree {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <charconv>
 
+#include "base/text.h"
 #include "options/checkers.h"
 #include "store/ketradef.h"
-#include "store/text.h"
 
 namespace asntree {
 

@@ -1,9 +1,9 @@
 #include "cbet/builtin.h"
 
+#include "base/fatal.h"
+#include "base/files.h"
 #include "cbet/functions.h"
 #include "cbet/predicates.h"
-#include "driver/fatal.h"
-#include "driver/files.h"
 #include "model/modules.h"
 #include "model/tags.h"
 #include "model/typeextension.h"

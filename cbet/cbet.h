@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/call.h"
+#include "base/call.h"
 
 /* The C back-end tools: the layer in which generators speak C. What it offers lies in headers by
    topic:

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "base/files.h"
 #include "cbet/comptests.h"
 #include "cbet/constants.h"
 #include "cbet/engine.h"
@@ -11,7 +12,6 @@
 #include "cbet/predicates.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "model/constraints.h"
 #include "model/iterators.h"
 #include "model/modules.h"

@@ -1,6 +1,8 @@
 #include "cbet/compinit.h"
 
+#include "base/files.h"
 #include "cbet/comptests.h"
+#include "cbet/control.h"
 #include "cbet/engine.h"
 #include "cbet/entryfuncs.h"
 #include "cbet/homes.h"
@@ -10,9 +12,7 @@
 #include "cbet/predicates.h"
 #include "cbet/skipped.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "model/compwalk.h"
-#include "model/control.h"
 #include "model/modules.h"
 #include "model/typeextension.h"
 #include "model/typequeries.h"

@@ -2,9 +2,9 @@
 
 #include <cstring>
 
+#include "base/fatal.h"
 #include "cbet/names.h"
 #include "cbet/vars.h"
-#include "driver/fatal.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typepath.h"

@@ -1,7 +1,7 @@
 #include "cbet/constants.h"
 
-#include "driver/fatal.h"
-#include "driver/files.h"
+#include "base/fatal.h"
+#include "base/files.h"
 #include "model/typequeries.h"
 #include "model/valuequeries.h"
 

@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "store/i64.h"
-#include "store/text.h"
+#include "base/i64.h"
+#include "base/text.h"
 
 struct AsnValue;
 

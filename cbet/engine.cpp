@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/files.h"
 #include "cbet/embedding.h"
 #include "cbet/entryfuncs.h"
 #include "cbet/foreignfuncs.h"
@@ -9,7 +10,6 @@
 #include "cbet/predicates.h"
 #include "cbet/skipped.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "model/backvar.h"
 #include "model/iterators.h"
 #include "model/modules.h"

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/files.h"
 #include "cbet/checks.h"
 #include "cbet/engine.h"
 #include "cbet/foreignfuncs.h"
@@ -13,7 +14,6 @@
 #include "cbet/reports.h"
 #include "cbet/skipped.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "model/constraints.h"
 #include "model/iterators.h"
 #include "model/modules.h"

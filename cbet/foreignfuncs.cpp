@@ -4,11 +4,11 @@
 #include <unordered_set>
 #include <utility>
 
+#include "base/files.h"
 #include "cbet/engine.h"
 #include "cbet/entryfuncs.h"
 #include "cbet/functions.h"
 #include "cbet/predicates.h"
-#include "driver/files.h"
 #include "model/backvar.h"
 #include "model/iterators.h"
 #include "model/modules.h"

@@ -1,9 +1,9 @@
 #include "cbet/functions.h"
 
+#include "base/files.h"
 #include "cbet/homes.h"
 #include "cbet/names.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "model/modules.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"

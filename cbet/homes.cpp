@@ -1,10 +1,10 @@
 #include "cbet/homes.h"
 
+#include "base/files.h"
 #include "cbet/entryfuncs.h"
 #include "cbet/names.h"
 #include "cbet/predicates.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "model/backend.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"

@@ -1,10 +1,10 @@
 #include "cbet/listloops.h"
 
+#include "base/files.h"
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
 #include "cbet/predicates.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "model/typequeries.h"
 
 namespace {

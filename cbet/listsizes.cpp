@@ -1,10 +1,10 @@
 #include "cbet/listsizes.h"
 
+#include "base/files.h"
 #include "cbet/homes.h"
 #include "cbet/predicates.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "model/bounds.h"
 #include "model/typequeries.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "store/i64.h"
-#include "store/text.h"
+#include "base/i64.h"
+#include "base/text.h"
 
 struct AsnType;
 

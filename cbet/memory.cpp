@@ -1,5 +1,6 @@
 #include "cbet/memory.h"
 
+#include "base/files.h"
 #include "cbet/builtin.h"
 #include "cbet/entryfuncs.h"
 #include "cbet/homes.h"
@@ -8,7 +9,6 @@
 #include "cbet/reports.h"
 #include "cbet/typefuncinfo.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "model/modules.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"

@@ -2,18 +2,18 @@
 
 #include <algorithm>
 
+#include "base/fatal.h"
 #include "cbet/predicates.h"
 #include "cbet/reserved.h"
-#include "driver/fatal.h"
 #include "model/backend.h"
 #include "model/backvar.h"
-#include "model/classes.h"
 #include "model/modules.h"
 #include "model/nametexts.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
 #include "model/typetables.h"
+#include "objects/classes.h"
 #include "options/ketracnf.h"
 
 namespace {

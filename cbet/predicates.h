@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/call.h"
+#include "base/call.h"
 
 struct AsnType;
 

@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <set>
 
+#include "base/fatal.h"
+#include "base/files.h"
 #include "cbet/listsizes.h"
 #include "cbet/vars.h"
-#include "driver/fatal.h"
-#include "driver/files.h"
 #include "model/modules.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "store/text.h"
+#include "base/text.h"
 
 /* Words that mean something in C, and so can't be the name of anything there. Names that are put
    together of several parts never meet one; a name that stands alone gets "_" behind it. */

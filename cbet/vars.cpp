@@ -1,9 +1,9 @@
 #include "cbet/vars.h"
 
+#include "base/fatal.h"
+#include "base/files.h"
 #include "cbet/homes.h"
 #include "cbet/names.h"
-#include "driver/fatal.h"
-#include "driver/files.h"
 #include "model/modules.h"
 #include "options/ketracnf.h"
 

@@ -2,9 +2,9 @@
 
 #include <cstdio>
 
-#include "driver/fatal.h"
-#include "driver/files.h"
-#include "driver/toolinfo.h"
+#include "base/fatal.h"
+#include "base/files.h"
+#include "base/toolinfo.h"
 #include "options/catalogue.h"
 #include "options/cmdline.h"
 #include "store/ketravar.h"

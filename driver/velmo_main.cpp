@@ -6,10 +6,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "base/fatal.h"
+#include "base/toolinfo.h"
 #include "cbet/cbet.h"
-#include "driver/fatal.h"
 #include "driver/init_backend.h"
-#include "driver/toolinfo.h"
 #include "driver/usage.h"
 #include "driver/wiring.h"
 #include "gen/ask.h"

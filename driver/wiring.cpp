@@ -1,9 +1,9 @@
 #include "driver/wiring.h"
 
+#include "base/fatal.h"
+#include "cbet/embedded.h"
 #include "cbet/embedding.h"
 #include "cbet/reserved.h"
-#include "driver/embedded.h"
-#include "driver/fatal.h"
 #include "gen/classmeta.h"
 #include "gen/meta.h"
 #include "gen/tooloptions.h"

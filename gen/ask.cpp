@@ -1,5 +1,6 @@
 #include "gen/ask.h"
 
+#include "base/files.h"
 #include "cbet/comptests.h"
 #include "cbet/engine.h"
 #include "cbet/functions.h"
@@ -7,7 +8,6 @@
 #include "cbet/listsizes.h"
 #include "cbet/predicates.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "gen/functionkinds.h"
 #include "gen/leaves.h"
 #include "gen/nameddefs.h"

@@ -1,16 +1,16 @@
 #include "gen/classdefines.h"
 
+#include "base/files.h"
 #include "cbet/names.h"
 #include "cbet/reserved.h"
-#include "driver/files.h"
 #include "gen/classes.h"
 #include "gen/classmeta.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
-#include "model/classes.h"
 #include "model/modules.h"
-#include "model/objects.h"
-#include "model/objectsets.h"
+#include "objects/classes.h"
+#include "objects/objects.h"
+#include "objects/objectsets.h"
 #include "project/ketratavi.h"
 
 /* A line that begins with "#define" must not be broken, so what follows its first piece is put. */

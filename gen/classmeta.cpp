@@ -1,10 +1,10 @@
 #include "gen/classmeta.h"
 
 #include "cbet/reserved.h"
-#include "model/classes.h"
 #include "model/modules.h"
-#include "model/objectorder.h"
-#include "model/objects.h"
+#include "objects/classes.h"
+#include "objects/objectorder.h"
+#include "objects/objects.h"
 #include "store/records.h"
 #include "store/strings.h"
 

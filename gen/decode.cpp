@@ -1,5 +1,6 @@
 #include "gen/decode.h"
 
+#include "base/files.h"
 #include "cbet/builtin.h"
 #include "cbet/comptests.h"
 #include "cbet/engine.h"
@@ -10,7 +11,6 @@
 #include "cbet/predicates.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "gen/decodeleaf.h"
 #include "gen/functionkinds.h"
 #include "gen/meta.h"

@@ -1,10 +1,10 @@
 #include "gen/decodeleaf.h"
 
+#include "base/files.h"
 #include "cbet/comptests.h"
 #include "cbet/homes.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "gen/leaves.h"
 #include "gen/valuecalls.h"
 #include "gen/valuetests.h"

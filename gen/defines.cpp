@@ -1,8 +1,8 @@
 #include "gen/defines.h"
 
+#include "base/files.h"
 #include "cbet/names.h"
 #include "cbet/predicates.h"
-#include "driver/files.h"
 #include "gen/accessors.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"

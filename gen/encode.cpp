@@ -1,5 +1,6 @@
 #include "gen/encode.h"
 
+#include "base/files.h"
 #include "cbet/builtin.h"
 #include "cbet/engine.h"
 #include "cbet/entryfuncs.h"
@@ -9,7 +10,6 @@
 #include "cbet/predicates.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "gen/functionkinds.h"
 #include "gen/leaves.h"
 #include "gen/meta.h"

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "base/files.h"
 #include "cbet/names.h"
-#include "driver/files.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "model/iterators.h"

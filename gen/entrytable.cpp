@@ -2,10 +2,10 @@
 
 #include <cstdio>
 
+#include "base/files.h"
 #include "cbet/builtin.h"
 #include "cbet/checks.h"
 #include "cbet/names.h"
-#include "driver/files.h"
 #include "gen/defines.h"
 #include "gen/entryparams.h"
 #include "gen/fileset.h"
@@ -16,11 +16,11 @@
 #include "gen/typeshape.h"
 #include "model/iterators.h"
 #include "model/modules.h"
-#include "model/objectsets.h"
 #include "model/stamps.h"
 #include "model/tags.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
+#include "objects/objectsets.h"
 #include "options/ketracnf.h"
 #include "project/ketratavi.h"
 

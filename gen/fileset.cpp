@@ -4,10 +4,10 @@
 #include <cstdio>
 #include <unordered_set>
 
-#include "driver/fatal.h"
-#include "driver/fileheader.h"
-#include "driver/files.h"
+#include "base/fatal.h"
+#include "base/files.h"
 #include "gen/classmeta.h"
+#include "gen/fileheader.h"
 #include "gen/foreigntables.h"
 #include "gen/meta.h"
 #include "model/exporters.h"

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
+#include "base/text.h"
 #include "options/ketracnf.h"
-#include "store/text.h"
 
 struct AsnModule;
 

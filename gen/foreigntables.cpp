@@ -6,12 +6,12 @@
 #include "cbet/predicates.h"
 #include "gen/fileset.h"
 #include "gen/objecttables.h"
-#include "model/fieldvalues.h"
 #include "model/iterators.h"
 #include "model/modules.h"
-#include "model/objectorder.h"
-#include "model/objectsets.h"
 #include "model/typequeries.h"
+#include "objects/fieldvalues.h"
+#include "objects/objectorder.h"
+#include "objects/objectsets.h"
 #include "store/records.h"
 
 namespace {

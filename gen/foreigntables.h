@@ -2,7 +2,7 @@
 
 #include <unordered_set>
 
-#include "store/call.h"
+#include "base/call.h"
 
 /* What a module's files name of other modules: tables in its rows and sets, and types. */
 

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <memory>
 
-#include "driver/toolinfo.h"
+#include "base/toolinfo.h"
 #include "gen/fileset.h"
 #include "model/backend.h"
 #include "model/backvar.h"

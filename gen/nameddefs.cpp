@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "base/files.h"
 #include "cbet/foreignfuncs.h"
 #include "cbet/functions.h"
 #include "cbet/predicates.h"
 #include "cbet/typefuncinfo.h"
-#include "driver/files.h"
 #include "model/modules.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"

@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "base/fatal.h"
+#include "base/files.h"
 #include "cbet/names.h"
 #include "cbet/reserved.h"
-#include "driver/fatal.h"
-#include "driver/files.h"
 #include "gen/classdefines.h"
 #include "gen/classes.h"
 #include "gen/classmeta.h"
@@ -15,12 +15,12 @@
 #include "gen/meta.h"
 #include "gen/settables.h"
 #include "gen/staticvalues.h"
-#include "model/fieldvalues.h"
 #include "model/modules.h"
-#include "model/objectorder.h"
-#include "model/objectsets.h"
 #include "model/typequeries.h"
 #include "model/valuetexts.h"
+#include "objects/fieldvalues.h"
+#include "objects/objectorder.h"
+#include "objects/objectsets.h"
 #include "options/ketracnf.h"
 #include "project/ketratavi.h"
 

@@ -1,12 +1,12 @@
 #include "gen/print.h"
 
+#include "base/files.h"
 #include "cbet/builtin.h"
 #include "cbet/engine.h"
 #include "cbet/extensions.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/predicates.h"
-#include "driver/files.h"
 #include "gen/functionkinds.h"
 #include "gen/leaves.h"
 #include "gen/nameddefs.h"

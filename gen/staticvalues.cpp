@@ -1,14 +1,12 @@
 #include "gen/staticvalues.h"
 
+#include "base/fatal.h"
+#include "base/files.h"
 #include "cbet/constants.h"
 #include "cbet/names.h"
 #include "cbet/predicates.h"
-#include "driver/fatal.h"
-#include "driver/files.h"
 #include "gen/fileset.h"
 #include "gen/typeshape.h"
-#include "model/classes.h"
-#include "model/fieldvalues.h"
 #include "model/iterators.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
@@ -16,6 +14,8 @@
 #include "model/valuequeries.h"
 #include "model/valuetexts.h"
 #include "model/valuewalk.h"
+#include "objects/classes.h"
+#include "objects/fieldvalues.h"
 #include "store/records.h"
 
 namespace {

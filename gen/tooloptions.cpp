@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "driver/toolinfo.h"
+#include "base/toolinfo.h"
 #include "gen/meta.h"
 #include "model/typequeries.h"
 #include "options/catalogue.h"
@@ -31,7 +31,7 @@ constexpr OptionWord accessWords[] = {{ACCESS_NONE, "NONE"},
                                       {0, nullptr}};
 
 [[noreturn]] bool versionOption(BEModMetaRec *, const char *) {
-    printVersionInfo();
+    printVersionInfo(TREE_VERSION);
     checkStandardOutput();
     std::exit(EXIT_SUCCESS);
 }

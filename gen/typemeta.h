@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/text.h"
+#include "base/text.h"
 
 /* What this generator keeps for each handle of a type: the names that it has in C. */
 

@@ -2,10 +2,10 @@
 
 #include <cstdio>
 
+#include "base/files.h"
+#include "cbet/embedded.h"
 #include "cbet/imports.h"
 #include "cbet/predicates.h"
-#include "driver/embedded.h"
-#include "driver/files.h"
 #include "gen/classes.h"
 #include "gen/defines.h"
 #include "gen/fileset.h"

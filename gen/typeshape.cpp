@@ -2,20 +2,20 @@
 
 #include <cstdio>
 
+#include "base/files.h"
+#include "cbet/control.h"
+#include "cbet/embedded.h"
 #include "cbet/names.h"
 #include "cbet/predicates.h"
-#include "driver/embedded.h"
-#include "driver/files.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "model/bounds.h"
-#include "model/classes.h"
-#include "model/control.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
+#include "objects/classes.h"
 #include "project/ketratavi.h"
 #include "store/records.h"
 

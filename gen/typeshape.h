@@ -2,7 +2,7 @@
 
 #include <unordered_set>
 
-#include "store/text.h"
+#include "base/text.h"
 
 struct AsnObjClass;
 struct AsnObjClassField;

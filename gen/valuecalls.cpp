@@ -1,12 +1,12 @@
 #include "gen/valuecalls.h"
 
+#include "base/files.h"
 #include "cbet/builtin.h"
 #include "cbet/foreignfuncs.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/reports.h"
 #include "cbet/typefuncinfo.h"
-#include "driver/files.h"
 #include "gen/warnings.h"
 #include "model/any.h"
 #include "model/typeextension.h"

@@ -1,8 +1,8 @@
 #include "gen/values.h"
 
+#include "base/files.h"
 #include "cbet/constants.h"
 #include "cbet/reserved.h"
-#include "driver/files.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "gen/warnings.h"

@@ -1,12 +1,12 @@
 #include "gen/valuetests.h"
 
+#include "base/files.h"
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
 #include "cbet/names.h"
 #include "cbet/predicates.h"
 #include "cbet/typefuncinfo.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "gen/nameddefs.h"
 #include "model/endpointvalues.h"
 #include "model/modules.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/i64.h"
+#include "base/i64.h"
 
 struct AsnType;
 

@@ -4,15 +4,15 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/services.h"
 #include "options/naming.h"
 #include "store/ketravar.h"
-#include "store/services.h"
 
 /* The handles of the back-end model: the only view of a syntax tree that a generator has.
 
    Handles come from new... functions and go back through del...; they are recycled, and a walk
    refills one handle for each step. A call-back borrows what it is given: it neither deletes nor
-   keeps it. Fields are read through the functions of the topic headers (backpro.h lists them). */
+   keeps it. Fields are read through the functions of the topic headers (typewalk.h, typequeries.h, tags.h ...). */
 
 struct BETypMetaRec;    /* the generator's record of a type */
 struct IntegerValueSet; /* model/valuesets.h */

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/call.h"
+#include "base/call.h"
 #include "store/ketravar.h"
 
 /* Back-end options as they stand in the TedRecs of a module, a type or a value. */

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/call.h"
 #include "model/backend.h"
-#include "store/call.h"
 
 /* Walks over the components of a type. `compNbr` counts them from 0, extension markers included.
    The place of a walk is the component cursor of the type's module handle: the forEach functions

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/call.h"
+#include "base/call.h"
 #include "store/ketradef.h"
 
 /* Walking the constraints of a type: the list that was gathered along its synonym chain, and the

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/call.h"
 #include "model/backend.h"
-#include "store/call.h"
 
 /* The whole graph of imports below a module. */
 

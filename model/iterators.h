@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/call.h"
 #include "model/backend.h"
 #include "model/compwalk.h"
-#include "store/call.h"
 
 /* Walks over the types of a module, and from a type to what it is defined by. `nbr` counts calls
    from 0. The place of a walk is a cursor of its module handle: the forEach functions put it back

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/call.h"
 #include "model/backend.h"
-#include "store/call.h"
 
 /* Handles on modules, walks over modules, and questions asked of a module. Walks set cMP for each
    call and put it back; a missing call-back is fatal error 18. */

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/text.h"
 #include "options/naming.h"
-#include "store/text.h"
 
 /* Small helpers that the handles of all sorts share. */
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/call.h"
 #include "model/backend.h"
-#include "store/call.h"
 
 /* From a type to the definition behind it, with a handle on the module in which that stands. Each
    does nothing for a type that is no reference, and ends with fatal error 13 if the definition is

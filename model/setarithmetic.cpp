@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <iterator>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <list>
 #include <map>
 
-#include "store/i64.h"
+#include "base/i64.h"
 
 /* Sets of 64-bit numbers as sorted ranges: union, intersection, difference. */
 

@@ -1,6 +1,6 @@
 #include "model/tags.h"
 
-#include "driver/files.h"
+#include "base/files.h"
 #include "model/iterators.h"
 #include "model/typechain.h"
 #include "model/typetables.h"

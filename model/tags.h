@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/call.h"
 #include "model/backend.h"
-#include "store/call.h"
 
 /* The tags of a type, from the outermost (index 0) to the innermost. */
 

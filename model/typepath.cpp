@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/call.h"
 #include "model/backend.h"
-#include "store/call.h"
 
 /* What a handle tells of its type. Names are in typenames.h, bounds in bounds.h, extension markers
    in typeextension.h. */

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/call.h"
+#include "base/call.h"
 
 /* From the current VNode along all references to the one that it finally means, which is current
    afterwards. `leave` sees each record passed, the position as the `first` one. A chain without end

@@ -1,6 +1,6 @@
 #include "model/valuequeries.h"
 
-#include "driver/files.h"
+#include "base/files.h"
 #include "model/bounds.h"
 #include "model/modules.h"
 #include "model/nametexts.h"

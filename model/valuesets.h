@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/call.h"
 #include "model/setarithmetic.h"
-#include "store/call.h"
 
 /* What a type allows, flattened to ranges of 64-bit numbers: the values of an INTEGER or
    ENUMERATED, the sizes of a string or list. A type's set is built at the first question and kept

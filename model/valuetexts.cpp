@@ -4,7 +4,7 @@
 #include <cctype>
 #include <span>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
 #include "model/valuewalk.h"
 #include "store/classify.h"
 #include "store/strings.h"

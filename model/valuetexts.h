@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "store/call.h"
-#include "store/text.h"
+#include "base/call.h"
+#include "base/text.h"
 
 /* String, object identifier and time values: from their stored forms to text and numbers. A text
    that a call-back gets is valid during the call. */

@@ -3,8 +3,8 @@
 #include <memory>
 #include <optional>
 
+#include "base/call.h"
 #include "model/backend.h"
-#include "store/call.h"
 #include "store/records.h"
 
 /* Handles on values: from the record at which a value is met along its references, and the walks

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/call.h"
 #include "options/ketracnf.h"
-#include "store/call.h"
 
 /* The general options, and the passes that apply the options of a tree or of the command line to a
    module. */

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "store/text.h"
+#include "base/text.h"
 
 /* Checkers of option values. Each stores in `dst` and returns true, or returns false and leaves
    `dst` alone. A null `dst` only checks. */

@@ -4,11 +4,11 @@
 #include <cstdio>
 #include <cstring>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
+#include "base/services.h"
 #include "options/checkers.h"
 #include "options/hooks.h"
 #include "store/records.h"
-#include "store/services.h"
 #include "store/strings.h"
 #include "store/tree.h"
 

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <utility>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
 #include "options/checkers.h"
 #include "options/ketracnf.h"
 #include "store/records.h"

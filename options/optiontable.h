@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/call.h"
 #include "options/ketracnf.h"
-#include "store/call.h"
 
 /* The table of general options: name, form, limits and default of each. */
 

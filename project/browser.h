@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <memory>
 
+#include "base/call.h"
+#include "base/text.h"
 #include "project/symbols.h"
-#include "store/call.h"
-#include "store/text.h"
 
 /* The browser tree: a node for the project, below it one for each module, below that one for each
    type, class, object and object set, and below these one for each C item made from them. */

@@ -2,16 +2,16 @@
 
 #include <cstring>
 
-#include "driver/files.h"
-#include "model/classes.h"
+#include "base/files.h"
 #include "model/modules.h"
-#include "model/objects.h"
-#include "model/objectsets.h"
 #include "model/othermodule.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
 #include "model/typewalk.h"
 #include "model/valuequeries.h"
+#include "objects/classes.h"
+#include "objects/objects.h"
+#include "objects/objectsets.h"
 #include "options/ketracnf.h"
 #include "project/browsernodes.h"
 #include "project/summary.h"

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
 
 SymbolTable *newSymbolTable() {
     return new SymbolTable;

@@ -2,9 +2,9 @@
 
 #include <string_view>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
+#include "base/services.h"
 #include "options/checkers.h"
-#include "store/services.h"
 
 TaviRec taviRecord;
 

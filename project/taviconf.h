@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "store/text.h"
+#include "base/text.h"
 
 /* Whether there are project outputs, and where. */
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/text.h"
+#include "base/text.h"
 
 struct AsnConstraint;
 struct AsnType;

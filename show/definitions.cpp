@@ -1,11 +1,11 @@
 #include "show/definitions.h"
 
 #include "model/constraints.h"
-#include "model/fieldvalues.h"
 #include "model/iterators.h"
 #include "model/modules.h"
-#include "model/objectsets.h"
 #include "model/valuequeries.h"
+#include "objects/fieldvalues.h"
+#include "objects/objectsets.h"
 #include "show/constrainttext.h"
 #include "show/records.h"
 #include "show/references.h"

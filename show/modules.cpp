@@ -1,9 +1,10 @@
 #include "show/modules.h"
 
+#include "base/toolinfo.h"
 #include "model/iterators.h"
 #include "model/modules.h"
-#include "model/objectsets.h"
 #include "model/valuewalk.h"
+#include "objects/objectsets.h"
 #include "show/definitions.h"
 #include "show/options.h"
 #include "show/references.h"

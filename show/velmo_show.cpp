@@ -4,10 +4,10 @@
 #include <cstring>
 #include <vector>
 
+#include "base/fatal.h"
+#include "base/toolinfo.h"
 #include "cbet/cbet.h"
-#include "driver/fatal.h"
 #include "driver/init_backend.h"
-#include "driver/toolinfo.h"
 #include "driver/wiring.h"
 #include "model/modules.h"
 #include "model/valuequeries.h"

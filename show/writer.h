@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/text.h"
+#include "base/text.h"
 
 /* The lines of the display, on the standard output. */
 

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
 #include "store/ketramac.h"
 #include "store/plainchain.h"
 #include "store/records.h"

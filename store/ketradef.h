@@ -7,8 +7,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "store/i64.h"
-#include "store/text.h"
+#include "base/i64.h"
+#include "base/text.h"
 
 /* The records of a syntax tree, as they are held in memory, and the numbers that stand in them.
 
@@ -43,8 +43,7 @@ inline constexpr RecNr EMPTY_STRI = 0x7FFFFFFA;
 inline constexpr int MAX_STRI_LENGTH = 32001;
 /* The module that has no file; a reference into it ends there. */
 inline constexpr const char *PREDEFINED_MODULE = "ISO8824";
-/* Longest path of a file, and longest text of an option. */
-inline constexpr std::size_t MAX_PATH_LENGTH = 512;
+/* Longest text of an option. */
 inline constexpr std::size_t MAX_OPTION_LENGTH = 512;
 
 struct TimeStamp {

@@ -38,6 +38,14 @@ struct PlaceHash {
 /* The place last read or written, for each kind that has a current record. */
 extern NodePlace recJustRead[REC_STRI8];
 
+/* References to records of one kind, the most recent one in front. */
+struct NodeList {
+    RecKind kind = REC_TNODE;
+    std::vector<NodePlace> places; /* oldest first: read from the back */
+    /* Adds the current record of the list's kind in front. */
+    void addFstNode() { places.push_back(recJustRead[kind]); }
+};
+
 /* So many records may still be read, and then as many more as the trees account for (readRec). */
 extern std::int64_t recReadsLeft;
 

@@ -1,6 +1,6 @@
 #include "store/records.h"
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
 
 namespace {
 

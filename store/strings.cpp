@@ -3,7 +3,7 @@
 #include <string>
 #include <unordered_set>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
 
 namespace {
 

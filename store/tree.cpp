@@ -4,7 +4,7 @@
 #include <ctime>
 #include <limits>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
 #include "store/records.h"
 #include "store/strings.h"
 #include "store/treefile.h"
@@ -250,17 +250,6 @@ PicRec *createPicRec(PicList &imports, const char *name) {
 PicRec *matchingName(const PicList &imports, const char *name) {
     const auto known = imports.byName.find(name);
     return known == imports.byName.end() ? nullptr : known->second;
-}
-
-Text &printVersionStri(Text &dst, const char *prefix, int version, int patchLevel,
-                       const char *suffix) {
-    if (patchLevel < 1)
-        dst = formatText("%s%d.%02d%s", orEmpty(prefix), version / 100, version % 100,
-                         orEmpty(suffix));
-    else
-        dst = formatText("%s%d.%02d.%d%s", orEmpty(prefix), version / 100, version % 100,
-                         patchLevel, orEmpty(suffix));
-    return dst;
 }
 
 void getTimeStamp(TimeStamp *stamp) {

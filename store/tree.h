@@ -46,8 +46,5 @@ PicRec *matchingName(const PicList &imports, const char *name);
 /* The test of a tree's header, the current MNode; `message` is set if the version is wrong. */
 bool checkMNode(Text *message);
 
-/* "%s%d.%02d%s", or "%s%d.%02d.%d%s" if `patchLevel` is at least 1. */
-Text &printVersionStri(Text &dst, const char *prefix, int version, int patchLevel,
-                       const char *suffix);
 /* The local time of now. */
 void getTimeStamp(TimeStamp *stamp);

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
+#include "base/toolinfo.h"
 #include "store/layout.h"
 #include "store/strings.h"
 #include "store/tree.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
 #include "store/classify.h"
 #include "store/ketramac.h"
 #include "store/records.h"

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "base/files.h"
 #include "cbet/embedding.h"
 #include "cbet/engine.h"
-#include "driver/files.h"
 #include "model/typenames.h"
 #include "store/records.h"
 #include "tests/support/cbetrun.h"

@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include "base/files.h"
 #include "cbet/comptests.h"
 #include "cbet/extensions.h"
 #include "cbet/functions.h"
 #include "cbet/listsizes.h"
 #include "cbet/memory.h"
 #include "cbet/reports.h"
-#include "driver/files.h"
 #include "tests/support/cbetrun.h"
 
 /* Tests of SET masks and integer sets, sizes, extension markers. */

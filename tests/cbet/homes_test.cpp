@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
+#include "base/files.h"
 #include "cbet/constants.h"
 #include "cbet/entryfuncs.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "model/backend.h"
 #include "model/typequeries.h"
 #include "tests/support/inprocess.h"

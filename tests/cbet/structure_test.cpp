@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "base/files.h"
 #include "cbet/listloops.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "gen/decode.h"
 #include "gen/fileset.h"
 #include "model/modules.h"

@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
+#include "base/toolinfo.h"
 #include "driver/init_backend.h"
-#include "driver/toolinfo.h"
 #include "driver/usage.h"
 #include "driver/wiring.h"
 #include "tests/support/paths.h"

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "driver/files.h"
+#include "base/files.h"
 #include "driver/init_backend.h"
 #include "driver/wiring.h"
 #include "model/modules.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "model/modules.h"
-#include "model/objectsets.h"
+#include "objects/objectsets.h"
 #include "tests/support/inprocess.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "model/tags.h"
 
-#include "driver/files.h"
+#include "base/files.h"
 #include "tests/model/handletexts.h"
 #include "tests/model/modelsetup.h"
 

@@ -1,7 +1,9 @@
 #include "model/typewalk.h"
 
-#include "model/backpro.h"
 #include "model/hooks.h"
+#include "model/iterators.h"
+#include "model/othermodule.h"
+#include "model/stamps.h"
 #include "store/records.h"
 #include "tests/model/handletexts.h"
 #include "tests/model/modelsetup.h"

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "driver/fatal.h"
+#include "base/fatal.h"
 #include "options/hooks.h"
 #include "store/strings.h"
 #include "store/tree.h"

@@ -1,3 +1,4 @@
+#include "base/toolinfo.h"
 #include "store/tree.h"
 
 #include <gtest/gtest.h>

@@ -2,12 +2,12 @@
 
 #include <sstream>
 
+#include "base/files.h"
 #include "cbet/comppath.h"
 #include "cbet/engine.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/vars.h"
-#include "driver/files.h"
 #include "gen/meta.h"
 #include "model/iterators.h"
 #include "model/modules.h"

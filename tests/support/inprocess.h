@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "store/call.h"
+#include "base/call.h"
 #include "tests/support/runtool.h"
 #include "tests/support/treewriter.h"
 

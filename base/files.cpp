@@ -1,0 +1,264 @@
+#include "base/files.h"
+
+#include <algorithm>
+#include <cstdarg>
+
+#include "base/fatal.h"
+#include "base/services.h"
+
+FileSlot fArr[FILE_SLOTS];
+
+namespace {
+
+/* The last column that a line may fill where it can be broken. */
+constexpr std::size_t LINE_LENGTH = 78;
+constexpr int BLANKS_PER_LEVEL = 2;
+/* A piece of at most so many characters, such as ");", never starts a line of its own. */
+constexpr std::size_t STICKY_LENGTH = 2;
+/* Texts are handed to the system in pieces of this size. */
+constexpr std::size_t BLOCK_SIZE = 32768;
+
+Text pathOf(int slot) {
+    const FileSlot &file = fArr[slot];
+    return file.directory + file.prefix + file.suffix;
+}
+
+[[noreturn]] void writeFailed(int slot) {
+    fatalError(FATAL_WRITE, pathOf(slot).c_str());
+}
+
+/* False if not all of it could be written; it is forgotten in any case. */
+bool writePending(FileSlot *file) {
+    const Text &pending = file->pending;
+    const bool written =
+        std::fwrite(pending.data(), 1, pending.size(), file->stream) == pending.size();
+    file->pending.clear();
+    return written && std::fflush(file->stream) == 0;
+}
+
+/* True if a piece of `len` characters has to go on a line of its own. */
+bool needsBreak(const FileSlot &file, std::size_t len) {
+    auto column = static_cast<std::size_t>(file.columns);
+    return file.columns > (file.indent + 1) * BLANKS_PER_LEVEL && len > STICKY_LENGTH &&
+           column + len > LINE_LENGTH;
+}
+
+void startStream(int slot, const Text &name) {
+    FileSlot &file = fArr[slot];
+    file.stream = fopenTextFile(file.directory.c_str(), name.c_str(), "w");
+    file.lines = 0;
+    file.columns = 0;
+    file.indent = 0;
+}
+
+Text &guardName(Text &dst, const char *prefix, Text name, const char *suffix) {
+    strUpper(convertHyphens(name));
+    for (char &c : name)
+        if (!isSymbolChar(c))
+            c = '_';
+    if (!name.empty() && isAsciiDigit(name.front()))
+        name.insert(0, 1, '_');
+    dst = orEmpty(prefix) + name + orEmpty(suffix);
+    return dst;
+}
+
+} // namespace
+
+void initFiles() {
+    for (FileSlot &file : fArr)
+        file = FileSlot();
+}
+
+void initF(int slot, const char *directory, const char *suffix) {
+    if (slot == 0 || suffix == nullptr)
+        return;
+    FileSlot &file = fArr[slot];
+    file.directory = orEmpty(directory);
+    file.suffix = suffix;
+    file.named = true;
+}
+
+void openFWithPrefix(int slot, const char *prefix) {
+    if (slot == 0 || !fArr[slot].named || fArr[slot].stream != nullptr)
+        return;
+    FileSlot &file = fArr[slot];
+    file.prefix = orEmpty(prefix);
+    file.hasPrefix = true;
+    /* A prefix may come from a tree. The directories are the user's choice alone. */
+    if (file.prefix.find('/') != Text::npos)
+        fatalError(FATAL_OPEN_WRITE, ("Not a valid file prefix: " + file.prefix).c_str());
+    startStream(slot, file.prefix + file.suffix);
+}
+
+void openNamedF(int slot, const char *directory, const char *name) {
+    if (slot == 0 || name == nullptr || fArr[slot].stream != nullptr)
+        return;
+    initF(slot, directory, name);
+    fArr[slot].prefix.clear();
+    fArr[slot].hasPrefix = true;
+    startStream(slot, fArr[slot].suffix);
+}
+
+void closeF(int slot) {
+    if (slot == 0 || fArr[slot].stream == nullptr)
+        return;
+    if (!writePending(&fArr[slot]))
+        writeFailed(slot);
+    std::FILE *stream = fArr[slot].stream;
+    fArr[slot].stream = nullptr;
+    if (std::fclose(stream) != 0)
+        fatalError(FATAL_CLOSE, pathOf(slot).c_str());
+}
+
+void writeOpenFiles() {
+    forEachOpenFile([](int slot) { writePending(&fArr[slot]); });
+}
+
+bool nameOfF(Text &dst, const char *prefix, int slot, const char *suffix) {
+    dst.clear();
+    if (slot == 0 || !fArr[slot].named || !fArr[slot].hasPrefix)
+        return false;
+    dst = orEmpty(prefix) + pathOf(slot) + orEmpty(suffix);
+    return true;
+}
+
+bool nameOfFnoDir(Text &dst, const char *prefix, int slot, const char *suffix) {
+    dst.clear();
+    if (slot == 0 || !fArr[slot].named || !fArr[slot].hasPrefix)
+        return false;
+    dst = orEmpty(prefix) + fArr[slot].prefix + fArr[slot].suffix + orEmpty(suffix);
+    return true;
+}
+
+bool dirOfF(Text &dst, const char *prefix, int slot, const char *suffix) {
+    dst.clear();
+    if (slot == 0 || !fArr[slot].named)
+        return false;
+    dst = orEmpty(prefix) + fArr[slot].directory + orEmpty(suffix);
+    return true;
+}
+
+bool defineGuardOfF(Text &dst, const char *prefix, int slot, const char *suffix) {
+    dst.clear();
+    if (slot == 0 || !fArr[slot].named || !fArr[slot].hasPrefix)
+        return false;
+    guardName(dst, prefix, fArr[slot].prefix + fArr[slot].suffix, suffix);
+    return true;
+}
+
+bool defineGuardForFile(Text &dst, const char *prefix, const char *name, const char *suffix) {
+    dst.clear();
+    if (name == nullptr)
+        return false;
+    guardName(dst, prefix, name, suffix);
+    return true;
+}
+
+void writeToF(int slot, std::string_view text, bool noBreak) {
+    if (slot == 0)
+        return;
+    FileSlot &file = fArr[slot];
+    if (file.stream == nullptr)
+        fatalError(FATAL_INTERNAL, "Write to a file that is not open.");
+    if (file.indent < 0)
+        file.indent = 0;
+    if (file.columns < 0)
+        file.columns = 0;
+    auto indentation = static_cast<std::size_t>(file.indent) * BLANKS_PER_LEVEL;
+    while (!text.empty()) {
+        std::size_t len = std::min(text.find('\n'), text.size());
+        std::size_t blanks = 0;
+        if (file.columns == 0) {
+            blanks = indentation;
+        } else if (!noBreak && needsBreak(file, len)) {
+            ++file.lines;
+            file.columns = 0;
+            file.pending += '\n';
+            for (; len > 0 && text.front() == ' '; --len)
+                text.remove_prefix(1);
+            blanks = indentation + BLANKS_PER_LEVEL;
+        }
+        if (len < text.size()) {
+            ++file.lines;
+            file.columns = 0;
+            ++len;
+        } else {
+            file.columns += static_cast<int>(blanks + len);
+        }
+        file.pending.append(blanks, ' ').append(text, 0, len);
+        text.remove_prefix(len);
+    }
+    if (file.pending.size() >= BLOCK_SIZE && !writePending(&file))
+        writeFailed(slot);
+}
+
+void wToF(int slot, const char *text) {
+    if (text != nullptr)
+        writeToF(slot, text, false);
+}
+
+void putToF(int slot, const char *text) {
+    if (text != nullptr)
+        writeToF(slot, text, true);
+}
+
+void printfToF(int slot, const char *format, ...) {
+    if (slot == 0)
+        return;
+    static Text text; /* kept for its memory */
+    text.clear();
+    std::va_list arguments;
+    va_start(arguments, format);
+    wToF(slot, appendFormatV(text, format, arguments));
+    va_end(arguments);
+}
+
+void endlToF(int slot) {
+    putToF(slot, "\n");
+}
+
+void int32ToF(int slot, const char *before, std::int32_t n, const char *after) {
+    printfToF(slot, "%s%ld%s", orEmpty(before), static_cast<long>(n), orEmpty(after));
+}
+
+void int64ToF(int slot, const char *before, sint64 n, const char *after) {
+    printfToF(slot, "%s%s%s", orEmpty(before), i64tostr(n).c_str(), orEmpty(after));
+}
+
+void int64AsSint64ToF(int slot, const char *before, sint64 n, const char *after) {
+    /* The smallest 32-bit number takes the form of the larger ones: C has no literal for it. */
+    std::int32_t narrow = 0;
+    wToF(slot, before);
+    if (i64ismax(n))
+        wToF(slot, "i64max ()");
+    else if (i64ismin(n))
+        wToF(slot, "i64min ()");
+    else if (i64tol(n, &narrow) && narrow != INT32_MIN)
+        int64ToF(slot, "i64ltosint64 (", n, "L)");
+    else
+        printfToF(slot, "i64make (%ldL, %luUL)", static_cast<long>(i64hi(n)),
+                  static_cast<unsigned long>(i64lo(n)));
+    wToF(slot, after);
+}
+
+std::uint32_t linesInF(int slot) {
+    return slot == 0 || fArr[slot].stream == nullptr ? 0 : fArr[slot].lines;
+}
+
+int columnsInF(int slot) {
+    return slot == 0 || fArr[slot].stream == nullptr ? 0 : fArr[slot].columns;
+}
+
+void resetIndentLevel(int slot) {
+    if (slot != 0)
+        fArr[slot].indent = 0;
+}
+
+void wDirectiveToF(int slot, const char *text) {
+    if (slot == 0)
+        return;
+    int indent = fArr[slot].indent;
+    fArr[slot].indent = 0;
+    wToF(slot, text);
+    fArr[slot].indent = indent;
+}

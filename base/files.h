@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+
+#include "base/i64.h"
+#include "base/text.h"
+
+/* The numbered output files. A generator holds a slot number, never a stream. Slot 0 stands for no
+   file: every operation on it does nothing or yields 0. Lines are broken before a piece of text
+   that would pass column 78, so how text is cut into writer calls is part of the output. */
+
+inline constexpr int FILE_SLOTS = 17;
+
+struct FileSlot {
+    std::FILE *stream = nullptr; /* null: not open */
+    Text directory;              /* with its separator; may be empty */
+    Text prefix;
+    Text pending;       /* what the stream has yet to get */
+    Text suffix;        /* from "." or the category word on, or a whole name */
+    bool named = false; /* directory and suffix were set */
+    bool hasPrefix = false;
+    std::uint32_t lines = 0;
+    int columns = 0;
+    int indent = 0; /* levels of two blanks; generators change it */
+};
+extern FileSlot fArr[FILE_SLOTS];
+
+/* Forgets all slots. */
+void initFiles();
+
+/* Stores directory (null: empty) and suffix in a slot, unless `suffix` is null. */
+void initF(int slot, const char *directory, const char *suffix);
+/* Opens a slot set by initF with the given middle part of the name; an open file stays as it is.
+   Fatal error 2 if it can't be created. */
+void openFWithPrefix(int slot, const char *prefix);
+/* Opens a file of a free name. */
+void openNamedF(int slot, const char *directory, const char *name);
+/* Closes; fatal error 8 with the path if that fails. */
+void closeF(int slot);
+/* For the end of a run that fails: whatever was written so far goes into the open files, as far as
+   they take it. */
+void writeOpenFiles();
+
+/* Names: false, and an empty `dst`, if slot is 0 or its name isn't complete. */
+bool nameOfF(Text &dst, const char *prefix, int slot, const char *suffix);
+bool nameOfFnoDir(Text &dst, const char *prefix, int slot, const char *suffix);
+bool dirOfF(Text &dst, const char *prefix, int slot, const char *suffix);
+/* Name of an include guard: `prefix`, the file's name in upper case with "_" for "-" and ".",
+   `suffix`. */
+bool defineGuardOfF(Text &dst, const char *prefix, int slot, const char *suffix);
+bool defineGuardForFile(Text &dst, const char *prefix, const char *name, const char *suffix);
+
+/* The writer that all others end in. With `noBreak` the line isn't ended before the text. A failing
+   write is fatal error 7. Null text writes nothing. */
+void writeToF(int slot, std::string_view text, bool noBreak);
+void wToF(int slot, const char *text);
+inline void wToF(int slot, const Text &text) {
+    writeToF(slot, text, false);
+}
+void putToF(int slot, const char *text);
+void printfToF(int slot, const char *format, ...) PRINTF_LIKE(2, 3);
+void endlToF(int slot);
+/* "%s%d%s" of the number; a null text counts as empty. */
+void int32ToF(int slot, const char *before, std::int32_t n, const char *after);
+void int64ToF(int slot, const char *before, sint64 n, const char *after);
+/* A C expression for the number in the run-time library's terms. */
+void int64AsSint64ToF(int slot, const char *before, sint64 n, const char *after);
+
+std::uint32_t linesInF(int slot);
+int columnsInF(int slot);
+/* Calls func(slot) for each open slot, in order. */
+template <typename F> void forEachOpenFile(F &&func) {
+    for (int slot = 1; slot < FILE_SLOTS; ++slot)
+        if (fArr[slot].stream != nullptr)
+            func(slot);
+}
+
+/* Indentation to column 0, for good or for one text (a preprocessor line). */
+void resetIndentLevel(int slot);
+void wDirectiveToF(int slot, const char *text);

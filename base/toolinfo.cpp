@@ -1,0 +1,68 @@
+#include "base/toolinfo.h"
+
+#include <cstdio>
+
+#include "base/fatal.h"
+
+Text backendName;
+int backendVersion = 0;
+int backendPatchLevel = 0;
+const char *copyrightNotice = nullptr;
+int backendVerbosity = 0;
+
+namespace {
+
+constexpr char COPYRIGHT_SIGN = '\xA9';
+
+Text formattedNotice(const char *text) {
+    Text notice;
+    while (*text != '\0') {
+        char c = *text++;
+        if (c == COPYRIGHT_SIGN)
+            notice += "(c)";
+        else
+            notice += c;
+        if (c == '.') {
+            notice += '\n';
+            while (*text == ' ')
+                ++text;
+        }
+    }
+    return notice;
+}
+
+} // namespace
+
+void setBackendVerbosity(int level) {
+    backendVerbosity = level;
+}
+
+const Text &formatToolCopyright() {
+    static const Text notice = formattedNotice(orEmpty(copyrightNotice));
+    return notice;
+}
+
+Text &printVersionStri(Text &dst, const char *prefix, int version, int patchLevel,
+                       const char *suffix) {
+    if (patchLevel < 1)
+        dst = formatText("%s%d.%02d%s", orEmpty(prefix), version / 100, version % 100,
+                         orEmpty(suffix));
+    else
+        dst = formatText("%s%d.%02d.%d%s", orEmpty(prefix), version / 100, version % 100,
+                         patchLevel, orEmpty(suffix));
+    return dst;
+}
+
+void printVersionInfo(int treeVersion) {
+    Text tool, tree;
+    printVersionStri(tool, "", backendVersion, backendPatchLevel, "");
+    printVersionStri(tree, "", treeVersion, -1, "\n");
+    std::printf("\n%s version %s for KETRA version%s ", backendName.c_str(), tool.c_str(), "");
+    std::printf("%s%s\n", tree.c_str(), formatToolCopyright().c_str());
+    checkStandardOutput();
+}
+
+void checkStandardOutput() {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+        fatalError(FATAL_WRITE, "Standard output");
+}

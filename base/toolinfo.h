@@ -1,0 +1,27 @@
+#pragma once
+
+#include "base/text.h"
+
+/* Which tool this is. The back end takes it from the tool that is built on it, so nothing but
+   velmo_main.cpp knows what it says. */
+extern Text backendName;
+extern int backendVersion; /* major * 100 + minor */
+extern int backendPatchLevel;
+extern const char *copyrightNotice; /* Latin-1; null counts as empty */
+
+/* Progress lines of the back end on the standard error; 0, the default, writes none. */
+extern int backendVerbosity;
+void setBackendVerbosity(int level);
+
+/* "%s%d.%02d%s", or "%s%d.%02d.%d%s" if `patchLevel` is at least 1. */
+Text &printVersionStri(Text &dst, const char *prefix, int version, int patchLevel,
+                       const char *suffix);
+
+/* The copyright notice as it is printed: a line for each sentence, "(c)" for the sign. */
+const Text &formatToolCopyright();
+/* The block of text that the option "VERSION" asks for, on the standard output. Fatal
+   error 7 if it did not arrive there. */
+void printVersionInfo(int treeVersion);
+/* What was written to the standard output has to arrive there: fatal error 7 if it did not. Called
+   before each exit with status 0. */
+void checkStandardOutput();

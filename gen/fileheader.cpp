@@ -1,0 +1,79 @@
+#include "gen/fileheader.h"
+
+#include "base/files.h"
+#include "base/toolinfo.h"
+#include "model/modules.h"
+#include "options/ketracnf.h"
+#include "store/tree.h"
+
+namespace {
+
+/* Characters of the module information on one line. */
+constexpr std::size_t INFO_WIDTH = 60;
+
+/* One comment around several lines: the same texts stand at both ends of each. */
+struct CommentLines {
+    int slot;
+    const char *prefix;
+    const char *suffix;
+
+    /* In one piece, which the output layer doesn't break. */
+    void add(const Text &line) const {
+        wToF(slot, orEmpty(prefix) + line + orEmpty(suffix) + "\n");
+    }
+};
+
+const char *nullIfEmpty(const char *text) {
+    return text != nullptr && *text != '\0' ? text : nullptr;
+}
+
+/* "VELMO 1.07 on 22.11.2026 at 9:05.00", where the name is in the call that comes before. */
+Text versionAndTime(int version, int patchLevel, const TimeStamp &stamp) {
+    Text text, time;
+    printVersionStri(text, "", version, patchLevel, " ");
+    return text += printTimeStamp(time, "", stamp, "");
+}
+
+void writeInfo(const CommentLines &lines, const Text &info) {
+    Text intro = "INFO = ";
+    for (std::size_t place = 0; place < info.size(); place += INFO_WIDTH) {
+        lines.add(intro + info.substr(place, INFO_WIDTH));
+        intro = "       ";
+    }
+}
+
+} // namespace
+
+void openF(int slot, AsnModule *module) {
+    if (module != nullptr)
+        openFWithPrefix(slot, module->modRec->filePrefix.c_str());
+}
+
+void printFileHeader(int slot, const char *start, const char *end, const char *linePrefix,
+                     const char *lineSuffix, AsnModule *module) {
+    if (slot == 0)
+        return;
+    const ModRec *modRec = module->modRec;
+    CommentLines lines = {slot, nullIfEmpty(linePrefix), nullIfEmpty(lineSuffix)};
+    wToF(slot, nullIfEmpty(start));
+    wToF(slot, "\n");
+    if (!backendName.empty())
+        lines.add("Processed by " + backendName + " " +
+                  versionAndTime(backendVersion, backendPatchLevel, timeStamp));
+    lines.add("Syntax file processed by KETRA " +
+              versionAndTime(modRec->stamp.treeVersion, -1, modRec->stamp));
+    lines.add("ASN.1 module = " + modRec->moduleName);
+    lines.add("FILE = " + modRec->filePrefix + fArr[slot].suffix);
+    writeInfo(lines, getGlobalOptions(module)->info);
+    wToF(slot, nullIfEmpty(end));
+    wToF(slot, "\n");
+}
+
+Text &printTimeStamp(Text &dst, const char *prefix, const TimeStamp &stamp, const char *suffix) {
+    long date = stamp.date;
+    long time = stamp.time;
+    dst = formatText("%son %02ld.%02ld.%ld at %ld:%02ld.%02ld%s", orEmpty(prefix), date % 100,
+                     date / 100 % 100, date / 10000, time / 10000, time / 100 % 100, time % 100,
+                     orEmpty(suffix));
+    return dst;
+}

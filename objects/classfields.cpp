@@ -1,0 +1,183 @@
+#include "base/fatal.h"
+#include "model/modules.h"
+#include "model/typewalk.h"
+#include "objects/classchain.h"
+#include "objects/classes.h"
+
+namespace {
+
+/* The kind of the field whose node is current. */
+int currentFieldKind() {
+    const bool isVariable = isVariabTypeFieldTNode();
+    if (isObjSetTNode())
+        return FIELD_OBJECT_SET;
+    if (isClassTNode())
+        return FIELD_OBJECT;
+    if (isValFieldTNode())
+        return isVariable ? FIELD_VARIABLE_VALUE : FIELD_FIXED_VALUE;
+    if (isValSetFieldTNode())
+        return isVariable ? FIELD_VARIABLE_VALUE_SET : FIELD_FIXED_VALUE_SET;
+    return FIELD_TYPE;
+}
+
+void readFieldTNode(const AsnObjClassField *field) {
+    readRec(field->posModule, REC_TNODE, field->posRecord);
+}
+
+/* To the class that governs the field whose node is current, or to an instance of one. */
+void goToGovernorClass() {
+    ChainGuard guard(REC_TNODE);
+    while (!isTopLevelInstantiatedTNode()) {
+        guard.step(currModule(REC_TNODE));
+        if (tNode.mainType == TYP_SELECTION && tNode.auxRecord != 0)
+            fatalError(FATAL_INTERNAL, nullptr);
+        if (!followTypeReference())
+            return;
+    }
+}
+
+void forClassField(AsnObjClassField *field, int kind,
+                   Call<void(AsnObjClassField *field, AsnObjClass *governor)> func) {
+    requireCall(func);
+    if (field->fieldKind != kind)
+        return;
+    readFieldTNode(field);
+    AsnModule *module = newAsnModule(currModule(REC_TNODE));
+    AsnObjClass *governor = newAsnObjClass(module, module);
+    goToGovernorClass();
+    getClassPath(nullptr, governor);
+    func(field, governor);
+    delGovernorClass(governor);
+}
+
+/* A handle on the current TNode for the time of a call. */
+void callWithType(AsnObjClassField *field, AsnModule *module,
+                  Call<void(AsnObjClassField *field, AsnType *type)> func) {
+    AsnType *type = newAsnType(module, module);
+    getTypePath(nullptr, type);
+    func(field, type);
+    delAsnType(type);
+}
+
+} // namespace
+
+void forEachObjClassField(
+    AsnObjClass *objClass,
+    Call<void(AsnObjClass *objClass, AsnObjClassField *field, int nbr)> func) {
+    requireCall(func);
+    if (isPredefinedObjClass(objClass))
+        return;
+    int nbr = 0;
+    ChainGuard guard(REC_TNODE);
+    for (RecNr nr = objClass->base.refRecord; nr != 0;) {
+        guard.step(objClass->baseModule);
+        readRec(objClass->baseModule, REC_TNODE, nr);
+        AsnObjClassField field;
+        field.fieldClass = objClass;
+        field.fieldNr = nbr;
+        field.posModule = objClass->baseModule;
+        field.posRecord = nr;
+        field.base = tNode;
+        getFixRec(&field.compId, KIND_FIELD);
+        field.fieldKind = currentFieldKind();
+        nr = field.base.next;
+        func(objClass, &field, nbr++);
+    }
+}
+
+void forFixedTypeValueField(AsnObjClassField *field,
+                            Call<void(AsnObjClassField *field, AsnType *type)> func) {
+    requireCall(func);
+    if (!isFixedTypeValueField(field))
+        return;
+    readFieldTNode(field);
+    skipTypes(true);
+    /* The parts of a type are walked in the module that has them. */
+    AsnModule *module = newAsnModule(currModule(REC_TNODE));
+    callWithType(field, module, func);
+    delAsnModule(module);
+}
+
+void forFixedTypeValueSetField(AsnObjClassField *field,
+                               Call<void(AsnObjClassField *field, AsnType *type)> func) {
+    requireCall(func);
+    if (!isFixedTypeValueSetField(field))
+        return;
+    readFieldTNode(field);
+    ChainGuard guard(REC_TNODE);
+    while (tNode.mainType == TYP_SYNONYM && tNode.refRecord != 0) {
+        guard.step(currModule(REC_TNODE));
+        followSynonymType();
+    }
+    const RecNr nr = saveNodeContext(REC_TNODE).nr;
+    AsnModule *module = newAsnModule(currModule(REC_TNODE));
+    if (takeTNode(module, KIND_VALUE_SET, nr, true) || takeTNode(module, KIND_TYPE, nr, true))
+        callWithType(field, module, func);
+    delAsnModule(module);
+}
+
+void forObjectField(AsnObjClassField *field,
+                    Call<void(AsnObjClassField *field, AsnObjClass *governor)> func) {
+    forClassField(field, FIELD_OBJECT, func);
+}
+
+void forObjectSetField(AsnObjClassField *field,
+                       Call<void(AsnObjClassField *field, AsnObjClass *governor)> func) {
+    forClassField(field, FIELD_OBJECT_SET, func);
+}
+
+AsnObjClass *getObjClassOfField(AsnObjClassField *field) {
+    return field->fieldClass;
+}
+int getObjClassFieldKind(AsnObjClassField *field) {
+    return field->fieldKind;
+}
+int getObjClassFieldNr(AsnObjClassField *field) {
+    return field->fieldNr;
+}
+bool isTypeField(AsnObjClassField *field) {
+    return field->fieldKind == FIELD_TYPE;
+}
+bool isFixedTypeValueField(AsnObjClassField *field) {
+    return field->fieldKind == FIELD_FIXED_VALUE;
+}
+bool isFixedTypeValueSetField(AsnObjClassField *field) {
+    return field->fieldKind == FIELD_FIXED_VALUE_SET;
+}
+bool isVariableTypeValueField(AsnObjClassField *field) {
+    return field->fieldKind == FIELD_VARIABLE_VALUE;
+}
+bool isVariableTypeValueSetField(AsnObjClassField *field) {
+    return field->fieldKind == FIELD_VARIABLE_VALUE_SET;
+}
+bool isObjectField(AsnObjClassField *field) {
+    return field->fieldKind == FIELD_OBJECT;
+}
+bool isObjectSetField(AsnObjClassField *field) {
+    return field->fieldKind == FIELD_OBJECT_SET;
+}
+
+/* The sign of a field's status has no meaning. */
+bool isOptionalField(AsnObjClassField *field) {
+    return field->base.compStatus == TCS_OPTIONAL || field->base.compStatus == -TCS_OPTIONAL;
+}
+bool isMandatoryField(AsnObjClassField *field) {
+    return field->base.compStatus == TCS_MANDATORY;
+}
+bool isDefaultFieldValue(AsnObjClassField *field) {
+    return field->base.defaultValue != 0;
+}
+
+bool testObjClassFieldOption(AsnObjClassField *field, int bit) {
+    return testOptionBit(field->base.optionBits, bit);
+}
+
+Text &getObjClassFieldRef(Text &dst, const char *prefix, AsnObjClassField *field,
+                          const char *suffix) {
+    return joinTexts(dst, prefix, field->compId.id, suffix);
+}
+
+Text &getObjClassFieldId(Text &dst, const char *prefix, AsnObjClassField *field,
+                         const char *suffix) {
+    return joinFixRec(dst, prefix, field->compId, suffix);
+}

@@ -1,0 +1,129 @@
+#include "base/fatal.h"
+#include "model/modules.h"
+#include "model/typetables.h"
+#include "objects/classchain.h"
+#include "objects/classes.h"
+
+namespace {
+
+void requireClass(const AsnObjClass *objClass, const char *message) {
+    if (!isClassKind(objClass->base.mainType))
+        fatalError(FATAL_INTERNAL, message);
+}
+
+constexpr const char *NO_CLASS = "Using class method with a non-class construct.";
+constexpr const char *NO_CLASS_NAME =
+    "Trying to take objectclassreference from a non-class construct.";
+
+void stampRecord(ModRec *module, RecNr record, int stamp) {
+    readRec(module, REC_TNODE, record);
+    tNode.stamp = static_cast<std::int16_t>(stamp);
+    writeRec(module, REC_TNODE, record);
+}
+
+/* The word of a predefined class in C. */
+const char *predefinedClassId(int mainType) {
+    return mainType == TYP_TYPE_ID ? "TYPE_IDENTIFIER" : "ABSTRACT_SYNTAX";
+}
+
+} // namespace
+
+bool isPredefinedObjClass(AsnObjClass *objClass) {
+    requireClass(objClass, NO_CLASS);
+    return objClass->base.mainType != TYP_CLASS;
+}
+
+bool isPlainPredefinedObjClass(AsnObjClass *objClass) {
+    const auto isNamed = [](std::int32_t status, const FixRec &id) {
+        return status == TCS_HEADER && id.id != nullptr;
+    };
+    return isPredefinedObjClass(objClass) && !isNamed(objClass->compStatus, objClass->compId) &&
+           !isNamed(objClass->base.compStatus, objClass->baseId);
+}
+
+bool isBaseObjClassInCurrentModule(AsnObjClass *objClass) {
+    return objClass->baseModule == objClass->ownerModule->modRec;
+}
+
+bool isTheSameObjClass(const AsnObjClass *a, const AsnObjClass *b) {
+    return a->baseModule == b->baseModule && a->baseRecord == b->baseRecord;
+}
+
+bool isInstantiatedClass(AsnObjClass *objClass) {
+    return (objClass->firstTypeFlags & TYPE_INSTANTIATED) != 0;
+}
+bool isPartialClassInfo(AsnObjClass *objClass) {
+    return !objClass->live;
+}
+bool isObjClassCommentOption(AsnObjClass *objClass) {
+    return objClass->hasCommentOption;
+}
+bool isOptionalObjClassFields(AsnObjClass *objClass) {
+    requireClass(objClass, NO_CLASS);
+    return (objClass->base.typeFlags & TYPE_HAS_OPTIONAL) != 0;
+}
+int getNrOfObjClassFields(AsnObjClass *objClass) {
+    requireClass(objClass, NO_CLASS);
+    return objClass->base.nrOfComps;
+}
+RecNr getUniqueObjClassNr(AsnObjClass *objClass) {
+    return objClass->posRecord - 1;
+}
+RecNr getUniqueBaseObjClassNr(AsnObjClass *objClass) {
+    return objClass->baseRecord - 1;
+}
+std::int32_t getClassDefinitionLine(AsnObjClass *objClass) {
+    return objClass->base.lineNr;
+}
+AsnModule *getModuleOfObjClass(AsnObjClass *objClass) {
+    return objClass->ownerModule;
+}
+BEClassMetaRec *getBEClassMetaRec(AsnObjClass *objClass) {
+    return objClass->metaRec;
+}
+bool testObjClassOption(AsnObjClass *objClass, int bit) {
+    return testOptionBit(objClass->base.optionBits, bit);
+}
+
+int getObjClassStamp(AsnObjClass *objClass) {
+    objClass->stamp = storedTNode(objClass->posModule, objClass->posRecord).stamp;
+    return objClass->stamp;
+}
+
+int getBaseObjClassStamp(AsnObjClass *objClass) {
+    objClass->base.stamp = storedTNode(objClass->baseModule, objClass->baseRecord).stamp;
+    return objClass->base.stamp;
+}
+
+void setObjClassStamp(AsnObjClass *objClass, int stamp) {
+    stampRecord(objClass->posModule, objClass->posRecord, stamp);
+    objClass->stamp = tNode.stamp;
+}
+
+void setBaseObjClassStamp(AsnObjClass *objClass, int stamp) {
+    stampRecord(objClass->baseModule, objClass->baseRecord, stamp);
+    objClass->base.stamp = tNode.stamp;
+}
+
+Text &getObjClassRef(Text &dst, const char *prefix, AsnObjClass *objClass, const char *suffix) {
+    return joinTexts(dst, prefix, objClass->compId.id, suffix);
+}
+
+Text &getDefObjClassId(Text &dst, const char *prefix, AsnObjClass *objClass, const char *suffix) {
+    const bool isDefined = objClass->compStatus == TCS_HEADER;
+    return joinFixRec(dst, prefix, isDefined ? objClass->compId : objClass->baseId, suffix);
+}
+
+Text &getBaseObjClassRef(Text &dst, const char *prefix, AsnObjClass *objClass, const char *suffix) {
+    requireClass(objClass, NO_CLASS_NAME);
+    if (isPredefinedObjClass(objClass))
+        return joinTexts(dst, prefix, typeRow(objClass->base.mainType).text, suffix);
+    return joinTexts(dst, prefix, objClass->baseId.id, suffix);
+}
+
+Text &getBaseObjClassId(Text &dst, const char *prefix, AsnObjClass *objClass, const char *suffix) {
+    requireClass(objClass, NO_CLASS_NAME);
+    if (isPredefinedObjClass(objClass))
+        return joinTexts(dst, prefix, predefinedClassId(objClass->base.mainType), suffix);
+    return joinFixRec(dst, prefix, objClass->baseId, suffix);
+}

@@ -1,0 +1,244 @@
+#include "objects/objectsets.h"
+
+#include <set>
+#include <utility>
+
+#include "base/fatal.h"
+#include "model/hooks.h"
+#include "model/modules.h"
+#include "model/typetables.h"
+#include "model/typewalk.h"
+#include "objects/classchain.h"
+#include "objects/setobjects.h"
+
+namespace {
+
+bool constructingMetaRec = false;
+
+RecNr &setCursor(AsnModule *module) {
+    return module->cursors[KIND_OBJECT_SET];
+}
+
+void clearAsnObjectSet(AsnObjectSet *objectSet) {
+    if (objectSet->metaRec != nullptr && modelHooks.deleteBEObjSetMetaRec != nullptr)
+        modelHooks.deleteBEObjSetMetaRec(objectSet->metaRec);
+    delGovernorClass(objectSet->governor);
+    AsnObjectSet empty;
+    empty.walkModule = objectSet->walkModule;
+    empty.ownerModule = objectSet->ownerModule;
+    empty.walkSteps = objectSet->walkSteps;
+    empty.live = true;
+    *objectSet = std::move(empty);
+}
+
+/* The number under which the set's module knows the current TNode's; 0 if it doesn't import it. */
+std::int32_t getModNrOfGoverningClass(const AsnObjectSet *objectSet) {
+    const ModRec *module = currModule(REC_TNODE);
+    if (module == objectSet->posModule)
+        return 1;
+    for (const auto &import : objectSet->posModule->imports)
+        if (import->picMod == module)
+            return import->picNr;
+    return 0;
+}
+
+/* The class at the current TNode. One that is reached through a further module has no number in the
+   set's own module, and is taken where it stands. */
+AsnObjClass *governorAtCurrent(AsnObjectSet *objectSet) {
+    const NodePlace place = saveNodeContext(REC_TNODE);
+    const std::int32_t moduleNr = getModNrOfGoverningClass(objectSet);
+    if (moduleNr != 0)
+        return governorForAsnObjectSet(objectSet, moduleNr, place.nr);
+    AsnObjectSet there;
+    there.posModule = place.module;
+    return governorForAsnObjectSet(&there, 1, place.nr);
+}
+
+/* An instance of a parameterised class lends the set its name. */
+AsnObjClass *findGovernor(AsnObjectSet *objectSet) {
+    readRec(objectSet->posModule, REC_TNODE, objectSet->posRecord);
+    readBeginOfClassChain();
+    NodePlace instance;
+    skipTypesCatchInst(true, &instance);
+    const NodePlace end = saveNodeContext(REC_TNODE);
+    AsnObjClass *governor = nullptr;
+    if (instance.module != nullptr) {
+        restoreNodeContext(REC_TNODE, instance);
+        governor = governorAtCurrent(objectSet);
+    }
+    if (governor == nullptr) {
+        restoreNodeContext(REC_TNODE, end);
+        governor = governorAtCurrent(objectSet);
+    }
+    if (governor == nullptr)
+        fatalError(FATAL_INTERNAL, "Using class method with a non-class construct.");
+    return governor;
+}
+
+void makeMetaRec(AsnObjectSet *objectSet) {
+    if (constructingMetaRec)
+        fatalError(FATAL_INTERNAL,
+                   "Object set iterator called inside BEObjSetMetaRec constructor.");
+    if (modelHooks.newBEObjSetMetaRec == nullptr)
+        return;
+    const WalkCursors kept = objectSet->walkModule->cursors;
+    constructingMetaRec = true;
+    objectSet->metaRec = modelHooks.newBEObjSetMetaRec();
+    constructingMetaRec = false;
+    objectSet->walkModule->cursors = kept;
+}
+
+/* Base record and module of each class on the list. */
+std::set<std::pair<RecNr, int>> noObjectInstances;
+
+std::pair<RecNr, int> instanceKey(AsnObjClass *objClass) {
+    return {getUniqueBaseObjClassNr(objClass), objClass->baseModule->listPlace};
+}
+
+} // namespace
+
+void constructAsnObjectSet(AsnObjectSet *objectSet, AsnModule *walkModule, AsnModule *ownerModule) {
+    *objectSet = AsnObjectSet();
+    objectSet->walkModule = walkModule;
+    objectSet->ownerModule = ownerModule;
+    objectSet->live = true;
+}
+
+void destructAsnObjectSet(AsnObjectSet *objectSet) {
+    if (objectSet == nullptr || !objectSet->live)
+        return;
+    clearAsnObjectSet(objectSet);
+    objectSet->live = false;
+}
+
+AsnObjectSet *newAsnObjectSet(AsnModule *walkModule, AsnModule *ownerModule) {
+    auto *objectSet = new AsnObjectSet;
+    constructAsnObjectSet(objectSet, walkModule, ownerModule);
+    return objectSet;
+}
+
+void delAsnObjectSet(AsnObjectSet *objectSet) {
+    destructAsnObjectSet(objectSet);
+    delete objectSet;
+}
+
+void getObjectSetPath(AsnObjectSet *father, AsnObjectSet *objectSet) {
+    fillClassPath(objectSet, father, false);
+    objectSet->governor = findGovernor(objectSet);
+    makeMetaRec(objectSet);
+    applyClassOptions(objectSet, false, [&](const char *option, bool) {
+        if (modelHooks.objectSetBEOptionOK != nullptr)
+            modelHooks.objectSetBEOptionOK(objectSet, objectSet->metaRec, option);
+    });
+}
+
+AsnObjectSet *firstObjectSet(AsnModule *module) {
+    setCursor(module) = module->modRec->firstType;
+    if (!nextTNode(module, KIND_OBJECT_SET, false)) {
+        setCursor(module) = 0;
+        return nullptr;
+    }
+    AsnObjectSet *objectSet = newAsnObjectSet(module, module);
+    getObjectSetPath(nullptr, objectSet);
+    return objectSet;
+}
+
+AsnObjectSet *nextObjectSet(AsnObjectSet *objectSet) {
+    AsnModule *module = objectSet->walkModule;
+    clearAsnObjectSet(objectSet);
+    if (!nextTNode(module, KIND_OBJECT_SET, false)) {
+        setCursor(module) = 0;
+        delAsnObjectSet(objectSet);
+        return nullptr;
+    }
+    if (++objectSet->walkSteps > recCount(module->modRec, REC_TNODE))
+        treeInconsistent(module->modRec);
+    getObjectSetPath(nullptr, objectSet);
+    return objectSet;
+}
+
+void forEachObjectSet(AsnModule *module, Call<void(AsnObjectSet *objectSet, int nbr)> func) {
+    requireCall(func);
+    int nbr = 0;
+    for (AsnObjectSet *objectSet = firstObjectSet(module); objectSet != nullptr;
+         objectSet = nextObjectSet(objectSet)) {
+        const RecNr cursor = setCursor(module);
+        func(objectSet, nbr++);
+        setCursor(module) = cursor;
+    }
+}
+
+void forObjectSet(AsnObjectSet *objectSet,
+                  Call<void(AsnObjectSet *father, AsnObject *object, int index)> func) {
+    requireCall(func);
+    readRec(objectSet->posModule, REC_TNODE, objectSet->posRecord);
+    if (tNode.refRecord == 0)
+        return;
+    forObjectsOfConstraint({objectSet->posModule, tNode.constraintRec}, true,
+                           [&](AsnObject *object, int index) { func(nullptr, object, index); });
+}
+
+AsnObjClass *getObjClassOfObjectSet(AsnObjectSet *objectSet) {
+    return objectSet->governor;
+}
+AsnModule *getModuleOfObjectSet(AsnObjectSet *objectSet) {
+    return objectSet->ownerModule;
+}
+BEObjSetMetaRec *getBEObjSetMetaRec(AsnObjectSet *objectSet) {
+    return objectSet->metaRec;
+}
+bool isObjectSetCommentOption(AsnObjectSet *objectSet) {
+    return objectSet->hasCommentOption;
+}
+std::int32_t getObjectSetDefinitionLine(AsnObjectSet *objectSet) {
+    /* The base is the class. */
+    const NodeContext kept(REC_TNODE);
+    readRec(objectSet->posModule, REC_TNODE, objectSet->posRecord);
+    return tNode.lineNr;
+}
+
+Text &getObjectSetRef(Text &dst, const char *prefix, AsnObjectSet *objectSet, const char *suffix) {
+    return joinTexts(dst, prefix, objectSet->compId.id, suffix);
+}
+
+Text &getDefObjectSetId(Text &dst, const char *prefix, AsnObjectSet *objectSet,
+                        const char *suffix) {
+    if (objectSet->compStatus == TCS_HEADER)
+        return joinFixRec(dst, prefix, objectSet->compId, suffix);
+    if (objectSet->base.compStatus == TCS_HEADER)
+        return joinFixRec(dst, prefix, objectSet->baseId, suffix);
+    return joinTexts(dst, prefix, "?!?", suffix);
+}
+
+Text &getDefBaseObjectSetId(Text &dst, const char *prefix, AsnObjectSet *objectSet,
+                            const char *suffix) {
+    if (objectSet->base.compStatus == TCS_HEADER)
+        return joinFixRec(dst, prefix, objectSet->baseId, suffix);
+    return joinTexts(dst, prefix, "?!?NOT-A-DEFINED-OBJECT-SET", suffix);
+}
+
+Text &getBaseObjectSetRef(Text &dst, const char *prefix, AsnObjectSet *objectSet,
+                          const char *suffix) {
+    switch (objectSet->base.mainType) {
+    case TYP_CLASS:
+        return joinTexts(dst, prefix, objectSet->baseId.id, suffix);
+    case TYP_TYPE_ID:
+    case TYP_ABSTR_STX:
+        return joinTexts(dst, prefix, typeRow(objectSet->base.mainType).text, suffix);
+    default:
+        fatalError(FATAL_INTERNAL,
+                   "Trying to resolve object set name for an unsuitable construct.");
+    }
+}
+
+void addToNoObjectInstanceList(AsnObjClass *objClass) {
+    noObjectInstances.insert(instanceKey(objClass));
+}
+
+bool isInNoObjectInstanceList(AsnObjClass *objClass) {
+    return noObjectInstances.count(instanceKey(objClass)) != 0;
+}
+
+void resetNoObjectInstanceList() {
+    noObjectInstances.clear();
+}

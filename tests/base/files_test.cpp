@@ -1,0 +1,185 @@
+#include "base/files.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <gtest/gtest.h>
+
+#include "base/fatal.h"
+
+namespace {
+
+/* Slot 3 writes to a file in a directory of the case's own. */
+class Files : public ::testing::Test {
+protected:
+    static constexpr int SLOT = 3;
+
+    void SetUp() override {
+        std::string path = ::testing::TempDir() + "velmo_files_XXXXXX";
+        ASSERT_NE(mkdtemp(path.data()), nullptr);
+        dir_ = path + "/";
+        initFiles();
+        initF(SLOT, dir_.c_str(), "enc.c");
+        openFWithPrefix(SLOT, "my-mod");
+    }
+    void TearDown() override { std::filesystem::remove_all(dir_); }
+
+    std::string readBack(const char *name = "my-modenc.c") {
+        closeF(SLOT);
+        std::ifstream in(dir_ + name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+
+    static std::string xs(std::size_t n) { return std::string(n, 'x'); }
+
+    std::string dir_;
+};
+
+TEST_F(Files, LinesAreIndentedAndBrokenBeforeAPieceThatPassesTheLastColumn) {
+    const struct {
+        int indent;
+        std::vector<std::string> pieces;
+        std::string text;
+        unsigned lines;
+        int columns;
+    } rows[] = {
+        {0, {xs(20), "  " + xs(60)}, xs(20) + "\n  " + xs(60), 1, 62},
+        /* Column 78 may be filled; two characters never go alone. */
+        {0, {xs(20), xs(58), ");", "abc"}, xs(78) + ");\n  abc", 1, 5},
+        /* Nothing is broken up to where a continuation line begins. */
+        {1, {"ab", xs(90), "c"}, "  ab" + xs(90) + "c", 0, 95},
+        {2, {"a\n\nb\n"}, "    a\n    \n    b\n", 3, 0},
+        /* Only the first line of a text can be broken off. */
+        {2,
+         {xs(40), "   " + xs(40) + "\n" + xs(80) + "\n"},
+         "    " + xs(40) + "\n      " + xs(40) + "\n    " + xs(80) + "\n",
+         3,
+         0},
+        {-2, {"a"}, "a", 0, 1},
+    };
+    for (const auto &row : rows) {
+        openFWithPrefix(SLOT, "my-mod");
+        fArr[SLOT].indent = row.indent;
+        for (const std::string &piece : row.pieces)
+            wToF(SLOT, piece);
+        EXPECT_EQ(linesInF(SLOT), row.lines) << row.text;
+        EXPECT_EQ(columnsInF(SLOT), row.columns) << row.text;
+        EXPECT_EQ(readBack(), row.text);
+    }
+}
+
+TEST_F(Files, DirectivesKeepTheIndentAndOtherPiecesTheLine) {
+    fArr[SLOT].indent = 3;
+    wDirectiveToF(SLOT, "#define X\n");
+    EXPECT_EQ(fArr[SLOT].indent, 3);
+    endlToF(SLOT);
+    resetIndentLevel(SLOT);
+    wToF(SLOT, xs(20));
+    putToF(SLOT, xs(60).c_str());
+    EXPECT_EQ(readBack(), "#define X\n      \n" + xs(80));
+}
+
+TEST_F(Files, SlotZeroAndNullTextWriteNothingAndNoTextIsCut) {
+    wToF(0, "lost");
+    printfToF(0, "%d", 1);
+    int64AsSint64ToF(0, "a", i64max(), "b");
+    wToF(SLOT, static_cast<const char *>(nullptr));
+    EXPECT_EQ(linesInF(0), 0u);
+    EXPECT_EQ(columnsInF(0), 0);
+    printfToF(SLOT, "%s!", xs(5000).c_str());
+    EXPECT_EQ(readBack(), xs(5000) + "!");
+}
+
+TEST_F(Files, NumbersAsExpressionsOfTheRunTimeLibrary) {
+    const struct {
+        sint64 n;
+        const char *text;
+    } rows[] = {
+        {i64max(), "i64max ()"},
+        {i64min(), "i64min ()"},
+        {i64ltosint64(0), "i64ltosint64 (0L)"},
+        {i64ltosint64(2147483647), "i64ltosint64 (2147483647L)"},
+        {i64ltosint64(-2147483647), "i64ltosint64 (-2147483647L)"},
+        {i64ltosint64(-2147483647 - 1), "i64make (-1L, 2147483648UL)"},
+        {i64ultosint64(2147483648u), "i64make (0L, 2147483648UL)"},
+        {i64make(-2147483647 - 1, 1), "i64make (-2147483648L, 1UL)"},
+        {i64make(2147483647, 0xFFFFFFFEu), "i64make (2147483647L, 4294967294UL)"},
+    };
+    std::string expected;
+    for (const auto &row : rows) {
+        int64AsSint64ToF(SLOT, nullptr, row.n, nullptr);
+        endlToF(SLOT);
+        expected += std::string(row.text) + "\n";
+    }
+    int64AsSint64ToF(SLOT, "x = ", i64ltosint64(1), ";");
+    int32ToF(SLOT, "(", -2147483647 - 1, nullptr);
+    int64ToF(SLOT, nullptr, i64min(), ")");
+    EXPECT_EQ(readBack(), expected + "x = i64ltosint64 (1L);(-2147483648-9223372036854775808)");
+}
+
+TEST_F(Files, NamesAndGuards) {
+    Text text;
+    EXPECT_TRUE(nameOfF(text, "<", SLOT, ">"));
+    EXPECT_EQ(text, "<" + dir_ + "my-modenc.c>");
+    EXPECT_TRUE(nameOfFnoDir(text, nullptr, SLOT, nullptr));
+    EXPECT_EQ(text, "my-modenc.c");
+    EXPECT_TRUE(dirOfF(text, " ", SLOT, nullptr));
+    EXPECT_EQ(text, " " + dir_);
+    EXPECT_TRUE(defineGuardOfF(text, "#ifndef ", SLOT, "\n"));
+    EXPECT_EQ(text, "#ifndef MY_MODENC_C\n");
+    EXPECT_TRUE(defineGuardForFile(text, nullptr, "a-b.tab.ext", nullptr));
+    EXPECT_EQ(text, "A_B_TAB_EXT");
+}
+
+TEST_F(Files, UnfinishedSlotsHaveNoNameAndDoNotOpen) {
+    Text text = "old";
+    initF(4, dir_.c_str(), nullptr);
+    openFWithPrefix(4, "p");
+    EXPECT_EQ(fArr[4].stream, nullptr);
+    EXPECT_FALSE(nameOfF(text, "<", 4, ">"));
+    EXPECT_EQ(text, "");
+    EXPECT_FALSE(defineGuardOfF(text, "<", 4, ">"));
+    EXPECT_FALSE(nameOfF(text, "<", 0, ">"));
+    EXPECT_FALSE(defineGuardForFile(text, "<", nullptr, ">"));
+    initF(4, nullptr, ".typ");
+    EXPECT_TRUE(dirOfF(text, nullptr, 4, nullptr));
+    EXPECT_FALSE(nameOfF(text, nullptr, 4, nullptr)) << "it has no prefix before it is opened";
+}
+
+TEST_F(Files, OpenFileStaysAndAClosedOneIsWrittenAnew) {
+    wToF(SLOT, "one\ntwo");
+    openFWithPrefix(SLOT, "other");
+    EXPECT_EQ(columnsInF(SLOT), 3);
+    EXPECT_EQ(readBack(), "one\ntwo");
+    closeF(SLOT);
+    EXPECT_EQ(linesInF(SLOT), 0u);
+    openFWithPrefix(SLOT, "my-mod");
+    wToF(SLOT, "three");
+    openNamedF(5, dir_.c_str(), "free name");
+    std::vector<int> open;
+    forEachOpenFile([&](int slot) { open.push_back(slot); });
+    EXPECT_EQ(open, (std::vector<int>{SLOT, 5}));
+    EXPECT_EQ(readBack(), "three");
+    Text text;
+    EXPECT_TRUE(defineGuardOfF(text, nullptr, 5, nullptr));
+    EXPECT_EQ(text, "FREE_NAME");
+    closeF(5);
+}
+
+using FilesDeathTest = Files;
+
+TEST_F(FilesDeathTest, FullDiskIsNoticedBeforeTheFileIsClosed) {
+    openNamedF(4, "/dev/", "full");
+    EXPECT_EXIT(wToF(4, xs(1000000)), testing::ExitedWithCode(2),
+                "Can not write into file\n              /dev/full\n");
+}
+
+TEST_F(FilesDeathTest, FilesLieInNoOtherDirectory) {
+    initF(4, dir_.c_str(), ".typ");
+    EXPECT_EXIT(openFWithPrefix(4, "../escape"), testing::ExitedWithCode(2),
+                "Not a valid file prefix: ../escape");
+    EXPECT_FALSE(std::filesystem::exists(dir_ + "../escape.typ"));
+}
+
+} // namespace
