@@ -147,3 +147,11 @@ void copyTrees(const char *from) {
         fs::copy(from, workDirectory() + "/trees");
     done = true;
 }
+
+int runMain(int (*mainOf)(int argc, char **argv), std::vector<std::string> words) {
+    std::vector<char *> argv;
+    for (std::string &word : words)
+        argv.push_back(word.data());
+    argv.push_back(nullptr);
+    return mainOf(static_cast<int>(words.size()), argv.data());
+}

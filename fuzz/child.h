@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 /* What leaves by exit, or keeps its state in globals, runs in a process of its own for each input.
    The fuzzer learns what was reached there all the same: the child hands its counters back. */
@@ -22,3 +23,6 @@ void copyTrees(const char *from);
    that. With FUZZ_OPEN in the environment it sees all, so that a finding is told with the names of
    functions. */
 void inChild(int worstStatus, int (*run)());
+
+/* The status of a program's main function for these words, its name in front. */
+int runMain(int (*mainOf)(int argc, char **argv), std::vector<std::string> words);

@@ -42,9 +42,7 @@ int compile() {
 }
 
 int generate() {
-    std::string words[] = {"velmo", "+../fuzz.opt", "-S=../trees/", "stock"};
-    char *argv[] = {words[0].data(), words[1].data(), words[2].data(), words[3].data(), nullptr};
-    return velmo_main(4, argv);
+    return runMain(velmo_main, {"velmo", "+../fuzz.opt", "-S=../trees/", "stock"});
 }
 
 } // namespace

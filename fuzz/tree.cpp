@@ -17,15 +17,11 @@ int list() {
 }
 
 int generate() {
-    std::string words[] = {"velmo", "-S=../trees/", "-TAVI-PREFIX=browser", "fuzz"};
-    char *argv[] = {words[0].data(), words[1].data(), words[2].data(), words[3].data(), nullptr};
-    return velmo_main(4, argv);
+    return runMain(velmo_main, {"velmo", "-S=../trees/", "-TAVI-PREFIX=browser", "fuzz"});
 }
 
 int show() {
-    std::string words[] = {"velmo-show", "-S=../trees/", "fuzz"};
-    char *argv[] = {words[0].data(), words[1].data(), words[2].data(), nullptr};
-    return velmo_show(3, argv);
+    return runMain(velmo_show, {"velmo-show", "-S=../trees/", "fuzz"});
 }
 
 } // namespace
