@@ -113,6 +113,20 @@ TEST(RuntimeStrings, BitsThatDidNotCome) {
     }
 }
 
+/* Bits come in segments of bits; of all but the last one each has whole octets. */
+TEST(RuntimeStrings, SegmentsOfBits) {
+    const auto status = [](const char *hex) {
+        return decoded(hex, [](ASNCODG *asncodg) {
+            Rights rights;
+            d_TagLen(BITS_TAG);
+            d_BitString8(reinterpret_cast<ASN_STASTR8 *>(&rights), 0, 24);
+        });
+    };
+    EXPECT_EQ("ASN_OK", status("2308 0302 0081 0302 0480"));
+    EXPECT_NE("ASN_OK", status("2308 0402 0081 0402 0480"));
+    EXPECT_NE("ASN_OK", status("2308 0302 0480 0302 0081"));
+}
+
 TEST(RuntimeStrings, SpansInConstraintChecks) {
     Name name = {3, "abx"};
     EXPECT_EQ(staChrStrStrspn(&name, "abc"), 2);
