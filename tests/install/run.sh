@@ -21,6 +21,9 @@ cd "$work/program"
 CFLAGS=$flags "$work/prefix/bin/velmo-tool" "$source/examples/basic.asn"
 [ "$(echo 3006020105010101 | ./basic-tool convert --out=json Msg | tr -d ' \n')" = '{"id":5,"ok":true}' ]
 
+# The layer goes into shared libraries.
+cc $flags -shared -o layer.so -Wl,--whole-archive "$work"/prefix/lib*/libasnrts.a -Wl,--no-whole-archive -lm
+
 # The pages on programs, with their commands.
 (
   cc() { command cc $flags "$@"; }
