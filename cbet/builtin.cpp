@@ -2,7 +2,6 @@
 
 #include "base/fatal.h"
 #include "base/files.h"
-#include "cbet/functions.h"
 #include "cbet/predicates.h"
 #include "model/modules.h"
 #include "model/tags.h"
@@ -275,22 +274,6 @@ Text &cOutermostTag32Stri(Text &dst, const char *prefix, AsnType *type, bool con
 
 /* --- contexts --- */
 
-Text &cRawAsnutigPtr(Text &dst, const char *prefix, int gIndex, const char *postfix) {
-    switch (gIndex) {
-    case GIDX_UTILITY:
-        return join(dst, prefix, "asnutigPtr", postfix);
-    case GIDX_CODING:
-    case GIDX_TESTING:
-    case GIDX_PER:
-    case GIDX_NER:
-        return join(dst, prefix, Text(cGetGName(gIndex)) + "_asnuti", postfix);
-    default:
-        return join(dst, prefix, "NULL", postfix);
-    }
-}
-
-Text &cAsnutigPtr(Text &dst, const char *prefix, int gIndex, bool last, const char *postfix) {
-    Text raw;
-    cRawAsnutigPtr(raw, last ? "ASNG_L(" : "ASNG_F(", gIndex, ")");
-    return join(dst, prefix, raw, postfix);
+Text &cRawAsnutigPtr(Text &dst, const char *prefix, GIndex gIndex, const char *postfix) {
+    return join(dst, prefix, Text(cGetGName(gIndex)) + "_asnuti", postfix);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/text.h"
+#include "cbet/functions.h"
 
 struct AsnTag;
 struct AsnType;
@@ -50,8 +51,5 @@ void cOutermostTag32ToF(int file, const char *prefix, AsnType *type, bool constr
 Text &cOutermostTag32Stri(Text &dst, const char *prefix, AsnType *type, bool constructed,
                           const char *postfix);
 
-/* The pointer to the utility context that belongs to a G index, "NULL" where there is none:
-   "asncodg_asnuti". cAsnutigPtr wraps it as an argument: "ASNG_L(...)" if it is the last one, else
-   "ASNG_F(...)". */
-Text &cRawAsnutigPtr(Text &dst, const char *prefix, int gIndex, const char *postfix);
-Text &cAsnutigPtr(Text &dst, const char *prefix, int gIndex, bool last, const char *postfix);
+/* The pointer to the utility context that belongs to a G index: "asncodg_asnuti". */
+Text &cRawAsnutigPtr(Text &dst, const char *prefix, GIndex gIndex, const char *postfix);

@@ -4,7 +4,6 @@
 #include "cbet/comptests.h"
 #include "cbet/control.h"
 #include "cbet/engine.h"
-#include "cbet/entryfuncs.h"
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
 #include "cbet/memory.h"
@@ -45,7 +44,7 @@ bool needsFirstValue(AsnType *type) {
                (cIsHomeComponent(type) || (isOptionalTypeComps(type) && !cIsHometab(type)));
     case TYP_CHOICE:
         if (cIsControlMember(type))
-            return glbInfo->setChoiceControl;
+            return true;
         return !cIsHometab(type) && !(zeroHome && cIsHomeComponent(type));
     default:
         return false;
@@ -53,8 +52,8 @@ bool needsFirstValue(AsnType *type) {
 }
 
 /* memset (home, 0, sizeof (Msg)); */
-void clearStructure(AsnType *type) {
-    int file = glbInfo->outFile;
+void clearStructure(AsnType *type, TypeFuncRun &run) {
+    int file = run.outFile;
     Text text;
     wToF(file, "memset (");
     wToF(file, cHomeRef(text, "", true, type, nullptr, ","));
@@ -63,27 +62,27 @@ void clearStructure(AsnType *type) {
 }
 
 /* home->compmask = 0; */
-void initControlMember(AsnType *type) {
+void initControlMember(AsnType *type, TypeFuncRun &run) {
     Text home, text;
     cStructHomeMemberRef(home, "", false, type, "");
-    wToF(glbInfo->outFile, getControlMemberIni(text, home.c_str(), type));
+    wToF(run.outFile, getControlMemberIni(text, home.c_str(), type));
 }
 
 } // namespace
 
-void initComponents(AsnType *type) {
+void initComponents(AsnType *type, TypeFuncRun &run) {
     if (isListType(type)) {
-        cInitList(glbInfo->outFile, type);
+        cInitList(run.outFile, type);
     } else if (needsFirstValue(type)) {
         if (cIsHomeComponent(type))
-            clearStructure(type);
+            clearStructure(type, run);
         else
-            initControlMember(type);
+            initControlMember(type, run);
     }
 }
 
-bool generateDummyCompmask(AsnType *type) {
-    return glbInfo->funcKind == decodingKind && getTypeMainType(type) == TYP_SET &&
+bool generateDummyCompmask(AsnType *type, const TypeFuncRun &run) {
+    return run.info.funcKind == decodingKind && getTypeMainType(type) == TYP_SET &&
            nrOfWalkedComps(type) >= 2 && (!isOptionalTypeComps(type) || cHasCompHomes(type));
 }
 
@@ -91,8 +90,9 @@ bool generateDummyCompmask(AsnType *type) {
 
 namespace {
 
-void allocateComp(AsnType *father, AsnType *comp) {
-    int file = glbInfo->outFile, gIndex = glbInfo->gIndex;
+void allocateComp(AsnType *father, AsnType *comp, TypeFuncRun &run) {
+    const int file = run.outFile;
+    const GIndex gIndex = run.info.gIndex;
     if (getVF(father) == VF_LIST) {
         cAppendList(file, father, comp, gIndex);
     } else if (isAsnHomeComp(father, comp)) {
@@ -104,27 +104,27 @@ void allocateComp(AsnType *father, AsnType *comp) {
     } else if ((testTypeOption(comp, OPT_POINTER) ||
                 (isRecursiveType(comp) && cIsDefinedBaseType(comp))) &&
                !testTypeOption(comp, OPT_SKIPPED)) {
-        cAllocComp(comp, glbInfo);
+        cAllocComp(file, comp, gIndex);
     }
 }
 
 /* Every component of a SET is marked while decoding, which finds those that come twice. */
-bool isMarkedAlways(AsnType *set) {
-    return glbInfo->funcKind != askingKind && nrOfWalkedComps(set) > 1;
+bool isMarkedAlways(AsnType *set, const TypeFuncRun &run) {
+    return run.info.funcKind != askingKind && nrOfWalkedComps(set) > 1;
 }
 
-bool needsControlMember(AsnType *father, AsnType *comp) {
+bool needsControlMember(AsnType *father, AsnType *comp, const TypeFuncRun &run) {
     int kind = getTypeMainType(father);
     if (cHasCompHomes(father))
-        return kind == TYP_SET && isMarkedAlways(father);
+        return kind == TYP_SET && isMarkedAlways(father, run);
     bool optional = getTypeCompStatus(comp) == TCS_OPTIONAL;
     switch (kind) {
     case TYP_SET:
-        return optional || isMarkedAlways(father);
+        return optional || isMarkedAlways(father, run);
     case TYP_SEQ:
         return optional;
     case TYP_CHOICE:
-        return glbInfo->setChoiceControl;
+        return true;
     default:
         return false;
     }
@@ -132,29 +132,29 @@ bool needsControlMember(AsnType *father, AsnType *comp) {
 
 } // namespace
 
-void initializeComp(AsnType *father, AsnType *comp) {
-    allocateComp(father, comp);
-    if (needsControlMember(father, comp))
-        cSetControlMember(glbInfo->outFile, comp);
+void initializeComp(AsnType *father, AsnType *comp, TypeFuncRun &run) {
+    allocateComp(father, comp, run);
+    if (needsControlMember(father, comp, run))
+        cSetControlMember(run.outFile, comp);
 }
 
-void releaseComp(AsnType *father, AsnType *comp) {
-    if (glbInfo->funcKind == printingKind || getVF(father) == VF_LIST ||
+void releaseComp(AsnType *father, AsnType *comp, TypeFuncRun &run) {
+    if (run.info.funcKind == printingKind || getVF(father) == VF_LIST ||
         !isAsnHomeComp(father, comp) || isTypeExtensionmarker(comp) || optionsOf(comp)->memory == 0)
         return;
-    if (glbInfo->funcKind == encodingKind)
-        cFreeAsn(glbInfo->outFile, comp);
+    if (run.info.funcKind == encodingKind)
+        cFreeAsn(run.outFile, comp);
     else
-        cPopHome(glbInfo->outFile, comp, glbInfo->gIndex);
+        cPopHome(run.outFile, comp, run.info.gIndex);
 }
 
-void checkListUpperBound(AsnType *father, AsnType *comp) {
-    if (!isConstructingKind() || !isListType(father))
+void checkListUpperBound(AsnType *father, AsnType *comp, TypeFuncRun &run) {
+    if (!isConstructingKind(run) || !isListType(father))
         return;
-    if (cIsIgnoringSizeLimit(father) && extraElemsVarUsed()) {
+    if (cIsIgnoringSizeLimit(father)) {
         Text action = formatText("extraElems%d = TRUE;\n", cVarCount(VAR_N));
-        cCheckListUpperBoundWithActionAndBreak(glbInfo->outFile, comp, action.c_str());
-    } else if (glbInfo->funcKind == decodingKind) {
-        cCheckListUpperBound(glbInfo->outFile, comp);
+        cCheckListUpperBoundWithActionAndBreak(run.outFile, comp, action.c_str());
+    } else if (run.info.funcKind == decodingKind) {
+        cCheckListUpperBound(run.outFile, comp);
     }
 }

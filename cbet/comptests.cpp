@@ -2,7 +2,6 @@
 
 #include "base/files.h"
 #include "cbet/control.h"
-#include "cbet/entryfuncs.h"
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
 #include "cbet/predicates.h"

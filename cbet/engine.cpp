@@ -3,12 +3,9 @@
 #include <algorithm>
 
 #include "base/files.h"
-#include "cbet/embedding.h"
 #include "cbet/entryfuncs.h"
-#include "cbet/foreignfuncs.h"
 #include "cbet/functions.h"
 #include "cbet/predicates.h"
-#include "cbet/skipped.h"
 #include "cbet/vars.h"
 #include "model/backvar.h"
 #include "model/iterators.h"
@@ -21,20 +18,13 @@
 #include "project/ketratavi.h"
 #include "store/records.h"
 
-const TypeFuncInfo *glbInfo = nullptr;
-EmbeddingHooks embeddingHooks;
-
-void cInitTypeFuncInfo(TypeFuncInfo *info) {
-    *info = TypeFuncInfo();
-}
-
-void callTypeFunc(TypeFunc func, AsnType *type) {
+void callTypeFunc(TypeFunc func, AsnType *type, TypeFuncRun &run) {
     if (func != nullptr)
-        func(type, glbInfo);
+        func(type, run);
 }
 
-bool isConstructingKind() {
-    return glbInfo->funcKind == decodingKind || glbInfo->funcKind == askingKind;
+bool isConstructingKind(const TypeFuncRun &run) {
+    return run.info.funcKind == decodingKind || run.info.funcKind == askingKind;
 }
 
 bool typeHasBody(AsnType *type) {
@@ -53,47 +43,27 @@ bool isFuncGeneratedInThisModuleFile(AsnType *type) {
 
 /* --- embedded text --- */
 
-namespace {
-
-void printAllTEDs(AsnType *type, int place) {
-    if (embeddingHooks.printTypeEmbeddingOptions != nullptr)
-        embeddingHooks.printTypeEmbeddingOptions(glbInfo->outFile, type, place);
-}
-
-void printOwnTEDs(AsnType *type, int place) {
-    if (embeddingHooks.printLocalTypeEmbeddingOptions != nullptr)
-        embeddingHooks.printLocalTypeEmbeddingOptions(glbInfo->outFile, type, place);
-}
-
-} // namespace
-
-void printCompTEDs(AsnType *type, int place) {
+void printCompTEDs(AsnType *type, TedPlace place, TypeFuncRun &run) {
     if (cIsDefinedBaseType(type) && (isStructuredType(type) || isListType(type)))
-        printOwnTEDs(type, place);
+        printLocalTypeEmbeddingOptions(run.outFile, type, place);
     else
-        printAllTEDs(type, place);
+        printTypeEmbeddingOptions(run.outFile, type, place);
 }
 
-void printLocalTEDs(AsnType *type, int place) {
+void printLocalTEDs(AsnType *type, TedPlace place, TypeFuncRun &run) {
     if (isDefinedType(type))
-        printOwnTEDs(type, place);
+        printLocalTypeEmbeddingOptions(run.outFile, type, place);
     else
-        forDefinedBaseType(type, [&](AsnType *base) { printOwnTEDs(base, place); });
+        forDefinedBaseType(type, [&](AsnType *base) {
+            printLocalTypeEmbeddingOptions(run.outFile, base, place);
+        });
 }
 
 /* --- referred types --- */
 
 namespace {
 
-/* The body of the synonym's base goes into the entry function, so the base itself gets no function
-   on its account. */
-bool glbReferringTypeIsNonVisibleMorlaEntry = false;
-
 constexpr int MORLA_ENTRY_BIT = 6;
-
-void genNormalFuncForReferredType(AsnType *type) {
-    genNormalFunc(type, true);
-}
 
 bool wantsFunc(AsnType *type) {
     const bool isDone = cIsDefinedBaseType(type) && getBaseTypeStamp(type) >= stampGIP;
@@ -102,36 +72,40 @@ bool wantsFunc(AsnType *type) {
 }
 
 /* A type on the way down carries stampGIP and isn't entered again, so recursive types end here. */
-void funcForReferredTypes(AsnType *, AsnType *comp, int) {
-    static int depth = 0;
-    NestingGuard guard(&depth, comp->posModule);
-    if (!wantsFunc(comp))
-        return;
-    handleReferredIgnorableType(comp);
-    if (testTypeOption(comp, OPT_SKIPPED))
+void funcForReferredType(AsnType *type, TypeFuncRun &run);
+
+void funcForReferredTypes(AsnType *type, TypeFuncRun &run) {
+    forEachTypeCompOrElem(
+        type, [&run](AsnType *, AsnType *comp, int) { funcForReferredType(comp, run); });
+}
+
+void funcForReferredType(AsnType *type, TypeFuncRun &run) {
+    NestingGuard guard(&run.depth, type->posModule);
+    if (!wantsFunc(type) || testTypeOption(type, OPT_SKIPPED))
         return;
     pushPath();
-    if (cIsDefinedBaseType(comp)) {
-        if (isDefinedType(comp))
-            genNormalFuncForReferredType(comp);
+    if (cIsDefinedBaseType(type)) {
+        if (isDefinedType(type))
+            genNormalFunc(type, true, run);
         else
-            forDefinedBaseType(comp, genNormalFuncForReferredType);
-    } else if (typeHasBody(comp)) {
-        forEachTypeCompOrElem(comp, funcForReferredTypes);
+            forDefinedBaseType(type, [&run](AsnType *base) { genNormalFunc(base, true, run); });
+    } else if (typeHasBody(type)) {
+        funcForReferredTypes(type, run);
     }
     popPath();
 }
 
-void funcForReferredBaseType(AsnType *type) {
-    static int depth = 0;
-    NestingGuard guard(&depth, type->posModule);
-    if (isSynonymType(type)) {
-        forSynonymType(type, funcForReferredBaseType);
-    } else if (!glbReferringTypeIsNonVisibleMorlaEntry) {
-        funcForReferredTypes(nullptr, type, 0);
-    } else if (typeHasBody(type)) {
-        forEachTypeCompOrElem(type, funcForReferredTypes);
-    }
+/* With `isBodyInEntry` the body of the synonym's base goes into the entry function, so the base
+   itself gets no function on its account. */
+void funcForReferredBaseType(AsnType *type, bool isBodyInEntry, TypeFuncRun &run) {
+    NestingGuard guard(&run.depth, type->posModule);
+    if (isSynonymType(type))
+        forSynonymType(
+            type, [&](AsnType *base) { funcForReferredBaseType(base, isBodyInEntry, run); });
+    else if (!isBodyInEntry)
+        funcForReferredType(type, run);
+    else if (typeHasBody(type))
+        funcForReferredTypes(type, run);
 }
 
 bool isNonVisibleMorlaEntry(AsnType *type) {
@@ -140,39 +114,31 @@ bool isNonVisibleMorlaEntry(AsnType *type) {
            ((type->entryFlags >> MORLA_ENTRY_BIT) & 1) != 0;
 }
 
-void genReferredTypes(AsnType *type) {
-    if (!isSynonymType(type)) {
-        forEachTypeCompOrElem(type, funcForReferredTypes);
-        return;
-    }
-    bool saved = glbReferringTypeIsNonVisibleMorlaEntry;
-    glbReferringTypeIsNonVisibleMorlaEntry = isNonVisibleMorlaEntry(type);
-    forSynonymType(type, funcForReferredBaseType);
-    glbReferringTypeIsNonVisibleMorlaEntry = saved;
+void genReferredTypes(AsnType *type, TypeFuncRun &run) {
+    if (!isSynonymType(type))
+        return funcForReferredTypes(type, run);
+    const bool isBodyInEntry = isNonVisibleMorlaEntry(type);
+    forSynonymType(type,
+                   [&](AsnType *base) { funcForReferredBaseType(base, isBodyInEntry, run); });
 }
 
 /* --- normal functions --- */
 
-void writeNormalFunc(AsnType *type) {
-    int file = glbInfo->outFile;
-    callTypeFunc(glbInfo->beforeBodyFunc, type);
-    endlToF(glbInfo->extFile);
-    endlToF(file);
-    cFunctionProto(glbInfo->extFile, glbInfo->funcPrefix, glbInfo->gIndex, glbInfo->funcArgs, type);
-    cFunctionDef(file, glbInfo->funcPrefix, glbInfo->gIndex, glbInfo->funcArgs, type);
-    cOpenBrace(file);
-    printLocalTEDs(type, glbInfo->tedBefore);
-    funcForStructuredTypeAndCompsOrElems(type);
-    printLocalTEDs(type, glbInfo->tedAfter);
-    cCloseBrace(file);
-    callTypeFunc(glbInfo->afterBodyFunc, type);
+void writeNormalFunc(AsnType *type, TypeFuncRun &run) {
+    endlToF(run.extFile);
+    endlToF(run.outFile);
+    cFunctionProto(run.extFile, run.funcPrefix.c_str(), run.info.gIndex, type);
+    cFunctionDef(run.outFile, run.funcPrefix.c_str(), run.info.gIndex, type);
+    cOpenBrace(run.outFile);
+    printLocalTEDs(type, run.info.tedBefore, run);
+    funcForStructuredTypeAndCompsOrElems(type, run);
+    printLocalTEDs(type, run.info.tedAfter, run);
+    cCloseBrace(run.outFile);
 }
 
 } // namespace
 
-void genNormalFunc(AsnType *type, bool generateBody) {
-    static int depth = 0;
-    NestingGuard guard(&depth, type->posModule);
+void genNormalFunc(AsnType *type, bool generateBody, TypeFuncRun &run) {
     if (!isFuncGeneratedInThisModuleFile(type))
         return;
     bool synonym = isSynonymType(type);
@@ -182,16 +148,14 @@ void genNormalFunc(AsnType *type, bool generateBody) {
         if (!(synonym && first))
             setBaseTypeStamp(type, std::max(before, stampGIP));
         if (first)
-            genReferredTypes(type);
+            genReferredTypes(type, run);
     }
     if (!synonym) {
         taviUseTypeNode(type);
         if (generateBody && typeHasBody(type))
-            writeNormalFunc(type);
+            writeNormalFunc(type, run);
         else
-            callTypeFunc(glbInfo->noBodyFunc, type);
-        if (generateBody && cIsIgnorable(type))
-            genFuncForIgnorable(type);
+            callTypeFunc(run.info.noBodyFunc, type, run);
     }
     /* What was done on another's account stays done. */
     setBaseTypeStamp(type, std::max(before, generateBody ? stampGAD : stampGHD));
@@ -201,45 +165,39 @@ void genNormalFunc(AsnType *type, bool generateBody) {
 
 namespace {
 
-void normalFuncOfDefinition(AsnType *type, bool generateBody) {
-    if (testTypeOption(type, OPT_SKIPPED)) {
-        handleReferredIgnorableType(type);
-        resetPath();
-        genFuncForIgnorable(type);
-    } else {
-        resetPath();
-        pushPath();
-        genNormalFunc(type, generateBody);
-    }
+void normalFuncOfDefinition(AsnType *type, bool generateBody, TypeFuncRun &run) {
+    resetPath();
+    if (testTypeOption(type, OPT_SKIPPED))
+        return;
+    pushPath();
+    genNormalFunc(type, generateBody, run);
 }
 
-void entryFuncOfDefinition(AsnType *type) {
+void entryFuncOfDefinition(AsnType *type, TypeFuncRun &run) {
     resetPath();
     pushPath();
-    genEntryFunc(type);
+    genEntryFunc(type, run);
 }
 
 } // namespace
 
-void genFunc(AsnType *type, int) {
+void genFunc(AsnType *type, TypeFuncRun &run) {
     int generate = getGlobalOptions(getModuleOfType(type))->generate;
     bool visible = isVisibleType(type);
     bool wanted = getTypeStamp(type) < stampGAD && !cIsFrameType(type);
     if ((generate == GENERATE_VISIBLES || generate == GENERATE_BOTH) && visible && wanted)
-        normalFuncOfDefinition(type, true);
+        normalFuncOfDefinition(type, true, run);
     if (generate != GENERATE_ENTRIES && generate != GENERATE_BOTH)
         return;
-    if (!isEntryTypeFunction(type, glbInfo->entryBit))
+    if (!isEntryTypeFunction(type, run.info.entryBit))
         return;
     if ((generate == GENERATE_ENTRIES || !visible) && wanted)
-        normalFuncOfDefinition(type, isSeparateNormalFunction(type));
-    entryFuncOfDefinition(type);
+        normalFuncOfDefinition(type, isSeparateNormalFunction(type), run);
+    entryFuncOfDefinition(type, run);
 }
 
-void cGenerateTypeFunctions(AsnModule *module, const TypeFuncInfo *info) {
-    glbInfo = info;
-    cStartForeignFunctions();
-    forEachEntryVisType(module, genFunc);
+void cGenerateTypeFunctions(AsnModule *module, TypeFuncRun run) {
+    initStamps();
+    forEachEntryVisType(module, [&run](AsnType *type, int) { genFunc(type, run); });
     resetPath();
-    glbInfo = nullptr;
 }

@@ -1,7 +1,5 @@
 #include "cbet/entryfuncs.h"
 
-#include <utility>
-
 #include "base/files.h"
 #include "cbet/checks.h"
 #include "cbet/engine.h"
@@ -28,11 +26,9 @@ bool isSeparateNormalFunction(AsnType *type) {
            testTypeOption(type, OPT_COMPS_AS_POINTERS);
 }
 
-/* --- entry information --- */
+/* --- the type behind a synonym --- */
 
 namespace {
-
-AsnType *glbEntryType = nullptr;
 
 /* Entry mask and category of a handle, and the same two of its base record. */
 struct EntryInformation {
@@ -42,58 +38,45 @@ struct EntryInformation {
     std::uint8_t baseEntryCategories = 0;
 };
 
-/* What a synonym hands to its base, while the body of the base is written as that of the synonym's
-   entry function; then what the base had before. */
-EntryInformation glbEntryInformation;
-int glbNrEntries = 0;
-bool glbEntryInformationSaved = false;
-
-EntryInformation exchangeEntryInformation(AsnType *type, const EntryInformation &with) {
-    EntryInformation old;
-    old.entryFlags = std::exchange(type->entryFlags, with.entryFlags);
-    old.entryCategories = std::exchange(type->entryCategories, with.entryCategories);
-    old.baseEntryFlags = std::exchange(type->base.entryFlags, with.baseEntryFlags);
-    old.baseEntryCategories = std::exchange(type->base.entryCategories, with.baseEntryCategories);
-    return old;
+EntryInformation entryInformation(const AsnType *type) {
+    return {type->entryFlags, type->entryCategories, type->base.entryFlags,
+            type->base.entryCategories};
 }
 
-void saveEntryInformation(AsnType *type) {
-    glbEntryInformation = {type->entryFlags, type->entryCategories, type->base.entryFlags,
-                           type->base.entryCategories};
-    glbEntryInformationSaved = true;
+void setEntryInformation(AsnType *type, const EntryInformation &with) {
+    type->entryFlags = with.entryFlags;
+    type->entryCategories = with.entryCategories;
+    type->base.entryFlags = with.baseEntryFlags;
+    type->base.entryCategories = with.baseEntryCategories;
 }
 
-/* The base may lie in a module without entries; it counts one for that time. */
-void switchEntryInformation(AsnType *base) {
-    glbEntryInformation = exchangeEntryInformation(base, glbEntryInformation);
+/* While the body of `base` is written as that of its synonym's entry function, it is an entry as the
+   synonym is. It may lie in a module without entries, which counts one for that time. */
+void genBodyAsEntry(AsnType *base, const EntryInformation &synonym, TypeFuncRun &run) {
+    const EntryInformation own = entryInformation(base);
     GlobalOptions *options = getGlobalOptions(getModuleOfType(base));
-    glbNrEntries = options->nrOfEntryTypes;
-    if (glbNrEntries == 0)
+    const int entries = options->nrOfEntryTypes;
+    setEntryInformation(base, synonym);
+    if (entries == 0)
         options->nrOfEntryTypes = 1;
+    funcForStructuredTypeAndCompsOrElems(base, run);
+    setEntryInformation(base, own);
+    options->nrOfEntryTypes = entries;
 }
 
-void restoreEntryInformation(AsnType *base) {
-    exchangeEntryInformation(base, glbEntryInformation);
-    getGlobalOptions(getModuleOfType(base))->nrOfEntryTypes = glbNrEntries;
-    glbEntryInformationSaved = false;
+/* The body of what the synonym stands for, in the synonym's name. */
+void genBodyBehindSynonym(AsnType *type, TypeFuncRun &run) {
+    const EntryInformation synonym = entryInformation(type);
+    auto genBody = [&](AsnType *base) { genBodyAsEntry(base, synonym, run); };
+    if (isBaseTypeInCurrentModule(type))
+        forSynonymType(type, genBody);
+    else
+        forTypeDefinedInAnotherModule(type, genBody);
 }
 
 } // namespace
 
-bool cIsGeneratingEntryFuncForThisType(AsnType *type) {
-    return glbGeneratingEntryFunction && glbEntryType == type;
-}
-
 /* --- parts of an entry function --- */
-
-void genStructEntryFunc(AsnType *type) {
-    bool exchanged = glbEntryInformationSaved;
-    if (exchanged)
-        switchEntryInformation(type);
-    funcForStructuredTypeAndCompsOrElems(type);
-    if (exchanged)
-        restoreEntryInformation(type);
-}
 
 namespace {
 
@@ -105,8 +88,7 @@ void homeArgument(int file, AsnType *type, const char *end) {
     } else if (isMorlaApplication(getModuleOfType(type))) {
         wToF(file, "(");
         wToF(file, cDefBaseTypeName(text, nullptr, type, " *)hometab"));
-        if (end != nullptr)
-            wToF(file, end);
+        wToF(file, end);
     } else {
         wToF(file, cHomeRef(text, nullptr, true, type, nullptr, end));
     }
@@ -115,29 +97,12 @@ void homeArgument(int file, AsnType *type, const char *end) {
 } // namespace
 
 /* dMsg (ASNG_F(asncodg) home); */
-void cCallSeprNormFuncFromEntryFunc(AsnType *type) {
-    static const CFuncArgs noArgs;
-    int file = glbInfo->outFile;
-    cDeclareForeignFunction(type);
-    const CFuncArgs &args = glbInfo->funcArgs != nullptr ? *glbInfo->funcArgs : noArgs;
-    const char *end = args.callPostFunc != nullptr ? nullptr : ");\n";
+void cCallSeprNormFuncFromEntryFunc(AsnType *type, TypeFuncRun &run) {
+    cDeclareForeignFunction(type, run);
     Text text;
-    wToF(file, getDefBaseTypeId(text, glbInfo->funcPrefix, type, " ("));
-    if (args.callHomeFunc == nullptr && glbInfo->gIndex != GIDX_NONE)
-        printfToF(file, "ASNG_F(%s) ", cGetGName(glbInfo->gIndex));
-    if (args.callPreFunc != nullptr)
-        args.callPreFunc(file, type);
-    if (args.callHomeFunc != nullptr) {
-        args.callHomeFunc(file, type);
-        if (end != nullptr)
-            wToF(file, end);
-    } else {
-        homeArgument(file, type, end);
-    }
-    if (end == nullptr) {
-        args.callPostFunc(file, type);
-        wToF(file, ");\n");
-    }
+    wToF(run.outFile, getDefBaseTypeId(text, run.funcPrefix.c_str(), type, " ("));
+    printfToF(run.outFile, "ASNG_F(%s) ", cGetGName(run.info.gIndex));
+    homeArgument(run.outFile, type, ");\n");
 }
 
 bool mustCheckConstraintsInEntryFunction(AsnType *type) {
@@ -157,114 +122,90 @@ bool mustCheckConstraintsInEntryFunction(AsnType *type) {
 
 namespace {
 
-/* The body of what the synonym stands for, in the synonym's name. */
-void genBodyBehindSynonym(AsnType *type) {
-    saveEntryInformation(type);
-    if (isBaseTypeInCurrentModule(type))
-        forSynonymType(type, genStructEntryFunc);
-    else
-        forTypeDefinedInAnotherModule(type, genStructEntryFunc);
-}
-
 /* The variables of an application hold the components of a structure, and none holds it whole. */
-void genFrameContent(AsnType *type) {
+void genFrameContent(AsnType *type, TypeFuncRun &run) {
     if (isMorlaApplication(getModuleOfType(type)) && !testTypeOption(type, OPT_HOME))
         cRefuseType(type, "An entry of an application with variables can't be a frame.");
     else
-        callTypeFunc(glbInfo->frameFunc, type);
+        callTypeFunc(run.info.frameFunc, type, run);
 }
 
-void genEntryContent(AsnType *type) {
+void genEntryContent(AsnType *type, TypeFuncRun &run) {
     if (testTypeOption(type, OPT_SKIPPED))
-        skipType(type);
+        skipType(type, run);
     else if (cIsFrameType(type))
-        genFrameContent(type);
+        genFrameContent(type, run);
     else if (isLeafType(type))
-        callTypeFunc(glbInfo->leafFunc, type);
+        callTypeFunc(run.info.leafFunc, type, run);
     else if (isSeparateNormalFunction(type))
-        cCallSeprNormFuncFromEntryFunc(type);
+        cCallSeprNormFuncFromEntryFunc(type, run);
     else if (isSynonymType(type))
-        genBodyBehindSynonym(type);
+        genBodyBehindSynonym(type, run);
     else
-        genStructEntryFunc(type);
+        funcForStructuredTypeAndCompsOrElems(type, run);
 }
 
 /* The value of a MORLA leaf lives in a home: that of hometab [0]. */
-void beginLeafHome(AsnType *type) {
+void beginLeafHome(AsnType *type, TypeFuncRun &run) {
     type->base.optionBits |= optionMask(OPT_HOME);
-    if (!isConstructingKind())
+    if (!isConstructingKind(run))
         return;
-    cCreateHome(glbInfo->outFile, type, glbInfo->gIndex);
-    cPushHome(glbInfo->outFile, type, glbInfo->gIndex);
+    cCreateHome(run.outFile, type, run.info.gIndex);
+    cPushHome(run.outFile, type, run.info.gIndex);
 }
 
-void endLeafHome(AsnType *type) {
-    if (glbInfo->funcKind == encodingKind)
-        cFreeAsn(glbInfo->outFile, type);
-    else if (isConstructingKind())
-        cPopHome(glbInfo->outFile, type, glbInfo->gIndex);
+void endLeafHome(AsnType *type, TypeFuncRun &run) {
+    if (run.info.funcKind == encodingKind)
+        cFreeAsn(run.outFile, type);
+    else if (isConstructingKind(run))
+        cPopHome(run.outFile, type, run.info.gIndex);
 }
 
-void pushEntryPath(AsnType *type) {
-    if (!glbInfo->trackPath)
-        return;
-    if (glbInfo->pushEntryFunc != nullptr)
-        glbInfo->pushEntryFunc(type, glbInfo);
-    else
-        cPushEntryPath(glbInfo->outFile, type);
+void pushEntryPath(AsnType *type, TypeFuncRun &run) {
+    if (run.info.trackPath)
+        cPushEntryPath(run.outFile, type);
 }
 
-void popEntryPath(AsnType *type) {
-    if (!glbInfo->trackPath)
-        return;
-    if (glbInfo->popEntryFunc != nullptr)
-        glbInfo->popEntryFunc(type, glbInfo);
-    else
-        cPopEntryPath(glbInfo->outFile, type);
+void popEntryPath(AsnType *type, TypeFuncRun &run) {
+    if (run.info.trackPath)
+        cPopEntryPath(run.outFile, type);
 }
 
-void writeEntryHead(AsnType *type) {
-    int file = glbInfo->outFile;
-    endlToF(glbInfo->extFile);
+void writeEntryHead(AsnType *type, TypeFuncRun &run) {
+    int file = run.outFile;
+    endlToF(run.extFile);
     endlToF(file);
-    cEntryFunctionProto(glbInfo->extFile, glbInfo->entryFuncPrefix, glbInfo->gIndex,
-                        glbInfo->entryFuncArgs, type);
-    cEntryFunctionDef(file, glbInfo->entryFuncPrefix, glbInfo->gIndex, glbInfo->entryFuncArgs,
-                      type);
+    cEntryFunctionProto(run.extFile, run.entryFuncPrefix.c_str(), run.info.gIndex, type);
+    cEntryFunctionDef(file, run.entryFuncPrefix.c_str(), run.info.gIndex, type);
     cOpenBrace(file);
 }
 
-void writeEntryBody(AsnType *type) {
+void writeEntryBody(AsnType *type, TypeFuncRun &run) {
     bool leafHome = isMorlaApplication(getModuleOfType(type)) && isMorlaLeafType(type);
     bool teds = !isSeparateNormalFunction(type) || cIsPredefinedType(type) || cIsStaticString(type);
     if (leafHome)
-        beginLeafHome(type);
+        beginLeafHome(type, run);
     if (teds)
-        printLocalTEDs(type, glbInfo->tedBefore);
-    genEntryContent(type);
+        printLocalTEDs(type, run.info.tedBefore, run);
+    genEntryContent(type, run);
     if (leafHome)
-        endLeafHome(type);
+        endLeafHome(type, run);
     if (teds)
-        printLocalTEDs(type, glbInfo->tedAfter);
+        printLocalTEDs(type, run.info.tedAfter, run);
 }
 
 } // namespace
 
-void genEntryFunc(AsnType *type) {
+void genEntryFunc(AsnType *type, TypeFuncRun &run) {
     taviUseTypeNode(type);
-    callTypeFunc(glbInfo->beforeEntryFunc, type);
-    glbGeneratingEntryFunction = true;
-    glbEntryType = type;
-    writeEntryHead(type);
-    pushEntryPath(type);
-    callTypeFunc(glbInfo->entryPrefixFunc, type);
-    writeEntryBody(type);
-    callTypeFunc(glbInfo->entryPostfixFunc, type);
-    if (glbInfo->funcKind == decodingKind && mustCheckConstraintsInEntryFunction(type))
-        cCheckConstraints(glbInfo->outFile, type);
-    popEntryPath(type);
-    cCloseBrace(glbInfo->outFile);
-    glbGeneratingEntryFunction = false;
-    glbEntryType = nullptr;
-    callTypeFunc(glbInfo->afterEntryFunc, type);
+    const EntryFunctionScope scope;
+    writeEntryHead(type, run);
+    pushEntryPath(type, run);
+    callTypeFunc(run.info.entryPrefixFunc, type, run);
+    writeEntryBody(type, run);
+    callTypeFunc(run.info.entryPostfixFunc, type, run);
+    if (run.info.funcKind == decodingKind && mustCheckConstraintsInEntryFunction(type))
+        cCheckConstraints(run.outFile, type);
+    popEntryPath(type, run);
+    cCloseBrace(run.outFile);
 }

@@ -5,7 +5,6 @@
 #include "cbet/comppath.h"
 #include "cbet/comptests.h"
 #include "cbet/control.h"
-#include "cbet/entryfuncs.h"
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
 #include "cbet/memory.h"
@@ -134,7 +133,7 @@ Text &cRefExtensionmarker(Text &dst, const char *prefix, AsnType *type, const ch
 namespace {
 
 /* createHome (NULL, &hometab [2], VF_STRU, sizeof (EXTENSIONMARKER)); */
-void createHomeForExtensionmarker(int file, AsnType *type, int gIndex) {
+void createHomeForExtensionmarker(int file, AsnType *type, GIndex gIndex) {
     Text text;
     wToF(file, "createHome (");
     wToF(file, cGetHome(text, nullptr, type, gIndex, ","));
@@ -156,7 +155,7 @@ void initContent(int file, AsnType *type) {
 
 } // namespace
 
-void cInitExtensionmarker(int file, AsnType *type, int gIndex, bool structPrefix) {
+void cInitExtensionmarker(int file, AsnType *type, GIndex gIndex, bool structPrefix) {
     if (!isTypeExtensionmarkerComp(type))
         return;
     bool kept = testTypeOption(type, OPT_SAVE_EXTENSIONS);
@@ -172,7 +171,7 @@ void cInitExtensionmarker(int file, AsnType *type, int gIndex, bool structPrefix
         initContent(file, type);
 }
 
-void cInitExtensionmarkerMult(int file, AsnType *type, int gIndex) {
+void cInitExtensionmarkerMult(int file, AsnType *type, GIndex gIndex) {
     cInitExtensionmarker(file, type, gIndex, false);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/text.h"
+#include "cbet/functions.h"
 
 struct AsnType;
 
@@ -19,8 +20,8 @@ Text &cRefExtensionmarker(Text &dst, const char *prefix, AsnType *type, const ch
 /* First value of the member: with `structPrefix` at the start of the structure, without it when
    unknown components are met, where it may also create a home for them. `gIndex` names the context.
  */
-void cInitExtensionmarker(int file, AsnType *type, int gIndex, bool structPrefix);
-void cInitExtensionmarkerMult(int file, AsnType *type, int gIndex);
+void cInitExtensionmarker(int file, AsnType *type, GIndex gIndex, bool structPrefix);
+void cInitExtensionmarkerMult(int file, AsnType *type, GIndex gIndex);
 /* Frees the home of the member, if it has one. */
 void cFreeAsnExtensionmarker(int file, AsnType *type);
 

@@ -23,13 +23,13 @@ namespace {
 /* What the entries of one module reach inside it, as the engine goes there. */
 struct Reach {
     bool isKnown = false;
+    int depth = 0; /* of types within one another */
     std::unordered_set<NodePlace, PlaceHash> seen;
     std::unordered_set<NodePlace, PlaceHash> functions; /* types whose normal functions are written */
 };
 
 /* By module and bit of the entry mask. */
 std::map<std::pair<ModRec *, int>, Reach> reaches;
-std::unordered_set<NodePlace, PlaceHash> declared;
 
 NodePlace placeOf(const AsnType *type) {
     return {type->baseModule, type->baseRecord};
@@ -51,8 +51,7 @@ void reachPart(AsnType *part, Reach *reach) {
 
 /* Without `withBody` only the types that it refers to have functions. */
 void reachType(AsnType *type, bool withBody, Reach *reach) {
-    static int depth = 0;
-    NestingGuard guard(&depth, type->posModule);
+    NestingGuard guard(&reach->depth, type->posModule);
     if (!isFuncGeneratedInThisModuleFile(type))
         return;
     if (isSynonymType(type)) {
@@ -77,31 +76,33 @@ const Reach &reachOf(AsnModule *module, int entryBit) {
     return reach;
 }
 
-bool isDeclaredByItsModule(AsnType *definition) {
+bool isDeclaredByItsModule(AsnType *definition, int entryBit) {
     AsnModule *module = getModuleOfType(definition);
     const int generate = getGlobalOptions(module)->generate;
     if (generate == GENERATE_VISIBLES || generate == GENERATE_BOTH)
         return true;
     return generate == GENERATE_ENTRIES &&
-           reachOf(module, glbInfo->entryBit).functions.contains(placeOf(definition));
+           reachOf(module, entryBit).functions.contains(placeOf(definition));
 }
 
 } // namespace
 
-void cStartForeignFunctions() {
-    declared.clear();
-}
-
-void cDeclareForeignFunction(AsnType *type) {
-    if (isFuncGeneratedInThisModuleFile(type) || glbInfo->extFile == 0 ||
-        !declared.insert(placeOf(type)).second)
+void cDeclareForeignFunction(AsnType *type, TypeFuncRun &run) {
+    if (isFuncGeneratedInThisModuleFile(type) || run.extFile == 0 ||
+        !run.declared.insert(placeOf(type)).second)
         return;
     bool isKnown = false;
-    forDefBaseTypeDefinedInAnotherModule(type, [&isKnown](AsnType *, AsnType *definition) {
-        isKnown = isDeclaredByItsModule(definition);
+    forDefBaseTypeDefinedInAnotherModule(type, [&](AsnType *, AsnType *definition) {
+        isKnown = isDeclaredByItsModule(definition, run.info.entryBit);
     });
     if (isKnown)
         return;
-    endlToF(glbInfo->extFile);
-    cBaseFunctionProto(glbInfo->extFile, glbInfo->funcPrefix, glbInfo->gIndex, glbInfo->funcArgs, type);
+    endlToF(run.extFile);
+    cBaseFunctionProto(run.extFile, run.funcPrefix.c_str(), run.info.gIndex, type);
+}
+
+/* eFoo (ASNG_F(asncodg) &home->x); */
+void cCallNormalFunc(AsnType *type, TypeFuncRun &run) {
+    cDeclareForeignFunction(type, run);
+    cFunctionRef(run.outFile, run.funcPrefix.c_str(), run.info.gIndex, type);
 }

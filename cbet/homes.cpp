@@ -1,7 +1,6 @@
 #include "cbet/homes.h"
 
 #include "base/files.h"
-#include "cbet/entryfuncs.h"
 #include "cbet/names.h"
 #include "cbet/predicates.h"
 #include "cbet/vars.h"

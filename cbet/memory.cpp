@@ -2,12 +2,10 @@
 
 #include "base/files.h"
 #include "cbet/builtin.h"
-#include "cbet/entryfuncs.h"
 #include "cbet/homes.h"
 #include "cbet/names.h"
 #include "cbet/predicates.h"
 #include "cbet/reports.h"
-#include "cbet/typefuncinfo.h"
 #include "cbet/vars.h"
 #include "model/modules.h"
 #include "model/typeextension.h"
@@ -48,21 +46,20 @@ bool hasHomeStack(AsnType *type) {
 /* if (!(home->next = (Node *)allocAsn (NULL, MB_STG, sizeof (Node)))){
    reportFatalError (LACK_OF_MEMORY);
    } */
-void cAllocComp(AsnType *comp, const TypeFuncInfo *info) {
-    int file = info->outFile;
+void cAllocComp(int file, AsnType *comp, GIndex gIndex) {
     Text text;
     wToF(file, cHome(text, "if (!(", true, comp, nullptr, " ="));
     wToF(file, cBaseTypeId(text, " (", comp, " *)"));
     wToF(file, "allocAsn (");
-    wToF(file, cGetHome(text, nullptr, comp, info->gIndex, ","));
+    wToF(file, cGetHome(text, nullptr, comp, gIndex, ","));
     wToF(file, " MB_STG,");
     wToF(file, cBaseTypeId(text, " sizeof (", comp, "))))"));
     cOpenBrace(file);
-    cReportFatalError(file, info->gIndex, "LACK_OF_MEMORY");
+    cReportFatalError(file, "LACK_OF_MEMORY");
     cCloseBrace(file);
 }
 
-Text &cGetHome(Text &dst, const char *prefix, AsnType *type, int gIndex, const char *postfix) {
+Text &cGetHome(Text &dst, const char *prefix, AsnType *type, GIndex gIndex, const char *postfix) {
     if (!usesMemory(type)) {
         dst = Text(orEmpty(prefix)) + "NULL" + orEmpty(postfix);
         return dst;
@@ -73,7 +70,7 @@ Text &cGetHome(Text &dst, const char *prefix, AsnType *type, int gIndex, const c
 }
 
 /* createHome (getHomeG (asncodg_asnuti), &hometab [0], VF_UI8, 0); */
-void cCreateHome(int file, AsnType *type, int gIndex) {
+void cCreateHome(int file, AsnType *type, GIndex gIndex) {
     Text text;
     wToF(file, "createHome (");
     wToF(file, cGetHome(text, nullptr, type, gIndex, ","));
@@ -86,7 +83,7 @@ void cCreateHome(int file, AsnType *type, int gIndex) {
 }
 
 /* pushHomeG (asncodg_asnuti, hometab [1]); */
-void cPushHome(int file, AsnType *type, int gIndex) {
+void cPushHome(int file, AsnType *type, GIndex gIndex) {
     if (!hasHomeStack(type))
         return;
     Text text;
@@ -99,7 +96,7 @@ void cPushHome(int file, AsnType *type, int gIndex) {
     wToF(file, ");\n");
 }
 
-void cPopHome(int file, AsnType *type, int gIndex) {
+void cPopHome(int file, AsnType *type, GIndex gIndex) {
     if (!hasHomeStack(type))
         return;
     Text text;
@@ -109,7 +106,7 @@ void cPopHome(int file, AsnType *type, int gIndex) {
 }
 
 /* appendList (NULL, &home->x, &a1, VF_UI8, 0); */
-void cAppendList(int file, AsnType *list, AsnType *elem, int gIndex) {
+void cAppendList(int file, AsnType *list, AsnType *elem, GIndex gIndex) {
     Text text;
     wToF(file, "appendList (");
     wToF(file, cGetHome(text, nullptr, elem, gIndex, ","));

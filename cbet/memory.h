@@ -1,25 +1,24 @@
 #pragma once
 
 #include "base/text.h"
+#include "cbet/functions.h"
 
 struct AsnType;
-struct TypeFuncInfo;
 
 /* Calls of the run-time library that allocate and release values and their homes. */
 
-/* Allocation of a component that is held through a pointer, with its report on failure, to the
-   output file of `info`. */
-void cAllocComp(AsnType *comp, const TypeFuncInfo *info);
+/* Allocation of a component that is held through a pointer, with its report on failure. */
+void cAllocComp(int file, AsnType *comp, GIndex gIndex);
 /* The memory handle of the calls below: "getHomeG (...)" with the option "MEMORY=" on, else "NULL".
  */
-Text &cGetHome(Text &dst, const char *prefix, AsnType *type, int gIndex, const char *postfix);
+Text &cGetHome(Text &dst, const char *prefix, AsnType *type, GIndex gIndex, const char *postfix);
 /* A new home for the type's value. */
-void cCreateHome(int file, AsnType *type, int gIndex);
+void cCreateHome(int file, AsnType *type, GIndex gIndex);
 /* The home on the run-time stack, and off again; formats that own no memory write nothing. */
-void cPushHome(int file, AsnType *type, int gIndex);
-void cPopHome(int file, AsnType *type, int gIndex);
+void cPushHome(int file, AsnType *type, GIndex gIndex);
+void cPopHome(int file, AsnType *type, GIndex gIndex);
 /* A new item at the end of a list in format VF_LIST, in the current a variable. */
-void cAppendList(int file, AsnType *list, AsnType *elem, int gIndex);
+void cAppendList(int file, AsnType *list, AsnType *elem, GIndex gIndex);
 /* The release of a value's home. */
 void cFreeAsn(int file, AsnType *type);
 /* True if the type's value has a home that may be released. */

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "cbet/entryfuncs.h"
+#include "cbet/vars.h"
 #include "model/backend.h"
 #include "model/iterators.h"
 #include "model/modules.h"
@@ -119,6 +119,10 @@ bool cIsPtrAsnHomeMember(AsnType *type) {
 
 bool cIsHomeComponent(AsnType *type) {
     return testTypeOption(type, OPT_COMPS_AS_POINTERS);
+}
+
+bool cIsHometab(AsnType *type) {
+    return cIsInEntryFunction() && isEntryType(type) && isMorlaApplication(getModuleOfType(type));
 }
 
 bool cHasCompHomes(AsnType *type) {

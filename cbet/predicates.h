@@ -21,7 +21,10 @@ bool cIsDynamicArray(AsnType *type);
 bool cIsPtrAsnHomeMember(AsnType *type);
 /* The components of the type are pointers to homes in its C structure. */
 bool cIsHomeComponent(AsnType *type);
-/* The components, and the content of an extension marker, lie in homes: as above or in hometab. */
+/* True while an entry function is being written, for a MORLA entry type: its components are reached
+   through the parameter hometab. */
+bool cIsHometab(AsnType *type);
+/* The components, and the content of an extension marker, lie in homes: as in the two above. */
 bool cHasCompHomes(AsnType *type);
 /* The C structure of the type holds a member that says what is present. */
 bool cIsControlMember(AsnType *type);

@@ -43,7 +43,7 @@ void cReportError(int file, const char *name) {
     wToF(file, text);
 }
 
-void cReportFatalError(int file, int, const char *name) {
+void cReportFatalError(int file, const char *name) {
     printfToF(file, "reportFatalError (%s);\n", name);
 }
 

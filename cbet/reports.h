@@ -18,8 +18,8 @@ void cSayAtType(AsnType *type, const char *text);
 void cRefuseType(AsnType *type, const char *text);
 
 void cReportError(int file, const char *name);
-/* The report that doesn't return; `gIndex` isn't used by the text. */
-void cReportFatalError(int file, int gIndex, const char *name);
+/* The report that doesn't return. */
+void cReportFatalError(int file, const char *name);
 
 /* Where a decoder stands, for its error reports. Nothing unless the option "PUSHPATH=" is on. A pop
    takes off as many characters as the push of the same thing put on. */

@@ -1,4 +1,6 @@
 #include "cbet/engine.h"
+#include "cbet/foreignfuncs.h"
+#include "cbet/foreignfuncs.h"
 
 #include "base/files.h"
 #include "cbet/checks.h"
@@ -6,7 +8,6 @@
 #include "cbet/comppath.h"
 #include "cbet/comptests.h"
 #include "cbet/control.h"
-#include "cbet/entryfuncs.h"
 #include "cbet/extensions.h"
 #include "cbet/homes.h"
 #include "cbet/listloops.h"
@@ -27,8 +28,8 @@
 
 namespace {
 
-bool isDecoding() {
-    return glbInfo->funcKind == decodingKind;
+bool isDecoding(const TypeFuncRun &run) {
+    return run.info.funcKind == decodingKind;
 }
 
 bool isOptional(AsnType *comp) {
@@ -41,21 +42,19 @@ bool hasSeveralComps(AsnType *type) {
 
 /* --- around a structure or list --- */
 
-void traverseStructPref(AsnType *type) {
-    callTypeFunc(glbInfo->struPrefixFunc, type);
+void traverseStructPref(AsnType *type, TypeFuncRun &run) {
+    callTypeFunc(run.info.struPrefixFunc, type, run);
     if (getTypeMainType(type) != TYP_CHOICE || !cIsControlMember(type))
         return;
     Text text;
-    wToF(glbInfo->outFile, cHomeRef(text, "switch (", false, type, ".", "choice)"));
-    cOpenBrace(glbInfo->outFile);
+    wToF(run.outFile, cHomeRef(text, "switch (", false, type, ".", "choice)"));
+    cOpenBrace(run.outFile);
 }
 
 /* The list's block with the variable that counts or holds its elements. */
-void openListBlock(AsnType *type, bool vars) {
-    int file = glbInfo->outFile;
+void openListBlock(AsnType *type, TypeFuncRun &run) {
+    int file = run.outFile;
     cOpenBrace(file);
-    if (!vars)
-        return;
     if (getVF(type) == VF_LIST) {
         cIncAsnHomeVarCount();
         cAsnHomeVarDef(file);
@@ -63,64 +62,63 @@ void openListBlock(AsnType *type, bool vars) {
     }
     cIncNVarCount();
     cNVarDef(file);
-    if (cIsIgnoringSizeLimit(type) && extraElemsVarUsed())
+    if (cIsIgnoringSizeLimit(type))
         printfToF(file, "BOOLE extraElems%d = FALSE;\n", cVarCount(VAR_N));
 }
 
-void closeListBlock(AsnType *type, bool vars) {
-    if (vars) {
-        if (getVF(type) == VF_LIST)
-            cDecAsnHomeVarCount();
-        else
-            cDecNVarCount();
-    }
-    cCloseBrace(glbInfo->outFile);
+void closeListBlock(AsnType *type, TypeFuncRun &run) {
+    if (getVF(type) == VF_LIST)
+        cDecAsnHomeVarCount();
+    else
+        cDecNVarCount();
+    cCloseBrace(run.outFile);
 }
 
-void openDummyCompmask(AsnType *type) {
-    int file = glbInfo->outFile;
+void openDummyCompmask(AsnType *type, TypeFuncRun &run) {
+    int file = run.outFile;
     Text text;
     cOpenBrace(file);
     wToF(file, getControlMemberDef(text, type));
     wToF(file, getControlMemberIni(text, nullptr, type));
 }
 
-void constructStructPref(AsnType *type, bool vars) {
-    initComponents(type);
+void constructStructPref(AsnType *type, TypeFuncRun &run) {
+    initComponents(type, run);
     if (isTypeExtensionmarkerComp(type) && !cHasCompHomes(type))
-        cInitExtensionmarker(glbInfo->outFile, type, glbInfo->gIndex, true);
+        cInitExtensionmarker(run.outFile, type, run.info.gIndex, true);
     if (isListType(type))
-        openListBlock(type, vars);
-    if (generateDummyCompmask(type))
-        openDummyCompmask(type);
-    callTypeFunc(glbInfo->struPrefixFunc, type);
+        openListBlock(type, run);
+    if (generateDummyCompmask(type, run))
+        openDummyCompmask(type, run);
+    callTypeFunc(run.info.struPrefixFunc, type, run);
 }
 
-void structPost(AsnType *type, bool vars) {
-    int file = glbInfo->outFile;
-    if (!isConstructingKind()) {
+void structPost(AsnType *type, TypeFuncRun &run) {
+    int file = run.outFile;
+    if (!isConstructingKind(run)) {
         if (getTypeMainType(type) == TYP_CHOICE && cIsControlMember(type))
             cCloseBrace(file);
         return;
     }
-    if (isDecoding()) {
+    if (isDecoding(run)) {
         cCheckConstraints(file, type);
-        if (generateDummyCompmask(type))
+        if (generateDummyCompmask(type, run))
             cCloseBrace(file);
     }
     if (isListType(type))
-        closeListBlock(type, vars);
+        closeListBlock(type, run);
 }
 
 /* --- around a component: traversing kinds --- */
 
-bool printsMarker(AsnType *father) {
-    return glbInfo->funcKind == printingKind && testTypeOption(father, OPT_SAVE_EXTENSIONS);
+bool printsMarker(AsnType *father, const TypeFuncRun &run) {
+    return run.info.funcKind == printingKind && testTypeOption(father, OPT_SAVE_EXTENSIONS);
 }
 
-bool isTheFirstChoiceComp(AsnType *father, AsnType *comp) {
-    if (!glbInfo->reverseComps)
-        return getTypeCompNbr(comp) == 0 || (isFirstActualTypeComp(comp) && !printsMarker(father));
+bool isTheFirstChoiceComp(AsnType *father, AsnType *comp, const TypeFuncRun &run) {
+    if (!run.info.reverseComps)
+        return getTypeCompNbr(comp) == 0 ||
+               (isFirstActualTypeComp(comp) && !printsMarker(father, run));
     int last = nrOfWalkedComps(father) - 1;
     if (isTypeExtensionmarkerComp(father) && getTypeExtensionmarkerCompNbr(father) == last)
         --last;
@@ -128,13 +126,13 @@ bool isTheFirstChoiceComp(AsnType *father, AsnType *comp) {
 }
 
 /* "case 1:", or without a control member "else if (hometab [1])". */
-void beginAlternative(AsnType *father, AsnType *comp) {
-    int file = glbInfo->outFile;
+void beginAlternative(AsnType *father, AsnType *comp, TypeFuncRun &run) {
+    int file = run.outFile;
     if (cIsControlMember(father)) {
         printfToF(file, "case %d:\n", getTypeCompNbr(comp));
         ++fArr[file].indent;
     } else {
-        if (!isTheFirstChoiceComp(father, comp))
+        if (!isTheFirstChoiceComp(father, comp, run))
             wToF(file, "else ");
         Text text;
         if (cIsHometab(father))
@@ -145,8 +143,8 @@ void beginAlternative(AsnType *father, AsnType *comp) {
     cOpenBrace(file);
 }
 
-void endAlternative(AsnType *father) {
-    int file = glbInfo->outFile;
+void endAlternative(AsnType *father, TypeFuncRun &run) {
+    int file = run.outFile;
     cCloseBrace(file);
     if (!cIsControlMember(father))
         return;
@@ -154,38 +152,38 @@ void endAlternative(AsnType *father) {
     --fArr[file].indent;
 }
 
-void traverseCompPrefix(AsnType *father, AsnType *comp) {
+void traverseCompPrefix(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     switch (getTypeMainType(father)) {
     case TYP_SEQ:
     case TYP_SET:
         if (isOptional(comp))
-            cBeginTestOptionalComp(glbInfo->outFile, father, comp);
+            cBeginTestOptionalComp(run.outFile, father, comp);
         break;
     case TYP_SEQOF:
     case TYP_SETOF:
-        cBeginForLoop(glbInfo->outFile, father, comp, glbInfo->reverseComps);
+        cBeginForLoop(run.outFile, father, comp, run.info.reverseComps);
         break;
     case TYP_CHOICE:
-        beginAlternative(father, comp);
+        beginAlternative(father, comp, run);
         break;
     default:
         break;
     }
 }
 
-void traverseCompPostfix(AsnType *father, AsnType *comp) {
+void traverseCompPostfix(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     switch (getTypeMainType(father)) {
     case TYP_SEQ:
     case TYP_SET:
         if (isOptional(comp))
-            cEndTestOptionalComp(glbInfo->outFile, father, comp);
+            cEndTestOptionalComp(run.outFile, father, comp);
         break;
     case TYP_SEQOF:
     case TYP_SETOF:
-        cEndForLoop(glbInfo->outFile, father);
+        cEndForLoop(run.outFile, father);
         break;
     case TYP_CHOICE:
-        endAlternative(father);
+        endAlternative(father, run);
         break;
     default:
         break;
@@ -194,43 +192,40 @@ void traverseCompPostfix(AsnType *father, AsnType *comp) {
 
 /* --- around a component: constructing kinds --- */
 
-void constructBeforeIsComp(AsnType *father, AsnType *comp) {
+void constructBeforeIsComp(AsnType *father, TypeFuncRun &run) {
     if (!isListType(father))
         return;
-    if (glbInfo->listLoopFunc != nullptr)
-        glbInfo->listLoopFunc(glbInfo->outFile, comp);
-    else
-        wToF(glbInfo->outFile, "while (TRUE)");
-    cOpenBrace(glbInfo->outFile);
+    wToF(run.outFile, "while (TRUE)");
+    cOpenBrace(run.outFile);
 }
 
 /* {
    if (home->compmask & BIT(0)){
    reportError (ASNG_F(asncodg) DM_FAIL);
    } */
-void beginDecodedSetComp(AsnType *comp) {
-    int file = glbInfo->outFile;
+void beginDecodedSetComp(AsnType *comp, TypeFuncRun &run) {
+    int file = run.outFile;
     cOpenBrace(file);
     cBeginTestDuplicateSetComp(file, comp);
-    cReportError(file, glbInfo->duplicateError != nullptr ? glbInfo->duplicateError : "DM_FAIL");
+    cReportError(file, "DM_FAIL");
     cEndTestDuplicateSetComp(file);
 }
 
-void constructCompPrefix(AsnType *father, AsnType *comp) {
+void constructCompPrefix(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     switch (getTypeMainType(father)) {
     case TYP_SEQ:
         if (isOptional(comp))
-            cOpenBrace(glbInfo->outFile);
+            cOpenBrace(run.outFile);
         break;
     case TYP_CHOICE:
         if (hasSeveralComps(father))
-            cOpenBrace(glbInfo->outFile);
+            cOpenBrace(run.outFile);
         break;
     case TYP_SET:
-        if (isDecoding() && hasSeveralComps(father))
-            beginDecodedSetComp(comp);
+        if (isDecoding(run) && hasSeveralComps(father))
+            beginDecodedSetComp(comp, run);
         else if (isOptional(comp))
-            cOpenBrace(glbInfo->outFile);
+            cOpenBrace(run.outFile);
         break;
     default:
         break;
@@ -238,34 +233,34 @@ void constructCompPrefix(AsnType *father, AsnType *comp) {
 }
 
 /* The element is counted, the loop ends, and what is beyond a limit is read over. */
-void constructListElemPostfix(AsnType *father, AsnType *comp) {
-    int file = glbInfo->outFile;
+void constructListElemPostfix(AsnType *father, AsnType *comp, TypeFuncRun &run) {
+    int file = run.outFile;
     cIncListSize(file, father, comp);
     if (getVF(father) != VF_LIST && getVFSize(father) != VF_NONE) {
         Text text;
         wToF(file, cNVarRef(text, nullptr, "++;\n"));
     }
     cCloseBrace(file);
-    ignoreTrailingListElems(father, comp);
+    ignoreTrailingListElems(father, comp, run);
 }
 
-void constructCompPostfix(AsnType *father, AsnType *comp) {
+void constructCompPostfix(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     switch (getTypeMainType(father)) {
     case TYP_SEQ:
         if (isOptional(comp))
-            cCloseBrace(glbInfo->outFile);
+            cCloseBrace(run.outFile);
         break;
     case TYP_SET:
-        if (isOptional(comp) || (isDecoding() && hasSeveralComps(father)))
-            cCloseBrace(glbInfo->outFile);
+        if (isOptional(comp) || (isDecoding(run) && hasSeveralComps(father)))
+            cCloseBrace(run.outFile);
         break;
     case TYP_CHOICE:
         if (hasSeveralComps(father))
-            cCloseBrace(glbInfo->outFile);
+            cCloseBrace(run.outFile);
         break;
     case TYP_SEQOF:
     case TYP_SETOF:
-        constructListElemPostfix(father, comp);
+        constructListElemPostfix(father, comp, run);
         break;
     default:
         break;
@@ -274,13 +269,13 @@ void constructCompPostfix(AsnType *father, AsnType *comp) {
 
 /* --- around a component: both groups of kinds --- */
 
-void compPrefFunc(AsnType *father, AsnType *comp) {
-    if (isConstructingKind()) {
-        constructBeforeIsComp(father, comp);
-        callTypeFunc(glbInfo->isCompFunc, comp);
-        constructCompPrefix(father, comp);
+void compPrefFunc(AsnType *father, AsnType *comp, TypeFuncRun &run) {
+    if (isConstructingKind(run)) {
+        constructBeforeIsComp(father, run);
+        callTypeFunc(run.info.isCompFunc, comp, run);
+        constructCompPrefix(father, comp, run);
     } else {
-        traverseCompPrefix(father, comp);
+        traverseCompPrefix(father, comp, run);
     }
 }
 
@@ -292,158 +287,139 @@ bool isCheckedAtComp(AsnType *comp) {
     return cIsDefinedBaseType(comp) && isLocalTypeConstraints(comp);
 }
 
-void compPostFunc(AsnType *father, AsnType *comp) {
-    if (!isConstructingKind()) {
-        traverseCompPostfix(father, comp);
+void compPostFunc(AsnType *father, AsnType *comp, TypeFuncRun &run) {
+    if (!isConstructingKind(run)) {
+        traverseCompPostfix(father, comp, run);
         return;
     }
-    if (isDecoding() && isCheckedAtComp(comp))
-        cCheckConstraints(glbInfo->outFile, comp);
-    constructCompPostfix(father, comp);
+    if (isDecoding(run) && isCheckedAtComp(comp))
+        cCheckConstraints(run.outFile, comp);
+    constructCompPostfix(father, comp, run);
 }
 
 /* --- extension markers --- */
 
-void extensionmarkerPrefFunc(AsnType *father, AsnType *marker) {
-    if (!printsMarker(father))
+void extensionmarkerPrefFunc(AsnType *father, AsnType *marker, TypeFuncRun &run) {
+    if (!printsMarker(father, run))
         return;
     if (getTypeMainType(father) == TYP_CHOICE && !cIsControlMember(father) &&
         getTypeCompNbr(marker) > 0)
-        wToF(glbInfo->outFile, "else ");
-    cBeginTestExtensionmarker(glbInfo->outFile, father);
+        wToF(run.outFile, "else ");
+    cBeginTestExtensionmarker(run.outFile, father);
 }
 
-void extensionmarkerPostFunc(AsnType *father) {
-    if (printsMarker(father))
-        cEndTestExtensionmarker(glbInfo->outFile, father);
+void extensionmarkerPostFunc(AsnType *father, TypeFuncRun &run) {
+    if (printsMarker(father, run))
+        cEndTestExtensionmarker(run.outFile, father);
 }
 
-void funcForExtensionmarkerComponent(AsnType *father, AsnType *comp) {
-    if (isConstructingKind() ? glbInfo->markerInConstruct : glbInfo->markerInTraverse)
-        callTypeFunc(glbInfo->leafFunc, comp);
-    if (!glbInfo->markerInConstruct && printsMarker(father))
-        callTypeFunc(glbInfo->leafFunc, comp);
+void funcForExtensionmarkerComponent(AsnType *father, AsnType *comp, TypeFuncRun &run) {
+    if (printsMarker(father, run))
+        callTypeFunc(run.info.leafFunc, comp, run);
 }
 
 /* --- the content of a component --- */
 
-void pushCompPath(AsnType *father, AsnType *comp) {
-    if (!glbInfo->trackPath)
+void pushCompPath(AsnType *father, AsnType *comp, TypeFuncRun &run) {
+    if (!run.info.trackPath)
         return;
-    if (isListType(father)) {
-        if (glbInfo->pushElemFunc != nullptr)
-            callTypeFunc(glbInfo->pushElemFunc, father);
-        else
-            cPushElem(glbInfo->outFile, father);
-    } else if (glbInfo->pushCompFunc != nullptr) {
-        callTypeFunc(glbInfo->pushCompFunc, comp);
-    } else {
-        cPushPath(glbInfo->outFile, comp);
-    }
-}
-
-void popCompPath(AsnType *comp) {
-    if (!glbInfo->trackPath)
-        return;
-    if (glbInfo->popCompFunc != nullptr)
-        callTypeFunc(glbInfo->popCompFunc, comp);
+    if (isListType(father))
+        cPushElem(run.outFile, father);
     else
-        cPopPath(glbInfo->outFile, comp);
+        cPushPath(run.outFile, comp);
 }
 
-void inlineStructure(AsnType *comp) {
-    callTypeFunc(glbInfo->beforeBuiltinFunc, comp);
-    funcForStructuredTypeAndCompsOrElems(comp);
-    callTypeFunc(glbInfo->afterBuiltinFunc, comp);
+void popCompPath(AsnType *comp, TypeFuncRun &run) {
+    if (run.info.trackPath)
+        cPopPath(run.outFile, comp);
 }
 
 /* A structure in line. One that doesn't lie in its father's structure gets a block with a pointer
    to it, from which its path begins anew. */
-void funcForBuiltinComponent(AsnType *father, AsnType *comp) {
+void funcForBuiltinComponent(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     if (!isAsnHomeComp(father, comp)) {
-        inlineStructure(comp);
+        funcForStructuredTypeAndCompsOrElems(comp, run);
         return;
     }
-    cBeginBlock(glbInfo->outFile, comp);
+    cBeginBlock(run.outFile, comp);
     const char *savedPath = comp->path;
     int savedLength = comp->pathLength;
     pushPath();
     comp->path = getPath();
     comp->pathLength = 0;
-    inlineStructure(comp);
-    cEndBlock(glbInfo->outFile);
+    funcForStructuredTypeAndCompsOrElems(comp, run);
+    cEndBlock(run.outFile);
     popPath();
     comp->path = savedPath;
     comp->pathLength = savedLength;
 }
 
-void compContent(AsnType *father, AsnType *comp) {
+void compContent(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     if (testTypeOption(comp, OPT_SKIPPED))
-        skipType(comp);
+        skipType(comp, run);
     else if (cIsFrameType(comp))
-        callTypeFunc(glbInfo->frameFunc, comp);
+        callTypeFunc(run.info.frameFunc, comp, run);
     else if (isLeafType(comp))
-        callTypeFunc(glbInfo->leafFunc, comp);
+        callTypeFunc(run.info.leafFunc, comp, run);
     else if (!cIsDefinedBaseType(comp))
-        funcForBuiltinComponent(father, comp);
+        funcForBuiltinComponent(father, comp, run);
     else
-        callTypeFunc(glbInfo->definedFunc, comp);
+        cCallNormalFunc(comp, run);
 }
 
-void funcForNormalComponentOrElement(AsnType *father, AsnType *comp) {
-    if (isConstructingKind())
-        initializeComp(father, comp);
-    pushCompPath(father, comp);
-    checkListUpperBound(father, comp);
-    compContent(father, comp);
-    releaseComp(father, comp);
-    popCompPath(comp);
+void funcForNormalComponentOrElement(AsnType *father, AsnType *comp, TypeFuncRun &run) {
+    if (isConstructingKind(run))
+        initializeComp(father, comp, run);
+    pushCompPath(father, comp, run);
+    checkListUpperBound(father, comp, run);
+    compContent(father, comp, run);
+    releaseComp(father, comp, run);
+    popCompPath(comp, run);
 }
 
-void funcForComponentOrElement(AsnType *father, AsnType *comp, int) {
+void funcForComponentOrElement(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     bool marker = isTypeExtensionmarker(comp);
     bool pathFirst = cIsHomeComponent(father); /* its presence test is on the component itself */
     if (pathFirst)
         addCompNameToPath(comp);
     if (marker) {
-        extensionmarkerPrefFunc(father, comp);
+        extensionmarkerPrefFunc(father, comp, run);
     } else {
-        compPrefFunc(father, comp);
-        callTypeFunc(glbInfo->compPrefixFunc, comp);
+        compPrefFunc(father, comp, run);
+        callTypeFunc(run.info.compPrefixFunc, comp, run);
     }
-    printCompTEDs(comp, glbInfo->tedBefore);
+    printCompTEDs(comp, run.info.tedBefore, run);
     if (!pathFirst)
         addCompNameToPath(comp);
     if (marker)
-        funcForExtensionmarkerComponent(father, comp);
+        funcForExtensionmarkerComponent(father, comp, run);
     else
-        funcForNormalComponentOrElement(father, comp);
-    printCompTEDs(comp, glbInfo->tedAfter);
+        funcForNormalComponentOrElement(father, comp, run);
+    printCompTEDs(comp, run.info.tedAfter, run);
     if (marker) {
-        extensionmarkerPostFunc(father);
+        extensionmarkerPostFunc(father, run);
     } else {
-        callTypeFunc(glbInfo->compPostfixFunc, comp);
-        compPostFunc(father, comp);
+        callTypeFunc(run.info.compPostfixFunc, comp, run);
+        compPostFunc(father, comp, run);
     }
     removeCompNameFromPath(comp);
 }
 
 } // namespace
 
-void funcForStructuredTypeAndCompsOrElems(AsnType *type) {
-    static int depth = 0;
-    NestingGuard guard(&depth, type->posModule);
-    bool vars = glbInfo->compsWantedFunc == nullptr || glbInfo->compsWantedFunc(type, glbInfo);
-    if (isConstructingKind())
-        constructStructPref(type, vars);
+void funcForStructuredTypeAndCompsOrElems(AsnType *type, TypeFuncRun &run) {
+    NestingGuard guard(&run.depth, type->posModule);
+    if (isConstructingKind(run))
+        constructStructPref(type, run);
     else
-        traverseStructPref(type);
-    if (vars) {
-        if (glbInfo->reverseComps && isStructuredType(type))
-            forEachTypeCompRevOrd(type, funcForComponentOrElement);
-        else
-            forEachTypeCompOrElem(type, funcForComponentOrElement);
-    }
-    callTypeFunc(glbInfo->struPostfixFunc, type);
-    structPost(type, vars);
+        traverseStructPref(type, run);
+    auto each = [&run](AsnType *father, AsnType *comp, int) {
+        funcForComponentOrElement(father, comp, run);
+    };
+    if (run.info.reverseComps && isStructuredType(type))
+        forEachTypeCompRevOrd(type, each);
+    else
+        forEachTypeCompOrElem(type, each);
+    callTypeFunc(run.info.struPostfixFunc, type, run);
+    structPost(type, run);
 }

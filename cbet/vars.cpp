@@ -15,6 +15,7 @@ struct LocalVar {
     Text name;
 };
 LocalVar localVars[VAR_KINDS];
+bool isInEntryFunction = false;
 
 LocalVar &localVar(int kind) {
     if (kind < 0 || kind >= VAR_KINDS)
@@ -51,6 +52,16 @@ void cRegisterVar(int kind, const char *type, const char *name) {
     LocalVar &var = localVar(kind);
     var.type = withBlank(type);
     var.name = withBlank(name);
+}
+
+EntryFunctionScope::EntryFunctionScope() {
+    isInEntryFunction = true;
+}
+EntryFunctionScope::~EntryFunctionScope() {
+    isInEntryFunction = false;
+}
+bool cIsInEntryFunction() {
+    return isInEntryFunction;
 }
 
 int cVarCount(int kind) {

@@ -4,8 +4,8 @@
 
 struct AsnType;
 
-/* Local variables that generated functions declare in nested blocks, and the braces around them. A
-   variable's name is that of its kind and the count of variables of the kind that are open, so
+/* What is open in the function that is being written: local variables in nested blocks, and the
+   braces around them. A variable's name is that of its kind and the count of variables of the kind that are open, so
    nested blocks get new names, and blocks beside one another use the same ones again. */
 
 enum VarKind : int {
@@ -24,6 +24,16 @@ void cResetVars();
 /* Registers a kind; a blank goes behind each text unless it is empty or ends in "*". Fatal error 13
    for a kind out of range, as in all functions here. */
 void cRegisterVar(int kind, const char *type, const char *name);
+
+/* While one lives, an entry function is being written. */
+class EntryFunctionScope {
+public:
+    EntryFunctionScope();
+    ~EntryFunctionScope();
+    EntryFunctionScope(const EntryFunctionScope &) = delete;
+    EntryFunctionScope &operator=(const EntryFunctionScope &) = delete;
+};
+bool cIsInEntryFunction();
 
 /* Number of variables of the kind that are open. */
 int cVarCount(int kind);

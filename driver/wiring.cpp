@@ -1,8 +1,6 @@
 #include "driver/wiring.h"
 
 #include "base/fatal.h"
-#include "cbet/embedded.h"
-#include "cbet/embedding.h"
 #include "cbet/reserved.h"
 #include "gen/classmeta.h"
 #include "gen/meta.h"
@@ -37,9 +35,6 @@ void installHooks() {
 
     nameHooks.avoidsCPlusPlusWords = avoidsCPlusPlusWords;
 
-    embeddingHooks.printTypeEmbeddingOptions = printTypeEmbeddingOptions;
-    embeddingHooks.printLocalTypeEmbeddingOptions = printLocalTypeEmbeddingOptions;
-    embeddingHooks.printObjClassEmbeddingOptions = printObjClassEmbeddingOptions;
 
     modelHooks.initBEModMetaRec = initBEModMetaRec;
     modelHooks.newBETypMetaRec = newBETypMetaRec;

@@ -8,13 +8,12 @@
 #include "cbet/listsizes.h"
 #include "cbet/predicates.h"
 #include "cbet/vars.h"
-#include "gen/functionkinds.h"
+#include "gen/fileset.h"
 #include "gen/leaves.h"
 #include "gen/nameddefs.h"
 #include "gen/valuecalls.h"
 #include "gen/valuetests.h"
 #include "model/iterators.h"
-#include "model/stamps.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
@@ -87,26 +86,26 @@ void askIsSeqOfComp(int file, AsnType *elem) {
     cCloseBrace(file);
 }
 
-void askIsComp(AsnType *comp, const TypeFuncInfo *info) {
+void askIsComp(AsnType *comp, TypeFuncRun &run) {
     switch (getTypeMainType(getFatherOfTypeComp(comp))) {
     case TYP_SEQ:
     case TYP_SET:
-        askIsSeqComp(info->outFile, comp);
+        askIsSeqComp(run.outFile, comp);
         break;
     case TYP_CHOICE:
-        askIsChoiceComp(info->outFile, comp);
+        askIsChoiceComp(run.outFile, comp);
         break;
     case TYP_SEQOF:
     case TYP_SETOF:
-        askIsSeqOfComp(info->outFile, comp);
+        askIsSeqOfComp(run.outFile, comp);
         break;
     default:
         break;
     }
 }
 
-void askCompPostfix(AsnType *comp, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void askCompPostfix(AsnType *comp, TypeFuncRun &run) {
+    const int file = run.outFile;
     AsnType *father = getFatherOfTypeComp(comp);
     const int mainType = getTypeMainType(father);
     askEndAnyChoiceComp(file, comp);
@@ -116,25 +115,25 @@ void askCompPostfix(AsnType *comp, const TypeFuncInfo *info) {
         cCloseBrace(file);
 }
 
-void askStruPrefix(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void askStruPrefix(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     if (isListType(type) && cIsDynamicArray(type))
         forTypeElem(type, [file](AsnType *list, AsnType *elem) {
             genUpperBound(file, "a_UpperBound (", list, elem);
         });
 }
 
-void askStruPostfix(AsnType *type, const TypeFuncInfo *info) {
+void askStruPostfix(AsnType *type, TypeFuncRun &run) {
     if (getTypeMainType(type) != TYP_CHOICE)
-        askEndComp(info->outFile, type);
+        askEndComp(run.outFile, type);
 }
 
-void askEntryPrefix(AsnType *type, const TypeFuncInfo *info) {
-    askBegComp(info->outFile, type, ";\n");
+void askEntryPrefix(AsnType *type, TypeFuncRun &run) {
+    askBegComp(run.outFile, type, ";\n");
 }
 
-void askEntryPostfix(AsnType *type, const TypeFuncInfo *info) {
-    askEndAnyChoiceComp(info->outFile, type);
+void askEntryPostfix(AsnType *type, TypeFuncRun &run) {
+    askEndAnyChoiceComp(run.outFile, type);
 }
 
 /* Leaves. */
@@ -144,20 +143,20 @@ void askCall(int file, AsnType *type, const char *postfix) {
     genFillCall(file, "a_", type, postfix);
 }
 
-void askBoolean(AsnType *type, const TypeFuncInfo *info) {
-    askCall(info->outFile, type, ");\n");
-    genNormalisedTrue(info->outFile, type);
+void askBoolean(AsnType *type, TypeFuncRun &run) {
+    askCall(run.outFile, type, ");\n");
+    genNormalisedTrue(run.outFile, type);
 }
 
-void askInteger(AsnType *type, const TypeFuncInfo *info) {
-    askCall(info->outFile, type, ",");
-    genIntegerBounds(info->outFile, type);
+void askInteger(AsnType *type, TypeFuncRun &run) {
+    askCall(run.outFile, type, ",");
+    genIntegerBounds(run.outFile, type);
 }
 
 /* A value in a hole is set back to the least one, unless the enumeration can be extended. */
-void askEnum(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
-    askInteger(type, info);
+void askEnum(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
+    askInteger(type, run);
     if (isSimpleIntegerValueSet(type) || !cCheckIntegerValueSet(file, type))
         return;
     cOpenBrace(file);
@@ -171,24 +170,24 @@ void askEnum(AsnType *type, const TypeFuncInfo *info) {
     cCloseBrace(file);
 }
 
-void askReal(AsnType *type, const TypeFuncInfo *info) {
-    askCall(info->outFile, type, ",");
-    genRealBounds(info->outFile, type);
+void askReal(AsnType *type, TypeFuncRun &run) {
+    askCall(run.outFile, type, ",");
+    genRealBounds(run.outFile, type);
 }
 
 /* a_IA5String8 (&home->name, 1, 8); */
-void askString(AsnType *type, const TypeFuncInfo *info) {
+void askString(AsnType *type, TypeFuncRun &run) {
     sint64 low, high, alloc;
     getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
-    genFillString(info->outFile, "a_", type, i64ismax(alloc));
+    genFillString(run.outFile, "a_", type, i64ismax(alloc));
 }
 
-void askNull(AsnType *type, const TypeFuncInfo *info) {
-    genNullCall(info->outFile, "a_", type);
+void askNull(AsnType *type, TypeFuncRun &run) {
+    genNullCall(run.outFile, "a_", type);
 }
 
-void askSimple(AsnType *type, const TypeFuncInfo *info) {
-    askCall(info->outFile, type, ");\n");
+void askSimple(AsnType *type, TypeFuncRun &run) {
+    askCall(run.outFile, type, ");\n");
 }
 
 constexpr LeafCalls leafCalls = {
@@ -205,41 +204,44 @@ constexpr LeafCalls leafCalls = {
     .other = genNoFillCall,
 };
 
-void askLeaf(AsnType *type, const TypeFuncInfo *info) {
-    genNamedDefCalls(type, info);
-    genLeaf(type, info, leafCalls);
+void askLeaf(AsnType *type, TypeFuncRun &run) {
+    genNamedDefCalls(type, run);
+    genLeaf(type, run, leafCalls);
 }
 
-void askFrame(AsnType *type, const TypeFuncInfo *info) {
+void askFrame(AsnType *type, TypeFuncRun &run) {
     if (isAnyOrOpen(type))
-        genOpenFrame(info->outFile, "a_Frame_0 (", type);
+        genOpenFrame(run.outFile, "a_Frame_0 (", type);
     else
-        genTypedFrame(info->outFile, "a_Frame (", type);
+        genTypedFrame(run.outFile, "a_Frame (", type);
 }
 
-void askSkip(AsnType *, const TypeFuncInfo *info) {
-    wToF(info->outFile, "a_NullType ();\n");
+void askSkip(AsnType *, TypeFuncRun &run) {
+    wToF(run.outFile, "a_NullType ();\n");
 }
+
+/* What stands where in an asking function, in the order of its text. */
+constexpr TypeFuncInfo asking = {
+    .funcKind = askingKind,
+    .entryBit = ENTRY_ASKING,
+    .tedBefore = TED_ASK_BEFORE,
+    .tedAfter = TED_ASK_BEHIND,
+    .gIndex = GIDX_TESTING,
+    .noBodyFunc = genNamedDefFunc,
+    .entryPrefixFunc = askEntryPrefix,
+    .struPrefixFunc = askStruPrefix,
+    .isCompFunc = askIsComp,
+    .skipFunc = askSkip,
+    .ignoreFunc = askSkip,
+    .frameFunc = askFrame,
+    .leafFunc = askLeaf,
+    .compPostfixFunc = askCompPostfix,
+    .struPostfixFunc = askStruPostfix,
+    .entryPostfixFunc = askEntryPostfix,
+};
 
 } // namespace
 
 void generateAskingFunctions(AsnModule *module) {
-    TypeFuncInfo info;
-    initFunctionKind(&info, askingKind);
-    info.noBodyFunc = genNamedDefFunc;
-    info.struPrefixFunc = askStruPrefix;
-    info.isCompFunc = askIsComp;
-    info.skipFunc = askSkip;
-    info.ignoreFunc = askSkip;
-    info.frameFunc = askFrame;
-    info.leafFunc = askLeaf;
-    info.definedFunc = genNormalCall;
-    info.compPostfixFunc = askCompPostfix;
-    info.struPostfixFunc = askStruPostfix;
-    info.entryPrefixFunc = askEntryPrefix;
-    info.entryPostfixFunc = askEntryPostfix;
-    info.funcPrefix = "a";
-    info.entryFuncPrefix = "ask";
-    initStamps();
-    cGenerateTypeFunctions(module, &info);
+    cGenerateTypeFunctions(module, {asking, fiAsk, fiAskE, "a", "ask"});
 }

@@ -4,7 +4,6 @@
 #include "cbet/builtin.h"
 #include "cbet/comptests.h"
 #include "cbet/engine.h"
-#include "cbet/entryfuncs.h"
 #include "cbet/extensions.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
@@ -12,12 +11,11 @@
 #include "cbet/reports.h"
 #include "cbet/vars.h"
 #include "gen/decodeleaf.h"
-#include "gen/functionkinds.h"
+#include "gen/fileset.h"
 #include "gen/meta.h"
 #include "gen/valuecalls.h"
 #include "gen/valuetests.h"
 #include "model/iterators.h"
-#include "model/stamps.h"
 #include "model/tags.h"
 #include "model/typeextension.h"
 #include "model/typequeries.h"
@@ -124,8 +122,8 @@ void decIsSeqOfComp(int file, AsnType *elem) {
     decReport(file, "TAG_FAIL");
 }
 
-void decIsComp(AsnType *comp, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void decIsComp(AsnType *comp, TypeFuncRun &run) {
+    const int file = run.outFile;
     AsnType *father = getFatherOfTypeComp(comp);
     const bool isElse = !isFirstActualTypeComp(comp);
     switch (getTypeMainType(father)) {
@@ -178,23 +176,23 @@ void decSeqCompPrefix(int file, AsnType *comp) {
     }
 }
 
-void decCompPrefix(AsnType *comp, const TypeFuncInfo *info) {
+void decCompPrefix(AsnType *comp, TypeFuncRun &run) {
     if (compsAreInSequence(getFatherOfTypeComp(comp)))
-        decSeqCompPrefix(info->outFile, comp);
+        decSeqCompPrefix(run.outFile, comp);
     else
-        decInnermostCompTags(info->outFile, comp, true);
+        decInnermostCompTags(run.outFile, comp, true);
 }
 
-void decCompPostfix(AsnType *comp, const TypeFuncInfo *info) {
-    decInnermostCompEOCs(info->outFile, comp);
+void decCompPostfix(AsnType *comp, TypeFuncRun &run) {
+    decInnermostCompEOCs(run.outFile, comp);
     if (compsAreInSequence(getFatherOfTypeComp(comp)) && isOptionalTypeComp(comp))
-        wToF(info->outFile, LOOK);
+        wToF(run.outFile, LOOK);
 }
 
 /* Around a structure or list. */
 
-void decStruPrefix(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void decStruPrefix(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     if (getTypeMainType(type) == TYP_SET && hasSeveralComps(type)) {
         /* The look gives 0 at the end-of-contents. */
         wToF(file, "while (d_LookTagLen ())");
@@ -222,30 +220,30 @@ void decExtensionmarker(int file, AsnType *type) {
         wToF(file, "d_Skip ();\n");
 }
 
-void decPrepareExtensionmarker(const TypeFuncInfo *info, AsnType *type) {
-    const int file = info->outFile;
+void decPrepareExtensionmarker(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     if (!markerHasOwnHome(type)) {
         cSetExtensionmarkerControlMember(file, type);
         /* Of the plain forms only a CHOICE sets its member up here: it shares the union. */
         if (getTypeMainType(type) == TYP_CHOICE)
-            cInitExtensionmarker(file, type, info->gIndex, false);
+            cInitExtensionmarker(file, type, run.info.gIndex, false);
     } else if (getTypeMainType(type) == TYP_SET) {
         cBeginTestNonexistentExtensionmarker(file, type);
-        cInitExtensionmarker(file, type, info->gIndex, false);
+        cInitExtensionmarker(file, type, run.info.gIndex, false);
         cEndTestExtensionmarker(file, type);
     } else {
-        cInitExtensionmarker(file, type, info->gIndex, false);
+        cInitExtensionmarker(file, type, run.info.gIndex, false);
     }
 }
 
 /* The last "else" of a chain: a tag that none of the known ones is. */
-void decNoneAbove(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void decNoneAbove(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     const bool isOnlyMarker = isTypeExtensionmarkerComp(type) && nrOfWalkedComps(type) == 1;
     wToF(file, isOnlyMarker ? "" : "else ");
     cOpenBrace(file);
     if (isTypeExtensionmarkerComp(type)) {
-        decPrepareExtensionmarker(info, type);
+        decPrepareExtensionmarker(type, run);
         decExtensionmarker(file, type);
     } else {
         cReportError(file, "TAG_FAIL");
@@ -263,14 +261,14 @@ void decExpectEOC(int file, AsnType *type) {
 }
 
 /* Behind the last known component anything may come. */
-void decSeqExtendedCompsUntilEOC(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void decSeqExtendedCompsUntilEOC(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     if (!lastTypeCompIsOptional(type))
         wToF(file, LOOK);
     wToF(file, "if (d_CurrTag ())");
     cOpenBrace(file);
     if (markerHasOwnHome(type))
-        cInitExtensionmarker(file, type, info->gIndex, false);
+        cInitExtensionmarker(file, type, run.info.gIndex, false);
     else
         cSetExtensionmarkerControlMember(file, type);
     wToF(file, "while (d_CurrTag ())");
@@ -281,9 +279,9 @@ void decSeqExtendedCompsUntilEOC(AsnType *type, const TypeFuncInfo *info) {
     cCloseBrace(file);
 }
 
-void decSetPostfix(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
-    decNoneAbove(type, info);
+void decSetPostfix(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
+    decNoneAbove(type, run);
     cCloseBrace(file);
     if (!isMandatoryTypeComps(type))
         return;
@@ -292,32 +290,32 @@ void decSetPostfix(AsnType *type, const TypeFuncInfo *info) {
     cEndTestMissingSetMandatoryComps(file, type);
 }
 
-void decStruPostfix(AsnType *type, const TypeFuncInfo *info) {
+void decStruPostfix(AsnType *type, TypeFuncRun &run) {
     const int mainType = getTypeMainType(type);
     if (compsAreInSequence(type)) {
         if (isTypeExtensionmarkerComp(type))
-            decSeqExtendedCompsUntilEOC(type, info);
+            decSeqExtendedCompsUntilEOC(type, run);
         else
-            decExpectEOC(info->outFile, type);
+            decExpectEOC(run.outFile, type);
     } else if (mainType == TYP_SET) {
-        decSetPostfix(type, info);
+        decSetPostfix(type, run);
     } else if (mainType == TYP_CHOICE &&
                (hasSeveralComps(type) || isTypeExtensionmarkerComp(type))) {
-        decNoneAbove(type, info);
+        decNoneAbove(type, run);
     }
 }
 
 /* Around an entry function's body. */
 
-void decEntryPrefix(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void decEntryPrefix(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     forEachTag(type, [file](AsnType *, const AsnTag *tag, int) { decTagLen(file, tag); });
     if (tagMustBeLooked(type))
         wToF(file, LOOK);
 }
 
-void decEntryPostfix(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void decEntryPostfix(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     if (getNrOfTags(type) == 0)
         return;
     if (!decodingFunctionConsumesEOC(type))
@@ -328,8 +326,8 @@ void decEntryPostfix(AsnType *type, const TypeFuncInfo *info) {
 
 /* Values. */
 
-void decFrame(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void decFrame(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     if (isAnyOrOpen(type)) {
         /* In an optional component the tag with which the frame begins has been read already. */
         const bool tagIsRead = getNrOfTags(type) == 0 && isOptionalTypeComp(type);
@@ -339,37 +337,39 @@ void decFrame(AsnType *type, const TypeFuncInfo *info) {
     }
 }
 
-void decSkipIgnore(AsnType *, const TypeFuncInfo *info) {
-    wToF(info->outFile, "d_Skip ();\n");
+void decSkipIgnore(AsnType *, TypeFuncRun &run) {
+    wToF(run.outFile, "d_Skip ();\n");
 }
 
-void decSkipError(AsnType *, const TypeFuncInfo *info) {
-    cReportError(info->outFile, "SKIPPED_ENCOUNTERED");
+void decSkipError(AsnType *, TypeFuncRun &run) {
+    cReportError(run.outFile, "SKIPPED_ENCOUNTERED");
 }
+
+/* What stands where in a decoding function, in the order of its text. */
+constexpr TypeFuncInfo decoding = {
+    .funcKind = decodingKind,
+    .entryBit = ENTRY_DECODING,
+    .tedBefore = TED_DEC_BEFORE,
+    .tedAfter = TED_DEC_BEHIND,
+    .gIndex = GIDX_CODING,
+    .trackPath = true,
+    .entryPrefixFunc = decEntryPrefix,
+    .struPrefixFunc = decStruPrefix,
+    .isCompFunc = decIsComp,
+    .compPrefixFunc = decCompPrefix,
+    .skipFunc = decSkipError,
+    .ignoreFunc = decSkipIgnore,
+    .extraMoreFunc = decIsComp,
+    .frameFunc = decFrame,
+    .leafFunc = decLeaf,
+    .compPostfixFunc = decCompPostfix,
+    .struPostfixFunc = decStruPostfix,
+    .entryPostfixFunc = decEntryPostfix,
+};
 
 } // namespace
 
 void generateDecodingFunctions(AsnModule *module) {
-    const Text codePrefix = getMetaCodFuncPref(module);
-    const Text funcPrefix = codePrefix + "d";
-    const Text entryFuncPrefix = codePrefix + "dec";
-    TypeFuncInfo info;
-    initFunctionKind(&info, decodingKind);
-    info.struPrefixFunc = decStruPrefix;
-    info.isCompFunc = decIsComp;
-    info.compPrefixFunc = decCompPrefix;
-    info.skipFunc = decSkipError;
-    info.ignoreFunc = decSkipIgnore;
-    info.extraMoreFunc = decIsComp;
-    info.frameFunc = decFrame;
-    info.leafFunc = decLeaf;
-    info.definedFunc = genNormalCall;
-    info.compPostfixFunc = decCompPostfix;
-    info.struPostfixFunc = decStruPostfix;
-    info.entryPrefixFunc = decEntryPrefix;
-    info.entryPostfixFunc = decEntryPostfix;
-    info.funcPrefix = funcPrefix.c_str();
-    info.entryFuncPrefix = entryFuncPrefix.c_str();
-    initStamps();
-    cGenerateTypeFunctions(module, &info);
+    const Text prefix = getMetaCodFuncPref(module);
+    cGenerateTypeFunctions(module, {decoding, fiDec, fiDecE, prefix + "d", prefix + "dec"});
 }

@@ -20,9 +20,9 @@ void decCall(int file, AsnType *type, const char *postfix) {
     genFillCall(file, "d_", type, postfix);
 }
 
-void decBoolean(AsnType *type, const TypeFuncInfo *info) {
-    decCall(info->outFile, type, ");\n");
-    genNormalisedTrue(info->outFile, type);
+void decBoolean(AsnType *type, TypeFuncRun &run) {
+    decCall(run.outFile, type, ");\n");
+    genNormalisedTrue(run.outFile, type);
 }
 
 /* d_uint8 (&home->id, 0, 255); */
@@ -31,14 +31,14 @@ void decNumber(int file, AsnType *type) {
     genIntegerBounds(file, type);
 }
 
-void decInteger(AsnType *type, const TypeFuncInfo *info) {
+void decInteger(AsnType *type, TypeFuncRun &run) {
     if (isExtensibleIntegerValueSet(type))
-        decWarnOfExtendedConstraint(info->outFile, type, "INTEGER");
-    decNumber(info->outFile, type);
+        decWarnOfExtendedConstraint(run.outFile, type, "INTEGER");
+    decNumber(run.outFile, type);
 }
 
-void decEnum(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void decEnum(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     decNumber(file, type);
     if (isSimpleIntegerValueSet(type) || !cCheckIntegerValueSet(file, type))
         return;
@@ -50,9 +50,9 @@ void decEnum(AsnType *type, const TypeFuncInfo *info) {
     cCloseBrace(file);
 }
 
-void decReal(AsnType *type, const TypeFuncInfo *info) {
-    decCall(info->outFile, type, ",");
-    genRealBounds(info->outFile, type);
+void decReal(AsnType *type, TypeFuncRun &run) {
+    decCall(run.outFile, type, ",");
+    genRealBounds(run.outFile, type);
 }
 
 /* if (asncodg_info->len > 8) */
@@ -67,8 +67,8 @@ void decTestSizeLimit(int file, AsnType *type) {
 }
 
 /* d_IA5String8 (&home->name, 1, 8); */
-void decString(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void decString(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     if (isExtensibleSizeConstraintValueSet(type)) {
         decWarnOfExtendedConstraint(file, type, "string");
         return;
@@ -79,16 +79,16 @@ void decString(AsnType *type, const TypeFuncInfo *info) {
     genFillString(file, "d_", type, i64ismax(high));
 }
 
-void decNull(AsnType *type, const TypeFuncInfo *info) {
-    genNullCall(info->outFile, "d_", type);
+void decNull(AsnType *type, TypeFuncRun &run) {
+    genNullCall(run.outFile, "d_", type);
 }
 
-void decEmpty(AsnType *, const TypeFuncInfo *info) {
-    wToF(info->outFile, "d_EOC ();\n");
+void decEmpty(AsnType *, TypeFuncRun &run) {
+    wToF(run.outFile, "d_EOC ();\n");
 }
 
-void decSimple(AsnType *type, const TypeFuncInfo *info) {
-    decCall(info->outFile, type, ");\n");
+void decSimple(AsnType *type, TypeFuncRun &run) {
+    decCall(run.outFile, type, ");\n");
 }
 
 constexpr LeafCalls leafCalls = {
@@ -112,6 +112,6 @@ void decWarnOfExtendedConstraint(int file, AsnType *type, const char *what) {
     printfToF(file, " /*?!?: Invalid decoding follows - extended %s constraint.*/\n", what);
 }
 
-void decLeaf(AsnType *type, const TypeFuncInfo *info) {
-    genLeaf(type, info, leafCalls);
+void decLeaf(AsnType *type, TypeFuncRun &run) {
+    genLeaf(type, run, leafCalls);
 }

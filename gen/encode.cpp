@@ -3,14 +3,13 @@
 #include "base/files.h"
 #include "cbet/builtin.h"
 #include "cbet/engine.h"
-#include "cbet/entryfuncs.h"
 #include "cbet/extensions.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/predicates.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
-#include "gen/functionkinds.h"
+#include "gen/fileset.h"
 #include "gen/leaves.h"
 #include "gen/meta.h"
 #include "gen/valuecalls.h"
@@ -18,7 +17,6 @@
 #include "model/compwalk.h"
 #include "model/iterators.h"
 #include "model/modules.h"
-#include "model/stamps.h"
 #include "model/tags.h"
 #include "model/typeextension.h"
 #include "model/typequeries.h"
@@ -86,21 +84,21 @@ bool theInnermostTagIsNotGivenAsArgument(AsnType *type) {
     return !skipped;
 }
 
-void encTagsPrefix(AsnType *type, const TypeFuncInfo *info) {
-    encOuterEOCs(info->outFile, type);
+void encTagsPrefix(AsnType *type, TypeFuncRun &run) {
+    encOuterEOCs(run.outFile, type);
     if (theInnermostTagIsNotGivenAsArgument(type))
-        encInnerEOC(info->outFile, type);
+        encInnerEOC(run.outFile, type);
 }
 
-void encTagsPostfix(AsnType *type, const TypeFuncInfo *info) {
+void encTagsPostfix(AsnType *type, TypeFuncRun &run) {
     if (theInnermostTagIsNotGivenAsArgument(type))
-        encInnerTagLen(info->outFile, type);
-    encOuterTagLens(info->outFile, type);
+        encInnerTagLen(run.outFile, type);
+    encOuterTagLens(run.outFile, type);
 }
 
 /* The content of an extension marker comes first, because it is the last thing in the encoding. */
-void encKeptExtensions(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void encKeptExtensions(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     const bool isChoice = getTypeMainType(type) == TYP_CHOICE;
     const bool hasSwitch = isChoice && cIsControlMember(type);
     Text text;
@@ -119,26 +117,26 @@ void encKeptExtensions(AsnType *type, const TypeFuncInfo *info) {
         wToF(file, "else ");
 }
 
-void encStruPrefix(AsnType *type, const TypeFuncInfo *info) {
+void encStruPrefix(AsnType *type, TypeFuncRun &run) {
     if (isTypeExtensionmarkerComp(type) && testTypeOption(type, OPT_SAVE_EXTENSIONS))
-        encKeptExtensions(type, info);
+        encKeptExtensions(type, run);
     if (isListType(type) && isExtensibleSizeConstraintValueSet(type))
-        warningForExtendedConstraints(info->outFile, type, "SET-OF/SEQ-OF");
+        warningForExtendedConstraints(run.outFile, type, "SET-OF/SEQ-OF");
 }
 
 /* A decoder that skips alternatives that it doesn't know leaves a CHOICE that holds none. Written
    on, it would be missing from the message. */
-void encStruPostfix(AsnType *type, const TypeFuncInfo *info) {
+void encStruPostfix(AsnType *type, TypeFuncRun &run) {
     if (getTypeMainType(type) != TYP_CHOICE || !cIsControlMember(type) ||
         !isTypeExtensionmarkerComp(type) || testTypeOption(type, OPT_SAVE_EXTENSIONS))
         return;
-    wToF(info->outFile, "default:\n");
-    ++fArr[info->outFile].indent;
-    cOpenBrace(info->outFile);
-    cReportError(info->outFile, "VALUE_FAIL");
-    cCloseBrace(info->outFile);
-    wToF(info->outFile, "break;\n");
-    --fArr[info->outFile].indent;
+    wToF(run.outFile, "default:\n");
+    ++fArr[run.outFile].indent;
+    cOpenBrace(run.outFile);
+    cReportError(run.outFile, "VALUE_FAIL");
+    cCloseBrace(run.outFile);
+    wToF(run.outFile, "break;\n");
+    --fArr[run.outFile].indent;
 }
 
 /* Leaves. */
@@ -160,22 +158,22 @@ void encScalar(int file, AsnType *type, bool addressOf) {
     encRef(file, type, addressOf, ");\n");
 }
 
-void encBoolean(AsnType *type, const TypeFuncInfo *info) {
-    encScalar(info->outFile, type, false);
+void encBoolean(AsnType *type, TypeFuncRun &run) {
+    encScalar(run.outFile, type, false);
 }
 
-void encEnum(AsnType *type, const TypeFuncInfo *info) {
-    encScalar(info->outFile, type, isNumberByAddress(type));
+void encEnum(AsnType *type, TypeFuncRun &run) {
+    encScalar(run.outFile, type, isNumberByAddress(type));
 }
 
-void encInteger(AsnType *type, const TypeFuncInfo *info) {
+void encInteger(AsnType *type, TypeFuncRun &run) {
     if (isExtensibleIntegerValueSet(type))
-        warningForExtendedConstraints(info->outFile, type, "INTEGER");
-    encScalar(info->outFile, type, isNumberByAddress(type));
+        warningForExtendedConstraints(run.outFile, type, "INTEGER");
+    encScalar(run.outFile, type, isNumberByAddress(type));
 }
 
-void encReal(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void encReal(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     const int decimals = getGlobalOptions(getModuleOfType(type))->decimals;
     encName(file, type, false, ",");
     encRef(file, type, false, ",");
@@ -186,8 +184,8 @@ void encReal(AsnType *type, const TypeFuncInfo *info) {
 }
 
 /* e_IA5String_8 (TAG8(TAG_CTX8, TAG_PRI8, 0), &home->name); */
-void encString(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void encString(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     if (isExtensibleSizeConstraintValueSet(type)) {
         warningForExtendedConstraints(file, type, "string");
         return;
@@ -199,17 +197,17 @@ void encString(AsnType *type, const TypeFuncInfo *info) {
     encRef(file, type, true, ");\n");
 }
 
-void encNull(AsnType *type, const TypeFuncInfo *info) {
-    encName(info->outFile, type, false, ");\n");
+void encNull(AsnType *type, TypeFuncRun &run) {
+    encName(run.outFile, type, false, ");\n");
 }
 
-void encSimple(AsnType *type, const TypeFuncInfo *info) {
-    encScalar(info->outFile, type, true);
+void encSimple(AsnType *type, TypeFuncRun &run) {
+    encScalar(run.outFile, type, true);
 }
 
-void encExternal(AsnType *type, const TypeFuncInfo *info) {
-    encName(info->outFile, type, true, ",");
-    encRef(info->outFile, type, true, ");\n");
+void encExternal(AsnType *type, TypeFuncRun &run) {
+    encName(run.outFile, type, true, ",");
+    encRef(run.outFile, type, true, ");\n");
 }
 
 constexpr LeafCalls leafCalls = {
@@ -226,14 +224,14 @@ constexpr LeafCalls leafCalls = {
     .other = warnOfNoCall,
 };
 
-void encLeaf(AsnType *type, const TypeFuncInfo *info) {
-    genLeaf(type, info, leafCalls);
+void encLeaf(AsnType *type, TypeFuncRun &run) {
+    genLeaf(type, run, leafCalls);
 }
 
 /* A frame holds a ready encoding. A constructed tag goes around it, where the type has none of its
    own; a primitive one takes the place of the tag with which the frame begins. */
-void encFrame(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void encFrame(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     if (isAnyOrOpen(type) && getNrOfTags(type) == 0) {
         genOpenFrame(file, "e_Frame_0 (", type);
         return;
@@ -265,7 +263,7 @@ bool selectTagForSkipped(AsnType *type, AsnTag *found, int *depth) {
 }
 
 /* e_NullType_8 (TAG8(TAG_CTX8, TAG_PRI8, 3)); */
-void encSkip(AsnType *type, const TypeFuncInfo *info) {
+void encSkip(AsnType *type, TypeFuncRun &run) {
     AsnTag tag;
     Text tagText = "TAG8(UNI8, PRI8, 5)";
     bool narrow = true;
@@ -274,30 +272,32 @@ void encSkip(AsnType *type, const TypeFuncInfo *info) {
         cTagStri(tagText, nullptr, &tag, false, nullptr);
         narrow = getTagNumber(&tag) <= LAST_NARROW_TAG;
     }
-    printfToF(info->outFile, "%s (%s);\n", narrow ? "e_NullType_8" : "e_NullType", tagText.c_str());
+    printfToF(run.outFile, "%s (%s);\n", narrow ? "e_NullType_8" : "e_NullType", tagText.c_str());
 }
+
+/* What stands where in an encoding function, in the order of its text. */
+constexpr TypeFuncInfo encoding = {
+    .funcKind = encodingKind,
+    .entryBit = ENTRY_ENCODING,
+    .tedBefore = TED_ENC_BEFORE,
+    .tedAfter = TED_ENC_BEHIND,
+    .gIndex = GIDX_CODING,
+    .reverseComps = true, /* an encoding is written from its end */
+    .entryPrefixFunc = encTagsPrefix,
+    .struPrefixFunc = encStruPrefix,
+    .compPrefixFunc = encTagsPrefix,
+    .skipFunc = encSkip,
+    .ignoreFunc = encSkip,
+    .frameFunc = encFrame,
+    .leafFunc = encLeaf,
+    .compPostfixFunc = encTagsPostfix,
+    .struPostfixFunc = encStruPostfix,
+    .entryPostfixFunc = encTagsPostfix,
+};
 
 } // namespace
 
 void generateEncodingFunctions(AsnModule *module) {
-    const Text codePrefix = getMetaCodFuncPref(module);
-    const Text funcPrefix = codePrefix + "e";
-    const Text entryFuncPrefix = codePrefix + "enc";
-    TypeFuncInfo info;
-    initFunctionKind(&info, encodingKind);
-    info.struPrefixFunc = encStruPrefix;
-    info.compPrefixFunc = encTagsPrefix;
-    info.skipFunc = encSkip;
-    info.ignoreFunc = encSkip;
-    info.frameFunc = encFrame;
-    info.leafFunc = encLeaf;
-    info.definedFunc = genNormalCall;
-    info.compPostfixFunc = encTagsPostfix;
-    info.struPostfixFunc = encStruPostfix;
-    info.entryPrefixFunc = encTagsPrefix;
-    info.entryPostfixFunc = encTagsPostfix;
-    info.funcPrefix = funcPrefix.c_str();
-    info.entryFuncPrefix = entryFuncPrefix.c_str();
-    initStamps();
-    cGenerateTypeFunctions(module, &info);
+    const Text prefix = getMetaCodFuncPref(module);
+    cGenerateTypeFunctions(module, {encoding, fiEnc, fiEncE, prefix + "e", prefix + "enc"});
 }

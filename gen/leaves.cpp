@@ -48,9 +48,9 @@ TypeFunc callFor(int mainType, const LeafCalls &calls) {
 
 } // namespace
 
-void genLeaf(AsnType *type, const TypeFuncInfo *info, const LeafCalls &calls) {
+void genLeaf(AsnType *type, TypeFuncRun &run, const LeafCalls &calls) {
     if (isAnyOrOpen(type))
-        genAnyFunction(type, info, calls.anyPrefix);
+        genAnyFunction(type, run, calls.anyPrefix);
     else
-        callFor(getTypeMainType(type), calls)(type, info);
+        callFor(getTypeMainType(type), calls)(type, run);
 }

@@ -19,4 +19,4 @@ struct LeafCalls {
     TypeFunc other; /* what the run-time library has no function for */
 };
 
-void genLeaf(AsnType *type, const TypeFuncInfo *info, const LeafCalls &calls);
+void genLeaf(AsnType *type, TypeFuncRun &run, const LeafCalls &calls);

@@ -17,20 +17,20 @@
 namespace {
 
 /* setNamedDef (ASNG_F(asntstg) "red", 1L); */
-void callSetNamedDef(const TypeFuncInfo *info, const Text *name, sint64 value) {
+void callSetNamedDef(TypeFuncRun &run, const Text *name, sint64 value) {
     const char *quote = name == nullptr ? "" : "\"";
     /* C has no constant for the least number. */
     const Text number = i64ismin(value) ? "MIN_LONG" : i64tostr(value) + "L";
-    printfToF(info->outFile, "setNamedDef (ASNG_F(asntstg) %s%s%s, %s);\n", quote,
+    printfToF(run.outFile, "setNamedDef (ASNG_F(asntstg) %s%s%s, %s);\n", quote,
               name == nullptr ? "NULL" : name->c_str(), quote, number.c_str());
 }
 
-void setNamedDef(AsnType *type, AsnValue *value, const TypeFuncInfo *info) {
+void setNamedDef(AsnType *type, AsnValue *value, TypeFuncRun &run) {
     Text name;
     getValueRef(name, nullptr, value, nullptr);
     name.resize(
         std::min<std::size_t>(name.size(), getGlobalOptions(getModuleOfType(type))->nameLen));
-    callSetNamedDef(info, &convertUnderscores(name), int64Value(value));
+    callSetNamedDef(run, &convertUnderscores(name), int64Value(value));
 }
 
 } // namespace
@@ -43,43 +43,43 @@ bool needsSetNamedDefs(AsnType *type) {
            (getTypeMainType(type) == TYP_BITSTR ? SETN_NAMED_NUMBERS_AND_BITS : SETN_NAMED_NUMBERS);
 }
 
-void genNamedDefFunc(AsnType *type, const TypeFuncInfo *info) {
+void genNamedDefFunc(AsnType *type, TypeFuncRun &run) {
     if (!isDefinedType(type) || !needsSetNamedDefs(type))
         return;
-    endlToF(info->extFile);
-    endlToF(info->outFile);
-    cVoidFunctionProto(info->extFile, info->funcPrefix, info->gIndex, type);
-    cVoidFunctionDef(info->outFile, info->funcPrefix, info->gIndex, type);
-    wToF(info->outFile, "{\n");
-    ++fArr[info->outFile].indent;
-    tstInitTypeWithNamedNumbers(type, info);
-    --fArr[info->outFile].indent;
-    wToF(info->outFile, "}\n");
+    endlToF(run.extFile);
+    endlToF(run.outFile);
+    cFunctionProto(run.extFile, run.funcPrefix.c_str(), run.info.gIndex, type);
+    cFunctionDef(run.outFile, run.funcPrefix.c_str(), run.info.gIndex, type);
+    wToF(run.outFile, "{\n");
+    ++fArr[run.outFile].indent;
+    tstInitTypeWithNamedNumbers(type, run);
+    --fArr[run.outFile].indent;
+    wToF(run.outFile, "}\n");
 }
 
-void tstInitTypeWithNamedNumbers(AsnType *type, const TypeFuncInfo *info) {
-    callSetNamedDef(info, nullptr, i64ltosint64(getNrOfNamedNumbers(type)));
-    auto callForEach = [info](AsnType *numbered, AsnValue *value, int) {
-        setNamedDef(numbered, value, info);
+void tstInitTypeWithNamedNumbers(AsnType *type, TypeFuncRun &run) {
+    callSetNamedDef(run, nullptr, i64ltosint64(getNrOfNamedNumbers(type)));
+    auto callForEach = [&run](AsnType *numbered, AsnValue *value, int) {
+        setNamedDef(numbered, value, run);
     };
     forEachNamedNumber(type, callForEach);
 }
 
-void callSeprSetNamedDefFunc(AsnType *type, const TypeFuncInfo *info) {
-    cDeclareForeignFunction(type);
+void callSeprSetNamedDefFunc(AsnType *type, TypeFuncRun &run) {
+    cDeclareForeignFunction(type, run);
     Text name;
     /* aColor (ASNG_F(asntstg) NULL); */
-    printfToF(info->outFile, "%s%s (ASNG_F(%s) NULL);\n", info->funcPrefix,
-              getDefBaseTypeId(name, nullptr, type, nullptr).c_str(), cGetGName(info->gIndex));
+    printfToF(run.outFile, "%s%s (ASNG_F(%s) NULL);\n", run.funcPrefix.c_str(),
+              getDefBaseTypeId(name, nullptr, type, nullptr).c_str(), cGetGName(run.info.gIndex));
 }
 
-void genNamedDefCalls(AsnType *type, const TypeFuncInfo *info) {
+void genNamedDefCalls(AsnType *type, TypeFuncRun &run) {
     if (!needsSetNamedDefs(type))
         return;
     if (cIsDefinedBaseType(type))
-        callSeprSetNamedDefFunc(type, info);
+        callSeprSetNamedDefFunc(type, run);
     else
-        tstInitTypeWithNamedNumbers(type, info);
+        tstInitTypeWithNamedNumbers(type, run);
 }
 
 void tstCompId(int file, const char *prefix, AsnType *type, const char *suffix) {

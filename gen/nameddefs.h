@@ -3,7 +3,7 @@
 #include "base/i64.h"
 
 struct AsnType;
-struct TypeFuncInfo;
+struct TypeFuncRun;
 
 /* Names that generated functions carry at run time: named numbers made known to the run-time
    library, and the names of components. */
@@ -12,13 +12,13 @@ struct TypeFuncInfo;
 bool needsSetNamedDefs(AsnType *type);
 /* The step of the engine for a type that gets no function body: for a definition with named
    numbers, a function that makes them known. */
-void genNamedDefFunc(AsnType *type, const TypeFuncInfo *info);
+void genNamedDefFunc(AsnType *type, TypeFuncRun &run);
 /* The calls themselves: the count, then each name with its number. */
-void tstInitTypeWithNamedNumbers(AsnType *type, const TypeFuncInfo *info);
+void tstInitTypeWithNamedNumbers(AsnType *type, TypeFuncRun &run);
 /* The call of the function that genNamedDefFunc made. */
-void callSeprSetNamedDefFunc(AsnType *type, const TypeFuncInfo *info);
+void callSeprSetNamedDefFunc(AsnType *type, TypeFuncRun &run);
 /* In front of a leaf: whichever of the two makes its names known, if it has any. */
-void genNamedDefCalls(AsnType *type, const TypeFuncInfo *info);
+void genNamedDefCalls(AsnType *type, TypeFuncRun &run);
 
 /* The name under which a value is asked for or printed, as a C string: "\"name\"", or "NULL" for an
    element and for a type without a name. */

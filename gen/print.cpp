@@ -7,11 +7,10 @@
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/predicates.h"
-#include "gen/functionkinds.h"
+#include "gen/fileset.h"
 #include "gen/leaves.h"
 #include "gen/nameddefs.h"
 #include "gen/valuecalls.h"
-#include "model/stamps.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
@@ -28,10 +27,10 @@ bool hasBracket(AsnType *type) {
 }
 
 /* pri_BegComp ("Msg", TCS_HEADER, TYP_SEQ); */
-void priBegComp(AsnType *type, const TypeFuncInfo *info) {
+void priBegComp(AsnType *type, TypeFuncRun &run) {
     if (!hasBracket(type))
         return;
-    const int file = info->outFile;
+    const int file = run.outFile;
     Text text;
     wToF(file, "pri_BegComp (");
     tstCompId(file, nullptr, type, nullptr);
@@ -40,13 +39,10 @@ void priBegComp(AsnType *type, const TypeFuncInfo *info) {
     printfToF(file, ", %s);\n", getTypeMainTypeStri(text, nullptr, type, nullptr).c_str());
 }
 
-void priEndComp(AsnType *type, const TypeFuncInfo *info) {
+void priEndComp(AsnType *type, TypeFuncRun &run) {
     if (hasBracket(type))
-        wToF(info->outFile, "pri_EndComp ();\n");
+        wToF(run.outFile, "pri_EndComp ();\n");
 }
-
-void priStruPrefix(AsnType *, const TypeFuncInfo *) {}
-void priStruPostfix(AsnType *, const TypeFuncInfo *) {}
 
 /* p_uint8 ("id" */
 void priName(int file, AsnType *type) {
@@ -62,21 +58,21 @@ void priScalar(int file, AsnType *type, bool addressOf) {
     wToF(file, cHome(text, " ", addressOf, type, nullptr, ");\n"));
 }
 
-void priByValue(AsnType *type, const TypeFuncInfo *info) {
-    priScalar(info->outFile, type, false);
+void priByValue(AsnType *type, TypeFuncRun &run) {
+    priScalar(run.outFile, type, false);
 }
 
-void priByAddress(AsnType *type, const TypeFuncInfo *info) {
-    priScalar(info->outFile, type, true);
+void priByAddress(AsnType *type, TypeFuncRun &run) {
+    priScalar(run.outFile, type, true);
 }
 
-void priNumber(AsnType *type, const TypeFuncInfo *info) {
-    priScalar(info->outFile, type, isNumberByAddress(type));
+void priNumber(AsnType *type, TypeFuncRun &run) {
+    priScalar(run.outFile, type, isNumberByAddress(type));
 }
 
 /* p_IA5String ("name", &home->name); */
-void priString(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void priString(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     Text text;
     tstCompId(file, cBuiltinStringTstCFunc(text, "p_", type, " (").c_str(), type, nullptr);
     wToF(file, ",");
@@ -84,9 +80,9 @@ void priString(AsnType *type, const TypeFuncInfo *info) {
     wToF(file, cHome(text, " ", true, type, nullptr, ");\n"));
 }
 
-void priNull(AsnType *type, const TypeFuncInfo *info) {
-    priName(info->outFile, type);
-    wToF(info->outFile, ");\n");
+void priNull(AsnType *type, TypeFuncRun &run) {
+    priName(run.outFile, type);
+    wToF(run.outFile, ");\n");
 }
 
 constexpr LeafCalls leafCalls = {
@@ -103,20 +99,20 @@ constexpr LeafCalls leafCalls = {
     .other = warnOfNoCall,
 };
 
-void priLeaf(AsnType *type, const TypeFuncInfo *info) {
+void priLeaf(AsnType *type, TypeFuncRun &run) {
     if (isTypeExtensionmarker(type)) {
         Text text;
-        wToF(info->outFile,
+        wToF(run.outFile,
              cRefExtensionmarker(text, "p_Extensionmarker (", getFatherOfTypeComp(type), ");\n"));
         return;
     }
-    genNamedDefCalls(type, info);
-    genLeaf(type, info, leafCalls);
+    genNamedDefCalls(type, run);
+    genLeaf(type, run, leafCalls);
 }
 
 /* p_Frame (&home->x, TYP_INTEGER); */
-void priFrame(AsnType *type, const TypeFuncInfo *info) {
-    const int file = info->outFile;
+void priFrame(AsnType *type, TypeFuncRun &run) {
+    const int file = run.outFile;
     if (isAnyOrOpen(type)) {
         genOpenFrame(file, "p_Frame_0 (", type);
         return;
@@ -128,29 +124,30 @@ void priFrame(AsnType *type, const TypeFuncInfo *info) {
     wToF(file, getTypeMainTypeStri(text, nullptr, type, ");\n"));
 }
 
-void priSkip(AsnType *type, const TypeFuncInfo *info) {
-    tstCompId(info->outFile, "p_NullType (", type, ");\n");
+void priSkip(AsnType *type, TypeFuncRun &run) {
+    tstCompId(run.outFile, "p_NullType (", type, ");\n");
 }
+
+/* What stands where in a printing function, in the order of its text. */
+constexpr TypeFuncInfo printing = {
+    .funcKind = printingKind,
+    .entryBit = ENTRY_PRINTING,
+    .tedBefore = TED_PRI_BEFORE,
+    .tedAfter = TED_PRI_BEHIND,
+    .gIndex = GIDX_TESTING,
+    .noBodyFunc = genNamedDefFunc,
+    .entryPrefixFunc = priBegComp,
+    .compPrefixFunc = priBegComp,
+    .skipFunc = priSkip,
+    .ignoreFunc = priSkip,
+    .frameFunc = priFrame,
+    .leafFunc = priLeaf,
+    .compPostfixFunc = priEndComp,
+    .entryPostfixFunc = priEndComp,
+};
 
 } // namespace
 
 void generatePrintingFunctions(AsnModule *module) {
-    TypeFuncInfo info;
-    initFunctionKind(&info, printingKind);
-    info.noBodyFunc = genNamedDefFunc;
-    info.struPrefixFunc = priStruPrefix;
-    info.compPrefixFunc = priBegComp;
-    info.skipFunc = priSkip;
-    info.ignoreFunc = priSkip;
-    info.frameFunc = priFrame;
-    info.leafFunc = priLeaf;
-    info.definedFunc = genNormalCall;
-    info.compPostfixFunc = priEndComp;
-    info.struPostfixFunc = priStruPostfix;
-    info.entryPrefixFunc = priBegComp;
-    info.entryPostfixFunc = priEndComp;
-    info.funcPrefix = "p";
-    info.entryFuncPrefix = "pri";
-    initStamps();
-    cGenerateTypeFunctions(module, &info);
+    cGenerateTypeFunctions(module, {printing, fiPri, fiPriE, "p", "pri"});
 }

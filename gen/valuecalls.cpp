@@ -2,7 +2,6 @@
 
 #include "base/files.h"
 #include "cbet/builtin.h"
-#include "cbet/foreignfuncs.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/reports.h"
@@ -23,27 +22,22 @@ bool isNumberByAddress(AsnType *type) {
     return getVF(type) == VF_I64 || isExtensibleEnumeratedList(type);
 }
 
-void genNoText(AsnType *, const TypeFuncInfo *) {}
+void genNoText(AsnType *, TypeFuncRun &) {}
 
-void genNormalCall(AsnType *type, const TypeFuncInfo *info) {
-    cDeclareForeignFunction(type);
-    cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
-}
-
-void genAnyFunction(AsnType *type, const TypeFuncInfo *info, const char *prefix) {
-    endlToF(info->extFile);
-    cAnyFunctionProto(info->extFile, prefix, info->gIndex, type);
+void genAnyFunction(AsnType *type, TypeFuncRun &run, const char *prefix) {
+    endlToF(run.extFile);
+    cAnyFunctionProto(run.extFile, prefix, run.info.gIndex, type);
     bool called = false;
-    auto callWithClassifier = [&called, info, prefix](AsnType *, AsnType *classifier,
+    auto callWithClassifier = [&called, &run, prefix](AsnType *, AsnType *classifier,
                                                       AsnType *any) {
-        cAnyFunctionRef(info->outFile, prefix, info->gIndex, any, classifier);
+        cAnyFunctionRef(run.outFile, prefix, run.info.gIndex, any, classifier);
         called = true;
     };
     AsnType *father = getFatherOfTypeComp(type);
     if (isAnyDefinedByType(type) && father != nullptr)
         forAnyDefinedByClassifierType(father, type, callWithClassifier);
     if (!called)
-        cAnyFunctionRef(info->outFile, prefix, info->gIndex, type, nullptr);
+        cAnyFunctionRef(run.outFile, prefix, run.info.gIndex, type, nullptr);
 }
 
 /* a_Frame_0 (&home->x); */
@@ -87,7 +81,7 @@ void genFillString(int file, const char *prefix, AsnType *type, bool unbounded) 
     wToF(file, ");\n");
 }
 
-void genNoFillCall(AsnType *type, const TypeFuncInfo *) {
+void genNoFillCall(AsnType *type, TypeFuncRun &) {
     switch (getTypeMainType(type)) {
     case TYP_EMB_PDV:
         notYetSupported(type, "EMBEDDED PDV");
@@ -109,7 +103,7 @@ void genFixedSize(int file, AsnType *type) {
     printfToF(file, " %s,", i64tostr(low).c_str());
 }
 
-void warnOfNoCall(AsnType *type, const TypeFuncInfo *) {
+void warnOfNoCall(AsnType *type, TypeFuncRun &) {
     switch (getTypeMainType(type)) {
     case TYP_EMB_PDV:
         notYetSupported(type, "EMBEDDED PDV");

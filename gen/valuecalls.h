@@ -1,7 +1,7 @@
 #pragma once
 
 struct AsnType;
-struct TypeFuncInfo;
+struct TypeFuncRun;
 
 /* The calls that the four kinds of function make alike. `prefix` is that of the kind's run-time
    functions: "e_", "d_", "a_", "p_". */
@@ -12,13 +12,11 @@ bool isAnyOrOpen(AsnType *type);
  */
 bool isNumberByAddress(AsnType *type);
 /* For a leaf that needs no call. */
-void genNoText(AsnType *type, const TypeFuncInfo *info);
+void genNoText(AsnType *type, TypeFuncRun &run);
 
-/* The function of a defined type that has components: "eFoo (ASNG_F(asncodg) &home->x);\n". */
-void genNormalCall(AsnType *type, const TypeFuncInfo *info);
 /* The application's function for an ANY or open type that is no frame, named by the prefix
    ("anyEnc") and the type: its prototype and its call. */
-void genAnyFunction(AsnType *type, const TypeFuncInfo *info, const char *prefix);
+void genAnyFunction(AsnType *type, TypeFuncRun &run, const char *prefix);
 /* A frame that holds a value of any type; `call` is the function's name with " (". */
 void genOpenFrame(int file, const char *call, AsnType *type);
 
@@ -32,9 +30,9 @@ void genNullCall(int file, const char *prefix, AsnType *type);
    that of the allocation; `unbounded` writes MAXLONG in its place. */
 void genFillString(int file, const char *prefix, AsnType *type, bool unbounded);
 /* What takes the place of the call where the run-time library has none. */
-void genNoFillCall(AsnType *type, const TypeFuncInfo *info);
+void genNoFillCall(AsnType *type, TypeFuncRun &run);
 
 /* Encoding and printing: the size argument of a string that has no length of its own, " 16,". */
 void genFixedSize(int file, AsnType *type);
 /* The warning that takes the place of the call where the run-time library has none. */
-void warnOfNoCall(AsnType *type, const TypeFuncInfo *info);
+void warnOfNoCall(AsnType *type, TypeFuncRun &run);

@@ -81,9 +81,6 @@ TEST(Builtin, TagsOfBothWidths) {
 TEST(Builtin, Contexts) {
     Text text;
     EXPECT_EQ(cRawAsnutigPtr(text, "(", GIDX_CODING, ")"), "(asncodg_asnuti)");
-    EXPECT_EQ(cRawAsnutigPtr(text, "", GIDX_UTILITY, ""), "asnutigPtr");
-    EXPECT_EQ(cAsnutigPtr(text, "(", GIDX_TESTING, false, ")"), "(ASNG_F(asntstg_asnuti))");
-    EXPECT_EQ(cAsnutigPtr(text, nullptr, GIDX_COUNT, true, nullptr), "ASNG_L(NULL)");
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "base/files.h"
-#include "cbet/embedding.h"
 #include "cbet/engine.h"
 #include "model/typenames.h"
 #include "store/records.h"
@@ -55,11 +54,11 @@ TEST(Engine, GenerateChoosesTheFunctions) {
     }
 }
 
-/* The generator's steps and the embedded text around them, in the order of a decoder's run. */
-void step(const char *word, AsnType *type, const TypeFuncInfo *info) {
+/* The generator's steps in the order of a decoder's run. */
+void step(const char *word, AsnType *type, TypeFuncRun &run) {
     Text name;
     getTypeRef(name, nullptr, type, nullptr);
-    printfToF(info->outFile, "%s %s;\n", word, name.c_str());
+    printfToF(run.outFile, "%s %s;\n", word, name.c_str());
 }
 
 TEST(Engine, StepsComeInTheirOrder) {
@@ -71,144 +70,52 @@ TEST(Engine, StepsComeInTheirOrder) {
     CbetRun run(w);
     TypeFuncInfo info = CbetRun::notingInfo(decodingKind);
     using T = AsnType;
-    using I = const TypeFuncInfo;
-    info.tedBefore = 2;
-    info.tedAfter = 7;
-    info.noBodyFunc = [](T *t, I *i) { step("noBody", t, i); };
-    info.beforeBodyFunc = [](T *t, I *i) { step("beforeBody", t, i); };
-    info.struPrefixFunc = [](T *t, I *i) { step("struPrefix", t, i); };
-    info.isCompFunc = [](T *t, I *i) { step("isComp", t, i); };
-    info.compPrefixFunc = [](T *t, I *i) { step("compPrefix", t, i); };
-    info.beforeBuiltinFunc = [](T *t, I *i) { step("beforeBuiltin", t, i); };
-    info.afterBuiltinFunc = [](T *t, I *i) { step("afterBuiltin", t, i); };
-    info.pushCompFunc = [](T *t, I *i) { step("push", t, i); };
-    info.popCompFunc = [](T *t, I *i) { step("pop", t, i); };
-    info.compPostfixFunc = [](T *t, I *i) { step("compPostfix", t, i); };
-    info.struPostfixFunc = [](T *t, I *i) { step("struPostfix", t, i); };
-    info.afterBodyFunc = [](T *t, I *i) { step("afterBody", t, i); };
-    info.beforeEntryFunc = [](T *t, I *i) { step("beforeEntry", t, i); };
-    info.entryPrefixFunc = [](T *t, I *i) { step("entryPrefix", t, i); };
-    info.entryPostfixFunc = [](T *t, I *i) { step("entryPostfix", t, i); };
-    info.pushEntryFunc = [](T *t, I *i) { step("pushEntry", t, i); };
-    info.popEntryFunc = [](T *t, I *i) { step("popEntry", t, i); };
-    info.afterEntryFunc = [](T *t, I *i) { step("afterEntry", t, i); };
-    embeddingHooks.printTypeEmbeddingOptions = [](int file, T *, int place) {
-        printfToF(file, "text %d;\n", place);
-    };
-    embeddingHooks.printLocalTypeEmbeddingOptions = [](int file, T *, int place) {
-        printfToF(file, "own text %d;\n", place);
-    };
+    using R = TypeFuncRun;
+    info.noBodyFunc = [](T *t, R &r) { step("noBody", t, r); };
+    info.struPrefixFunc = [](T *t, R &r) { step("struPrefix", t, r); };
+    info.isCompFunc = [](T *t, R &r) { step("isComp", t, r); };
+    info.compPrefixFunc = [](T *t, R &r) { step("compPrefix", t, r); };
+    info.compPostfixFunc = [](T *t, R &r) { step("compPostfix", t, r); };
+    info.struPostfixFunc = [](T *t, R &r) { step("struPostfix", t, r); };
+    info.entryPrefixFunc = [](T *t, R &r) { step("entryPrefix", t, r); };
+    info.entryPostfixFunc = [](T *t, R &r) { step("entryPostfix", t, r); };
     run.generate(info);
     EXPECT_EQ(run.body(), R"(noBody Leaf;
-beforeBody Outer;
 
 void dOuter (ASNG_F(ASNCODG *asncodg) Outer *home)
 {
-own text 2;
 struPrefix Outer;
 isComp in;
 compPrefix in;
-text 2;
-push in;
-beforeBuiltin in;
 struPrefix in;
 isComp x;
 compPrefix x;
-text 2;
-push x;
 leaf home->in.x;
-pop x;
-text 7;
 compPostfix x;
 struPostfix in;
-afterBuiltin in;
-pop in;
-text 7;
 compPostfix in;
 isComp leaf;
 compPrefix leaf;
-text 2;
-push leaf;
 leaf home->leaf;
-pop leaf;
-text 7;
 compPostfix leaf;
 struPostfix Outer;
-own text 7;
 }
-afterBody Outer;
-beforeEntry Outer;
 
 void decOuter (ASNG_F(ASNCODG *asncodg) Outer *home)
 {
-pushEntry Outer;
 entryPrefix Outer;
 dOuter (ASNG_F(asncodg) home);
 entryPostfix Outer;
-popEntry Outer;
 }
-afterEntry Outer;
-beforeEntry Leaf;
 
 void decLeaf (ASNG_F(ASNCODG *asncodg) Leaf *home)
 {
-pushEntry Leaf;
 entryPrefix Leaf;
-own text 2;
 leaf *home;
-own text 7;
 entryPostfix Leaf;
-popEntry Leaf;
 }
-afterEntry Leaf;
 )");
     EXPECT_EQ(fArr[BODY_FILE].indent, 0);
-}
-
-/* A skipped type that is ignorable gets a traversal of its inside, once. */
-TEST(Engine, IgnoringByTraversal) {
-    TreeWriter w("Mod", "mod");
-    w.define("Skipped", w.sequence({w.comp("a", w.null()), w.comp("b", w.ref("Other"))}))
-        .skipped()
-        .flag(TYPE_IGNORABLE);
-    w.define("Other", w.sequence({w.comp("c", w.boolean())})).flag(TYPE_IGNORABLE);
-    w.define("User", w.sequence({w.comp("s", w.ref("Skipped")), w.comp("t", w.null()).skipped()}));
-    CbetRun run(w);
-    TypeFuncInfo info = CbetRun::notingInfo(printingKind);
-    using T = AsnType;
-    using I = const TypeFuncInfo;
-    info.ignoreMode = 1;
-    info.extraMoreFunc = [](T *t, I *i) { step("begin", t, i); };
-    info.extraTestFunc = [](T *t, I *i) { step("struct", t, i); };
-    info.travCompFunc = [](T *t, I *i) { step("comp", t, i); };
-    info.travLeafFunc = [](T *t, I *i) { step("leaf", t, i); };
-    info.travDefinedFunc = [](T *t, I *i) { step("call", t, i); };
-    info.travFuncPostFunc = [](T *t, I *i) { step("end", t, i); };
-    run.generate(info);
-    EXPECT_EQ(run.body(), R"(begin Other;
-struct Other;
-comp c;
-leaf c;
-end Other;
-begin Skipped;
-struct Skipped;
-comp a;
-leaf a;
-comp b;
-call b;
-end Skipped;
-
-void pOther (ASNG_F(ASNTSTG *asntstg) Other *home)
-{
-leaf home->c;
-}
-
-void pUser (ASNG_F(ASNTSTG *asntstg) User *home)
-{
-call s;
-leaf t;
-}
-)");
 }
 
 /* Lists in one another, each with a home and a path of its own. */

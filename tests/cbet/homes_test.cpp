@@ -1,10 +1,12 @@
+#include <optional>
+
 #include <gtest/gtest.h>
 
 #include "base/files.h"
 #include "cbet/constants.h"
-#include "cbet/entryfuncs.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
+#include "cbet/predicates.h"
 #include "cbet/vars.h"
 #include "model/backend.h"
 #include "model/typequeries.h"
@@ -92,7 +94,7 @@ TEST(Homes, InHometab) {
     defineTypes(w);
     w.option("-MORLA=2");
     startTool(dir, w);
-    glbGeneratingEntryFunction = true;
+    auto scope = std::make_optional<EntryFunctionScope>();
     withType("Ping.id", [](AsnType *type) {
         expectHome(type, "id",
                    {"&hometab [0]->val.ui8", "hometab [0]->val.ui8", "hometab [0]->val.ui8->",
@@ -107,9 +109,9 @@ TEST(Homes, InHometab) {
         cDecHomeVarCount();
     });
     withType("U", [](AsnType *type) { EXPECT_FALSE(cIsHometab(type)); });
-    withType("Ping", [](AsnType *type) {
+    withType("Ping", [&scope](AsnType *type) {
         EXPECT_TRUE(cIsHometab(type));
-        glbGeneratingEntryFunction = false;
+        scope.reset();
         EXPECT_FALSE(cIsHometab(type));
     });
 }
@@ -126,13 +128,11 @@ std::string allHeads(const WorkDir &dir, const char *typeName) {
     std::string text;
     withType(typeName, [&](AsnType *type) {
         text = written(dir, [&](int file) {
-            cVoidFunctionProto(file, "e", GIDX_CODING, type);
-            cVoidFunctionDef(file, "e", GIDX_CODING, type);
-            cVoidFunctionDef(file, "p", GIDX_NONE, type);
-            cVoidFunctionRef(file, "e", GIDX_CODING, type);
-            cVoidFunctionRef(file, "p", GIDX_NONE, type);
-            cEntryFunctionProto(file, "enc", GIDX_CODING, nullptr, type);
-            cEntryFunctionDef(file, "enc", GIDX_CODING, nullptr, type);
+            cFunctionProto(file, "e", GIDX_CODING, type);
+            cFunctionDef(file, "e", GIDX_CODING, type);
+            cFunctionRef(file, "e", GIDX_CODING, type);
+            cEntryFunctionProto(file, "enc", GIDX_CODING, type);
+            cEntryFunctionDef(file, "enc", GIDX_CODING, type);
             cAnyFunctionProto(file, "anyEnc", GIDX_CODING, type);
             cAnyFunctionRef(file, "anyEnc", GIDX_CODING, type, nullptr);
         });
@@ -151,51 +151,13 @@ TEST(Functions, HeadsInOldCOfAMorlaApplication) {
                                      "void ePing (ASNG_F(asncodg) home)\n"
                                      "ASNG_DEF(ASNCODG *asncodg)\n"
                                      "Ping *home;\n"
-                                     "void pPing (home)\n"
-                                     "Ping *home;\n"
                                      "ePing (ASNG_F(asncodg) home);\n"
-                                     "pPing (home);\n"
                                      "extern void encPing (/* ASNHOME **hometab */);\n"
                                      "void encPing (ASNG_F(asncodg) hometab)\n"
                                      "ASNG_DEF(ASNCODG *asncodg)\n"
                                      "ASNHOME **hometab;\n"
                                      "extern void anyEncPing (/* ANY *, BYTE_TYPE * */);\n"
                                      "anyEncPing (ASNG_F(asncodg) home, NULL);\n");
-}
-
-void writeWord(int file, const char *word) {
-    wToF(file, word);
-}
-
-TEST(Functions, CallersAddParameters) {
-    WorkDir dir;
-    TreeWriter w("Homes_Module", "h");
-    defineTypes(w);
-    startTool(dir, w);
-    CFuncArgs args;
-    args.returnType = "int";
-    args.protoPreFunc = [](int file, AsnType *) { writeWord(file, "int depth, "); };
-    args.protoPostFunc = [](int file, AsnType *) { writeWord(file, ", int last"); };
-    args.ansiArgFunc = [](int file, AsnType *) { writeWord(file, "void"); };
-    args.callHomeFunc = [](int file, AsnType *) { writeWord(file, "here"); };
-    args.callPostFunc = [](int file, AsnType *) { writeWord(file, ", 1"); };
-    withType("U", [&](AsnType *type) {
-        EXPECT_EQ(written(dir,
-                          [&](int file) {
-                              cFunctionProto(file, "e", GIDX_TESTING, &args, type);
-                              cFunctionDef(file, "e", GIDX_TESTING, &args, type);
-                              cFunctionRef(file, "e", GIDX_TESTING, &args, type);
-                              CFuncHead head;
-                              head.name = "last";
-                              head.gType = cGetGType(GIDX_PER);
-                              head.gName = cGetGName(GIDX_PER);
-                              cFunc(file, type, head);
-                          }),
-                  "extern int eU (ASNG_F(ASNTSTG *asntstg) int depth, U *home, int last);\n"
-                  "int eU (void)\n"
-                  "eU (ASNG_F(asntstg)here, 1);\n"
-                  "void last (ASNG_L(ASNPERG *asnperg))");
-    });
 }
 
 TEST(Vars, CountAlongTheNesting) {

@@ -10,58 +10,9 @@
 #include "model/modules.h"
 #include "tests/support/cbetrun.h"
 
-/* What the engine lets a generator replace, and bodies that stand in other places than those of the
-   tool's own four kinds of function show. */
+/* Bodies of generated functions in places that few modules have. */
 
 namespace {
-
-/* A generator may bring heads, tests and error names of its own. */
-TEST(Structure, GeneratorsReplaceWhatStandsAroundComponents) {
-    TreeWriter w("Mod", "mod");
-    w.define("List", w.listOf(TYP_SEQOF, w.integer(0, 255), 0, 100).asArray().sizeLimit(10, false));
-    w.define("Set", w.set({w.comp("a", w.boolean()), w.comp("b", w.null())}));
-    CbetRun run(w);
-    TypeFuncInfo info = CbetRun::notingInfo(decodingKind);
-    info.duplicateError = "TWICE";
-    info.tooManyError = "MANY";
-    run.generate(info);
-    const std::string named = run.body();
-    EXPECT_NE(named.find("if (compmask & BIT(1)){\nreportError (ASNG_F(asncodg) TWICE);\n"),
-              std::string::npos);
-    EXPECT_NE(named.find("if (n1 >= 100){\nreportError (ASNG_F(asncodg) MANY);\n"),
-              std::string::npos);
-    info.listLoopFunc = [](int file, AsnType *) { wToF(file, "for (;;)"); };
-    info.extraTestFunc = [](AsnType *, const TypeFuncInfo *i) { wToF(i->outFile, "if (more)"); };
-    info.extraLoopFunc = [](int file, AsnType *) { wToF(file, "do"); };
-    info.extraMoreFunc = [](AsnType *, const TypeFuncInfo *i) { wToF(i->outFile, "next;\n"); };
-    run.generate(info);
-    EXPECT_EQ(functionText(run.body(), "dList"), R"(staArrInit (home);
-{
-uint32 n1 = 0;
-for (;;){
-if (end) break;
-if (staArrLen (home) >= 10){
-reportError (ASNG_F(asncodg) AM_FAIL);
-}
-leaf home->elem [n1];
-incStaArrLen (home);
-n1++;
-}
-home->nIgnored = 0;
-if (more){
-do{
-ignore;
-home->nIgnored++;
-n1++;
-next;
-}
-}
-}
-)");
-    info.compsWantedFunc = [](AsnType *, const TypeFuncInfo *) { return false; };
-    run.generate(info);
-    EXPECT_EQ(functionText(run.body(), "dList"), "staArrInit (home);\n{\n}\n");
-}
 
 TEST(Structure, WhileLoops) {
     TreeWriter w("Mod", "mod");

@@ -89,93 +89,86 @@ void CbetRun::forComp(const std::string &typeName, const std::string &compName,
     });
 }
 
-void CbetRun::generate(const TypeFuncInfo &info) {
-    forEachModule([&](AsnModule *module) {
-        initStamps();
-        cGenerateTypeFunctions(module, &info);
-    });
-}
-
 /* --- the generator that takes notes --- */
 
 namespace {
 
-void note(const char *word, AsnType *type, const TypeFuncInfo *info) {
+void note(const char *word, AsnType *type, TypeFuncRun &run) {
     Text text, ref;
     cHome(ref, "", false, type, nullptr, "");
-    printfToF(info->outFile, "%s %s;\n", word, ref.c_str());
+    printfToF(run.outFile, "%s %s;\n", word, ref.c_str());
 }
 
-void noteLeaf(AsnType *type, const TypeFuncInfo *info) {
+void noteLeaf(AsnType *type, TypeFuncRun &run) {
     if (isTypeExtensionmarker(type))
-        wToF(info->outFile, "leaf ...;\n");
+        wToF(run.outFile, "leaf ...;\n");
     else
-        note("leaf", type, info);
+        note("leaf", type, run);
 }
 
-void noteFrame(AsnType *type, const TypeFuncInfo *info) {
-    note("frame", type, info);
+void noteFrame(AsnType *type, TypeFuncRun &run) {
+    note("frame", type, run);
 }
-void noteSkip(AsnType *type, const TypeFuncInfo *info) {
-    note("skip", type, info);
+void noteSkip(AsnType *type, TypeFuncRun &run) {
+    note("skip", type, run);
 }
-void noteIgnore(AsnType *, const TypeFuncInfo *info) {
-    wToF(info->outFile, "ignore;\n");
-}
-
-void noteCall(AsnType *type, const TypeFuncInfo *info) {
-    cVoidFunctionRef(info->outFile, info->funcPrefix, info->gIndex, type);
+void noteIgnore(AsnType *, TypeFuncRun &run) {
+    wToF(run.outFile, "ignore;\n");
 }
 
 /* The presence test that each kind of father has, where the engine opens a brace behind it. */
-void noteIsComp(AsnType *comp, const TypeFuncInfo *info) {
+void noteIsComp(AsnType *comp, TypeFuncRun &run) {
     AsnType *father = getFatherOfTypeComp(comp);
     const int kind = getTypeMainType(father);
     const bool several = nrOfWalkedComps(father) > 1;
     Text name;
     getTypeCompRef(name, nullptr, comp, nullptr);
     if (isListType(father))
-        wToF(info->outFile, "if (end) break;\n");
+        wToF(run.outFile, "if (end) break;\n");
     else if (getTypeCompStatus(comp) == TCS_OPTIONAL || (kind == TYP_CHOICE && several) ||
-             (kind == TYP_SET && several && info->funcKind == decodingKind))
-        printfToF(info->outFile, "if (is %s)", name.c_str());
+             (kind == TYP_SET && several && run.info.funcKind == decodingKind))
+        printfToF(run.outFile, "if (is %s)", name.c_str());
 }
 
 struct KindTexts {
     const char *funcPrefix;
     const char *entryPrefix;
-    int entryBit;
-    int gIndex;
+    EntryBit entryBit;
+    GIndex gIndex;
 };
 /* By FuncKind. */
 constexpr KindTexts kindTexts[] = {
-    {"d", "dec", 3, GIDX_CODING},
-    {"p", "pri", 5, GIDX_TESTING},
-    {"e", "enc", 2, GIDX_CODING},
-    {"a", "ask", 4, GIDX_TESTING},
+    {"d", "dec", ENTRY_DECODING, GIDX_CODING},
+    {"p", "pri", ENTRY_PRINTING, GIDX_TESTING},
+    {"e", "enc", ENTRY_ENCODING, GIDX_CODING},
+    {"a", "ask", ENTRY_ASKING, GIDX_TESTING},
 };
 
 } // namespace
 
+void CbetRun::generate(const TypeFuncInfo &info) {
+    forEachModule([&](AsnModule *module) {
+        const KindTexts &texts = kindTexts[info.funcKind];
+        cGenerateTypeFunctions(
+            module, {info, BODY_FILE, PROTO_FILE, texts.funcPrefix, texts.entryPrefix});
+    });
+}
+
 TypeFuncInfo CbetRun::notingInfo(FuncKind kind) {
-    TypeFuncInfo info;
-    cInitTypeFuncInfo(&info);
-    info.outFile = BODY_FILE;
-    info.extFile = PROTO_FILE;
-    info.funcKind = kind;
-    info.entryBit = kindTexts[kind].entryBit;
-    info.funcPrefix = kindTexts[kind].funcPrefix;
-    info.entryFuncPrefix = kindTexts[kind].entryPrefix;
-    info.gIndex = kindTexts[kind].gIndex;
-    info.reverseComps = kind == encodingKind;
-    info.trackPath = kind == decodingKind;
-    info.isCompFunc = noteIsComp;
-    info.leafFunc = noteLeaf;
-    info.frameFunc = noteFrame;
-    info.definedFunc = noteCall;
-    info.skipFunc = noteSkip;
-    info.ignoreFunc = noteIgnore;
-    return info;
+    return {
+        .funcKind = kind,
+        .entryBit = kindTexts[kind].entryBit,
+        .tedBefore = TED_TYP_BEFORE,
+        .tedAfter = TED_TYP_BEHIND,
+        .gIndex = kindTexts[kind].gIndex,
+        .reverseComps = kind == encodingKind,
+        .trackPath = kind == decodingKind,
+        .isCompFunc = noteIsComp,
+        .skipFunc = noteSkip,
+        .ignoreFunc = noteIgnore,
+        .frameFunc = noteFrame,
+        .leafFunc = noteLeaf,
+    };
 }
 
 std::string functionText(const std::string &bodies, const std::string &name) {
