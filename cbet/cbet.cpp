@@ -1,11 +1,9 @@
 #include "cbet/cbet.h"
 
-#include "cbet/reports.h"
 #include "cbet/vars.h"
 #include "model/valuequeries.h"
 
 void cInitCBET(Call<void()> initBackend) {
-    cSetErrorReportingFunctionFormat(nullptr);
     initBackend();
     setInfValueStri("MIN_LONG", "MAX_LONG", "MINREAL", "MAXREAL");
     cInitVars();

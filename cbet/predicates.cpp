@@ -37,9 +37,8 @@ bool isCountedForm(int form, ValueForm firstDynamic, ValueForm lastDynamic) {
 }
 
 /* True if the references go on to a definition, through selections too. */
-bool leadsToDefinition(AsnType *type) {
-    static int nesting = 0;
-    const NestingGuard guard(&nesting, type->posModule);
+bool leadsToDefinition(AsnType *type, int *depth) {
+    const NestingGuard guard(depth, type->posModule);
     bool result = false;
     forNextDefinedType(type, [&](AsnType *next) {
         if (isInstantiatedType(next))
@@ -47,16 +46,15 @@ bool leadsToDefinition(AsnType *type) {
         if (isDefinedType(next))
             result = true;
         else
-            result = leadsToDefinition(next);
+            result = leadsToDefinition(next, depth);
     });
     return result;
 }
 
 /* Follows the references from definition to definition until one of the current module is no
  * synonym. */
-bool followToCurrentModule(AsnType *type, Call<void(AsnType *)> func) {
-    static int nesting = 0;
-    const NestingGuard guard(&nesting, type->posModule);
+bool followToCurrentModule(AsnType *type, Call<void(AsnType *)> func, int *depth) {
+    const NestingGuard guard(depth, type->posModule);
     bool result = false;
     forNextDefinedType(type, [&](AsnType *next) {
         if (next->posModule == cMP && !isSynonymType(next)) {
@@ -64,7 +62,7 @@ bool followToCurrentModule(AsnType *type, Call<void(AsnType *)> func) {
             if (func)
                 func(next);
         } else {
-            result = followToCurrentModule(next, func);
+            result = followToCurrentModule(next, func, depth);
         }
     });
     return result;
@@ -175,7 +173,8 @@ bool cIsDefinedBaseType(AsnType *type) {
     if (!isDefinedType(type) && type->firstMainType == TYP_SYNONYM &&
         type->posModule != type->baseModule) {
         const bool createMeta = setCreateBETypMetaFlag(false);
-        result = leadsToDefinition(type);
+        int depth = 0;
+        result = leadsToDefinition(type, &depth);
         setCreateBETypMetaFlag(createMeta);
     }
     setTypeInfoCacheBetFlag(cache, CACHE_DEFINED_BASE, result);
@@ -192,15 +191,17 @@ bool cIsBaseTypeGeneratedInCurrentModule(AsnType *type) {
         return structure != nullptr && cIsBaseTypeGeneratedInCurrentModule(structure);
     }
     const bool createMeta = setCreateBETypMetaFlag(false);
-    const bool result = followToCurrentModule(type, nullptr);
+    int depth = 0;
+    const bool result = followToCurrentModule(type, nullptr, &depth);
     setCreateBETypMetaFlag(createMeta);
     return result;
 }
 
 void cForTypeGeneratedInCurrentModule(AsnType *type, Call<void(AsnType *defined)> func) {
     requireCall(func);
+    int depth = 0;
     if (!isBaseTypeInCurrentModule(type))
-        followToCurrentModule(type, func);
+        followToCurrentModule(type, func, &depth);
     else if (isSynonymType(type))
         forSynonymType(type, [&](AsnType *base) { func(base); });
     else

@@ -12,15 +12,6 @@
 #include "model/typequeries.h"
 #include "options/ketracnf.h"
 
-const char *const defaultErrorReportingFunctionFormat = "reportError (ASNG_F(asncodg) %s);\n";
-const char *g_errorReportingFunctionFormat = defaultErrorReportingFunctionFormat;
-
-const char *cSetErrorReportingFunctionFormat(const char *format) {
-    g_errorReportingFunctionFormat =
-        format == nullptr ? defaultErrorReportingFunctionFormat : format;
-    return g_errorReportingFunctionFormat;
-}
-
 void cSayAtType(AsnType *type, const char *text) {
     static std::set<Text> said;
     Text path;
@@ -36,11 +27,7 @@ void cRefuseType(AsnType *type, const char *text) {
 }
 
 void cReportError(int file, const char *name) {
-    Text text = g_errorReportingFunctionFormat;
-    std::size_t place = text.find("%s");
-    if (place != Text::npos)
-        text.replace(place, 2, name);
-    wToF(file, text);
+    printfToF(file, "reportError (ASNG_F(asncodg) %s);\n", name);
 }
 
 void cReportFatalError(int file, const char *name) {

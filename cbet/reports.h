@@ -4,12 +4,6 @@ struct AsnType;
 
 /* Error reports and run-time paths. */
 
-/* With one "%s" for the name of the error. */
-extern const char *const defaultErrorReportingFunctionFormat;
-extern const char *g_errorReportingFunctionFormat;
-/* Sets the format, which must live on, or the default for null; returns what it set. */
-const char *cSetErrorReportingFunctionFormat(const char *format);
-
 /* Says on the standard error, at the line of the type's definition, what all kinds of function find
    there; the same words only once. */
 void cSayAtType(AsnType *type, const char *text);
@@ -17,6 +11,7 @@ void cSayAtType(AsnType *type, const char *text);
    status 1. */
 void cRefuseType(AsnType *type, const char *text);
 
+/* reportError (ASNG_F(asncodg) TAG_FAIL); */
 void cReportError(int file, const char *name);
 /* The report that doesn't return. */
 void cReportFatalError(int file, const char *name);

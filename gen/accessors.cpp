@@ -1,4 +1,4 @@
-#include "gen/accessors.h"
+#include "gen/defines.h"
 
 #include "base/files.h"
 #include "cbet/control.h"
@@ -11,8 +11,6 @@
 #include "model/typeextension.h"
 #include "model/typequeries.h"
 #include "project/ketratavi.h"
-
-const AsnType *glbUnionlessChoice = nullptr;
 
 namespace {
 
@@ -79,13 +77,14 @@ void genRemMacro(AsnType *father, AsnType *comp, int compNbr) {
 }
 
 /* (&((home)->i1.a)) */
-void genAltMacro(AsnType *father, AsnType *comp) {
+void genAltMacro(AsnType *father, AsnType *comp, Alternatives alternatives) {
     const Text member = getMetaMemberName(comp);
     if (compsAreHeldAsPointers(father))
         genMacro(father, comp, "alt", "((home)->" + member + ")");
+    else if (alternatives == Alternatives::SIDE_BY_SIDE)
+        genMacro(father, comp, "alt", "(&((home)->" + member + "))");
     else
-        genMacro(father, comp, "alt",
-                 (father == glbUnionlessChoice ? "(&((home)->" : "(&((home)->i1.") + member + "))");
+        genMacro(father, comp, "alt", "(&((home)->i1." + member + "))");
 }
 
 /* Macro groups of one type are set apart by an empty line. */
@@ -111,14 +110,14 @@ void genSeqSetAccessRoutines(AsnType *type) {
     forEachTypeComp(type, genComp);
 }
 
-void genChoiceAccessRoutines(AsnType *type) {
+void genChoiceAccessRoutines(AsnType *type, Alternatives alternatives) {
     genIntro(type);
     bool first = true;
-    auto genAlternative = [&first](AsnType *father, AsnType *comp, int compNbr) {
+    auto genAlternative = [&first, alternatives](AsnType *father, AsnType *comp, int compNbr) {
         genGroupSeparator(&first);
         genIsMacro(father, comp, compNbr);
         genSetMacro(father, comp, compNbr);
-        genAltMacro(father, comp);
+        genAltMacro(father, comp, alternatives);
     };
     forEachTypeComp(type, genAlternative);
 }
@@ -160,7 +159,7 @@ void genListAccessRoutines(AsnType *type) {
 
 } // namespace
 
-void genCompAccessRoutines(AsnType *type) {
+void genCompAccessRoutines(AsnType *type, Alternatives alternatives) {
     if (getMetaTypeAccessRoutines(type) != ACCESS_MACROS)
         return;
     switch (getTypeMainType(type)) {
@@ -169,7 +168,7 @@ void genCompAccessRoutines(AsnType *type) {
         genSeqSetAccessRoutines(type);
         break;
     case TYP_CHOICE:
-        genChoiceAccessRoutines(type);
+        genChoiceAccessRoutines(type, alternatives);
         break;
     case TYP_SEQOF:
     case TYP_SETOF:

@@ -5,7 +5,6 @@
 #include "cbet/names.h"
 #include "cbet/predicates.h"
 #include "cbet/reserved.h"
-#include "gen/accessors.h"
 #include "gen/classdefines.h"
 #include "gen/classmeta.h"
 #include "gen/defines.h"
@@ -25,26 +24,6 @@
 #include "store/records.h"
 
 namespace {
-
-/* Walks into the types of fields leave what is being written for another class or for a type. */
-class GovernorScope {
-public:
-    GovernorScope(AsnObjClass *governor, AsnObjClassField *field)
-        : governor_(glbGovernorClass), field_(glbClassField) {
-        glbGovernorClass = governor;
-        glbClassField = field;
-    }
-    ~GovernorScope() {
-        glbGovernorClass = governor_;
-        glbClassField = field_;
-    }
-    GovernorScope(const GovernorScope &) = delete;
-    GovernorScope &operator=(const GovernorScope &) = delete;
-
-private:
-    AsnObjClass *governor_;
-    AsnObjClassField *field_;
-};
 
 Text fieldId(AsnObjClassField *field) {
     Text id;
@@ -106,8 +85,8 @@ const char *nearText(AsnObjClassField *field) {
 /* Types of another module stand in its own file, which this one includes: to write them here too
    would keep them out of it. Named numbers and components of a type that is written in the field
    itself carry the names of field and class. */
-void genReferredTypeField(AsnObjClassField *field, AsnType *type) {
-    const GovernorScope none(nullptr, nullptr);
+void genReferredTypeField(AsnObjClassField *field, AsnType *type, Alternatives alternatives,
+                          TypesRun &run) {
     const bool isOwn = isCurrentModule(getModuleOfType(type));
     if (!cIsDefinedBaseType(type)) {
         cUpdateBuiltinTypeFieldType(type, field);
@@ -116,42 +95,47 @@ void genReferredTypeField(AsnObjClassField *field, AsnType *type) {
         pushPath();
         addElemToPath(getMetaClassId(getObjClassOfField(field)));
         if (isOwn)
-            genReferredTypes(type);
-        genDefines(type);
+            genReferredTypes(type, run);
+        genDefines(type, alternatives);
         popPath();
     } else if (isOwn) {
         if (isDefinedType(type))
-            genType(type);
+            genType(type, run);
         else
-            cForTypeGeneratedInCurrentModule(type, genType);
+            cForTypeGeneratedInCurrentModule(type, [&run](AsnType *base) { genType(base, run); });
     }
 }
 
-void genClass(AsnObjClass *objClass);
+void genClass(AsnObjClass *objClass, TypesRun &run);
 
-void genReferredDefinitions(AsnObjClass *objClass) {
+void genReferredDefinitions(AsnObjClass *objClass, TypesRun &run) {
     if (isSkippedClass(objClass) || isPredefinedObjClass(objClass))
         return;
-    auto genGovernor = [](AsnObjClass *, AsnObjClassField *field, int) {
-        auto governorClass = [](AsnObjClassField *, AsnObjClass *governor) { genClass(governor); };
-        auto typeOfValue = [](AsnObjClassField *ofField, AsnType *type) {
-            glbUnionlessChoice = type;
-            genReferredTypeField(ofField, type);
-            glbUnionlessChoice = nullptr;
-        };
+    auto governorClass = [&run](AsnObjClassField *, AsnObjClass *governor) {
+        genClass(governor, run);
+    };
+    auto typeOfValue = [&run](AsnObjClassField *field, AsnType *type) {
+        genReferredTypeField(field, type, Alternatives::SIDE_BY_SIDE, run);
+    };
+    auto typeOfSet = [&run](AsnObjClassField *field, AsnType *type) {
+        genReferredTypeField(field, type, Alternatives::IN_UNION, run);
+    };
+    forEachObjClassField(objClass, [&](AsnObjClass *, AsnObjClassField *field, int) {
         if (isFixedTypeValueField(field))
             forFixedTypeValueField(field, typeOfValue);
         else if (isFixedTypeValueSetField(field))
-            forFixedTypeValueSetField(field, genReferredTypeField);
+            forFixedTypeValueSetField(field, typeOfSet);
         else if (isObjectField(field))
             forObjectField(field, governorClass);
         else if (isObjectSetField(field))
             forObjectSetField(field, governorClass);
-    };
-    forEachObjClassField(objClass, genGovernor);
+    });
 }
 
 /* --- fields --- */
+
+/* Tags of the structures in fields of the class. */
+using FieldStructs = std::unordered_set<Text>;
 
 /* SKIPPED key; / * GOVERNOR SKIPPED * / */
 void genSkippedField(AsnObjClassField *field, const char *note) {
@@ -168,41 +152,41 @@ constexpr const char *GOVERNOR_SKIPPED = "GOVERNOR SKIPPED";
 
 /* A CHOICE has its alternatives side by side here, since a constant can give a value to the first
    member of a union only. */
-void genClassFieldChoiceTypedefContents(AsnObjClassField *field, AsnType *type) {
+void genClassFieldChoiceTypedefContents(AsnObjClassField *field, AsnType *type,
+                                        FieldStructs &structs) {
     Text classId;
     getDefObjClassId(classId, nullptr, getObjClassOfField(field), nullptr);
     printfToF(fiTyp, "struct t_%s_%s ", fieldId(field).c_str(), classId.c_str());
     wToF(fiTyp, "{\n");
     ++fArr[fiTyp].indent;
     genControlMember(type);
-    forEachTypeComp(type,
-                    [](AsnType *father, AsnType *son, int) { genNonLeafContents(father, son); });
+    ShapePlace place{getObjClassOfField(field), field, &structs};
+    forEachTypeComp(type, [&place](AsnType *father, AsnType *son, int) {
+        genNonLeafContents(father, son, place);
+    });
     --fArr[fiTyp].indent;
     wToF(fiTyp, "}");
 }
 
 /* The governor's name, or the whole type where it has none. */
-void genGovernorType(AsnObjClassField *field, AsnType *type) {
+void genGovernorType(AsnObjClassField *field, AsnType *type, FieldStructs &structs) {
     if (cIsDefinedBaseType(type)) {
         wToF(fiTyp, getMetaTypeName(type));
         return;
     }
-    const GovernorScope scope(getObjClassOfField(field), field);
     cUpdateBuiltinTypeFieldType(type, field);
-    genTypedefContents(type);
+    genTypedefContents(type, {getObjClassOfField(field), field, &structs});
 }
 
-void genFixedTypeValueField(AsnObjClassField *field, AsnType *type) {
+void genFixedTypeValueField(AsnObjClassField *field, AsnType *type, FieldStructs &structs) {
     if (testTypeOption(type, OPT_SKIPPED)) {
         genSkippedField(field, GOVERNOR_SKIPPED);
         return;
     }
-    if (getTypeMainType(type) == TYP_CHOICE) {
-        const GovernorScope scope(getObjClassOfField(field), field);
-        genClassFieldChoiceTypedefContents(field, type);
-    } else {
-        genGovernorType(field, type);
-    }
+    if (getTypeMainType(type) == TYP_CHOICE)
+        genClassFieldChoiceTypedefContents(field, type, structs);
+    else
+        genGovernorType(field, type, structs);
     printfToF(fiTyp, " %s;\n", fieldName(field).c_str());
 }
 
@@ -210,7 +194,7 @@ void genFixedTypeValueField(AsnObjClassField *field, AsnType *type) {
      uint16 n;
      Code* elem;
    } codes; */
-void genFixedTypeValueSetField(AsnObjClassField *field, AsnType *type) {
+void genFixedTypeValueSetField(AsnObjClassField *field, AsnType *type, FieldStructs &structs) {
     if (testTypeOption(type, OPT_SKIPPED)) {
         genSkippedField(field, GOVERNOR_SKIPPED);
         return;
@@ -227,7 +211,7 @@ void genFixedTypeValueSetField(AsnObjClassField *field, AsnType *type) {
         ++fArr[fiTyp].indent;
         wToF(fiTyp, "uint16 n;\n");
     }
-    genGovernorType(field, type);
+    genGovernorType(field, type, structs);
     if (counted) {
         printfToF(fiTyp, "%s elem%s;\n", pointer, array);
         --fArr[fiTyp].indent;
@@ -266,7 +250,7 @@ void genObjectSetField(AsnObjClassField *field, AsnObjClass *governor) {
               fieldName(field).c_str(), separate ? "" : " [MAX_ASN_SET_ELEMS + 1]");
 }
 
-void genClassTypedefContents(AsnObjClass *, AsnObjClassField *field, int) {
+void genClassTypedefContents(AsnObjClassField *field, FieldStructs &structs) {
     if (isVariableTypeValueField(field) || isVariableTypeValueSetField(field))
         genSkippedField(field, "NOT SUPPORTED");
     else if (testObjClassFieldOption(field, OPT_SKIPPED))
@@ -274,9 +258,13 @@ void genClassTypedefContents(AsnObjClass *, AsnObjClassField *field, int) {
     else if (isTypeField(field))
         printfToF(fiTyp, "ENTRYDESCR%s* %s;\n", nearText(field), fieldName(field).c_str());
     else if (isFixedTypeValueField(field))
-        forFixedTypeValueField(field, genFixedTypeValueField);
+        forFixedTypeValueField(field, [&](AsnObjClassField *governed, AsnType *type) {
+            genFixedTypeValueField(governed, type, structs);
+        });
     else if (isFixedTypeValueSetField(field))
-        forFixedTypeValueSetField(field, genFixedTypeValueSetField);
+        forFixedTypeValueSetField(field, [&](AsnObjClassField *governed, AsnType *type) {
+            genFixedTypeValueSetField(governed, type, structs);
+        });
     else if (isObjectField(field))
         forObjectField(field, genObjectField);
     else if (isObjectSetField(field))
@@ -290,7 +278,6 @@ void genClassTypedefContents(AsnObjClass *, AsnObjClassField *field, int) {
    } OPERATION; */
 void genClassStructure(AsnObjClass *objClass) {
     wToF(fiTyp, "\n");
-    glbFieldStructs.clear();
     printObjClassEmbeddingOptions(fiTyp, objClass, TED_TYP_BEFORE);
     printfToF(fiTyp, "typedef const struct t_%s ", getMetaClassId(objClass));
     wToF(fiTyp, "{\n");
@@ -299,7 +286,10 @@ void genClassStructure(AsnObjClass *objClass) {
         Text member;
         wToF(fiTyp, getClassCompmaskField(member, "", objClass, ";\n"));
     }
-    forEachObjClassField(objClass, genClassTypedefContents);
+    FieldStructs structs;
+    forEachObjClassField(objClass, [&structs](AsnObjClass *, AsnObjClassField *field, int) {
+        genClassTypedefContents(field, structs);
+    });
     --fArr[fiTyp].indent;
     printfToF(fiTyp, "} %s;\n", getMetaClassName(objClass).c_str());
     taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassName(objClass).c_str()});
@@ -327,15 +317,14 @@ void genClassTypedef(AsnObjClass *objClass) {
     genClassIteratorTypedef(objClass);
 }
 
-void genClass(AsnObjClass *objClass) {
-    static int nesting = 0;
-    const NestingGuard guard(&nesting, objClass->posModule);
+void genClass(AsnObjClass *objClass, TypesRun &run) {
+    const NestingGuard guard(&run.depth, objClass->posModule);
     if (!hasOwnStructure(objClass) || !isCurrentModule(getModuleOfObjClass(objClass)) ||
         getObjClassStamp(objClass) >= stampGIP)
         return; /* a class of another module stands in its own file */
     setObjClassStamp(objClass, stampGIP);
     const TaviNodeScope enclosing;
-    genReferredDefinitions(objClass);
+    genReferredDefinitions(objClass, run);
     taviUseClassNode(objClass);
     genClassTypedef(objClass);
     genClassDefines(objClass);
@@ -344,8 +333,8 @@ void genClass(AsnObjClass *objClass) {
 
 } // namespace
 
-void genClasses(AsnModule *module) {
-    forEachObjClass(module, [](AsnObjClass *objClass, int) { genClass(objClass); });
+void genClasses(AsnModule *module, TypesRun &run) {
+    forEachObjClass(module, [&run](AsnObjClass *objClass, int) { genClass(objClass, run); });
 }
 
 int getClassCompmaskSize(AsnObjClass *objClass) {

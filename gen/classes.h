@@ -4,13 +4,14 @@
 
 struct AsnModule;
 struct AsnObjClass;
+struct TypesRun;
 
 /* Information object classes in the ".typ" file: for each class a structure whose constants are its
    objects, and a type for pointers that walk over them. */
 
 /* All classes of the module, each behind what its fields need. A class that stands for one of
    another module is left to that module. */
-void genClasses(AsnModule *module);
+void genClasses(AsnModule *module, TypesRun &run);
 
 /* The form of the mask in a class's structure that tells which optional fields an object has:
    VF_I8, VF_I16 or VF_I32, in words of 32 bits if there are more fields. */

@@ -3,7 +3,6 @@
 #include "base/files.h"
 #include "cbet/names.h"
 #include "cbet/predicates.h"
-#include "gen/accessors.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "model/iterators.h"
@@ -102,19 +101,19 @@ void genCompDefines(AsnType *type) {
     forEachTypeComp(type, genCompDefine);
 }
 
-void genComponents(AsnType *type) {
+void genComponents(AsnType *type, Alternatives alternatives) {
     if (needsComponentDefines(getModuleOfType(type)))
         genCompDefines(type);
-    genCompAccessRoutines(type);
+    genCompAccessRoutines(type, alternatives);
 }
 
 } // namespace
 
-void genDefines(AsnType *type) {
+void genDefines(AsnType *type, Alternatives alternatives) {
     if (isSynonymType(type) || testTypeOption(type, OPT_SKIPPED))
         return;
     genNamedNumbers(type);
-    genComponents(type);
+    genComponents(type, alternatives);
 }
 
 void genEntryTablePrefixDefine(AsnModule *module) {

@@ -88,26 +88,29 @@ private:
     std::vector<ForeignTable> found_;
 };
 
+struct ReferredModules {
+    std::unordered_set<const ModRec *> found;
+    int depth = 0; /* of types within one another */
+};
+
 /* Definitions of the module itself are walked on their own. */
-void collectReferredTypes(AsnType *type, std::unordered_set<const ModRec *> *modules) {
-    static int nesting = 0;
-    const NestingGuard guard(&nesting, type->posModule);
-    if (cIsDefinedBaseType(type) && !isDefinedType(type)) {
-        modules->insert(type->baseModule);
+void collectReferredTypes(AsnType *type, ReferredModules &modules) {
+    const NestingGuard guard(&modules.depth, type->posModule);
+    modules.found.insert(type->baseModule);
+    if (cIsDefinedBaseType(type) && !isDefinedType(type))
         return;
-    }
-    modules->insert(type->baseModule);
     if (!isLeafType(type) && type->baseModule == type->posModule)
-        forEachTypeCompOrElem(
-            type, [modules](AsnType *, AsnType *son, int) { collectReferredTypes(son, modules); });
+        forEachTypeCompOrElem(type, [&modules](AsnType *, AsnType *son, int) {
+            collectReferredTypes(son, modules);
+        });
 }
 
 } // namespace
 
 std::unordered_set<const ModRec *> modulesOfReferredTypes(AsnModule *module) {
-    std::unordered_set<const ModRec *> modules;
-    forEachEntryVisType(module, [&](AsnType *type, int) { collectReferredTypes(type, &modules); });
-    return modules;
+    ReferredModules modules;
+    forEachEntryVisType(module, [&](AsnType *type, int) { collectReferredTypes(type, modules); });
+    return modules.found;
 }
 
 void forEachForeignTable(AsnModule *module,

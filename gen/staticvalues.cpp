@@ -103,27 +103,28 @@ bool isSimpleLeafComp(AsnType *comp) {
     }
 }
 
-bool areSimpleComps(AsnType *type);
+bool areSimpleComps(AsnType *type, int *depth);
 
-bool isSimpleComp(AsnType *comp) {
+bool isSimpleComp(AsnType *comp, int *depth) {
     if (isTypeExtensionmarker(comp) || needsPointer(comp) || isRecursiveType(comp))
         return false;
-    return getTypeMainType(comp) == TYP_SEQ ? areSimpleComps(comp) : isSimpleLeafComp(comp);
+    return getTypeMainType(comp) == TYP_SEQ ? areSimpleComps(comp, depth) : isSimpleLeafComp(comp);
 }
 
-bool areSimpleComps(AsnType *type) {
-    static int nesting = 0;
-    const NestingGuard guard(&nesting, type->posModule);
+bool areSimpleComps(AsnType *type, int *depth) {
+    const NestingGuard guard(depth, type->posModule);
     bool simple = true;
-    forEachTypeComp(type,
-                    [&](AsnType *, AsnType *comp, int) { simple = simple && isSimpleComp(comp); });
+    forEachTypeComp(type, [&](AsnType *, AsnType *comp, int) {
+        simple = simple && isSimpleComp(comp, depth);
+    });
     return simple;
 }
 
 bool isSimpleSequence(AsnType *type) {
     constexpr int MAX_COMPS = 32;
+    int depth = 0;
     return !testTypeOption(type, OPT_COMPS_AS_POINTERS) && getNrOfTypeComps(type) <= MAX_COMPS &&
-           areSimpleComps(type);
+           areSimpleComps(type, &depth);
 }
 
 bool isSimpleChoice(AsnType *type) {
@@ -137,13 +138,15 @@ bool isSimpleChoice(AsnType *type) {
 
 /* --- structures --- */
 
+void genValue(AsnValue *value, int *depth);
+
 /* One place for each component, whether the value has it or not. */
-void genComps(AsnValue *value) {
-    auto genComp = [](AsnValue *, AsnType *comp, int compNbr, AsnValue *present, int) {
+void genComps(AsnValue *value, int *depth) {
+    auto genComp = [depth](AsnValue *, AsnType *comp, int compNbr, AsnValue *present, int) {
         if (compNbr != 0)
             wToF(fiTab, ",\n");
         if (present != nullptr)
-            genFixedTypeValueFieldValue(present);
+            genValue(present, depth);
         else
             genEmptyFieldValue(comp);
     };
@@ -167,7 +170,7 @@ void genCompmask(AsnValue *value, AsnType *type) {
     wToF(fiTab, ",\n");
 }
 
-void genSeqFieldValue(AsnValue *value) {
+void genSeqFieldValue(AsnValue *value, int *depth) {
     AsnType *type = getTypeOfValue(value);
     if (!isSimpleSequence(type)) {
         wToF(fiTab, "{ 0 } /* Complex sequence: NOT YET IMPLEMENTED!! */");
@@ -181,7 +184,7 @@ void genSeqFieldValue(AsnValue *value) {
     ++fArr[fiTab].indent;
     if (isOptionalTypeComps(type))
         genCompmask(value, type);
-    genComps(value);
+    genComps(value, depth);
     wToF(fiTab, "\n");
     --fArr[fiTab].indent;
     wToF(fiTab, "}");
@@ -198,7 +201,7 @@ void genChosenAlternative(AsnValue *value) {
     forEachPresentOrAbsentValueComp(value, genChosen);
 }
 
-void genChoiceFieldValue(AsnValue *value) {
+void genChoiceFieldValue(AsnValue *value, int *depth) {
     if (!isSimpleChoice(getTypeOfValue(value))) {
         wToF(fiTab, "{ 0 } /* Complex choice: NOT YET IMPLEMENTED!! */");
         return;
@@ -210,7 +213,7 @@ void genChoiceFieldValue(AsnValue *value) {
     wToF(fiTab, "{\n");
     ++fArr[fiTab].indent;
     genChosenAlternative(value);
-    genComps(value);
+    genComps(value, depth);
     wToF(fiTab, "\n");
     --fArr[fiTab].indent;
     wToF(fiTab, "}");
@@ -237,11 +240,8 @@ void genNoValue(AsnType *type) {
                                         : "0 /* NOT YET IMPLEMENTED!! */");
 }
 
-} // namespace
-
-void genFixedTypeValueFieldValue(AsnValue *value) {
-    static int nesting = 0;
-    const NestingGuard guard(&nesting, value->posModule, MAX_NESTING);
+void genValue(AsnValue *value, int *depth) {
+    const NestingGuard guard(depth, value->posModule, MAX_NESTING);
     const int mainType = getValueMainType(value);
     switch (mainType) {
     case TYP_BOOLEAN:
@@ -267,10 +267,10 @@ void genFixedTypeValueFieldValue(AsnValue *value) {
         wToF(fiTab, "0");
         break;
     case TYP_SEQ:
-        genSeqFieldValue(value);
+        genSeqFieldValue(value, depth);
         break;
     case TYP_CHOICE:
-        genChoiceFieldValue(value);
+        genChoiceFieldValue(value, depth);
         break;
     case TYP_OBJID:
         genObjectIdentifierFieldValue(value);
@@ -283,14 +283,22 @@ void genFixedTypeValueFieldValue(AsnValue *value) {
     }
 }
 
+} // namespace
+
+void genFixedTypeValueFieldValue(AsnValue *value) {
+    int depth = 0;
+    genValue(value, &depth);
+}
+
 void genSetElementValue(AsnValue *value) {
     if (getValueMainType(value) != TYP_CHOICE) {
         genFixedTypeValueFieldValue(value);
         return;
     }
     bool written = false;
+    int depth = 0;
     auto genChosen = [&](AsnValue *, AsnType *comp, int compNbr, AsnValue *present, int) {
-        if (present == nullptr || !isSimpleComp(comp))
+        if (present == nullptr || !isSimpleComp(comp, &depth))
             return;
         Text member;
         printfToF(fiTab, "{ %d, { .%s = ", compNbr,

@@ -83,15 +83,15 @@ void genEntryTypedef(AsnType *type) {
     genTypedefPostfix(type);
 }
 
-void genReferredType(AsnType *father, AsnType *son) {
+void genReferredType(AsnType *father, AsnType *son, TypesRun &run) {
     if (!cIsBaseTypeGeneratedInCurrentModule(son) || isCarriedAsItIs(son))
         return;
     if (cIsDefinedBaseType(son)) {
-        cForTypeGeneratedInCurrentModule(son, genType);
+        cForTypeGeneratedInCurrentModule(son, [&run](AsnType *type) { genType(type, run); });
         return;
     }
     if (!isLeafType(son))
-        genReferredTypes(son);
+        genReferredTypes(son, run);
     if (needsOwnType(father, son)) {
         wToF(fiTyp, "\n");
         genTypedefContents(son);
@@ -116,7 +116,7 @@ void warnOfCircularImports(AsnModule *module) {
 
 } // namespace
 
-void genType(AsnType *type) {
+void genType(AsnType *type, TypesRun &run) {
     if (processingStarted(type))
         return;
     setProcessingNow(type);
@@ -126,7 +126,7 @@ void genType(AsnType *type) {
         addElemToPath(orEmpty(getMetaTypeId(type)));
     }
     const TaviNodeScope enclosing;
-    genReferredTypes(type);
+    genReferredTypes(type, run);
     taviUseTypeNode(type);
     genTypedef(type);
     if (isEntryType(type))
@@ -137,16 +137,16 @@ void genType(AsnType *type) {
         popPath();
 }
 
-void genReferredTypes(AsnType *type) {
-    static int nesting = 0;
-    const NestingGuard guard(&nesting, type->posModule);
+void genReferredTypes(AsnType *type, TypesRun &run) {
+    const NestingGuard guard(&run.depth, type->posModule);
     if (!cIsBaseTypeGeneratedInCurrentModule(type) || isCarriedAsItIs(type))
         return;
     if (isSynonymType(type))
-        cForTypeGeneratedInCurrentModule(type, genType);
+        cForTypeGeneratedInCurrentModule(type, [&run](AsnType *base) { genType(base, run); });
     else if (!isLeafType(type))
-        forEachTypeCompOrElem(
-            type, [](AsnType *father, AsnType *son, int) { genReferredType(father, son); });
+        forEachTypeCompOrElem(type, [&run](AsnType *father, AsnType *son, int) {
+            genReferredType(father, son, run);
+        });
 }
 
 void generateTypes(AsnModule *module) {
@@ -154,6 +154,7 @@ void generateTypes(AsnModule *module) {
         warnOfCircularImports(module);
     resetPath();
     initStamps();
-    forEachEntryVisType(module, [](AsnType *type, int) { genType(type); });
-    genClasses(module);
+    TypesRun run;
+    forEachEntryVisType(module, [&run](AsnType *type, int) { genType(type, run); });
+    genClasses(module, run);
 }

@@ -19,10 +19,6 @@
 #include "project/ketratavi.h"
 #include "store/records.h"
 
-AsnObjClass *glbGovernorClass = nullptr;
-AsnObjClassField *glbClassField = nullptr;
-std::unordered_set<Text> glbFieldStructs;
-
 namespace {
 
 /* Main types and value forms that go together in needsControlMember. */
@@ -80,26 +76,35 @@ void warnOfUnknownLeaf(AsnType *type) {
 
 /* "argument_OPERATION": the component's name, or the field's for its own type, and the
    class. An element has no name of its own and keeps its place in the field. */
-Text fieldStructName(AsnType *type) {
+Text fieldStructName(AsnType *type, ShapePlace &place) {
     Text whole, name;
     if (getFatherOfTypeComp(type) == nullptr)
-        getObjClassFieldId(name, nullptr, glbClassField, nullptr);
+        getObjClassFieldId(name, nullptr, place.field, nullptr);
     else
         name = orEmpty(getMetaCompId(type));
     if (name.empty())
         return cTypeId(whole, nullptr, type, nullptr);
-    getDefObjClassId(whole, (name + "_").c_str(), glbGovernorClass, nullptr);
-    if (glbFieldStructs.insert(whole).second)
+    getDefObjClassId(whole, (name + "_").c_str(), place.objClass, nullptr);
+    if (place.fieldStructs->insert(whole).second)
         return whole;
     /* Another field has a structure of this name, maybe of the same type. */
     Text field;
-    getObjClassFieldId(field, nullptr, glbClassField, nullptr);
-    getDefObjClassId(whole, (name + "_" + field + "_").c_str(), glbGovernorClass, nullptr);
-    for (int nr = 2; !glbFieldStructs.insert(whole).second; ++nr) {
+    getObjClassFieldId(field, nullptr, place.field, nullptr);
+    getDefObjClassId(whole, (name + "_" + field + "_").c_str(), place.objClass, nullptr);
+    for (int nr = 2; !place.fieldStructs->insert(whole).second; ++nr) {
         const Text numbered = name + std::to_string(nr) + "_" + field + "_";
-        getDefObjClassId(whole, numbered.c_str(), glbGovernorClass, nullptr);
+        getDefObjClassId(whole, numbered.c_str(), place.objClass, nullptr);
     }
     return whole;
+}
+
+/* struct t_Msg { */
+void genStructPrefix(AsnType *type, ShapePlace &place) {
+    if (place.objClass != nullptr)
+        setBETypeInfoNames(type, fieldStructName(type, place).c_str());
+    printfToF(fiTyp, "struct t_%s ", orEmpty(getMetaTypeId(type)));
+    wToF(fiTyp, "{\n");
+    ++fArr[fiTyp].indent;
 }
 
 void genStructPostfix() {
@@ -107,17 +112,17 @@ void genStructPostfix() {
     wToF(fiTyp, "}");
 }
 
-void genLeafType(AsnType *type) {
+void genLeafType(AsnType *type, ShapePlace &place) {
     if (testTypeOption(type, OPT_SKIPPED)) {
         wToF(fiTyp, getMetaBaseTypeId(type));
     } else if (isStructuredType(type)) {
-        genStructPrefix(type);
+        genStructPrefix(type, place);
         printfToF(fiTyp, "%s eitherthisfield;\n", cSpecialType(SPECIAL_NOBODY_USES));
         genStructPostfix();
     } else if (cIsPredefinedType(type)) {
         wToF(fiTyp, getMetaBaseTypeId(type));
     } else if (cIsStaticString(type) || cIsDynamicString(type)) {
-        genStructPrefix(type);
+        genStructPrefix(type, place);
         genControlMember(type);
         genLeafStringHome(type);
         genStructPostfix();
@@ -127,13 +132,13 @@ void genLeafType(AsnType *type) {
 }
 
 /* A list's element stands inside a comment, since its C type is LIST whatever it holds. */
-void genNonLeafPrefix(AsnType *type) {
+void genNonLeafPrefix(AsnType *type, ShapePlace &place) {
     if (isList(type)) {
         wToF(fiTyp, "LIST /*\n");
         ++fArr[fiTyp].indent;
         return;
     }
-    genStructPrefix(type);
+    genStructPrefix(type, place);
     genControlMember(type);
     if (isPlainChoice(type)) {
         wToF(fiTyp, "union ");
@@ -155,14 +160,15 @@ void genNonLeafPostfix(AsnType *type) {
     genStructPostfix();
 }
 
-void genNonLeafType(AsnType *type) {
+void genNonLeafType(AsnType *type, ShapePlace &place) {
     if (cIsFrameType(type)) {
         wToF(fiTyp, getMetaBaseTypeId(type));
         return;
     }
-    genNonLeafPrefix(type);
-    forEachTypeCompOrElem(
-        type, [](AsnType *father, AsnType *son, int) { genNonLeafContents(father, son); });
+    genNonLeafPrefix(type, place);
+    forEachTypeCompOrElem(type, [&place](AsnType *father, AsnType *son, int) {
+        genNonLeafContents(father, son, place);
+    });
     genNonLeafPostfix(type);
 }
 
@@ -174,7 +180,7 @@ void genHomeMember(AsnType *son) {
     wToF(fiTyp, cAsnHomeMember(text, " val.", son, ";\n"));
 }
 
-void genMemberType(AsnType *father, AsnType *son) {
+void genMemberType(AsnType *father, AsnType *son, ShapePlace &place) {
     Text text;
     if (isList(father)) {
         wToF(fiTyp, getMetaBaseTypeId(son));
@@ -192,9 +198,9 @@ void genMemberType(AsnType *father, AsnType *son) {
     } else if (isTypeExtensionmarker(son)) {
         wToF(fiTyp, getMetaBaseTypeId(son));
     } else if (isLeafType(son)) {
-        genLeafType(son);
+        genLeafType(son, place);
     } else {
-        genNonLeafType(son);
+        genNonLeafType(son, place);
     }
 }
 
@@ -273,19 +279,11 @@ bool isInCategorySet(AsnType *type, unsigned set) {
     return false;
 }
 
-void genTypedefContents(AsnType *type) {
+void genTypedefContents(AsnType *type, ShapePlace place) {
     if (isLeafType(type))
-        genLeafType(type);
+        genLeafType(type, place);
     else
-        genNonLeafType(type);
-}
-
-void genStructPrefix(AsnType *type) {
-    if (glbGovernorClass != nullptr)
-        setBETypeInfoNames(type, fieldStructName(type).c_str());
-    printfToF(fiTyp, "struct t_%s ", orEmpty(getMetaTypeId(type)));
-    wToF(fiTyp, "{\n");
-    ++fArr[fiTyp].indent;
+        genNonLeafType(type, place);
 }
 
 void genControlMember(AsnType *type) {
@@ -307,11 +305,10 @@ void genControlMember(AsnType *type) {
     printfToF(fiTyp, "%s nIgnored;\n", orEmpty(getLangType(form)));
 }
 
-void genNonLeafContents(AsnType *father, AsnType *son) {
-    static int nesting = 0;
-    const NestingGuard guard(&nesting, son->posModule);
+void genNonLeafContents(AsnType *father, AsnType *son, ShapePlace &place) {
+    const NestingGuard guard(&place.depth, son->posModule);
     printTypeEmbeddingOptions(fiTyp, son, TED_TYP_BEFORE);
-    genMemberType(father, son);
+    genMemberType(father, son, place);
     genMemberTail(father, son);
     printTypeEmbeddingOptions(fiTyp, son, TED_TYP_BEHIND);
 }

@@ -11,21 +11,21 @@ struct AsnType;
 /* The C shape of one type: what stands between "typedef" and the identifier, nested structures
    included. */
 
-/* While a type is written that stands in a field of a class, the class and the field; else null.
-   Its structures are then tagged with the names of both. */
-extern AsnObjClass *glbGovernorClass;
-extern AsnObjClassField *glbClassField;
-/* Names of such structures in the class so far. */
-extern std::unordered_set<Text> glbFieldStructs;
+/* The place of the type whose shape is written: a definition, or a field of a class, whose name and
+   that of the class are then the tags of all structures in it. */
+struct ShapePlace {
+    AsnObjClass *objClass = nullptr; /* null for a definition, as are the two below */
+    AsnObjClassField *field = nullptr;
+    std::unordered_set<Text> *fieldStructs = nullptr; /* tags of such structures in the class so far */
+    int depth = 0;                                    /* of types within one another */
+};
 
 /* Writes the shape. Nesting without end is fatal error 15. */
-void genTypedefContents(AsnType *type);
-/* A structure's head, "struct t_Msg {\n", and its control members; the caller writes the members
-   and closes the brace. */
-void genStructPrefix(AsnType *type);
+void genTypedefContents(AsnType *type, ShapePlace place = {});
+/* The control members of a structure. */
 void genControlMember(AsnType *type);
 /* One member of `father`, or the element of a list. */
-void genNonLeafContents(AsnType *father, AsnType *son);
+void genNonLeafContents(AsnType *father, AsnType *son, ShapePlace &place);
 
 /* Questions about the shape of a type. */
 bool isList(AsnType *type); /* held as a linked list */

@@ -8,7 +8,6 @@
 #include "cbet/functions.h"
 #include "cbet/listsizes.h"
 #include "cbet/memory.h"
-#include "cbet/reports.h"
 #include "tests/support/cbetrun.h"
 
 /* Tests of SET masks and integer sets, sizes, extension markers. */
@@ -174,16 +173,6 @@ TEST(Fragments, FormsWithHomeStack) {
     EXPECT_EQ(run.body(), "pushHomeG (asncodg_asnuti, home->text);\n"
                           "pushHomeG (asncodg_asnuti, home->any);\n"
                           "pushHomeG (asncodg_asnuti, home->outside);\n");
-}
-
-TEST(Fragments, ErrorFormatCanBeReplaced) {
-    TreeWriter w("Mod", "mod");
-    CbetRun run(w);
-    cSetErrorReportingFunctionFormat("fail (%s, __LINE__);\n");
-    cReportError(BODY_FILE, "TAG_FAIL");
-    EXPECT_STREQ(cSetErrorReportingFunctionFormat(nullptr), defaultErrorReportingFunctionFormat);
-    cReportError(BODY_FILE, "TAG_FAIL");
-    EXPECT_EQ(run.body(), "fail (TAG_FAIL, __LINE__);\nreportError (ASNG_F(asncodg) TAG_FAIL);\n");
 }
 
 } // namespace
