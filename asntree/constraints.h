@@ -42,15 +42,8 @@ NumberSet sizesOf(Compilation &c, const ConstraintUse &use, const NumberSet &par
 /* True if some constraint of the chain, or an expression, is extensible. */
 bool isExtensible(const ConstraintSpec &spec);
 
-/* Reports constraints that stand on a type itself and don't fit it, reach outside the parent, or
-   leave nothing. */
-void checkConstraints(Compilation &c, TypeUse type);
 /* Reports what WITH COMPONENTS says of the presence of components that can't be so. */
 void checkPresence(Compilation &c, TypeUse structure, const Constraint &constraint);
-/* The same for a set expression that stands on no type, as that of a value set with its governor.
- */
-void checkConstraint(Compilation &c, const ConstraintUse &use, TypeUse governor);
-
 /* Does a value fit its type's constraints; reports once what doesn't. */
 bool checkDatum(Compilation &c, const Datum &datum, TypeUse type);
 

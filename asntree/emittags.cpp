@@ -5,36 +5,8 @@
 namespace asntree {
 
 int replacedTag(Emitter &e, TypeUse base) {
-    if (!base)
-        return 0;
-    switch (base.type->kind) {
-    case TypeKind::Integer:
-        return emittedAsOctets(e, base) ? 2 : 0;
-    case TypeKind::EmbeddedPdv:
-        return 11;
-    case TypeKind::Utf8String:
-        return 12;
-    case TypeKind::RelativeOid:
-        return 13;
-    case TypeKind::Time:
-        return 14;
-    case TypeKind::CharacterString:
-        return 29;
-    case TypeKind::Date:
-        return 31;
-    case TypeKind::TimeOfDay:
-        return 32;
-    case TypeKind::DateTime:
-        return 33;
-    case TypeKind::Duration:
-        return 34;
-    case TypeKind::OidIri:
-        return 35;
-    case TypeKind::RelativeOidIri:
-        return 36;
-    default:
-        return 0;
-    }
+    const BuiltinKind *const row = base ? builtinKind(base.type->kind) : nullptr;
+    return row != nullptr && (row->standsIn || emittedAsOctets(e, base)) ? row->tag : 0;
 }
 
 namespace {
@@ -59,8 +31,8 @@ struct TagList {
     RecNr last = 0;
 
     void add(int tagClass, bool isExplicit, std::int64_t number) {
-        const RecNr nr = ts.tree().addTag({tagClass, isExplicit ? TAG_MODE_EXPLICIT : 0,
-                                           static_cast<std::int32_t>(number), 0});
+        const RecNr nr = ts.tree().addTag(
+            {tagClass, isExplicit ? TAG_MODE_EXPLICIT : 0, static_cast<std::int32_t>(number), 0});
         (last == 0 ? ts.tree().t(node).firstTagRec
                    : ts.tree().tagRecs[static_cast<std::size_t>(last - 1)].next) = nr;
         last = nr;

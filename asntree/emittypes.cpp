@@ -142,39 +142,6 @@ bool referTo(Emitter &e, TreeState &ts, RecNr nr, const Assignment *definition) 
 
 namespace {
 
-int stringMainType(TypeKind kind) {
-    switch (kind) {
-    case TypeKind::NumericString:
-        return TYP_NUMSTR;
-    case TypeKind::PrintableString:
-        return TYP_PRISTR;
-    case TypeKind::TeletexString:
-        return TYP_TELSTR;
-    case TypeKind::VideotexString:
-        return TYP_VIDSTR;
-    case TypeKind::VisibleString:
-        return TYP_VISSTR;
-    case TypeKind::Ia5String:
-        return TYP_IA5STR;
-    case TypeKind::GraphicString:
-        return TYP_GRASTR;
-    case TypeKind::GeneralString:
-        return TYP_GENSTR;
-    case TypeKind::BmpString:
-        return TYP_BMPSTR;
-    case TypeKind::UniversalString:
-        return TYP_UNISTR;
-    case TypeKind::ObjectDescriptor:
-        return TYP_OBJDESCR;
-    case TypeKind::GeneralizedTime:
-        return TYP_GENTIME;
-    case TypeKind::UtcTime:
-        return TYP_UTCTIME;
-    default:
-        return TYP_OCTSTR; /* what the format has no number for */
-    }
-}
-
 const ModuleSettings &settingsOfModule(Emitter &e, const ModuleInfo *module,
                                        const ModuleSettings &otherwise) {
     auto found = e.plan.treeOfModule.find(module);
@@ -201,47 +168,13 @@ bool emittedAsOctets(Emitter &e, TypeUse base) {
 }
 
 int mainTypeOf(Emitter &e, TypeUse base) {
-    switch (base.type->kind) {
-    case TypeKind::Boolean:
-        return TYP_BOOLEAN;
-    case TypeKind::Integer:
-        return emittedAsOctets(e, base) ? TYP_OCTSTR : TYP_INTEGER;
-    case TypeKind::Enumerated:
-        return TYP_ENUM;
-    case TypeKind::Real:
-        return TYP_REAL;
-    case TypeKind::BitString:
-        return TYP_BITSTR;
-    case TypeKind::OctetString:
-        return TYP_OCTSTR;
-    case TypeKind::Null:
-        return TYP_NULL;
-    case TypeKind::Sequence:
-    case TypeKind::EmbeddedPdv: /* with functions for it, as for any structure */
-    case TypeKind::CharacterString:
-        return TYP_SEQ;
-    case TypeKind::SequenceOf:
-        return TYP_SEQOF;
-    case TypeKind::Set:
-        return TYP_SET;
-    case TypeKind::SetOf:
-        return TYP_SETOF;
-    case TypeKind::Choice:
-        return TYP_CHOICE;
-    case TypeKind::Any:
-        return TYP_ANY;
-    case TypeKind::ObjectIdentifier:
-        return TYP_OBJID;
-    case TypeKind::External:
-        return settingsOfModule(e, base.scope->module, e.trees.front().settings).external ==
-                       VF_EXTERNAL_1990
-                   ? TYP_EXTERNAL_1990
-                   : TYP_EXTERNAL_1994;
-    case TypeKind::InstanceOf: /* an EXTERNAL with two of its components, octet by octet */
-        return TYP_EXTERNAL_1994;
-    default:
-        return stringMainType(base.type->kind);
-    }
+    const auto external = [&] {
+        return settingsOfModule(e, base.scope->module, e.trees.front().settings).external;
+    };
+    if (base.type->kind == TypeKind::External && external() == VF_EXTERNAL_1990)
+        return TYP_EXTERNAL_1990;
+    const BuiltinKind *const row = builtinKind(base.type->kind);
+    return row == nullptr || emittedAsOctets(e, base) ? TYP_OCTSTR : row->mainType;
 }
 
 namespace {

@@ -106,12 +106,6 @@ void readOpen(Reading &reading); /* open types and ANY */
 void readContaining(Reading &reading);
 void readMacroValue(Reading &reading);
 
-bool isCharacterString(TypeKind kind);
-bool isTime(TypeKind kind);
-/* TIME and the types of 2008 that are subsets of it. */
-bool isIsoTime(TypeKind kind);
-/* ANY, or a field that no object settles; of a base. */
-bool isOpen(TypeKind kind);
 /* The characters of a string type. */
 NumberSet alphabetOf(TypeKind kind);
 /* "`x`", "U+00E9". */

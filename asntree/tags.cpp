@@ -7,87 +7,6 @@ namespace asntree {
 
 namespace {
 
-/* The universal tag of a builtin type; 0 for those without one. */
-int universalTag(TypeKind kind) {
-    switch (kind) {
-    case TypeKind::Boolean:
-        return 1;
-    case TypeKind::Integer:
-        return 2;
-    case TypeKind::BitString:
-        return 3;
-    case TypeKind::OctetString:
-        return 4;
-    case TypeKind::Null:
-        return 5;
-    case TypeKind::ObjectIdentifier:
-        return 6;
-    case TypeKind::ObjectDescriptor:
-        return 7;
-    case TypeKind::External:
-    case TypeKind::InstanceOf:
-        return 8;
-    case TypeKind::Real:
-        return 9;
-    case TypeKind::Enumerated:
-        return 10;
-    case TypeKind::EmbeddedPdv:
-        return 11;
-    case TypeKind::Utf8String:
-        return 12;
-    case TypeKind::RelativeOid:
-        return 13;
-    case TypeKind::Time:
-        return 14;
-    case TypeKind::Sequence:
-    case TypeKind::SequenceOf:
-        return 16;
-    case TypeKind::Set:
-    case TypeKind::SetOf:
-        return 17;
-    case TypeKind::NumericString:
-        return 18;
-    case TypeKind::PrintableString:
-        return 19;
-    case TypeKind::TeletexString:
-        return 20;
-    case TypeKind::VideotexString:
-        return 21;
-    case TypeKind::Ia5String:
-        return 22;
-    case TypeKind::UtcTime:
-        return 23;
-    case TypeKind::GeneralizedTime:
-        return 24;
-    case TypeKind::GraphicString:
-        return 25;
-    case TypeKind::VisibleString:
-        return 26;
-    case TypeKind::GeneralString:
-        return 27;
-    case TypeKind::UniversalString:
-        return 28;
-    case TypeKind::CharacterString:
-        return 29;
-    case TypeKind::BmpString:
-        return 30;
-    case TypeKind::Date:
-        return 31;
-    case TypeKind::TimeOfDay:
-        return 32;
-    case TypeKind::DateTime:
-        return 33;
-    case TypeKind::Duration:
-        return 34;
-    case TypeKind::OidIri:
-        return 35;
-    case TypeKind::RelativeOidIri:
-        return 36;
-    default:
-        return 0;
-    }
-}
-
 /* The type at which a chain of references has its outermost tag: the first one that is tagged, or
    the base. */
 TypeUse taggedOrBase(Compilation &c, TypeUse type) {
@@ -129,8 +48,8 @@ void appendOuterTags(Compilation &c, TypeUse type, OuterTags &outer) {
         outer.tags.push_back({tag.tagClass, tagNumber(c, tag, use.scope)});
     } else if (use.type->kind == TypeKind::Choice) {
         appendAlternatives(c, use, outer);
-    } else if (const int number = universalTag(use.type->kind); number != 0) {
-        outer.tags.push_back({TagClassWord::Universal, number});
+    } else if (const auto *row = builtinKind(use.type->kind); row != nullptr && row->tag != 0) {
+        outer.tags.push_back({TagClassWord::Universal, row->tag});
     }
 }
 
@@ -234,10 +153,10 @@ bool hasOpenEnd(Compilation &c, TypeUse type) {
     if (hasMarker(use))
         return true;
     const std::vector<SettledComponent> &alternatives = componentsOf(c, use);
-    return !hasAutomaticTags(c, use) &&
-           std::any_of(
-               alternatives.begin(), alternatives.end(),
-               [&c](const SettledComponent &alternative) { return hasOpenEnd(c, alternative.type); });
+    return !hasAutomaticTags(c, use) && std::any_of(alternatives.begin(), alternatives.end(),
+                                                    [&c](const SettledComponent &alternative) {
+                                                        return hasOpenEnd(c, alternative.type);
+                                                    });
 }
 
 /* A tag that isn't known must lead to one place where it may have been added, not to several: in a
@@ -365,8 +284,9 @@ void checkTaggedAdditions(Compilation &c, TypeUse structure) {
             tagged = &component;
     }
     if (untaggedRoot && tagged != nullptr)
-        error(c.diagnostics, tagged->type->tags.front().place,
-              "an addition has no tag where those in front of the \"...\" are tagged automatically");
+        error(
+            c.diagnostics, tagged->type->tags.front().place,
+            "an addition has no tag where those in front of the \"...\" are tagged automatically");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <deque>
 #include <span>
 
+#include "asntree/kinds.h"
 #include "asntree/names.h"
 #include "asntree/number.h"
 
@@ -120,6 +121,5 @@ const SettledComponent *findComponent(Compilation &c, TypeUse base, std::string_
 bool compatible(Compilation &c, TypeUse a, TypeUse b);
 /* What a type is called in messages: the name of its definition, or the words of a builtin one. */
 std::string describeType(TypeUse type);
-std::string_view kindText(TypeKind kind);
 
 } // namespace asntree

@@ -6,49 +6,6 @@ namespace asntree {
 
 namespace {
 
-constexpr std::string_view typeTexts[] = {
-    "BOOLEAN",
-    "INTEGER",
-    "ENUMERATED",
-    "REAL",
-    "BIT STRING",
-    "OCTET STRING",
-    "NULL",
-    "SEQUENCE",
-    "SEQUENCE OF",
-    "SET",
-    "SET OF",
-    "CHOICE",
-    "ANY",
-    "EMBEDDED PDV",
-    "OBJECT IDENTIFIER",
-    "RELATIVE-OID",
-    "OID-IRI",
-    "RELATIVE-OID-IRI",
-    "UTF8String",
-    "NumericString",
-    "PrintableString",
-    "TeletexString",
-    "VideotexString",
-    "VisibleString",
-    "IA5String",
-    "GraphicString",
-    "GeneralString",
-    "BMPString",
-    "UniversalString",
-    "CHARACTER STRING",
-    "GeneralizedTime",
-    "UTCTime",
-    "TIME",
-    "DATE",
-    "TIME-OF-DAY",
-    "DATE-TIME",
-    "DURATION",
-    "EXTERNAL",
-    "ObjectDescriptor",
-    "INSTANCE OF",
-};
-
 constexpr std::string_view valueTexts[] = {
     "TRUE",
     "FALSE",
@@ -151,13 +108,6 @@ bool compare(Comparison &comparison, TypeUse a, TypeUse b) {
 
 } // namespace
 
-std::string_view kindText(TypeKind kind) {
-    const auto index = static_cast<std::size_t>(kind);
-    if (index < std::size(typeTexts))
-        return typeTexts[index];
-    return kind == TypeKind::Field ? "an open type" : "a type";
-}
-
 std::string_view kindText(ValueKind kind) {
     const auto index = static_cast<std::size_t>(kind);
     return index < std::size(valueTexts) ? valueTexts[index] : "this";
@@ -179,23 +129,6 @@ std::string describeType(TypeUse type) {
 bool compatible(Compilation &c, TypeUse a, TypeUse b) {
     Comparison comparison{c};
     return compare(comparison, a, b);
-}
-
-bool isOpen(TypeKind kind) {
-    return kind == TypeKind::Any || kind == TypeKind::Field;
-}
-
-bool isCharacterString(TypeKind kind) {
-    return (kind >= TypeKind::Utf8String && kind <= TypeKind::CharacterString) ||
-           kind == TypeKind::ObjectDescriptor;
-}
-
-bool isTime(TypeKind kind) {
-    return kind >= TypeKind::GeneralizedTime && kind <= TypeKind::Duration;
-}
-
-bool isIsoTime(TypeKind kind) {
-    return isTime(kind) && kind != TypeKind::GeneralizedTime && kind != TypeKind::UtcTime;
 }
 
 } // namespace asntree
