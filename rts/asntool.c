@@ -232,8 +232,10 @@ int asnToolMainWith (int reentrant, int argc, char **argv, const ASNTOOLMODULE *
   tool.modules = modules;
   tool.reentrant = reentrant;
   tool.files = words;
-  if (!words)
+  if (!words) {
+    (void)fprintf (stderr, "%s: there is not enough memory\n", tool.program);
     return STATUS_BAD;
+  }
   status = parseCommandLine (&tool, argc, argv);
   if (status == GO_ON) {
     if (tool.command == COMMAND_LIST)

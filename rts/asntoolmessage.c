@@ -84,12 +84,14 @@ static BOOLE writeTags (ASN_TOOL *tool, const BYTE_TYPE *p, size_t length)
   asnEmpty (&tool->text);
   done = asnListTags (&tool->text, &walk, tool->entry.module ? asnEntryPlace (tool->entry) : NULL, p, length,
                       tool->offset);
+  if (walk.error.code == LACK_OF_MEMORY)
+    asnReport (tool, &walk.error, NULL, NULL);
   asnEndWalk (&walk);
   (void)printf ("%s%s", tool->number > 1 ? "\n" : "", tool->text.text ? tool->text.text : "");
   return done;
 }
 
-static void writeOctets (ASN_TOOL *tool, const BYTE_TYPE *p, size_t length)
+static BOOLE writeOctets (ASN_TOOL *tool, const BYTE_TYPE *p, size_t length)
 {
   const char *name = asnRow (tool->entry)->name;
   asnEmpty (&tool->text);
@@ -99,29 +101,33 @@ static void writeOctets (ASN_TOOL *tool, const BYTE_TYPE *p, size_t length)
     asnAddChar (&tool->text, '\n');
     break;
   case FORMAT_BASE64:
-    asnAddBase64 (&tool->text, p, length);
-    break;
   case FORMAT_PEM:
-    (void)printf ("-----BEGIN %s-----\n", name);
     asnAddBase64 (&tool->text, p, length);
     break;
   default:
     (void)fwrite (p, 1, length, stdout);
-    return;
+    return TRUE;
   }
+  if (tool->text.failed) {
+    ASNERROR error = { LACK_OF_MEMORY, 0, "" };
+    asnReport (tool, &error, NULL, NULL);
+    return FALSE;
+  }
+  if (tool->out == FORMAT_PEM)
+    (void)printf ("-----BEGIN %s-----\n", name);
   (void)fwrite (tool->text.text, 1, tool->text.length, stdout);
   if (tool->out == FORMAT_PEM)
     (void)printf ("-----END %s-----\n", name);
+  return TRUE;
 }
 
 static BOOLE writeDer (ASN_TOOL *tool, const BYTE_TYPE *p, size_t length)
 {
   size_t derLength;
   BYTE_TYPE *octets = asnMakeDer (tool, p, length, &derLength);
-  if (octets)
-    writeOctets (tool, octets, derLength);
+  const BOOLE done = octets && writeOctets (tool, octets, derLength);
   free (octets);
-  return octets != NULL;
+  return done;
 }
 
 BOOLE asnWriteMessage (ASN_TOOL *tool, const BYTE_TYPE *p, size_t length)
@@ -136,8 +142,7 @@ BOOLE asnWriteMessage (ASN_TOOL *tool, const BYTE_TYPE *p, size_t length)
   default:
     if (tool->der)
       return writeDer (tool, p, length);
-    writeOctets (tool, p, length);
-    return TRUE;
+    return writeOctets (tool, p, length);
   }
 }
 

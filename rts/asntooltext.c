@@ -42,6 +42,7 @@ void asnAdd (ASN_GROWING *to, const void *octets, size_t length)
 void asnEmpty (ASN_GROWING *growing)
 {
   growing->length = 0;
+  growing->failed = FALSE;
   if (growing->text)
     growing->text[0] = 0;
 }

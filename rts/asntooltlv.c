@@ -34,6 +34,7 @@ static void startLine (LISTING *listing, size_t offset, const ASN_HEADER *header
   for (uint32 i = 0; i < listing->depth; i++)
     asnAddText (listing->to, "  ");
   asnAddTag (listing->to, header->tag);
+  listing->to->failed |= listing->names.failed;
   if (listing->names.length > 0) {
     asnAddChar (listing->to, ' ');
     asnAdd (listing->to, listing->names.text, listing->names.length);
@@ -175,12 +176,16 @@ static int tellLeaf (ASN_WALK *w, const ASNTOOLTYPE *type, const BYTE_TYPE *p, u
 {
   LISTING *listing = (LISTING *)w->own;
   const size_t before = listing->to->length;
+  int error;
   asnAddText (listing->to, ": ");
   if (type->kind == TYP_OCTSTR) {
     addPreview (listing->to, p, length);
     return ASN_OK;
   }
-  if (asnAddJsonLeaf (listing->to, type, p, length, unused) != ASN_OK) {
+  error = asnAddJsonLeaf (listing->to, type, p, length, unused);
+  if (error == LACK_OF_MEMORY)
+    return error;
+  if (error != ASN_OK) {
     listing->to->length = before;
     addContents (listing, p, length);
   } else {
@@ -216,5 +221,9 @@ BOOLE asnListTags (ASN_GROWING *to, ASN_WALK *w, const ASNTOOLPLACE *place, cons
     listRest (&listing, p, place ? w->last : p, p + length);
   }
   asnDrop (&listing.names);
+  if (to->failed) {
+    w->error.code = LACK_OF_MEMORY;
+    return FALSE;
+  }
   return done;
 }

@@ -347,6 +347,8 @@ static const BYTE_TYPE *walkLeaf (ASN_WALK *w, const ASNTOOLTYPE *type, const BY
   asnEmpty (&w->segments);
   asnAddText (&w->segments, ""); /* so that there is a text */
   end = joinSegments (w, header, limit, areBits, &unused, 0);
+  if (w->segments.failed)
+    return fail (w, start, LACK_OF_MEMORY);
   if (!end || !tellLeaf (w, type, start, (const BYTE_TYPE *)w->segments.text, (uint32)w->segments.length, unused))
     return NULL;
   if (w->visitor->end)

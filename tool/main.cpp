@@ -14,8 +14,8 @@
 #include "tool/process.h"
 
 /* velmo-tool: makes a program from ASN.1 modules that prints, checks, converts and encodes their
-   messages. It runs asntree, velmo and a C compiler; what the program has to know besides stands in a
-   source that is written here from the same trees. */
+   messages. It runs asntree, velmo and a C compiler; what the program has to know besides stands in
+   a source that is written here from the same trees. */
 
 namespace {
 
@@ -32,7 +32,7 @@ struct Places {
     fs::path entryTrees; /* trees with the entries that were asked for */
     fs::path trees;      /* trees with all definitions as entries */
     fs::path sources;
-    fs::path list; /* of the entries that were asked for */
+    fs::path list;        /* of the entries that were asked for */
     bool passing = false; /* `work` goes at the end */
 };
 
@@ -42,10 +42,11 @@ bool complain(const std::string &text) {
 }
 
 bool writeFile(const fs::path &path, const std::string &text) {
-    std::ofstream file(path);
-    file << text;
-    file.close();
-    return file.good() || complain("can't write " + path.string());
+    std::FILE *const file = std::fopen(path.c_str(), "w");
+    const bool written =
+        file != nullptr && std::fwrite(text.data(), 1, text.size(), file) == text.size();
+    const bool closed = file != nullptr && std::fclose(file) == 0;
+    return (written && closed) || complain("can't write " + path.string());
 }
 
 /* --- places --- */
@@ -129,11 +130,11 @@ bool makeTrees(const Options &options, const Places &places) {
     first.words = {(places.programs / "asntree").string(), "-DEFINITELEN=YES"};
     first.words.insert(first.words.end(), options.compiled.begin(), options.compiled.end());
     Command second = first;
-    const char *const needed[] = {"-C=./",       "-H=./",         "-TYP=YES",      "-DEF=YES",
-                                  "-TAB=NO",     "-TABF=NO",      "-COD=1:1",      "-TST=1:1",
-                                  "-ANSI-C=YES", "-PUSHPATH=YES", "-GENERATE=3",   "-ENTRY=*",
-                                  "-MEMORY=NO",  "-ALTTAB=NO",    "-ENCF=01234567", "-DECF=01234567",
-                                  "-ASKF=01234567", "-PRIF=01234567"};
+    const char *const needed[] = {
+        "-C=./",          "-H=./",          "-TYP=YES",      "-DEF=YES",    "-TAB=NO",
+        "-TABF=NO",       "-COD=1:1",       "-TST=1:1",      "-ANSI-C=YES", "-PUSHPATH=YES",
+        "-GENERATE=3",    "-ENTRY=*",       "-MEMORY=NO",    "-ALTTAB=NO",  "-ENCF=01234567",
+        "-DECF=01234567", "-ASKF=01234567", "-PRIF=01234567"};
     first.words.push_back(treesOption(places.entryTrees));
     second.words.insert(second.words.end(), std::begin(needed), std::end(needed));
     second.words.push_back(treesOption(places.trees));
@@ -217,7 +218,8 @@ bool compileProgram(const Options &options, const Places &places) {
     for (const fs::path &source : sources) {
         Command command{words, {}, {}, {}};
         const std::string object = (places.work / (source.filename().string() + ".o")).string();
-        for (const std::string &word : {std::string("-c"), source.string(), std::string("-o"), object})
+        for (const std::string &word :
+             {std::string("-c"), source.string(), std::string("-o"), object})
             command.words.push_back(word);
         commands.push_back(std::move(command));
         link.words.push_back(object);
@@ -242,16 +244,6 @@ bool makeProgram(const Options &options, const Places &places) {
     return true;
 }
 
-/* As above; what was taken is given back if there is no more memory. */
-bool makeWithinMemory(const Options &options, const Places &places) {
-    try {
-        return makeProgram(options, places);
-    } catch (const std::bad_alloc &) {
-        std::fputs("velmo-tool: not enough memory\n", stderr);
-        return false;
-    }
-}
-
 /* The status, if all that was said on the standard output got there. */
 ExitStatus finished(ExitStatus status) {
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
@@ -260,9 +252,18 @@ ExitStatus finished(ExitStatus status) {
     return STATUS_ERRORS;
 }
 
+/* No library says in all places that there is no more memory: some would end the process by force.
+ */
+void endWithoutMemory() {
+    std::fputs("velmo-tool: not enough memory\n", stderr);
+    std::fflush(nullptr);
+    _exit(STATUS_ERRORS);
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
+    std::set_new_handler(endWithoutMemory);
     Options options;
     if (!parseCommandLine(argc, argv, options))
         return STATUS_USAGE;
@@ -270,14 +271,16 @@ int main(int argc, char **argv) {
         std::fputs(options.help ? usageText() : versionText().c_str(), stdout);
         return finished(STATUS_GOOD);
     }
-    /* Who interrupts the run ends the commands; files still have to be removed. */
+    /* Who interrupts the run ends the commands; files still have to be removed. So they are however
+       the work, which is done by a process of its own, comes to its end. */
     std::signal(SIGINT, SIG_IGN);
     Places places;
     if (!findPlaces(places) || !makeWorkplace(places, options))
         return STATUS_ERRORS;
-    const bool made = makeWithinMemory(options, places);
+    const int status = runApart(
+        [&] { return makeProgram(options, places) ? finished(STATUS_GOOD) : STATUS_ERRORS; });
     std::error_code ignored;
     if (places.passing)
         fs::remove_all(places.work, ignored);
-    return made ? finished(STATUS_GOOD) : STATUS_ERRORS;
+    return status == STATUS_GOOD ? STATUS_GOOD : STATUS_ERRORS;
 }

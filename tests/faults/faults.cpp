@@ -46,9 +46,34 @@ std::FILE *openThrough(int file, const char *mode) {
     return fopencookie(reinterpret_cast<void *>(static_cast<std::intptr_t>(file)), mode, functions);
 }
 
+} // namespace
+
+/* --- allocations: those of C where the linker leads them here --- */
+
+extern "C" {
+void *__real_malloc(std::size_t size);
+void *__real_calloc(std::size_t count, std::size_t size);
+void *__real_realloc(void *memory, std::size_t size);
+void *__wrap_malloc(std::size_t size);
+void *__wrap_calloc(std::size_t count, std::size_t size);
+void *__wrap_realloc(void *memory, std::size_t size);
+
+void *__wrap_malloc(std::size_t size) {
+    return fails(Fault::Allocation) ? nullptr : __real_malloc(size);
+}
+void *__wrap_calloc(std::size_t count, std::size_t size) {
+    return fails(Fault::Allocation) ? nullptr : __real_calloc(count, size);
+}
+void *__wrap_realloc(void *memory, std::size_t size) {
+    return fails(Fault::Allocation) ? nullptr : __real_realloc(memory, size);
+}
+}
+
+namespace {
+
 void *allocate(std::size_t size) {
     for (;;) {
-        void *memory = fails(Fault::Allocation) ? nullptr : std::malloc(size == 0 ? 1 : size);
+        void *memory = std::malloc(size == 0 ? 1 : size);
         if (memory != nullptr)
             return memory;
         if (std::get_new_handler() == nullptr)

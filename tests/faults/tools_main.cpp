@@ -18,16 +18,32 @@
 #include "tests/faults/faults.h"
 
 /* Runs a tool again and again, each time with another allocation, or another call for output, that
-   fails: it ends with status 2 and a message, leaves no tree but whole ones, and no file beside.
+   fails: it ends with its status for that and a message, leaves no tree but whole ones, and no file
+   beside.
 
-   usage: PROGRAM MOST-RUNS asntree|velmo|velmo-show ARGUMENT ...        in a directory that may be
-   written to
+   usage: PROGRAM MOST-RUNS TOOL ARGUMENT ...        in a directory that may be written to
 
    MOST-RUNS bounds the runs of each kind; 0 stands for all. */
 
 int asntree_main(int argc, char **argv);
+int browse_main(int argc, char **argv);
+int tool_main(int argc, char **argv);
+extern "C" int message_main(int argc, char **argv);
 
 namespace {
+
+/* A program made by velmo-tool goes on with the next message, and gives all memory back. */
+struct Tool {
+    const char *name;
+    int (*main)(int argc, char **argv);
+    int failed; /* status if something failed */
+    bool givesBack;
+};
+constexpr Tool tools[] = {
+    {"asntree", asntree_main, 2, false}, {"velmo", velmo_main, 2, false},
+    {"velmo-show", velmo_show, 2, false}, {"velmo-browse", browse_main, 2, false},
+    {"velmo-tool", tool_main, 2, false},  {"message", message_main, 1, true},
+};
 
 namespace fs = std::filesystem;
 
@@ -46,25 +62,24 @@ void leaveAtOnce(int status, void *) {
     _exit(status);
 }
 
-[[noreturn]] void beTool(Fault fault, unsigned long number, int argc, char **argv) {
+[[noreturn]] void beTool(const Tool &tool, Fault fault, unsigned long number, int argc,
+                         char **argv) {
     const int said = open("said", O_WRONLY | O_CREAT | O_TRUNC, 0600);
     if (dup2(said, STDERR_FILENO) < 0 || dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO) < 0)
         _exit(99);
-    on_exit(leaveAtOnce, nullptr);
+    if (!tool.givesBack)
+        on_exit(leaveAtOnce, nullptr);
     armFaults(fault, number, *shared);
-    const std::string tool = argv[0];
-    std::exit(tool == "asntree" ? asntree_main(argc, argv)
-              : tool == "velmo" ? velmo_main(argc, argv)
-                                : velmo_show(argc, argv));
+    std::exit(tool.main(argc, argv));
 }
 
-Run runTool(Fault fault, unsigned long number, int argc, char **argv) {
+Run runTool(const Tool &tool, Fault fault, unsigned long number, int argc, char **argv) {
     Run run;
     std::fflush(nullptr);
     *shared = 0;
     const pid_t child = fork();
     if (child == 0)
-        beTool(fault, number, argc, argv);
+        beTool(tool, fault, number, argc, argv);
     int status = 0;
     waitpid(child, &status, 0);
     run.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
@@ -88,9 +103,8 @@ std::vector<fs::path> outputs() {
     return files;
 }
 
-/* `whole` is the tree that a run without faults writes. */
-void check(Fault fault, unsigned long number, const Run &run) {
-    if (run.status != 2)
+void check(const Tool &tool, Fault fault, unsigned long number, const Run &run) {
+    if (run.status != tool.failed)
         fail(fault, number, run, "another end than with a message");
     else if (run.said.find_first_not_of('\n') == std::string::npos)
         fail(fault, number, run, "not a word");
@@ -109,10 +123,10 @@ void compareTrees(Fault fault, unsigned long number, const Run &run) {
             fail(fault, number, run, "half a tree: " + file.string());
 }
 
-void runAll(Fault fault, unsigned long most, int argc, char **argv) {
+void runAll(const Tool &tool, Fault fault, unsigned long most, int argc, char **argv) {
     fs::remove_all("out");
     fs::create_directory("out");
-    const Run sound = runTool(fault, 0, argc, argv);
+    const Run sound = runTool(tool, fault, 0, argc, argv);
     if (sound.status != 0 || sound.calls == 0)
         fail(fault, 0, sound, "no sound run");
     fs::remove_all("whole");
@@ -122,8 +136,8 @@ void runAll(Fault fault, unsigned long most, int argc, char **argv) {
     for (unsigned long number = 1; number <= sound.calls && faults < 10; number += step, ++runs) {
         fs::remove_all("out");
         fs::create_directory("out");
-        const Run run = runTool(fault, number, argc, argv);
-        check(fault, number, run);
+        const Run run = runTool(tool, fault, number, argc, argv);
+        check(tool, fault, number, run);
         compareTrees(fault, number, run);
     }
     std::printf("%s: %lu of %lu %s\n", argv[0], runs, sound.calls,
@@ -138,7 +152,12 @@ int main(int argc, char **argv) {
     shared = static_cast<unsigned long *>(
         mmap(nullptr, sizeof *shared, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
     const unsigned long most = std::strtoul(argv[1], nullptr, 10);
-    runAll(Fault::Output, most, argc - 2, argv + 2);
-    runAll(Fault::Allocation, most, argc - 2, argv + 2);
+    const auto *const tool =
+        std::find_if(std::begin(tools), std::end(tools),
+                     [&](const Tool &known) { return argv[2] == std::string(known.name); });
+    if (tool == std::end(tools))
+        return 2;
+    runAll(*tool, Fault::Output, most, argc - 2, argv + 2);
+    runAll(*tool, Fault::Allocation, most, argc - 2, argv + 2);
     return faults == 0 ? 0 : 1;
 }
