@@ -2,7 +2,7 @@
 
 #include "base/fatal.h"
 #include "base/files.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "model/modules.h"
 #include "model/tags.h"
 #include "model/typeextension.h"
@@ -165,11 +165,6 @@ Text &cBuiltinCodCFunc(Text &dst, const char *prefix, AsnType *type, const char 
     return join(dst, prefix, Text(builtinName(type)) + cTagFuncSuff(type), postfix);
 }
 
-Text &cBuiltinAnyCodCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    const char *suffix = getNrOfTags(type) == 0 ? "_0" : cTagFuncSuff(type);
-    return join(dst, prefix, Text("Any") + suffix, postfix);
-}
-
 Text &cBuiltinStringCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
     if (const char *name = nameInPlaceOfString(type))
         return join(dst, prefix, name, postfix);
@@ -246,13 +241,6 @@ void cInnermostTagToF(int file, const char *prefix, AsnType *type, bool construc
                       const char *postfix) {
     forInnermostTag(type, [&](AsnType *, const AsnTag *tag, int) {
         cTagToF(file, prefix, tag, constructed, postfix);
-    });
-}
-
-void cInnermostTag32ToF(int file, const char *prefix, AsnType *type, bool constructed,
-                        const char *postfix) {
-    forInnermostTag(type, [&](AsnType *, const AsnTag *tag, int) {
-        cTag32ToF(file, prefix, tag, constructed, postfix);
     });
 }
 

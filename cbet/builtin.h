@@ -17,8 +17,6 @@ struct AsnType;
 Text &cBuiltinCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix);
 /* With the tag suffix before the postfix: the name of a function that takes a tag. */
 Text &cBuiltinCodCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix);
-/* Prefix, "Any", the tag suffix or "_0" for a type without tags, postfix. */
-Text &cBuiltinAnyCodCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix);
 
 /* The string types. The form of the string goes into the name: "Seg" for a list of segments, "Dyn"
    for a dynamic string that is filled, "0", "8" or "16" for the width of its length. */
@@ -44,8 +42,6 @@ void cTag32ToF(int file, const char *prefix, const AsnTag *tag, bool constructed
    leaves an empty `dst`. */
 void cInnermostTagToF(int file, const char *prefix, AsnType *type, bool constructed,
                       const char *postfix);
-void cInnermostTag32ToF(int file, const char *prefix, AsnType *type, bool constructed,
-                        const char *postfix);
 void cOutermostTag32ToF(int file, const char *prefix, AsnType *type, bool constructed,
                         const char *postfix);
 Text &cOutermostTag32Stri(Text &dst, const char *prefix, AsnType *type, bool constructed,

@@ -9,7 +9,7 @@
 #include "cbet/engine.h"
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
 #include "model/constraints.h"

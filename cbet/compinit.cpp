@@ -8,7 +8,7 @@
 #include "cbet/listsizes.h"
 #include "cbet/memory.h"
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/skipped.h"
 #include "cbet/vars.h"
 #include "model/compwalk.h"
@@ -24,12 +24,6 @@ GlobalOptions *optionsOf(AsnType *type) {
 }
 
 } // namespace
-
-bool isAsnHomeComp(AsnType *father, AsnType *comp) {
-    if (father != nullptr && (getVF(father) == VF_LIST || cHasCompHomes(father)))
-        return true;
-    return testTypeOption(comp, OPT_HOME);
-}
 
 /* --- first values of a structure --- */
 
@@ -95,7 +89,7 @@ void allocateComp(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     const GIndex gIndex = run.info.gIndex;
     if (getVF(father) == VF_LIST) {
         cAppendList(file, father, comp, gIndex);
-    } else if (isAsnHomeComp(father, comp)) {
+    } else if (cIsAsnHomeComp(father, comp)) {
         if (isTypeExtensionmarker(comp))
             return;
         cCreateHome(file, comp, gIndex);
@@ -140,7 +134,7 @@ void initializeComp(AsnType *father, AsnType *comp, TypeFuncRun &run) {
 
 void releaseComp(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     if (run.info.funcKind == printingKind || getVF(father) == VF_LIST ||
-        !isAsnHomeComp(father, comp) || isTypeExtensionmarker(comp) || optionsOf(comp)->memory == 0)
+        !cIsAsnHomeComp(father, comp) || isTypeExtensionmarker(comp) || optionsOf(comp)->memory == 0)
         return;
     if (run.info.funcKind == encodingKind)
         cFreeAsn(run.outFile, comp);

@@ -6,9 +6,6 @@ struct TypeFuncRun;
 /* First values, memory and control members of components. What initialises is for the kinds that
    construct a value. */
 
-/* The value of the component doesn't lie in its father's C structure. `father` may be null. */
-bool isAsnHomeComp(AsnType *father, AsnType *comp);
-
 /* First values of a structure or list. */
 void initComponents(AsnType *type, TypeFuncRun &run);
 /* A decoded SET that has no mask in its value works on a local one. */

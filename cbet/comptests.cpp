@@ -4,7 +4,7 @@
 #include "cbet/control.h"
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/vars.h"
 #include "model/iterators.h"
 #include "model/typeextension.h"
@@ -59,7 +59,7 @@ Text unseenMask(AsnType *set) {
 
 /* if ((~home->compmask & (BIT(0)|BIT(2)))) */
 void testMandatoryBits(int file, AsnType *set, const Text &mask) {
-    const char *bit = getVFSize(set) == VF_I32 ? "BITL" : "BIT";
+    const char *bit = cBitMacro(set);
     bool words = nrOfWalkedComps(set) > WORD_BITS;
     int wordInHand = -1;
     wToF(file, "if ((");
@@ -206,6 +206,3 @@ void cTestControlMember(int file, AsnType *comp) {
     testControlMember(file, "if ", comp, "");
 }
 
-void cNegTestControlMember(int file, AsnType *comp) {
-    testControlMember(file, "if (!", comp, ")");
-}

@@ -24,4 +24,3 @@ bool cCheckIntegerValueSet(int file, AsnType *type);
    the function if the father has none: the statement that sets it, and "if (...)" on it. */
 void cSetControlMember(int file, AsnType *comp);
 void cTestControlMember(int file, AsnType *comp);
-void cNegTestControlMember(int file, AsnType *comp);

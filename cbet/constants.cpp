@@ -71,18 +71,9 @@ Text &cInt64(Text &dst, const char *prefix, sint64 value, int format, const char
     return dst = orEmpty(prefix) + number + orEmpty(postfix);
 }
 
-void cInt64ToF(int file, const char *prefix, sint64 value, int format, const char *postfix) {
-    Text text;
-    wToF(file, cInt64(text, prefix, value, format, postfix));
-}
-
 Text &cIntegerValue(Text &dst, const char *prefix, AsnValue *value, const char *postfix) {
     AsnType *type = getTypeOfValue(value);
     return cInt64(dst, prefix, int64Value(value),
                   type != nullptr ? getVF(type) : static_cast<int>(VF_NONE), postfix);
 }
 
-void cIntegerValueToF(int file, const char *prefix, AsnValue *value, const char *postfix) {
-    Text text;
-    wToF(file, cIntegerValue(text, prefix, value, postfix));
-}

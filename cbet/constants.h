@@ -15,7 +15,5 @@ Text cStringText(std::string_view text);
    forms are built by calls of the run-time library. Infinity in a form that has no name for it is
    fatal error 13. */
 Text &cInt64(Text &dst, const char *prefix, sint64 value, int format, const char *postfix);
-void cInt64ToF(int file, const char *prefix, sint64 value, int format, const char *postfix);
 /* The same for a value, in the form of its type. */
 Text &cIntegerValue(Text &dst, const char *prefix, AsnValue *value, const char *postfix);
-void cIntegerValueToF(int file, const char *prefix, AsnValue *value, const char *postfix);

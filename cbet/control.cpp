@@ -1,5 +1,6 @@
 #include "cbet/control.h"
 
+#include "cbet/forms.h"
 #include "model/compwalk.h"
 #include "model/typeextension.h"
 #include "model/typequeries.h"
@@ -13,14 +14,26 @@ bool isMaskType(AsnType *type) {
 }
 
 bool isMaskArray(AsnType *type) {
-    return isMaskType(type) && nrOfWalkedComps(type) > CONTROL_WORD_BITS;
+    return cNrOfMaskWords(type) > 1;
 }
 
-int nrOfMaskWords(AsnType *type) {
-    return (nrOfWalkedComps(type) + CONTROL_WORD_BITS - 1) / CONTROL_WORD_BITS;
+/* The C operator of an operation, with a blank behind it. */
+const char *controlOper(AsnType *type, ControlOper oper) {
+    static constexpr const char *maskOpers[] = {"|= ", "& ", "&= ~"}; /* ORDER CONTROL */
+    if (isMaskType(type))
+        return maskOpers[oper];
+    return oper == CONTROL_TEST ? "== " : "= ";
 }
 
 } // namespace
+
+Text cMaskWord(AsnType *type, int compNbr) {
+    return isMaskArray(type) ? formatText("compmask [%d]", compNbr / CONTROL_WORD_BITS) : "compmask";
+}
+
+Text cMaskBit(AsnType *type, int compNbr) {
+    return formatText("%s(%d)", cBitMacro(type), compNbr % CONTROL_WORD_BITS);
+}
 
 Text &getControlMemberOper(Text &dst, const char *prefix, const char *home, AsnType *type,
                            bool needed, int compNbr, const ControlSuffixes &suffixes) {
@@ -32,10 +45,8 @@ Text &getControlMemberOper(Text &dst, const char *prefix, const char *home, AsnT
     if (isMaskType(type)) {
         if (!needed && getTypeMainType(type) == TYP_SEQ)
             return dst;
-        if (!isMaskArray(type))
-            return member("compmask", suffixes.stru);
-        const Text word = formatText("compmask [%d]", compNbr / CONTROL_WORD_BITS);
-        return member(word.c_str(), suffixes.array);
+        return member(cMaskWord(type, compNbr).c_str(),
+                      isMaskArray(type) ? suffixes.array : suffixes.stru);
     }
     if (isListType(type))
         return member("n", suffixes.list);
@@ -67,32 +78,19 @@ Text &getControlMemberIni(Text &dst, const char *home, AsnType *type) {
                                     {" = 0;\n", nullptr, " = -1;\n", " = 0;\n", " = 0;\n"});
     /* home->compmask [0] = home->compmask [1] = 0; */
     dst.clear();
-    for (int word = 0; word < nrOfMaskWords(type); ++word)
+    for (int word = 0; word < cNrOfMaskWords(type); ++word)
         dst += orEmpty(home) + formatText("compmask [%d] = ", word);
     return dst += "0;\n";
 }
 
-const char *getControlMemberRawOper(AsnType *type, int oper) {
-    static const char *const maskOpers[] = {"|= ", "& ", "&= ~", "| ", "& ~"};
-    if (oper < CONTROL_SET || oper > CONTROL_AND_NOT)
-        return "?!?";
-    if (isMaskType(type))
-        return maskOpers[oper];
-    if (getTypeMainType(type) != TYP_CHOICE || oper == CONTROL_OR || oper == CONTROL_AND_NOT)
-        return "?!?";
-    return oper == CONTROL_TEST ? "== " : "= ";
-}
-
-Text &getControlMemberRaw(Text &dst, const char *prefix, const char *home, int oper, AsnType *type,
+Text &getControlMemberRaw(Text &dst, const char *prefix, const char *home, ControlOper oper, AsnType *type,
                           AsnType *comp, int compNbr, const char *suffix) {
-    const char *op = getControlMemberRawOper(type, oper);
+    const char *op = controlOper(type, oper);
     Text right;
     if (getTypeMainType(type) == TYP_CHOICE) {
         right = formatText(" %s%d", op, oper == CONTROL_CLEAR ? -1 : compNbr);
-    } else if (isMaskArray(type)) {
-        right = formatText(" %sBITL(%d)", op, compNbr % CONTROL_WORD_BITS);
     } else if (isMaskType(type)) {
-        right = formatText(" %sBIT%s(%d)", op, getVFSize(type) == VF_I32 ? "L" : "", compNbr);
+        right = formatText(" %s%s", op, cMaskBit(type, compNbr).c_str());
     } else {
         dst.clear();
         return dst;
@@ -118,22 +116,8 @@ Text &getControlMemberRawClr(Text &dst, const char *prefix, const char *home, As
     return getControlMemberRaw(dst, prefix, home, CONTROL_CLEAR, type, comp, compNbr, suffix);
 }
 
-Text &getControlMemberRawOr(Text &dst, const char *prefix, const char *home, AsnType *type,
-                            AsnType *comp, int compNbr, const char *suffix) {
-    return getControlMemberRaw(dst, prefix, home, CONTROL_OR, type, comp, compNbr, suffix);
-}
-
-Text &getControlMemberRawAndNot(Text &dst, const char *prefix, const char *home, AsnType *type,
-                                AsnType *comp, int compNbr, const char *suffix) {
-    return getControlMemberRaw(dst, prefix, home, CONTROL_AND_NOT, type, comp, compNbr, suffix);
-}
-
 Text &getControlMemberSet(Text &dst, const char *home, AsnType *type, AsnType *comp, int compNbr) {
     return getControlMemberRawSet(dst, nullptr, home, type, comp, compNbr, ";\n");
-}
-
-Text &getControlMemberClr(Text &dst, const char *home, AsnType *type, AsnType *comp, int compNbr) {
-    return getControlMemberRawClr(dst, nullptr, home, type, comp, compNbr, ";\n");
 }
 
 Text &getControlMemberTst(Text &dst, const char *prefix, const char *home, AsnType *type,

@@ -14,12 +14,15 @@ struct AsnType;
 
 inline constexpr int CONTROL_WORD_BITS = 32;
 
+/* "compmask" or "compmask [1]", and "BIT(3)" or "BITL(3)": word and bit of a component in the mask. */
+Text cMaskWord(AsnType *type, int compNbr);
+Text cMaskBit(AsnType *type, int compNbr);
+
+/* ORDER CONTROL */
 enum ControlOper : int {
     CONTROL_SET = 0,
     CONTROL_TEST,
     CONTROL_CLEAR,
-    CONTROL_OR,
-    CONTROL_AND_NOT,
 };
 
 /* Suffixes of getControlMemberOper, one for each shape of the member; null counts as empty. */
@@ -42,10 +45,8 @@ Text &getControlMemberDef(Text &dst, AsnType *type);
 /* The statement that gives the member its first value, such as "home->choice = -1;\n". */
 Text &getControlMemberIni(Text &dst, const char *home, AsnType *type);
 
-/* The C operator of an operation, with a blank behind it; "?!?" where there is none. */
-const char *getControlMemberRawOper(AsnType *type, int oper);
 /* One operation for one component, such as "home->compmask |= BIT(3)", with `suffix` behind it. */
-Text &getControlMemberRaw(Text &dst, const char *prefix, const char *home, int oper, AsnType *type,
+Text &getControlMemberRaw(Text &dst, const char *prefix, const char *home, ControlOper oper, AsnType *type,
                           AsnType *comp, int compNbr, const char *suffix);
 Text &getControlMemberRawSet(Text &dst, const char *prefix, const char *home, AsnType *type,
                              AsnType *comp, int compNbr, const char *suffix);
@@ -53,14 +54,9 @@ Text &getControlMemberRawTst(Text &dst, const char *prefix, const char *home, As
                              AsnType *comp, int compNbr, const char *suffix);
 Text &getControlMemberRawClr(Text &dst, const char *prefix, const char *home, AsnType *type,
                              AsnType *comp, int compNbr, const char *suffix);
-Text &getControlMemberRawOr(Text &dst, const char *prefix, const char *home, AsnType *type,
-                            AsnType *comp, int compNbr, const char *suffix);
-Text &getControlMemberRawAndNot(Text &dst, const char *prefix, const char *home, AsnType *type,
-                                AsnType *comp, int compNbr, const char *suffix);
 
-/* Whole statements, ending in ";\n". */
+/* The whole statement, ending in ";\n". */
 Text &getControlMemberSet(Text &dst, const char *home, AsnType *type, AsnType *comp, int compNbr);
-Text &getControlMemberClr(Text &dst, const char *home, AsnType *type, AsnType *comp, int compNbr);
 /* The test in parentheses: `prefix`, "(home->compmask & BIT(3))", `suffix`. */
 Text &getControlMemberTst(Text &dst, const char *prefix, const char *home, AsnType *type,
                           AsnType *comp, int compNbr, const char *suffix);

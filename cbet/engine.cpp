@@ -5,7 +5,7 @@
 #include "base/files.h"
 #include "cbet/entryfuncs.h"
 #include "cbet/functions.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/vars.h"
 #include "model/backvar.h"
 #include "model/iterators.h"

@@ -8,7 +8,7 @@
 #include "cbet/homes.h"
 #include "cbet/memory.h"
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/reports.h"
 #include "cbet/skipped.h"
 #include "cbet/vars.h"

@@ -9,7 +9,7 @@
 #include "cbet/listsizes.h"
 #include "cbet/memory.h"
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/vars.h"
 #include "model/iterators.h"
 #include "model/typeextension.h"
@@ -77,11 +77,8 @@ Text &extensionmarkerPath(Text &dst, const char *prefix, AsnType *type, bool add
 
 /* "compmask & BIT(3))", or for a mask of words "compmask [1] & BITL(3))". */
 Text maskTest(AsnType *type) {
-    int number = getTypeExtensionmarkerCompNbr(type);
-    if (nrOfWalkedComps(type) > CONTROL_WORD_BITS)
-        return formatText("compmask [%d] & BITL(%d))", number / CONTROL_WORD_BITS,
-                          number % CONTROL_WORD_BITS);
-    return formatText("compmask & BIT%s(%d))", getVFSize(type) == VF_I32 ? "L" : "", number);
+    const int number = getTypeExtensionmarkerCompNbr(type);
+    return cMaskWord(type, number) + " & " + cMaskBit(type, number) + ")";
 }
 
 void testExtensionmarker(int file, AsnType *type, bool present) {
@@ -171,10 +168,6 @@ void cInitExtensionmarker(int file, AsnType *type, GIndex gIndex, bool structPre
         initContent(file, type);
 }
 
-void cInitExtensionmarkerMult(int file, AsnType *type, GIndex gIndex) {
-    cInitExtensionmarker(file, type, gIndex, false);
-}
-
 void cFreeAsnExtensionmarker(int file, AsnType *type) {
     if (!isTypeExtensionmarkerComp(type) || !cHasCompHomes(type))
         return;
@@ -191,41 +184,13 @@ void cFreeAsnExtensionmarker(int file, AsnType *type) {
 
 /* --- the control member --- */
 
-namespace {
-
-enum class MemberOper { SET, TEST, CLEAR };
-
-void ctrlMemberOperForExtensionmarker(int file, AsnType *type, MemberOper oper) {
+/* home->compmask |= BIT(3); */
+void cSetExtensionmarkerControlMember(int file, AsnType *type) {
     if (!isTypeExtensionmarkerComp(type) || cIsHomeComponent(type))
         return;
     forMarker(type, [&](AsnType *father, AsnType *marker, int nbr) {
         Text home, text;
         cStructHomeMemberRef(home, "", false, father, "");
-        switch (oper) {
-        case MemberOper::SET:
-            getControlMemberSet(text, home.c_str(), father, marker, nbr);
-            break;
-        case MemberOper::TEST:
-            getControlMemberTst(text, "if ", home.c_str(), father, marker, nbr, "");
-            break;
-        case MemberOper::CLEAR:
-            getControlMemberClr(text, home.c_str(), father, marker, nbr);
-            break;
-        }
-        wToF(file, text);
+        wToF(file, getControlMemberSet(text, home.c_str(), father, marker, nbr));
     });
-}
-
-} // namespace
-
-void cSetExtensionmarkerControlMember(int file, AsnType *type) {
-    ctrlMemberOperForExtensionmarker(file, type, MemberOper::SET);
-}
-
-void cTestExtensionmarkerControlMember(int file, AsnType *type) {
-    ctrlMemberOperForExtensionmarker(file, type, MemberOper::TEST);
-}
-
-void cClearExtensionmarkerControlMember(int file, AsnType *type) {
-    ctrlMemberOperForExtensionmarker(file, type, MemberOper::CLEAR);
 }

@@ -21,11 +21,8 @@ Text &cRefExtensionmarker(Text &dst, const char *prefix, AsnType *type, const ch
    unknown components are met, where it may also create a home for them. `gIndex` names the context.
  */
 void cInitExtensionmarker(int file, AsnType *type, GIndex gIndex, bool structPrefix);
-void cInitExtensionmarkerMult(int file, AsnType *type, GIndex gIndex);
 /* Frees the home of the member, if it has one. */
 void cFreeAsnExtensionmarker(int file, AsnType *type);
 
-/* The marker's bit or number in the control member of the structure. */
+/* Sets the marker's bit or number in the control member of the structure. */
 void cSetExtensionmarkerControlMember(int file, AsnType *type);
-void cTestExtensionmarkerControlMember(int file, AsnType *type);
-void cClearExtensionmarkerControlMember(int file, AsnType *type);

@@ -8,7 +8,7 @@
 #include "cbet/engine.h"
 #include "cbet/entryfuncs.h"
 #include "cbet/functions.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "model/backvar.h"
 #include "model/iterators.h"
 #include "model/modules.h"

@@ -2,7 +2,7 @@
 
 #include "base/files.h"
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/vars.h"
 #include "model/backend.h"
 #include "model/typeextension.h"
@@ -59,10 +59,6 @@ const char *asnHomeSeparator(AsnType *type) {
 }
 
 } // namespace
-
-Text &cGetPath(Text &dst, AsnType *type) {
-    return dst = pathOf(*type);
-}
 
 Text &cHomeRef(Text &dst, const char *prefix, bool addressOf, AsnType *type, const char *separator,
                const char *postfix) {

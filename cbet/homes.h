@@ -11,9 +11,6 @@ struct AsnType;
    With `addressOf` the text is the value's address, without it the value. A `separator` that isn't
    null says that a member follows: the text then ends in "." or "->", whichever is right there. */
 
-/* The path of the type without a separator in front; empty if it has none. */
-Text &cGetPath(Text &dst, AsnType *type);
-
 /* A value in a C structure: "home->a.b", "&home->a.b", "home->a.b->". */
 Text &cHomeRef(Text &dst, const char *prefix, bool addressOf, AsnType *type, const char *separator,
                const char *postfix);

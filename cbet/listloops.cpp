@@ -3,7 +3,7 @@
 #include "base/files.h"
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/vars.h"
 #include "model/typequeries.h"
 
@@ -90,26 +90,3 @@ void cEndForLoop(int file, AsnType *list) {
     endLoop(file, list);
 }
 
-void cBeginWhileLoop(int file, AsnType *list, AsnType *, const char *test) {
-    cOpenBrace(file);
-    if (getVF(list) == VF_LIST) {
-        cIncAsnHomeVarCount();
-        cAsnHomeVarDef(file);
-    } else {
-        cIncNVarCount();
-        cNVarDef(file);
-    }
-    wToF(file, "while (");
-    wToF(file, test);
-    wToF(file, ")");
-    cOpenBrace(file);
-}
-
-void cEndWhileLoop(int file, AsnType *list, AsnType *elem) {
-    cIncListSize(file, list, elem);
-    if (getVF(list) != VF_LIST && getVFSize(list) != VF_NONE) {
-        Text text;
-        wToF(file, cNVarRef(text, nullptr, "++;\n"));
-    }
-    endLoop(file, list);
-}

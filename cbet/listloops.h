@@ -8,6 +8,3 @@ struct AsnType;
 /* A for loop in either direction; within it the n or a variable of the loop is the current one. */
 void cBeginForLoop(int file, AsnType *list, AsnType *elem, bool reverse);
 void cEndForLoop(int file, AsnType *list);
-/* A while loop with the text `test` as its condition, which counts the elements at its end. */
-void cBeginWhileLoop(int file, AsnType *list, AsnType *elem, const char *test);
-void cEndWhileLoop(int file, AsnType *list, AsnType *elem);

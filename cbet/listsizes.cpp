@@ -2,7 +2,7 @@
 
 #include "base/files.h"
 #include "cbet/homes.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
 #include "model/bounds.h"

@@ -4,7 +4,7 @@
 #include "cbet/builtin.h"
 #include "cbet/homes.h"
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
 #include "model/modules.h"
@@ -150,8 +150,3 @@ void cFreeAsn(int file, AsnType *type) {
     wToF(file, " FREE_STG);\n");
 }
 
-bool cTypeCanBeFreed(AsnType *type) {
-    AsnType *father = getFatherOfTypeComp(type);
-    bool ownHome = testTypeOption(type, OPT_HOME) || (father != nullptr && cIsHometab(father));
-    return ownHome && !isTypeExtensionmarker(type) && usesMemory(type);
-}

@@ -21,5 +21,3 @@ void cPopHome(int file, AsnType *type, GIndex gIndex);
 void cAppendList(int file, AsnType *list, AsnType *elem, GIndex gIndex);
 /* The release of a value's home. */
 void cFreeAsn(int file, AsnType *type);
-/* True if the type's value has a home that may be released. */
-bool cTypeCanBeFreed(AsnType *type);

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/fatal.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/reserved.h"
 #include "model/backend.h"
 #include "model/backvar.h"
@@ -212,13 +212,6 @@ Text &cTypeIdForTypeCompDef(Text &dst, const char *prefix, AsnType *type, const 
     return cTypeId(dst, tag.c_str(), type, postfix);
 }
 
-Text &cTypeIdForDefinedTypeCompRef(Text &dst, const char *prefix, AsnType *type,
-                                   const char *postfix) {
-    if (cIsDefinedBaseType(type))
-        return cTypeId(dst, prefix, type, postfix);
-    return between(dst, prefix, NO_NAME, postfix);
-}
-
 Text &cModulePrefix(Text &dst, const char *prefix, AsnModule *module, const char *postfix) {
     Text name;
     convertHyphens(getModulePrefix(name, nullptr, module, nullptr));
@@ -265,15 +258,3 @@ void cUpdateBuiltinTypeFieldType(AsnType *type, AsnObjClassField *field) {
     type->baseId = objClass->compStatus == TCS_HEADER ? objClass->compId : objClass->baseId;
 }
 
-bool cIsSupportedObjClassField(AsnObjClassField *field) {
-    switch (getObjClassFieldKind(field)) {
-    case FIELD_TYPE:
-    case FIELD_FIXED_VALUE:
-    case FIELD_FIXED_VALUE_SET:
-    case FIELD_OBJECT:
-    case FIELD_OBJECT_SET:
-        return true;
-    default:
-        return false;
-    }
-}

@@ -21,9 +21,6 @@ Text &cTypeId(Text &dst, const char *prefix, AsnType *type, const char *postfix)
 Text &cBaseTypeId(Text &dst, const char *prefix, AsnType *type, const char *postfix);
 /* The same for a component inside a type's definition, where a recursive type goes by its tag. */
 Text &cTypeIdForTypeCompDef(Text &dst, const char *prefix, AsnType *type, const char *postfix);
-/* cTypeId of a defined base type, else "?!?". */
-Text &cTypeIdForDefinedTypeCompRef(Text &dst, const char *prefix, AsnType *type,
-                                   const char *postfix);
 
 /* getDefTypeId, getDefBaseTypeId and getTypeCompId where the name stands alone, as that of a C type
    or of a member of a structure. */
@@ -53,9 +50,6 @@ Text &cASN1VariableName(Text &dst, const char *prefix, AsnType *type, const char
 /* A type that is written in a field of a class goes by the names of both: those become the name of
    its component and of its base. */
 void cUpdateBuiltinTypeFieldType(AsnType *type, AsnObjClassField *field);
-/* Generated C can hold such a field: all but values, and sets of values, of a type that another
-   field names. */
-bool cIsSupportedObjClassField(AsnObjClassField *field);
 
 /* Names of defines. Fatal error 13 for a value or component that can't have one. */
 Text &cNamedNumberMnemonic(Text &dst, const char *prefix, AsnType *type, AsnValue *value,

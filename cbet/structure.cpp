@@ -12,7 +12,7 @@
 #include "cbet/homes.h"
 #include "cbet/listloops.h"
 #include "cbet/listsizes.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/reports.h"
 #include "cbet/skipped.h"
 #include "cbet/vars.h"
@@ -337,7 +337,7 @@ void popCompPath(AsnType *comp, TypeFuncRun &run) {
 /* A structure in line. One that doesn't lie in its father's structure gets a block with a pointer
    to it, from which its path begins anew. */
 void funcForBuiltinComponent(AsnType *father, AsnType *comp, TypeFuncRun &run) {
-    if (!isAsnHomeComp(father, comp)) {
+    if (!cIsAsnHomeComp(father, comp)) {
         funcForStructuredTypeAndCompsOrElems(comp, run);
         return;
     }

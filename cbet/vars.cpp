@@ -23,13 +23,6 @@ LocalVar &localVar(int kind) {
     return localVars[kind];
 }
 
-Text withBlank(const char *text) {
-    Text result = orEmpty(text);
-    if (!result.empty() && result.back() != '*')
-        result += ' ';
-    return result;
-}
-
 } // namespace
 
 void cInitVars() {
@@ -46,12 +39,6 @@ void cInitVars() {
 void cResetVars() {
     for (LocalVar &var : localVars)
         var.count = 0;
-}
-
-void cRegisterVar(int kind, const char *type, const char *name) {
-    LocalVar &var = localVar(kind);
-    var.type = withBlank(type);
-    var.name = withBlank(name);
 }
 
 EntryFunctionScope::EntryFunctionScope() {
@@ -103,10 +90,6 @@ Text &cVarRef(Text &dst, const char *prefix, int kind, const char *postfix) {
 
 Text &cAsnHomeVarRef(Text &dst, const char *prefix, const char *postfix) {
     return cVarRef(dst, prefix, VAR_ASN_HOME, postfix);
-}
-
-Text &cHomeVarRef(Text &dst, const char *prefix, const char *postfix) {
-    return cVarRef(dst, prefix, VAR_HOME, postfix);
 }
 
 Text &cNVarRef(Text &dst, const char *prefix, const char *postfix) {

@@ -13,17 +13,13 @@ enum VarKind : int {
     VAR_HOME = 1,     /* h1: block home */
     VAR_N = 2,        /* n1: list counter */
     VAR_OK = 3,       /* ok1: result of a constraint check */
-    VAR_FIRST_FREE = 4,
-    VAR_KINDS = 10,
+    VAR_KINDS,
 };
 
 /* Texts of the four kinds; the counter's type follows the first module's "C-GENERATION=". */
 void cInitVars();
 /* All counts to 0, as at the head of a function. */
 void cResetVars();
-/* Registers a kind; a blank goes behind each text unless it is empty or ends in "*". Fatal error 13
-   for a kind out of range, as in all functions here. */
-void cRegisterVar(int kind, const char *type, const char *name);
 
 /* While one lives, an entry function is being written. */
 class EntryFunctionScope {
@@ -76,7 +72,6 @@ void cHomeVarDef(int file, AsnType *type);
 /* The name of the innermost variable of a kind. */
 Text &cVarRef(Text &dst, const char *prefix, int kind, const char *postfix);
 Text &cAsnHomeVarRef(Text &dst, const char *prefix, const char *postfix);
-Text &cHomeVarRef(Text &dst, const char *prefix, const char *postfix);
 Text &cNVarRef(Text &dst, const char *prefix, const char *postfix);
 Text &cOkVarRef(Text &dst, const char *prefix, const char *postfix);
 

@@ -3,7 +3,7 @@
 #include "base/files.h"
 #include "cbet/control.h"
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "gen/typeshape.h"
@@ -151,7 +151,7 @@ void genElemMacro(AsnType *father, AsnType *elem) {
 }
 
 void genListAccessRoutines(AsnType *type) {
-    if (!isList(type))
+    if (!cIsLinkedList(type))
         return;
     genIntro(type);
     forTypeElem(type, genElemMacro);

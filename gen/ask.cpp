@@ -6,7 +6,7 @@
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/vars.h"
 #include "gen/fileset.h"
 #include "gen/leaves.h"

@@ -3,7 +3,7 @@
 #include "base/files.h"
 #include "cbet/embedded.h"
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/reserved.h"
 #include "gen/classdefines.h"
 #include "gen/classmeta.h"

@@ -7,7 +7,7 @@
 #include "cbet/extensions.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
 #include "gen/decodeleaf.h"
@@ -207,11 +207,6 @@ void decStruPrefix(AsnType *type, TypeFuncRun &run) {
     }
 }
 
-/* The content of an extension marker is an ASNHOME of its own, made when something comes. */
-bool markerHasOwnHome(AsnType *type) {
-    return testTypeOption(type, OPT_COMPS_AS_POINTERS) || cIsHometab(type);
-}
-
 void decExtensionmarker(int file, AsnType *type) {
     Text text;
     if (testTypeOption(type, OPT_SAVE_EXTENSIONS))
@@ -222,7 +217,7 @@ void decExtensionmarker(int file, AsnType *type) {
 
 void decPrepareExtensionmarker(AsnType *type, TypeFuncRun &run) {
     const int file = run.outFile;
-    if (!markerHasOwnHome(type)) {
+    if (!cHasCompHomes(type)) {
         cSetExtensionmarkerControlMember(file, type);
         /* Of the plain forms only a CHOICE sets its member up here: it shares the union. */
         if (getTypeMainType(type) == TYP_CHOICE)
@@ -267,7 +262,7 @@ void decSeqExtendedCompsUntilEOC(AsnType *type, TypeFuncRun &run) {
         wToF(file, LOOK);
     wToF(file, "if (d_CurrTag ())");
     cOpenBrace(file);
-    if (markerHasOwnHome(type))
+    if (cHasCompHomes(type))
         cInitExtensionmarker(file, type, run.info.gIndex, false);
     else
         cSetExtensionmarkerControlMember(file, type);

@@ -2,7 +2,7 @@
 
 #include "base/files.h"
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "model/iterators.h"

@@ -6,7 +6,7 @@
 #include "cbet/extensions.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
 #include "gen/fileset.h"
@@ -108,7 +108,7 @@ void encKeptExtensions(AsnType *type, TypeFuncRun &run) {
     }
     cBeginTestExtensionmarker(file, type);
     wToF(file, cRefExtensionmarker(text, "e_Extensionmarker (", type, ");\n"));
-    if (cIsHometab(type) || testTypeOption(type, OPT_COMPS_AS_POINTERS))
+    if (cHasCompHomes(type))
         cFreeAsnExtensionmarker(file, type);
     cEndTestExtensionmarker(file, type);
     if (hasSwitch)
@@ -163,13 +163,13 @@ void encBoolean(AsnType *type, TypeFuncRun &run) {
 }
 
 void encEnum(AsnType *type, TypeFuncRun &run) {
-    encScalar(run.outFile, type, isNumberByAddress(type));
+    encScalar(run.outFile, type, cIsNumberByAddress(type));
 }
 
 void encInteger(AsnType *type, TypeFuncRun &run) {
     if (isExtensibleIntegerValueSet(type))
         warningForExtendedConstraints(run.outFile, type, "INTEGER");
-    encScalar(run.outFile, type, isNumberByAddress(type));
+    encScalar(run.outFile, type, cIsNumberByAddress(type));
 }
 
 void encReal(AsnType *type, TypeFuncRun &run) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "gen/fileset.h"
 #include "gen/objecttables.h"
 #include "model/iterators.h"

@@ -66,16 +66,8 @@ int getMetaEntryTag(AsnModule *module) {
     return getBEModMetaRec(module)->entryTag;
 }
 
-void setMetaEntryTag(AsnModule *module, int entryTag) {
-    getBEModMetaRec(module)->entryTag = static_cast<std::uint8_t>(entryTag);
-}
-
 int getMetaVerbosity(AsnModule *module) {
     return getBEModMetaRec(module)->verbosity;
-}
-
-void setMetaVerbosity(AsnModule *module, int verbosity) {
-    getBEModMetaRec(module)->verbosity = static_cast<std::uint8_t>(verbosity);
 }
 
 const char *getMetaLogFile(AsnModule *module) {
@@ -125,11 +117,6 @@ void verboseMsg(AsnModule *module, int level, const char *text) {
     const int verbosity = getMetaVerbosity(module);
     if (verbosity != VERBOSITY_QUIET && verbosity >= level)
         std::printf("%s>>> %s\n", backendName.c_str(), text);
-}
-
-void newString(Text *dst, const char *src) {
-    if (src != nullptr)
-        *dst = src;
 }
 
 const char *getLangType(int valueForm) {

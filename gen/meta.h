@@ -84,9 +84,7 @@ void deleteBEValMetaRec(BEValMetaRec *meta);
 bool getMetaIntroPrinted(AsnModule *module);
 void setMetaIntroPrinted(AsnModule *module, bool printed);
 int getMetaEntryTag(AsnModule *module);
-void setMetaEntryTag(AsnModule *module, int entryTag);
 int getMetaVerbosity(AsnModule *module);
-void setMetaVerbosity(AsnModule *module, int verbosity);
 /* Null for none. */
 const char *getMetaLogFile(AsnModule *module);
 /* Empty for none. */
@@ -105,8 +103,6 @@ int getMetaAsnParamIndex(AsnType *type, int entryNr);
 /* The tool's name and `text` on the standard output, if the module's verbosity is not quiet and at
    least `level`. */
 void verboseMsg(AsnModule *module, int level, const char *text);
-/* `dst` becomes `src`; null leaves it alone. */
-void newString(Text *dst, const char *src);
 /* C type of a ValueForm; null if there is none. */
 const char *getLangType(int valueForm);
 

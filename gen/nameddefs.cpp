@@ -5,7 +5,7 @@
 #include "base/files.h"
 #include "cbet/foreignfuncs.h"
 #include "cbet/functions.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/typefuncinfo.h"
 #include "model/modules.h"
 #include "model/typenames.h"

@@ -6,7 +6,7 @@
 #include "cbet/extensions.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "gen/fileset.h"
 #include "gen/leaves.h"
 #include "gen/nameddefs.h"
@@ -67,7 +67,7 @@ void priByAddress(AsnType *type, TypeFuncRun &run) {
 }
 
 void priNumber(AsnType *type, TypeFuncRun &run) {
-    priScalar(run.outFile, type, isNumberByAddress(type));
+    priScalar(run.outFile, type, cIsNumberByAddress(type));
 }
 
 /* p_IA5String ("name", &home->name); */

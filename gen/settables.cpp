@@ -2,7 +2,7 @@
 
 #include "base/files.h"
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "gen/classdefines.h"
 #include "gen/classmeta.h"
 #include "gen/fileset.h"

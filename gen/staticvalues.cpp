@@ -4,9 +4,8 @@
 #include "base/files.h"
 #include "cbet/constants.h"
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "gen/fileset.h"
-#include "gen/typeshape.h"
 #include "model/iterators.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
@@ -24,17 +23,12 @@ bool isCharString(int mainType) {
     return mainType >= TYP_NUMSTR && mainType <= TYP_GENSTR;
 }
 
-/* Suffix of constants for the control member. */
-const char *controlSuffix(AsnType *type) {
-    return getVFSize(type) == VF_I32 ? "L" : "";
-}
-
 /* --- strings --- */
 
 /* "4, " */
 void genLength(AsnType *type, std::int32_t length) {
-    if (needsControlMember(type))
-        printfToF(fiTab, "%ld%s, ", static_cast<long>(length), controlSuffix(type));
+    if (cHasControlMember(type))
+        printfToF(fiTab, "%ld%s, ", static_cast<long>(length), cControlSuffix(type));
 }
 
 int digitValue(char digit) {
@@ -106,7 +100,7 @@ bool isSimpleLeafComp(AsnType *comp) {
 bool areSimpleComps(AsnType *type, int *depth);
 
 bool isSimpleComp(AsnType *comp, int *depth) {
-    if (isTypeExtensionmarker(comp) || needsPointer(comp) || isRecursiveType(comp))
+    if (isTypeExtensionmarker(comp) || cIsPointerMember(comp) || isRecursiveType(comp))
         return false;
     return getTypeMainType(comp) == TYP_SEQ ? areSimpleComps(comp, depth) : isSimpleLeafComp(comp);
 }
@@ -161,7 +155,7 @@ void genCompmask(AsnValue *value, AsnType *type) {
             return;
         if (written)
             wToF(fiTab, "|");
-        printfToF(fiTab, "BIT%s(%d)", controlSuffix(type), compNbr);
+        printfToF(fiTab, "%s(%d)", cBitMacro(type), compNbr);
         written = true;
     };
     forEachPresentOrAbsentValueComp(value, genTerm);
@@ -228,15 +222,8 @@ void genNumber(AsnValue *value) {
         wToF(fiTab, " }");
 }
 
-/* C holds the value in a structure, so that a bare 0 would be the first of its members. */
-bool isHeldInStructure(AsnType *type) {
-    const int form = cGetVF(type);
-    return isExtensibleEnumeratedList(type) ||
-           (form >= VF_STAS0 && form < VF_COUNT && form != VF_FRM && form != VF_NULL);
-}
-
 void genNoValue(AsnType *type) {
-    wToF(fiTab, isHeldInStructure(type) ? "{ 0 } /* NOT YET IMPLEMENTED!! */"
+    wToF(fiTab, cIsHeldInStructure(type) ? "{ 0 } /* NOT YET IMPLEMENTED!! */"
                                         : "0 /* NOT YET IMPLEMENTED!! */");
 }
 

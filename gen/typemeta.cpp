@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/reserved.h"
 #include "gen/meta.h"
 #include "model/backend.h"

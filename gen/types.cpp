@@ -5,7 +5,7 @@
 #include "base/files.h"
 #include "cbet/embedded.h"
 #include "cbet/imports.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "gen/classes.h"
 #include "gen/defines.h"
 #include "gen/fileset.h"
@@ -92,7 +92,7 @@ void genReferredType(AsnType *father, AsnType *son, TypesRun &run) {
     }
     if (!isLeafType(son))
         genReferredTypes(son, run);
-    if (needsOwnType(father, son)) {
+    if (cHasOwnDefinition(father, son)) {
         wToF(fiTyp, "\n");
         genTypedefContents(son);
         wToF(fiTyp, ";\n");

@@ -6,7 +6,7 @@
 #include "cbet/control.h"
 #include "cbet/embedded.h"
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "model/bounds.h"
@@ -20,21 +20,6 @@
 #include "store/records.h"
 
 namespace {
-
-/* Main types and value forms that go together in needsControlMember. */
-bool isCountedString(int main) {
-    return main == TYP_BITSTR || main == TYP_OCTSTR || (main >= TYP_NUMSTR && main <= TYP_GENSTR) ||
-           main == TYP_OBJDESCR;
-}
-
-bool isBetween(int form, int first, int last) {
-    return form >= first && form <= last;
-}
-
-bool isStringOrArray(AsnType *type) {
-    return cIsStaticString(type) || cIsDynamicString(type) || cIsStaticArray(type) ||
-           cIsDynamicArray(type);
-}
 
 bool isPlainChoice(AsnType *type) {
     return getTypeMainType(type) == TYP_CHOICE && !testTypeOption(type, OPT_COMPS_AS_POINTERS);
@@ -57,7 +42,7 @@ void genLeafStringHome(AsnType *type) {
         home = "Unsupported_String_type";
     }
     sint64 size = allocatedSize(type);
-    if (isBitStringType(type) && !i64ismax(size))
+    if (getTypeMainType(type) == TYP_BITSTR && !i64ismax(size))
         size = i64divl(i64addl(size, BITS - 1), BITS);
     printfToF(fiTyp, "%s st [%s%s];\n", home, i64tostr(size).c_str(),
               isRestrCharStringType(type) ? "+1" : "");
@@ -133,7 +118,7 @@ void genLeafType(AsnType *type, ShapePlace &place) {
 
 /* A list's element stands inside a comment, since its C type is LIST whatever it holds. */
 void genNonLeafPrefix(AsnType *type, ShapePlace &place) {
-    if (isList(type)) {
+    if (cIsLinkedList(type)) {
         wToF(fiTyp, "LIST /*\n");
         ++fArr[fiTyp].indent;
         return;
@@ -148,7 +133,7 @@ void genNonLeafPrefix(AsnType *type, ShapePlace &place) {
 }
 
 void genNonLeafPostfix(AsnType *type) {
-    if (isList(type)) {
+    if (cIsLinkedList(type)) {
         --fArr[fiTyp].indent;
         wToF(fiTyp, "*/");
         return;
@@ -182,7 +167,7 @@ void genHomeMember(AsnType *son) {
 
 void genMemberType(AsnType *father, AsnType *son, ShapePlace &place) {
     Text text;
-    if (isList(father)) {
+    if (cIsLinkedList(father)) {
         wToF(fiTyp, getMetaBaseTypeId(son));
     } else if (testTypeOption(son, OPT_HOME)) {
         wToF(fiTyp, "ASNHOME /*\n");
@@ -191,7 +176,7 @@ void genMemberType(AsnType *father, AsnType *son, ShapePlace &place) {
         genHomeMember(son);
         --fArr[fiTyp].indent;
         wToF(fiTyp, "*/ ");
-    } else if (isOpenType(son)) {
+    } else if (getTypeMainType(son) == TYP_OPEN) {
         wToF(fiTyp, cIsFrameType(son) ? "FRAME_PTR " : "ANY ");
     } else if (cIsDefinedBaseType(son)) {
         wToF(fiTyp, cTypeIdForTypeCompDef(text, nullptr, son, nullptr));
@@ -205,15 +190,15 @@ void genMemberType(AsnType *father, AsnType *son, ShapePlace &place) {
 }
 
 const char *pointerText(AsnType *son) {
-    if (!needsPointer(son))
+    if (!cIsPointerMember(son))
         return "";
     return testTypeOption(son, OPT_NEAR) ? " near*" : "*";
 }
 
 void genMemberTail(AsnType *father, AsnType *son) {
-    if (isList(father)) {
+    if (cIsLinkedList(father)) {
         genHomeMember(son);
-    } else if (isOpenType(son) && !isElemType(son) && !needsPointer(son)) {
+    } else if (getTypeMainType(son) == TYP_OPEN && !isElemType(son) && !cIsPointerMember(son)) {
         printfToF(fiTyp, "%s;\n", getMetaMemberName(son).c_str());
     } else if (isElemType(son)) {
         wToF(fiTyp, pointerText(son));
@@ -229,47 +214,6 @@ void genMemberTail(AsnType *father, AsnType *son) {
 }
 
 } // namespace
-
-bool isList(AsnType *type) {
-    return getVF(type) == VF_LIST;
-}
-bool isOpenType(AsnType *type) {
-    return getTypeMainType(type) == TYP_OPEN;
-}
-bool isBitStringType(AsnType *type) {
-    return getTypeMainType(type) == TYP_BITSTR;
-}
-
-bool needsControlMember(AsnType *type) {
-    const int form = getVF(type);
-    const int main = getTypeMainType(type);
-    switch (main) {
-    case TYP_SEQ:
-    case TYP_SET:
-        return !testTypeOption(type, OPT_COMPS_AS_POINTERS) && isOptionalTypeComps(type) &&
-               getVFSize(type) > VF_NONE;
-    case TYP_SEQOF:
-    case TYP_SETOF:
-        return form == VF_STRU && getVFSize(type) > VF_NONE;
-    case TYP_CHOICE:
-        return !testTypeOption(type, OPT_COMPS_AS_POINTERS);
-    case TYP_BMPSTR:
-        return isBetween(form, VF_STAS8, VF_STAS) || isBetween(form, VF_BMPSTR8, VF_BMPSTR);
-    default:
-        return isCountedString(main) &&
-               (isBetween(form, VF_STAS8, VF_STAS) || isBetween(form, VF_DYNS8, VF_DYNS));
-    }
-}
-
-bool needsPointer(AsnType *type) {
-    return testTypeOption(type, OPT_POINTER) || testTypeOption(type, OPT_HOME);
-}
-
-bool needsOwnType(AsnType *father, AsnType *son) {
-    if (cIsPredefinedType(son))
-        return false;
-    return isList(father) || (testTypeOption(son, OPT_HOME) && !isTypeExtensionmarker(son));
-}
 
 bool isInCategorySet(AsnType *type, unsigned set) {
     constexpr int CATEGORY_BITS = 8;
@@ -287,22 +231,12 @@ void genTypedefContents(AsnType *type, ShapePlace place) {
 }
 
 void genControlMember(AsnType *type) {
-    if (needsControlMember(type)) {
+    if (cHasControlMember(type)) {
         Text text;
         wToF(fiTyp, getControlMemberDef(text, type));
     }
-    if (!isStringOrArray(type) || getTypeOptions(type)->sizeLimitMode != 0)
-        return;
-    sint64 low, high, alloc;
-    getInt64SizeEndpoints(type, &low, &high, &alloc);
-    if (i64cmp(high, alloc) <= 0)
-        return;
-    int form = VF_UI32;
-    if (i64cmpl(high, 0xFF) < 0)
-        form = VF_UI8;
-    else if (i64cmpl(high, 0xFFFF) < 0)
-        form = VF_UI16;
-    printfToF(fiTyp, "%s nIgnored;\n", orEmpty(getLangType(form)));
+    if (const int form = cIgnoredCountVF(type); form != VF_NONE)
+        printfToF(fiTyp, "%s nIgnored;\n", orEmpty(getLangType(form)));
 }
 
 void genNonLeafContents(AsnType *father, AsnType *son, ShapePlace &place) {

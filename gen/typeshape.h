@@ -27,15 +27,5 @@ void genControlMember(AsnType *type);
 /* One member of `father`, or the element of a list. */
 void genNonLeafContents(AsnType *father, AsnType *son, ShapePlace &place);
 
-/* Questions about the shape of a type. */
-bool isList(AsnType *type); /* held as a linked list */
-bool isOpenType(AsnType *type);
-bool isBitStringType(AsnType *type);
-/* Its structure has a control member, wherever the structure lies. */
-bool needsControlMember(AsnType *type);
-/* The member is a pointer. */
-bool needsPointer(AsnType *type);
-/* The structure of `son` stands free in front of its father's definition. */
-bool needsOwnType(AsnType *father, AsnType *son);
 /* The type has an entry category of `set`, in which bit n stands for category n. */
 bool isInCategorySet(AsnType *type, unsigned set);

@@ -18,10 +18,6 @@ bool isAnyOrOpen(AsnType *type) {
     return mainType == TYP_ANY || mainType == TYP_OPEN;
 }
 
-bool isNumberByAddress(AsnType *type) {
-    return getVF(type) == VF_I64 || isExtensibleEnumeratedList(type);
-}
-
 void genNoText(AsnType *, TypeFuncRun &) {}
 
 void genAnyFunction(AsnType *type, TypeFuncRun &run, const char *prefix) {

@@ -8,9 +8,6 @@ struct TypeFuncRun;
 
 /* A value of any type whose encoding isn't looked into: ANY or an open type. */
 bool isAnyOrOpen(AsnType *type);
-/* An INTEGER or ENUMERATED in C that is a structure, so that encoding and printing get its address.
- */
-bool isNumberByAddress(AsnType *type);
 /* For a leaf that needs no call. */
 void genNoText(AsnType *type, TypeFuncRun &run);
 

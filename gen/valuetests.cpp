@@ -4,7 +4,7 @@
 #include "cbet/homes.h"
 #include "cbet/listsizes.h"
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/typefuncinfo.h"
 #include "cbet/vars.h"
 #include "gen/nameddefs.h"

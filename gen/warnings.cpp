@@ -32,5 +32,3 @@ void notYetSupported(AsnType *type, const char *text) {
 void bugInTool(const char *text) {
     std::fprintf(stderr, "Warning VELMO: %s\n", text);
 }
-
-void helpWithTool() {}

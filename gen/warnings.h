@@ -12,5 +12,3 @@ void typeWarning(AsnType *type, const char *text);
 void notYetSupported(AsnType *type, const char *text);
 /* A fault of the tool's own, with its name in front. */
 void bugInTool(const char *text);
-/* Called behind a warning about constraints; there is nothing more to say. */
-void helpWithTool();

@@ -87,17 +87,10 @@ TEST(Control, OperatesOnComponents) {
             const int nbr = getTypeCompNbr(comp);
             Text text;
             EXPECT_EQ(getControlMemberSet(text, "h->", type, comp, nbr), s);
-            EXPECT_EQ(getControlMemberClr(text, "h->", type, comp, nbr), c);
+            EXPECT_EQ(getControlMemberRawClr(text, nullptr, "h->", type, comp, nbr, ";\n"),
+                      c);
             EXPECT_EQ(getControlMemberTst(text, "if ", "h->", type, comp, nbr, " "), t);
         });
-    withType("Array.f33", [](AsnType *comp) {
-        AsnType *type = getFatherOfTypeComp(comp);
-        Text text;
-        EXPECT_EQ(getControlMemberRawOr(text, "(", nullptr, type, comp, 33, ")"),
-                  "(compmask [1] | BITL(1))");
-        EXPECT_EQ(getControlMemberRawAndNot(text, nullptr, nullptr, type, comp, 33, nullptr),
-                  "compmask [1] & ~BITL(1)");
-    });
     withType("Pick.a", [](AsnType *comp) {
         Text text;
         EXPECT_EQ(getControlMemberTst(text, nullptr, nullptr, getFatherOfTypeComp(comp), comp, 0,

@@ -6,7 +6,7 @@
 #include "cbet/constants.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "cbet/vars.h"
 #include "model/backend.h"
 #include "model/typequeries.h"
@@ -183,9 +183,6 @@ TEST(Vars, CountAlongTheNesting) {
                               cAsnHomeVarDef(file);
                               cIncOkVarCount();
                               cOkVarDef(file);
-                              cRegisterVar(VAR_FIRST_FREE, "char *", "text");
-                              cIncVarCount(VAR_FIRST_FREE);
-                              cVarDef(file, VAR_FIRST_FREE, "0");
                               cEndBlock(file);
                           }),
                   "{\n"
@@ -196,7 +193,6 @@ TEST(Vars, CountAlongTheNesting) {
                   "  }\n"
                   "  ASNHOME *a1 = NULL;\n"
                   "  BOOLE ok1;\n"
-                  "  char *text 1 = 0;\n"
                   "}\n");
         EXPECT_EQ(cVarCount(VAR_HOME), 0);
     });

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "cbet/names.h"
-#include "cbet/predicates.h"
+#include "cbet/forms.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/typequeries.h"
@@ -35,29 +35,28 @@ TEST(Names, TypesAndComponents) {
     defineTypes(w);
     startTool(dir, w);
     struct Row {
-        const char *place, *typeId, *baseTypeId, *compDef, *compRef;
+        const char *place, *typeId, *baseTypeId, *compDef;
     };
     const Row rows[] = {
-        {"U", "U", "U", "U", "U"},
-        {"Small", "Small", "uint8", "Small", "Small"},
-        {"Alias", "Alias", "U", "U", "Alias"},
-        {"Entry", "Entry", "U", "U", "Entry"},
-        {"Msg.a", "a_Msg", "struct t_a_Msg", "struct t_a_Msg", "?!?"},
-        {"Msg.a.b", "b_a_Msg", "struct t_b_a_Msg", "struct t_b_a_Msg", "?!?"},
-        {"Msg.a.b.x", "x_b_a_Msg", "BOOLE", "BOOLE", "?!?"},
-        {"Msg.a.u", "U", "U", "U", "U"},
-        {"Msg.a.u.x", "x_U", "BOOLE", "BOOLE", "?!?"},
-        {"Msg.list", "list_Msg", "LIST", "LIST", "?!?"},
-        {"Msg.list.*", "1_list_list_Msg", "struct t_1_list_list_Msg", "struct t_1_list_list_Msg",
-         "?!?"},
-        {"Msg.small", "Small", "Small", "Small", "Small"},
-        {"Msg.next", "Msg", "Msg", "struct t_Msg", "Msg"},
-        {"Msg.text", "text_Msg", "struct t_text_Msg", "struct t_text_Msg", "?!?"},
-        {"Msg.any", "any_Msg", "FRAME_PTR", "FRAME_PTR", "?!?"},
-        {"Msg.skipped", "skipped_Msg", "SKIPPED", "SKIPPED", "?!?"},
-        {"Rows.*", "1_Rows", "LIST", "LIST", "?!?"},
-        {"Rows.*.*", "2_Rows", "struct t_2_Rows", "struct t_2_Rows", "?!?"},
-        {"Loop.sons.*", "Loop", "Loop", "Loop", "Loop"},
+        {"U", "U", "U", "U"},
+        {"Small", "Small", "uint8", "Small"},
+        {"Alias", "Alias", "U", "U"},
+        {"Entry", "Entry", "U", "U"},
+        {"Msg.a", "a_Msg", "struct t_a_Msg", "struct t_a_Msg"},
+        {"Msg.a.b", "b_a_Msg", "struct t_b_a_Msg", "struct t_b_a_Msg"},
+        {"Msg.a.b.x", "x_b_a_Msg", "BOOLE", "BOOLE"},
+        {"Msg.a.u", "U", "U", "U"},
+        {"Msg.a.u.x", "x_U", "BOOLE", "BOOLE"},
+        {"Msg.list", "list_Msg", "LIST", "LIST"},
+        {"Msg.list.*", "1_list_list_Msg", "struct t_1_list_list_Msg", "struct t_1_list_list_Msg"},
+        {"Msg.small", "Small", "Small", "Small"},
+        {"Msg.next", "Msg", "Msg", "struct t_Msg"},
+        {"Msg.text", "text_Msg", "struct t_text_Msg", "struct t_text_Msg"},
+        {"Msg.any", "any_Msg", "FRAME_PTR", "FRAME_PTR"},
+        {"Msg.skipped", "skipped_Msg", "SKIPPED", "SKIPPED"},
+        {"Rows.*", "1_Rows", "LIST", "LIST"},
+        {"Rows.*.*", "2_Rows", "struct t_2_Rows", "struct t_2_Rows"},
+        {"Loop.sons.*", "Loop", "Loop", "Loop"},
     };
     for (const Row &row : rows)
         withType(row.place, [&](AsnType *type) {
@@ -65,7 +64,6 @@ TEST(Names, TypesAndComponents) {
             EXPECT_EQ(cTypeId(text, "<", type, ">"), "<" + Text(row.typeId) + ">") << row.place;
             EXPECT_EQ(cBaseTypeId(text, nullptr, type, ""), row.baseTypeId) << row.place;
             EXPECT_EQ(cTypeIdForTypeCompDef(text, "", type, nullptr), row.compDef) << row.place;
-            EXPECT_EQ(cTypeIdForDefinedTypeCompRef(text, "", type, ""), row.compRef) << row.place;
         });
 }
 

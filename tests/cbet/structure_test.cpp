@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "base/files.h"
-#include "cbet/listloops.h"
-#include "cbet/vars.h"
 #include "gen/decode.h"
 #include "gen/fileset.h"
 #include "model/modules.h"
@@ -13,23 +11,6 @@
 /* Bodies of generated functions in places that few modules have. */
 
 namespace {
-
-TEST(Structure, WhileLoops) {
-    TreeWriter w("Mod", "mod");
-    w.define("A", w.listOf(TYP_SEQOF, w.null(), 0, 9).asArray());
-    w.define("L", w.listOf(TYP_SEQOF, w.null()).asList());
-    CbetRun run(w);
-    for (const char *name : {"A", "L"})
-        run.forType(name, [&](AsnType *list) {
-            run.forComp(name, "", [&](AsnType *elem) {
-                cBeginWhileLoop(BODY_FILE, list, elem, "more ()");
-                cEndWhileLoop(BODY_FILE, list, elem);
-            });
-        });
-    EXPECT_EQ(run.body(), "{\nuint32 n1 = 0;\nwhile (more ()){\nincStaArrLen (home);\nn1++;\n}\n}\n"
-                          "{\nASNHOME *a1 = NULL;\nwhile (more ()){\nincListLen (home);\n}\n}\n");
-    EXPECT_EQ(cVarCount(VAR_N) + cVarCount(VAR_ASN_HOME), 0);
-}
 
 TEST(Structure, UnknownSkipKindIsAFault) {
     TreeWriter w("Mod", "mod");
