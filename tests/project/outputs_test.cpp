@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/golden.h"
 #include "tests/support/runtool.h"
 #include "tests/support/treewriter.h"
 
@@ -166,20 +165,6 @@ ProgramRun runQuietly(const WorkDir &dir, Arguments arguments) {
 
 const Arguments allFiles = {"-COD=1:1", "-TST=2:2", "-TAB=1", "-TDEFS=1",
                             "-CDEFS=1", "-H=inc/",  "-SETN=2"};
-
-TEST(ProjectOutputs, TreeOfASmallModule) {
-    const WorkDir dir;
-    dir.makeDir("inc");
-    TreeWriter w("Post_Office", "post");
-    everyKind(w, allFiles);
-    ASSERT_TRUE(w.save(dir.path("post.stx")));
-    const ProgramRun run =
-        runQuietly(dir, {"-tavi-prefix=all", "-TAVI-DIRECTORY=.", "-TREE-FILE-SUFFIX=.x", "post"});
-    EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(compareGolden("project/post.txt", dir.read("all.x")), "");
-    EXPECT_EQ(dir.read("all.acs"), "");
-    expectTreeMatchesFiles(dir, "all.x");
-}
 
 /* Other layouts of the same items: tables of their own file with access functions, lists of
    parameters and of sets (which belong to the class of the table, whatever name of it an object

@@ -1,0 +1,2 @@
+void putDigest(void), getDigest(void), getLimits(void);
+int putLimits(const void *limits);
