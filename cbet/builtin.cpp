@@ -1,7 +1,7 @@
 #include "cbet/builtin.h"
 
-#include "base/fatal.h"
 #include "base/files.h"
+#include "cbet/builtintypes.h"
 #include "cbet/forms.h"
 #include "model/modules.h"
 #include "model/tags.h"
@@ -9,110 +9,12 @@
 #include "model/typequeries.h"
 #include "options/ketracnf.h"
 
-/* --- names of builtin types --- */
+/* --- names of run-time functions --- */
 
 namespace {
 
 /* The first tag number that takes the wide form. */
 constexpr int FIRST_WIDE_TAG = 31;
-
-bool hasSwitch(AsnType *type, CGenerationBit bit) {
-    return testCGenerationOption(getModuleOfType(type), bit);
-}
-
-const char *intBuiltinCFuncBody(AsnType *type) {
-    switch (getVF(type)) {
-    case VF_UI8:
-        return "uint8";
-    case VF_UI16:
-        return "uint16";
-    case VF_UI32:
-        return "uint32";
-    case VF_UI64:
-        return "uint64";
-    case VF_I8:
-        return "sint8";
-    case VF_I16:
-        return "sint16";
-    case VF_I32:
-        return "sint32";
-    case VF_I64:
-        return "sint64";
-    default:
-        fatalError(FATAL_INTERNAL, "CBET: Unable to construct a function name");
-    }
-}
-
-const char *enumName(AsnType *type) {
-    return isExtensibleEnumeratedList(type) ? "XEnum" : intBuiltinCFuncBody(type);
-}
-
-const char *realName(AsnType *type) {
-    if (hasSwitch(type, CGEN_REAL))
-        return "Real";
-    switch (getVF(type)) {
-    case VF_REAL32:
-        return "Real32";
-    case VF_REAL64:
-        return "Real64";
-    case VF_REAL128:
-        return "Real128";
-    default:
-        return "";
-    }
-}
-
-const char *genTimeName(AsnType *type) {
-    return hasSwitch(type, CGEN_COMMONTIME) ? "GeneralizedTimeCT" : "GeneralizedTimeDT";
-}
-
-const char *utcTimeName(AsnType *type) {
-    return hasSwitch(type, CGEN_COMMONTIME) ? "UTCTimeCT" : "UTCTimeDT";
-}
-
-const char *externalName(AsnType *type) {
-    return hasSwitch(type, CGEN_EXTERNAL) ? "External" : "External1990";
-}
-
-/* The name of a kind of type, or the function that knows it. */
-struct BuiltinRow {
-    int mainType;
-    const char *name;
-    const char *(*nameOf)(AsnType *type);
-};
-
-constexpr BuiltinRow builtinRows[] = {
-    {TYP_BOOLEAN, "Boolean", nullptr},
-    {TYP_INTEGER, nullptr, intBuiltinCFuncBody},
-    {TYP_ENUM, nullptr, enumName},
-    {TYP_REAL, nullptr, realName},
-    {TYP_BITSTR, "BitString", nullptr},
-    {TYP_OCTSTR, "OctetString", nullptr},
-    {TYP_NULL, "NullType", nullptr},
-    {TYP_ANY, "Any", nullptr},
-    {TYP_OBJID, "ObjectIdentifier", nullptr},
-    {TYP_NUMSTR, "NumericString", nullptr},
-    {TYP_PRISTR, "PrintableString", nullptr},
-    {TYP_TELSTR, "T61String", nullptr},
-    {TYP_VIDSTR, "VideotexString", nullptr},
-    {TYP_VISSTR, "VisibleString", nullptr},
-    {TYP_IA5STR, "IA5String", nullptr},
-    {TYP_GRASTR, "GraphicString", nullptr},
-    {TYP_OBJDESCR, "GraphicString", nullptr},
-    {TYP_GENSTR, "GeneralString", nullptr},
-    {TYP_BMPSTR, "BMPString", nullptr},
-    {TYP_GENTIME, nullptr, genTimeName},
-    {TYP_UTCTIME, nullptr, utcTimeName},
-    {TYP_EXTERNAL_1990, nullptr, externalName},
-    {TYP_EXTERNAL_1994, "External1994", nullptr},
-};
-
-const char *builtinName(AsnType *type) {
-    for (const BuiltinRow &row : builtinRows)
-        if (row.mainType == getTypeMainType(type))
-            return row.nameOf != nullptr ? row.nameOf(type) : row.name;
-    return "";
-}
 
 Text &join(Text &dst, const char *prefix, const Text &middle, const char *postfix) {
     dst = orEmpty(prefix) + middle + orEmpty(postfix);
@@ -148,7 +50,8 @@ const char *sizeSuffix(AsnType *type, bool fixedOnly) {
 
 /* What takes a value that is there already names UniversalString as well; what fills one doesn't. */
 const char *fullName(AsnType *type) {
-    return getTypeMainType(type) == TYP_UNISTR ? "UniversalString" : builtinName(type);
+    const BuiltinType &row = cBuiltinType(getTypeMainType(type));
+    return row.call != nullptr ? row.call : cBuiltinName(type);
 }
 
 const char *segment(AsnType *type) {
@@ -158,18 +61,18 @@ const char *segment(AsnType *type) {
 } // namespace
 
 Text &cBuiltinCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    return join(dst, prefix, builtinName(type), postfix);
+    return join(dst, prefix, cBuiltinName(type), postfix);
 }
 
 Text &cBuiltinCodCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    return join(dst, prefix, Text(builtinName(type)) + cTagFuncSuff(type), postfix);
+    return join(dst, prefix, Text(cBuiltinName(type)) + cTagFuncSuff(type), postfix);
 }
 
 Text &cBuiltinStringCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
     if (const char *name = nameInPlaceOfString(type))
         return join(dst, prefix, name, postfix);
     const char *form = cIsDynamicString(type) ? "Dyn" : segment(type);
-    return join(dst, prefix, Text(form) + builtinName(type) + sizeSuffix(type, false), postfix);
+    return join(dst, prefix, Text(form) + cBuiltinName(type) + sizeSuffix(type, false), postfix);
 }
 
 Text &cBuiltinStringCodCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix) {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/files.h"
+#include "cbet/builtintypes.h"
 #include "cbet/comptests.h"
 #include "cbet/constants.h"
 #include "cbet/engine.h"
@@ -20,6 +21,7 @@
 #include "model/valuesets.h"
 #include "model/valuetexts.h"
 #include "options/ketracnf.h"
+#include "store/ketramac.h"
 #include "store/records.h"
 #include "store/values.h"
 
@@ -184,18 +186,8 @@ void checkSize(Check &check, AsnType *type, AsnConstraint *constraint) {
 
 /* --- permitted alphabets --- */
 
-/* Strings with one octet for each character. */
-bool isComparedAsText(int kind) {
-    return (kind >= TYP_NUMSTR && kind <= TYP_GENSTR) || kind == TYP_OBJDESCR;
-}
-
 /* More characters than a range of two-byte ones has are no text that a compiler would take. */
 constexpr std::uint32_t MAX_ALPHABET_RANGE = 0x10000;
-
-bool isRangedStringKind(int kind) {
-    return kind == TYP_NUMSTR || kind == TYP_PRISTR || kind == TYP_VISSTR || kind == TYP_IA5STR ||
-           kind == TYP_BMPSTR || kind == TYP_UNISTR;
-}
 
 bool singleCharacter(AsnValue *value, std::uint32_t *character) {
     RestrCharStri text = makeRestrCharStri(value->baseModule, value->base);
@@ -223,7 +215,7 @@ void constructRangeCharacters(Check &check, AsnValue *low, bool lowClosed, AsnVa
                               bool highClosed) {
     int kind = getValueMainType(low);
     std::uint32_t first = 0, last = 0;
-    if (!lowClosed || !highClosed || kind != getValueMainType(high) || !isRangedStringKind(kind) ||
+    if (!lowClosed || !highClosed || kind != getValueMainType(high) || !cBuiltinType(kind).hasRanges ||
         !singleCharacter(low, &first) || !singleCharacter(high, &last) ||
         (last >= first && last - first >= MAX_ALPHABET_RANGE)) {
         check.allAreKnown = false;
@@ -235,7 +227,7 @@ void constructRangeCharacters(Check &check, AsnValue *low, bool lowClosed, AsnVa
 
 void constructSingleCharacters(Check &check, AsnValue *value) {
     const RestrCharStri text = makeRestrCharStri(value->baseModule, value->base);
-    if (!isComparedAsText(text.kind) && text.kind != TYP_BMPSTR && text.kind != TYP_UNISTR)
+    if (!isText8Kind(text.kind) && text.kind != TYP_BMPSTR && text.kind != TYP_UNISTR)
         check.allAreKnown = false;
     for (const char c : text.text8)
         allowCharacter(check, static_cast<unsigned char>(c));
@@ -313,7 +305,7 @@ void singleValueConstr(Check &check, AsnType *type, AsnValue *value) {
         assignOk(check);
         wToF(check.file, cHome(text, "(", false, type, nullptr, " =="));
         printBooleanValueToF(check.file, " ", value, ");\n");
-    } else if (inForm && isComparedAsText(kind)) {
+    } else if (inForm && isText8Kind(kind)) {
         assignOk(check);
         const char *call = cIsDynamicString(type) ? "(strcmp ((char *)" : "(strcmp (";
         wToF(check.file, cHome(text, call, false, type, ".", "st,"));
@@ -404,7 +396,7 @@ void checkLeaf(Check &check, AsnType *type) {
     if (kind == TYP_INTEGER || kind == TYP_ENUM) {
         if (cCheckIntegerValueSet(check.file, type))
             report(check.file);
-    } else if (kind == TYP_BITSTR || kind == TYP_OCTSTR || isRestrCharStringType(type)) {
+    } else if (isStringKind(kind)) {
         if (!isOnlyOneSimpleSizeConstraint(type))
             forEachTypeConstraint(type, each);
     } else {

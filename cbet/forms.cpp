@@ -28,8 +28,7 @@ bool isAnyForm(int form, int first, int last) {
 }
 
 bool isStringType(AsnType *type) {
-    const int main = getTypeMainType(type);
-    return main == TYP_BITSTR || main == TYP_OCTSTR || isRestrCharStringType(type);
+    return isStringKind(getTypeMainType(type));
 }
 
 bool isArray(AsnType *type) {

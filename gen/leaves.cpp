@@ -1,45 +1,30 @@
 #include "gen/leaves.h"
 
+#include "cbet/builtintypes.h"
 #include "gen/valuecalls.h"
 #include "model/typequeries.h"
 
 namespace {
 
-TypeFunc callFor(int mainType, const LeafCalls &calls) {
-    switch (mainType) {
-    case TYP_BOOLEAN:
+TypeFunc callFor(LeafSort sort, const LeafCalls &calls) {
+    switch (sort) {
+    case LeafSort::BOOLEAN:
         return calls.boolean;
-    case TYP_INTEGER:
+    case LeafSort::INTEGER:
         return calls.integer;
-    case TYP_ENUM:
+    case LeafSort::ENUMERATED:
         return calls.enumerated;
-    case TYP_REAL:
+    case LeafSort::REAL:
         return calls.real;
-    case TYP_BITSTR:
-    case TYP_OCTSTR:
-    case TYP_NUMSTR:
-    case TYP_PRISTR:
-    case TYP_TELSTR:
-    case TYP_VIDSTR:
-    case TYP_VISSTR:
-    case TYP_IA5STR:
-    case TYP_GRASTR:
-    case TYP_GENSTR:
-    case TYP_BMPSTR:
-    case TYP_UNISTR:
-    case TYP_OBJDESCR:
+    case LeafSort::STRING:
         return calls.string;
-    case TYP_NULL:
+    case LeafSort::NULL_TYPE:
         return calls.null;
-    case TYP_SEQ:
-    case TYP_SET:
+    case LeafSort::EMPTY_STRUCTURE:
         return calls.emptyStructure;
-    case TYP_OBJID:
-    case TYP_GENTIME:
-    case TYP_UTCTIME:
+    case LeafSort::SIMPLE:
         return calls.simple;
-    case TYP_EXTERNAL_1990:
-    case TYP_EXTERNAL_1994:
+    case LeafSort::EXTERNAL:
         return calls.external;
     default:
         return calls.other;
@@ -49,8 +34,9 @@ TypeFunc callFor(int mainType, const LeafCalls &calls) {
 } // namespace
 
 void genLeaf(AsnType *type, TypeFuncRun &run, const LeafCalls &calls) {
-    if (isAnyOrOpen(type))
+    const LeafSort sort = cBuiltinType(getTypeMainType(type)).leaf;
+    if (sort == LeafSort::ANY)
         genAnyFunction(type, run, calls.anyPrefix);
     else
-        callFor(getTypeMainType(type), calls)(type, run);
+        callFor(sort, calls)(type, run);
 }

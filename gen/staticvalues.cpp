@@ -2,6 +2,7 @@
 
 #include "base/fatal.h"
 #include "base/files.h"
+#include "cbet/builtintypes.h"
 #include "cbet/constants.h"
 #include "cbet/names.h"
 #include "cbet/forms.h"
@@ -18,10 +19,6 @@
 #include "store/records.h"
 
 namespace {
-
-bool isCharString(int mainType) {
-    return mainType >= TYP_NUMSTR && mainType <= TYP_GENSTR;
-}
 
 /* --- strings --- */
 
@@ -93,7 +90,7 @@ bool isSimpleLeafComp(AsnType *comp) {
     case TYP_OCTSTR:
         return cIsStaticString(comp);
     default:
-        return isCharString(mainType) && cIsStaticString(comp);
+        return cHasTextConstants(mainType) && cIsStaticString(comp);
     }
 }
 
@@ -263,7 +260,7 @@ void genValue(AsnValue *value, int *depth) {
         genObjectIdentifierFieldValue(value);
         break;
     default:
-        if (isCharString(mainType) && getVF(getTypeOfValue(value)) != VF_LIST)
+        if (cHasTextConstants(mainType) && getVF(getTypeOfValue(value)) != VF_LIST)
             forCharacterStringValue(value, genCharStringFieldValue);
         else
             genNoValue(getTypeOfValue(value));
@@ -320,7 +317,7 @@ void genEmptyFieldValue(AsnType *type) {
         wToF(fiTab, "{ 0, { 0 } }");
         break;
     default:
-        if (isCharString(mainType))
+        if (cHasTextConstants(mainType))
             wToF(fiTab, "{ 0 }");
         else
             genNoValue(type);

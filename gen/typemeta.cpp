@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "cbet/builtintypes.h"
 #include "cbet/names.h"
 #include "cbet/forms.h"
 #include "cbet/reserved.h"
@@ -86,35 +87,7 @@ void deleteBETypMetaRec(AsnType *, BETypMetaRec *meta) {
 }
 
 const char *homeTypeId(AsnType *type) {
-    if (cIsPredefinedType(type))
-        return nullptr;
-    switch (getTypeMainType(type)) {
-    case TYP_BITSTR:
-        return "BITSTRING";
-    case TYP_OCTSTR:
-        return "OCTET";
-    case TYP_NUMSTR:
-        return "NUMERICCHAR";
-    case TYP_PRISTR:
-        return "PRINTABLECHAR";
-    case TYP_TELSTR:
-        return "T61CHAR";
-    case TYP_VIDSTR:
-        return "VIDEOTEXCHAR";
-    case TYP_VISSTR:
-        return "VISIBLECHAR";
-    case TYP_IA5STR:
-        return "IA5CHAR";
-    case TYP_GRASTR:
-    case TYP_OBJDESCR:
-        return "GRAPHICCHAR";
-    case TYP_GENSTR:
-        return "GENERALCHAR";
-    case TYP_BMPSTR:
-        return "ASN_BMPCHAR";
-    default:
-        return nullptr;
-    }
+    return cIsPredefinedType(type) ? nullptr : cBuiltinType(getTypeMainType(type)).character;
 }
 
 const BETypeInfo *getBETypeInfoCache(AsnType *type) {

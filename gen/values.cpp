@@ -1,6 +1,7 @@
 #include "gen/values.h"
 
 #include "base/files.h"
+#include "cbet/builtintypes.h"
 #include "cbet/constants.h"
 #include "cbet/reserved.h"
 #include "gen/fileset.h"
@@ -88,19 +89,13 @@ void genRootValue(AsnValue *value, int) {
     case TYP_OBJID:
         genObjectIdentifierDefine(value);
         break;
-    case TYP_NUMSTR:
-    case TYP_PRISTR:
-    case TYP_TELSTR:
-    case TYP_VIDSTR:
-    case TYP_VISSTR:
-    case TYP_IA5STR:
-    case TYP_GRASTR:
-    case TYP_GENSTR:
     case TYP_GENTIME:
     case TYP_UTCTIME:
         forCharacterStringValue(value, genStringDefine);
         break;
     default:
+        if (cHasTextConstants(getValueMainType(value)))
+            forCharacterStringValue(value, genStringDefine);
         break;
     }
 }

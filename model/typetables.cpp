@@ -2,54 +2,6 @@
 
 #include "model/backvar.h"
 
-const TypeRow typeArr[TYP_COUNT] = {
-    {TAG_UNI, 1, false, "TYP_BOOLEAN", "BOOLEAN"},
-    {TAG_UNI, 2, false, "TYP_INTEGER", "INTEGER"},
-    {TAG_UNI, 10, false, "TYP_ENUM", "ENUMERATED"},
-    {TAG_UNI, 9, false, "TYP_REAL", "REAL"},
-    {TAG_UNI, 3, false, "TYP_BITSTR", "BIT STRING"},
-    {TAG_UNI, 4, false, "TYP_OCTSTR", "OCTET STRING"},
-    {TAG_UNI, 5, false, "TYP_NULL", "NULL"},
-    {TAG_UNI, 16, true, "TYP_SEQ", "SEQUENCE"},
-    {TAG_UNI, 16, true, "TYP_SEQOF", "SEQUENCE OF"},
-    {TAG_UNI, 17, true, "TYP_SET", "SET"},
-    {TAG_UNI, 17, true, "TYP_SETOF", "SET OF"},
-    {TAG_UNI, -2, true, "TYP_CHOICE", "CHOICE"},
-    {TAG_UNI, -3, false, "TYP_ANY", "ANY"},
-    {TAG_UNI, 11, false, "TYP_EMB_PDV", "EMBEDDED PDV"},
-    {TAG_UNI, 6, false, "TYP_OBJID", "OBJECT IDENTIFIER"},
-    {TAG_UNI, 18, false, "TYP_NUMSTR", "NumericString"},
-    {TAG_UNI, 19, false, "TYP_PRISTR", "PrintableString"},
-    {TAG_UNI, 20, false, "TYP_TELSTR", "TeletexString"},
-    {TAG_UNI, 21, false, "TYP_VIDSTR", "VideotexString"},
-    {TAG_UNI, 26, false, "TYP_VISSTR", "VisibleString"},
-    {TAG_UNI, 22, false, "TYP_IA5STR", "IA5String"},
-    {TAG_UNI, 25, false, "TYP_GRASTR", "GraphicString"},
-    {TAG_UNI, 27, false, "TYP_GENSTR", "GeneralString"},
-    {TAG_UNI, 30, false, "TYP_BMPSTR", "BMPString"},
-    {TAG_UNI, 28, false, "TYP_UNISTR", "UniversalString"},
-    {TAG_UNI, 29, false, "TYP_CHASTR", "CHARACTER STRING"},
-    {TAG_UNI, 24, false, "TYP_GENTIME", "GeneralizedTime"},
-    {TAG_UNI, 23, false, "TYP_UTCTIME", "UTCTime"},
-    {TAG_UNI, 8, false, "TYP_EXTERNAL", "EXTERNAL"}, /* of 1990 */
-    {TAG_UNI, 8, false, "TYP_EXTERNAL", "EXTERNAL"}, /* of 1994 */
-    {TAG_UNI, 7, false, "TYP_OBJDESCR", "ObjectDescriptor"},
-    {TAG_UNI, 8, true, "TYP_INSTANCE_OF", "InstanceOfType"},
-    {TAG_UNI, -4, false, "TYP_SYNONYM", ""},
-    {TAG_UNI, -5, false, "TYP_EXTENSION_MARKER", ""},
-    {TAG_UNI, -9, true, "TYP_SELECTION", "Selection type"},
-    {TAG_UNI, -8, false, "TYP_FIELDLIST", ""},
-    {TAG_UNI, -7, false, "TYP_OPEN", "Open type"},
-    {TAG_UNI, -6, true, "TYP_CLASS", "CLASS"},
-    {TAG_UNI, -6, false, "TYP_TYPE_ID", "TYPE-IDENTIFIER"},
-    {TAG_UNI, -6, false, "TYP_ABSTR_STX", "ABSTRACT-SYNTAX"},
-    {TAG_UNI, -10, false, "TYP_NONE", ""},
-};
-
-const TypeRow &typeRow(int mainType) {
-    return typeArr[mainType >= 0 && mainType < TYP_COUNT ? mainType : TYP_NONE];
-}
-
 const char *const compStatusArr[COMP_STATUS_WORDS] = {
     "TCS_MANDATORY", "TCS_OPTIONAL", "TCS_COMPOF", "TCS_CHOICE",
     "TCS_MULTIPLE",  "TCS_HEADER",   "TCS_FORMAL",

@@ -1,21 +1,8 @@
 #pragma once
 
-#include "store/ketradef.h"
+#include "store/typetable.h"
 
-/* What is fixed for each kind of type, status and value form. */
-
-struct TypeRow {
-    int tagClass;
-    int tagNumber; /* below 0: the kind has no tag of its own */
-    bool constructed;
-    const char *word; /* TYP_... */
-    const char *text; /* ASN.1 name; empty for kinds without one */
-};
-
-/* One row for each main type from TYP_BOOLEAN to TYP_NONE. */
-extern const TypeRow typeArr[TYP_COUNT];
-/* The row of a main type; that of TYP_NONE for numbers outside the table. */
-const TypeRow &typeRow(int mainType);
+/* What is fixed for each status and value form; for kinds of type see store/typetable.h. */
 
 /* Main types below this number are built-in types with a name. */
 inline constexpr int BUILTIN_TYPES = TYP_SYNONYM;

@@ -274,8 +274,7 @@ bool isExtensibleIntegerValueSet(AsnType *type) {
 bool isExtensibleSizeConstraintValueSet(AsnType *type) {
     const int mainType = getTypeMainType(type);
     return (type->base.typeFlags & TYPE_EXTENSIBLE) != 0 &&
-           (mainType == TYP_BITSTR || mainType == TYP_OCTSTR || isListKind(mainType) ||
-            (mainType >= TYP_NUMSTR && mainType <= TYP_CHASTR));
+           ((hasSizeKind(mainType) && mainType != TYP_OBJDESCR) || mainType == TYP_CHASTR);
 }
 
 bool isFirstIntegerValueSetSeg(AsnType *type, const Int32Range *range) {

@@ -7,6 +7,7 @@
 #include "base/fatal.h"
 #include "model/valuewalk.h"
 #include "store/classify.h"
+#include "store/ketramac.h"
 #include "store/strings.h"
 #include "store/values.h"
 
@@ -262,7 +263,7 @@ bool characterString(AsnValue *value, Text *text) {
     const int kind = value->base.valueKind;
     if (isTime(kind))
         *text = timeText(*value);
-    else if ((kind >= TYP_NUMSTR && kind <= TYP_GENSTR) || kind == TYP_OBJDESCR)
+    else if (isText8Kind(kind))
         *text = makeRestrCharStri(value->baseModule, value->base).text8;
     else
         return false;

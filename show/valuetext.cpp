@@ -5,6 +5,7 @@
 #include "model/valuetexts.h"
 #include "model/valuewalk.h"
 #include "show/writer.h"
+#include "store/ketramac.h"
 #include "store/recordwords.h"
 #include "store/values.h"
 
@@ -119,6 +120,6 @@ Text valueText(AsnValue *value) {
     case TYP_UTCTIME:
         return stringText(value);
     default:
-        return kind >= TYP_NUMSTR && kind <= TYP_OBJDESCR ? stringText(value) : typeWord(kind);
+        return isRestrCharStringKind(kind) ? stringText(value) : typeWord(kind);
     }
 }

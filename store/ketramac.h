@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/ketradef.h"
+#include "store/typetable.h"
 
 /* Small questions that are asked of record numbers and kinds everywhere. */
 
@@ -22,13 +22,18 @@ inline bool isListKind(int mainType) {
     return mainType == TYP_SEQOF || mainType == TYP_SETOF;
 }
 
-inline bool isRestrCharStringKind(int mainType) {
-    return (mainType >= TYP_NUMSTR && mainType <= TYP_UNISTR) || mainType == TYP_OBJDESCR;
-}
-
 /* Bit, octet and character strings. */
 inline bool isStringKind(int mainType) {
-    return mainType == TYP_BITSTR || mainType == TYP_OCTSTR || isRestrCharStringKind(mainType);
+    return typeRow(mainType).string != StringSort::NONE;
+}
+
+inline bool isRestrCharStringKind(int mainType) {
+    return typeRow(mainType).string >= StringSort::TEXT8;
+}
+
+/* Character strings with one octet for each character. */
+inline bool isText8Kind(int mainType) {
+    return typeRow(mainType).string == StringSort::TEXT8;
 }
 
 /* What a size constraint can speak of. */

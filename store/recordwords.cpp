@@ -1,49 +1,11 @@
 #include "store/recordwords.h"
 
+#include "store/typetable.h"
+
 const char *typeWord(int mainType) {
-    constexpr const char *words[] = {"BOOLEAN",
-                                     "INTEGER",
-                                     "ENUMERATED",
-                                     "REAL",
-                                     "BIT STRING",
-                                     "OCTET STRING",
-                                     "NULL",
-                                     "SEQUENCE",
-                                     "SEQUENCE OF",
-                                     "SET",
-                                     "SET OF",
-                                     "CHOICE",
-                                     "ANY",
-                                     "EMBEDDED PDV",
-                                     "OBJECT IDENTIFIER",
-                                     "NumericString",
-                                     "PrintableString",
-                                     "TeletexString",
-                                     "VideotexString",
-                                     "VisibleString",
-                                     "IA5String",
-                                     "GraphicString",
-                                     "GeneralString",
-                                     "BMPString",
-                                     "UniversalString",
-                                     "CHARACTER STRING",
-                                     "GeneralizedTime",
-                                     "UTCTime",
-                                     "EXTERNAL (1990)",
-                                     "EXTERNAL",
-                                     "ObjectDescriptor",
-                                     "INSTANCE OF",
-                                     "reference",
-                                     "...",
-                                     "selection",
-                                     "field",
-                                     "open type",
-                                     "CLASS",
-                                     "TYPE-IDENTIFIER",
-                                     "ABSTRACT-SYNTAX",
-                                     "none"};
-    static_assert(std::size(words) == TYP_COUNT);
-    return mainType >= 0 && mainType < TYP_COUNT ? words[mainType] : "?";
+    if (mainType < 0 || mainType >= TYP_COUNT)
+        return "?";
+    return typeArr[mainType].shown != nullptr ? typeArr[mainType].shown : typeArr[mainType].text;
 }
 
 const char *formWord(int form) {

@@ -15,6 +15,7 @@
 #include "model/typevalues.h"
 #include "model/typewalk.h"
 #include "model/valuequeries.h"
+#include "store/ketramac.h"
 
 namespace tool {
 
@@ -128,7 +129,7 @@ std::size_t describeType(Describer &d, AsnType *type) {
 bool hasBounds(int mainType) {
     return mainType == TYP_INTEGER || mainType == TYP_BITSTR || mainType == TYP_OCTSTR ||
            mainType == TYP_SEQOF || mainType == TYP_SETOF ||
-           (mainType >= TYP_NUMSTR && mainType <= TYP_UNISTR);
+           (isRestrCharStringKind(mainType) && mainType != TYP_OBJDESCR);
 }
 
 Place describePlace(Describer &d, AsnType *type) {

@@ -7,6 +7,7 @@
 #include "model/valuequeries.h"
 #include "model/valuetexts.h"
 #include "model/valuewalk.h"
+#include "store/ketramac.h"
 #include "store/records.h"
 
 namespace tool {
@@ -45,7 +46,7 @@ void addValue(Rules &rules, AsnValue *value) {
         rules.text += booleanValue(value) ? "TRUE" : "FALSE";
     else if (kind == TYP_REAL)
         rules.text += (std::ostringstream() << doubleRealValue(value)).str();
-    else if (kind >= TYP_NUMSTR && kind <= TYP_GENSTR)
+    else if (isText8Kind(kind) && kind != TYP_OBJDESCR)
         rules.text += stringText(value);
     else
         rules.known = false;
