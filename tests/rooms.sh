@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # A file includes headers of its own room and of rooms above it in the picture of docs/architecture.md,
-# and no header leads back to itself. Says what points upwards, or goes in a circle.
+# and no header leads back to itself. Says what points upwards, or goes in a circle. The drawing is that of
+# the sources as they are, and files and functions that pages for developers name are there.
 # usage: rooms.sh SOURCE-DIRECTORY
 set -euo pipefail
 cd "$1"
@@ -22,3 +23,18 @@ grep -H '^#include "' $(for room in $rooms; do echo "$room"/*.h "$room"/*.cpp; d
       state[file] = 2
     }
     END { for (file in to) visit(file); exit bad }'
+
+docs/draw-rooms.sh | diff docs/rooms.svg - >/dev/null || { echo "docs/draw-rooms.sh >docs/rooms.svg draws it anew"; exit 1; }
+
+missing=0
+for page in docs/architecture.md docs/glossary.md docs/testing.md; do
+  for file in $(grep -oE '`[a-z]+/[A-Za-z0-9_/.-]+\.(cpp|h|c|sh|md|cmake)`' "$page" | tr -d '`'); do
+    [ -e "$file" ] || { echo "$page names $file"; missing=1; }
+  done
+done
+words=$(cat ./*/*.h ./*/*.cpp rts/*.[ch] | grep -oE '[A-Za-z_][A-Za-z0-9_]*' | sort -u)
+for name in $(sed -n '/^## One type/,/^## Current/s/[^`]*`\([^`]*\)`/\1\n/gp' docs/architecture.md |
+  grep -xE '[a-z]+[A-Z][A-Za-z0-9]*' | sort -u); do
+  grep -qx "$name" <<<"$words" || { echo "docs/architecture.md names $name"; missing=1; }
+done
+exit $missing
