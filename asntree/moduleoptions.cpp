@@ -65,9 +65,7 @@ bool takeYear(M &settings, const ObeyedRow &, const char *value) {
 
 /* Only the word OLD says something about forms that this compiler chooses. */
 bool takeCGeneration(M &settings, const ObeyedRow &, const char *value) {
-    const std::string words = ":" + std::string(value) + ":";
-    std::string upper = words;
-    if (strUpper(upper).find(":OLD:") != upper.npos) {
+    if (strUpper(":" + std::string(value) + ":").find(":OLD:") != std::string::npos) {
         settings.intForm = settings.choiceForm = VF_I16;
         settings.listForm = settings.maskForm = VF_I32;
     }
@@ -77,8 +75,7 @@ bool takeCGeneration(M &settings, const ObeyedRow &, const char *value) {
 /* -DEFINITION-CATEGORY= and -MORLA=. With a prefix in front the category is one module's alone; that
    others of the run then hold large numbers with a sign does no harm. */
 bool takeMorla(M &settings, const ObeyedRow &, const char *value) {
-    std::string word(value);
-    strUpper(word);
+    const std::string word = strUpper(value);
     settings.entriesInHomes = word.find("MORLA-") != word.npos || word == "1" || word == "2";
     return true;
 }
@@ -132,9 +129,7 @@ bool storesName(const std::vector<StoredOption> &stored, std::string_view begin)
 
 /* Names may stand with "-" or with "_" in an option. */
 bool sameName(std::string_view a, std::string_view b) {
-    std::string first(a);
-    std::string second(b);
-    return convertHyphens(first) == convertHyphens(second);
+    return convertHyphens(std::string(a)) == convertHyphens(std::string(b));
 }
 
 /* "-ENTRY=Type:category:symbol"; the category as digits. */

@@ -61,8 +61,8 @@ bool takeLongOption(OptionReader &reader, std::string_view text) {
 /* "-BEO=tool=...": names in capitals as the tool expects them. */
 void upperToolOption(std::string &text) {
     constexpr std::string_view prefix = "-BEO=";
-    std::string tool = text.substr(prefix.size(), sizeof "VELMO=" - 1);
-    if (strUpper(tool) != "VELMO=")
+    const std::string tool = strUpper(text.substr(prefix.size(), sizeof "VELMO=" - 1));
+    if (tool != "VELMO=")
         return;
     const std::size_t end = text.find('=', prefix.size() + tool.size());
     for (std::size_t at = prefix.size(); at < std::min(end, text.size()); ++at)

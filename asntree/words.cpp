@@ -164,8 +164,7 @@ const char *takeAny(Words &words, std::string_view value) {
 }
 
 const char *takeEmbed(Words &words, std::string_view value) {
-    std::string place(value.substr(0, 2));
-    strUpper(place);
+    const std::string place = strUpper(std::string(value.substr(0, 2)));
     constexpr std::string_view letters = "TEDAP";
     if (value.size() < 3 || value[2] != ':' || letters.find(place[0]) == letters.npos ||
         (place[1] != '1' && place[1] != '2'))

@@ -43,6 +43,46 @@ bool needsBreak(const FileSlot &file, std::size_t len) {
            column + len > LINE_LENGTH;
 }
 
+std::size_t indentation(const FileSlot &file) {
+    return static_cast<std::size_t>(file.indent) * BLANKS_PER_LEVEL;
+}
+
+/* True if the piece that `pending` holds from `begin` on may stay as it is: it isn't empty, has no
+   line end but its last character, and goes on in the line that it was put into. */
+bool fitsLine(const FileSlot &file, std::size_t begin, bool noBreak) {
+    const Text &pending = file.pending;
+    const std::size_t end = std::min(pending.find('\n', begin), pending.size());
+    return begin < pending.size() && end + 1 >= pending.size() &&
+           (file.columns == 0 || noBreak || !needsBreak(file, end - begin));
+}
+
+/* A piece of several lines, or one that may have to begin a line of its own. */
+void writeLines(FileSlot *file, std::string_view text, bool noBreak) {
+    while (!text.empty()) {
+        std::size_t len = std::min(text.find('\n'), text.size());
+        std::size_t blanks = 0;
+        if (file->columns == 0) {
+            blanks = indentation(*file);
+        } else if (!noBreak && needsBreak(*file, len)) {
+            ++file->lines;
+            file->columns = 0;
+            file->pending += '\n';
+            for (; len > 0 && text.front() == ' '; --len)
+                text.remove_prefix(1);
+            blanks = indentation(*file) + BLANKS_PER_LEVEL;
+        }
+        if (len < text.size()) {
+            ++file->lines;
+            file->columns = 0;
+            ++len;
+        } else {
+            file->columns += static_cast<int>(blanks + len);
+        }
+        file->pending.append(blanks, ' ').append(text, 0, len);
+        text.remove_prefix(len);
+    }
+}
+
 void startStream(int slot, const Text &name) {
     FileSlot &file = fArr[slot];
     file.stream = fopenTextFile(file.directory.c_str(), name.c_str(), "w");
@@ -52,7 +92,7 @@ void startStream(int slot, const Text &name) {
 }
 
 Text &guardName(Text &dst, const char *prefix, Text name, const char *suffix) {
-    strUpper(convertHyphens(name));
+    name = strUpper(convertHyphens(name));
     for (char &c : name)
         if (!isSymbolChar(c))
             c = '_';
@@ -154,52 +194,39 @@ bool defineGuardForFile(Text &dst, const char *prefix, const char *name, const c
     return true;
 }
 
-void writeToF(int slot, std::string_view text, bool noBreak) {
+void writePiece(int slot, std::initializer_list<Part> parts, bool noBreak) {
     if (slot == 0)
         return;
     FileSlot &file = fArr[slot];
     if (file.stream == nullptr)
         fatalError(FATAL_INTERNAL, "Write to a file that is not open.");
-    if (file.indent < 0)
-        file.indent = 0;
-    if (file.columns < 0)
+    file.indent = std::max(file.indent, 0);
+    const std::size_t before = file.pending.size();
+    const std::size_t blanks = file.columns == 0 ? indentation(file) : 0;
+    file.pending.append(blanks, ' ');
+    for (const Part &part : parts)
+        file.pending += part.view();
+    if (!fitsLine(file, before + blanks, noBreak)) {
+        static Text piece; /* kept for its memory */
+        piece.assign(file.pending, before + blanks);
+        file.pending.resize(before);
+        writeLines(&file, piece, noBreak);
+    } else if (file.pending.back() == '\n') {
+        ++file.lines;
         file.columns = 0;
-    auto indentation = static_cast<std::size_t>(file.indent) * BLANKS_PER_LEVEL;
-    while (!text.empty()) {
-        std::size_t len = std::min(text.find('\n'), text.size());
-        std::size_t blanks = 0;
-        if (file.columns == 0) {
-            blanks = indentation;
-        } else if (!noBreak && needsBreak(file, len)) {
-            ++file.lines;
-            file.columns = 0;
-            file.pending += '\n';
-            for (; len > 0 && text.front() == ' '; --len)
-                text.remove_prefix(1);
-            blanks = indentation + BLANKS_PER_LEVEL;
-        }
-        if (len < text.size()) {
-            ++file.lines;
-            file.columns = 0;
-            ++len;
-        } else {
-            file.columns += static_cast<int>(blanks + len);
-        }
-        file.pending.append(blanks, ' ').append(text, 0, len);
-        text.remove_prefix(len);
+    } else {
+        file.columns += static_cast<int>(file.pending.size() - before);
     }
     if (file.pending.size() >= BLOCK_SIZE && !writePending(&file))
         writeFailed(slot);
 }
 
 void wToF(int slot, const char *text) {
-    if (text != nullptr)
-        writeToF(slot, text, false);
+    writePiece(slot, {text}, false);
 }
 
 void putToF(int slot, const char *text) {
-    if (text != nullptr)
-        writeToF(slot, text, true);
+    writePiece(slot, {text}, true);
 }
 
 void printfToF(int slot, const char *format, ...) {
@@ -209,7 +236,7 @@ void printfToF(int slot, const char *format, ...) {
     text.clear();
     std::va_list arguments;
     va_start(arguments, format);
-    wToF(slot, appendFormatV(text, format, arguments));
+    putF(slot, appendFormatV(text, format, arguments));
     va_end(arguments);
 }
 

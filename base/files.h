@@ -51,12 +51,20 @@ bool dirOfF(Text &dst, const char *prefix, int slot, const char *suffix);
 bool defineGuardOfF(Text &dst, const char *prefix, int slot, const char *suffix);
 bool defineGuardForFile(Text &dst, const char *prefix, const char *name, const char *suffix);
 
-/* The writer that all others end in. With `noBreak` the line isn't ended before the text. A failing
-   write is fatal error 7. Null text writes nothing. */
-void writeToF(int slot, std::string_view text, bool noBreak);
+/* The writer that all others end in. With `noBreak` the line isn't ended before the piece. A
+   failing write is fatal error 7. */
+void writePiece(int slot, std::initializer_list<Part> parts, bool noBreak);
+/* Writes the parts as one piece: putF(file, "e_Tag", narrow ? "8" : "", "Len ("). */
+template <typename... Parts> void putF(int slot, const Parts &...parts) {
+    writePiece(slot, {Part(parts)...}, false);
+}
+/* The same, but a line isn't ended before the piece. */
+template <typename... Parts> void putUnbroken(int slot, const Parts &...parts) {
+    writePiece(slot, {Part(parts)...}, true);
+}
 void wToF(int slot, const char *text);
 inline void wToF(int slot, const Text &text) {
-    writeToF(slot, text, false);
+    writePiece(slot, {text}, false);
 }
 void putToF(int slot, const char *text);
 void printfToF(int slot, const char *format, ...) PRINTF_LIKE(2, 3);

@@ -35,6 +35,16 @@ PRINTF_LIKE(2, 0) Text &appendPrinted(Text &text, const char *format, std::va_li
 
 } // namespace
 
+Text &appendParts(Text &text, std::initializer_list<Part> parts) {
+    std::size_t length = text.size();
+    for (const Part &part : parts)
+        length += part.view().size();
+    text.reserve(length);
+    for (const Part &part : parts)
+        text += part.view();
+    return text;
+}
+
 bool isAsciiUpper(char c) {
     return c >= 'A' && c <= 'Z';
 }
@@ -54,17 +64,17 @@ bool isSymbolChar(char c) {
     return isAsciiAlnum(c) || c == '-' || c == '_';
 }
 
-Text &convertHyphens(Text &text) {
+Text convertHyphens(Text text) {
     std::replace(text.begin(), text.end(), '-', '_');
     return text;
 }
 
-Text &convertUnderscores(Text &text) {
+Text convertUnderscores(Text text) {
     std::replace(text.begin(), text.end(), '_', '-');
     return text;
 }
 
-Text &strUpper(Text &text) {
+Text strUpper(Text text) {
     for (char &c : text)
         c = static_cast<char>(upper(c));
     return text;

@@ -42,23 +42,16 @@ const Text &formatToolCopyright() {
     return notice;
 }
 
-Text &printVersionStri(Text &dst, const char *prefix, int version, int patchLevel,
-                       const char *suffix) {
-    if (patchLevel < 1)
-        dst = formatText("%s%d.%02d%s", orEmpty(prefix), version / 100, version % 100,
-                         orEmpty(suffix));
-    else
-        dst = formatText("%s%d.%02d.%d%s", orEmpty(prefix), version / 100, version % 100,
-                         patchLevel, orEmpty(suffix));
-    return dst;
+Text printVersionStri(int version, int patchLevel) {
+    const Text text = formatText("%d.%02d", version / 100, version % 100);
+    return patchLevel < 1 ? text : concat(text, ".", patchLevel);
 }
 
 void printVersionInfo(int treeVersion) {
-    Text tool, tree;
-    printVersionStri(tool, "", backendVersion, backendPatchLevel, "");
-    printVersionStri(tree, "", treeVersion, -1, "\n");
-    std::printf("\n%s version %s for KETRA version%s ", backendName.c_str(), tool.c_str(), "");
-    std::printf("%s%s\n", tree.c_str(), formatToolCopyright().c_str());
+    const Text tool = printVersionStri(backendVersion, backendPatchLevel);
+    const Text tree = printVersionStri(treeVersion, -1);
+    std::printf("\n%s version %s for KETRA version ", backendName.c_str(), tool.c_str());
+    std::printf("%s\n%s\n", tree.c_str(), formatToolCopyright().c_str());
     checkStandardOutput();
 }
 

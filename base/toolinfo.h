@@ -13,9 +13,8 @@ extern const char *copyrightNotice; /* Latin-1; null counts as empty */
 extern int backendVerbosity;
 void setBackendVerbosity(int level);
 
-/* "%s%d.%02d%s", or "%s%d.%02d.%d%s" if `patchLevel` is at least 1. */
-Text &printVersionStri(Text &dst, const char *prefix, int version, int patchLevel,
-                       const char *suffix);
+/* "4.07", or "4.07.1" if `patchLevel` is at least 1. */
+Text printVersionStri(int version, int patchLevel);
 
 /* The copyright notice as it is printed: a line for each sentence, "(c)" for the sign. */
 const Text &formatToolCopyright();

@@ -105,8 +105,7 @@ namespace {
 Text &tagStri(Text &dst, const char *prefix, const AsnTag *tag, bool constructed, bool narrow,
               const char *postfix) {
     const char *width = narrow && getTagNumber(tag) < FIRST_WIDE_TAG ? "8" : "";
-    Text tagClass;
-    getTagClassStri(tagClass, nullptr, tag, width);
+    const Text tagClass = concat(getTagClassStri(tag), width);
     dst = formatText("%sTAG%s(%s, TAG_%s%s, %d)%s", orEmpty(prefix), width, tagClass.c_str(),
                      constructed ? "STR" : "PRI", width, getTagNumber(tag), orEmpty(postfix));
     return dst;

@@ -78,9 +78,9 @@ void checkOk(Check &check) {
 
 void printNumber(int file, const char *prefix, AsnValue *value, const char *suffix) {
     if (getValueMainType(value) == TYP_REAL)
-        printDoubleRealValueToF(file, prefix, value, suffix);
+        putF(file, prefix, doubleRealValueStri(value), suffix);
     else
-        printIntegerValueToF(file, prefix, value, suffix);
+        putF(file, prefix, integerValueStri(value), suffix);
 }
 
 void simpleValueRangeConstr(Check &check, AsnType *type, AsnValue *low, bool lowClosed,
@@ -304,7 +304,7 @@ void singleValueConstr(Check &check, AsnType *type, AsnValue *value) {
     if (inForm && kind == TYP_BOOLEAN) {
         assignOk(check);
         wToF(check.file, cHome(text, "(", false, type, nullptr, " =="));
-        printBooleanValueToF(check.file, " ", value, ");\n");
+        putF(check.file, " ", booleanValueStri(value), ");\n");
     } else if (inForm && isText8Kind(kind)) {
         assignOk(check);
         const char *call = cIsDynamicString(type) ? "(strcmp ((char *)" : "(strcmp (";

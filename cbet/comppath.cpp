@@ -46,7 +46,7 @@ Text pathElement(AsnType *comp) {
     case TCS_MULTIPLE:
         return formatText("elem [n%d]", cVarCount(VAR_N));
     case TCS_HEADER:
-        return getDefTypeId(text, nullptr, comp, nullptr);
+        return getDefTypeId(comp);
     default:
         fatalError(FATAL_INTERNAL, "Unable to construct a type name path.");
     }

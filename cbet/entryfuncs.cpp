@@ -99,8 +99,7 @@ void homeArgument(int file, AsnType *type, const char *end) {
 /* dMsg (ASNG_F(asncodg) home); */
 void cCallSeprNormFuncFromEntryFunc(AsnType *type, TypeFuncRun &run) {
     cDeclareForeignFunction(type, run);
-    Text text;
-    wToF(run.outFile, getDefBaseTypeId(text, run.funcPrefix.c_str(), type, " ("));
+    putF(run.outFile, run.funcPrefix, getDefBaseTypeId(type), " (");
     printfToF(run.outFile, "ASNG_F(%s) ", cGetGName(run.info.gIndex));
     homeArgument(run.outFile, type, ");\n");
 }

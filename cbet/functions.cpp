@@ -52,7 +52,7 @@ Text contextArgument(GIndex gIndex) {
 void writeHead(int file, bool isProto, const char *prefix, const Text &name, const Text &context,
                const Text &parameter) {
     printfToF(file, "%svoid %s%s (", isProto ? "extern " : "", prefix, name.c_str());
-    taviAddItem(isProto ? ITEM_EXTERN : ITEM_FUNCTION, file, {prefix, name.c_str(), "()"});
+    taviAddItem(isProto ? ITEM_EXTERN : ITEM_FUNCTION, file, {prefix, name, "()"});
     wToF(file, context);
     wToF(file, parameter);
 }
@@ -75,8 +75,7 @@ void writeProto(int file, const char *prefix, const Text &name, GIndex gIndex, A
    Msg *home; */
 void writeDef(int file, const char *prefix, GIndex gIndex, AsnType *type,
               const Parameter &parameter) {
-    Text name;
-    getDefTypeId(name, nullptr, type, nullptr);
+    Text name = getDefTypeId(type);
     resetIndentLevel(file);
     if (isAnsiC(type)) {
         writeHead(file, false, prefix, name, contextParameter(gIndex), parameter.text());
@@ -100,14 +99,13 @@ const char *cGetGName(GIndex gIndex) {
 }
 
 void cFunctionProto(int file, const char *prefix, GIndex gIndex, AsnType *type) {
-    Text name;
-    getDefTypeId(name, nullptr, type, nullptr);
+    Text name = getDefTypeId(type);
     writeProto(file, prefix, name, gIndex, type, homeParameter(type).text());
 }
 
 void cBaseFunctionProto(int file, const char *prefix, GIndex gIndex, AsnType *type) {
-    Text name, parameter;
-    getDefBaseTypeId(name, nullptr, type, nullptr);
+    Text parameter;
+    Text name = getDefBaseTypeId(type);
     writeProto(file, prefix, name, gIndex, type,
                cDefBaseTypeName(parameter, nullptr, type, " *home"));
 }
@@ -118,15 +116,14 @@ void cFunctionDef(int file, const char *prefix, GIndex gIndex, AsnType *type) {
 
 void cFunctionRef(int file, const char *prefix, GIndex gIndex, AsnType *type) {
     Text text;
-    wToF(file, getDefBaseTypeId(text, prefix, type, " ("));
+    putF(file, prefix, getDefBaseTypeId(type), " (");
     wToF(file, contextArgument(gIndex));
     wToF(file, cHome(text, " ", true, type, nullptr, nullptr));
     wToF(file, ");\n");
 }
 
 void cEntryFunctionProto(int file, const char *prefix, GIndex gIndex, AsnType *type) {
-    Text name;
-    getDefTypeId(name, nullptr, type, nullptr);
+    Text name = getDefTypeId(type);
     writeProto(file, prefix, name, gIndex, type, entryParameter(type).text());
 }
 

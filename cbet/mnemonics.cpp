@@ -22,7 +22,7 @@ bool isNamedNumberOf(AsnType *type, AsnValue *value) {
 
 void baseName(Text &dst, AsnType *type, const char *postfix) {
     if (type != nullptr && type->baseId.id != nullptr)
-        printFixRec(dst, nullptr, &type->baseId, postfix);
+        dst = concat(printFixRec(type->baseId), postfix);
     else
         dst = orEmpty(postfix);
 }
@@ -45,12 +45,11 @@ Text &cNamedNumberMnemonic(Text &dst, const char *prefix, AsnType *type, AsnValu
         fatalError(FATAL_INTERNAL, "CBET: Invalid value for a #define for a named number/bit.");
     Text typeId;
     cTypeId(typeId, "_", type, postfix);
-    return getValueId(dst, prefix, value, typeId.c_str());
+    return dst = concat(prefix, getValueId(value), typeId);
 }
 
 Text &cDefineForNamedNumber(Text &dst, AsnType *type, AsnValue *value) {
-    Text number;
-    integerValueStri(number, " ", value, "\n");
+    const Text number = " " + integerValueStri(value) + "\n";
     return cNamedNumberMnemonic(dst, "#define ", type, value, number.c_str());
 }
 
@@ -61,7 +60,7 @@ Text &cComponentIndexMnemonic(Text &dst, const char *prefix, AsnType *comp, cons
     Text owner;
     AsnType *father = getFatherOfTypeComp(comp);
     if (!isTypeExtensionmarker(comp)) {
-        getTypeCompId(name, prefix, comp, "_");
+        name = concat(prefix, getTypeCompId(comp), "_");
         baseName(owner, cDefinedAncestor(comp), postfix);
     } else {
         name = Text(orEmpty(prefix)) + "extensionmarker_";
@@ -74,8 +73,8 @@ Text &cComponentIndexMnemonic(Text &dst, const char *prefix, AsnType *comp, cons
 }
 
 Text &cComponentPathMnemonic(Text &dst, const char *prefix, AsnType *comp, const char *postfix) {
-    Text name, owner;
-    getTypeCompId(name, prefix, comp, "_");
+    Text owner;
+    const Text name = concat(prefix, getTypeCompId(comp), "_");
     return dst = name + cTypeId(owner, nullptr, getFatherOfTypeComp(comp), postfix);
 }
 

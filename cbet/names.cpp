@@ -30,8 +30,7 @@ bool hasName(const FixRec &fix) {
 }
 
 void appendName(Text &dst, const FixRec &fix, const char *suffix) {
-    Text name;
-    dst += printFixRec(name, nullptr, &fix, suffix);
+    dst += concat(printFixRec(fix), suffix);
 }
 
 Text &between(Text &dst, const char *prefix, const char *text, const char *postfix) {
@@ -47,7 +46,7 @@ Text &loneBetween(Text &dst, const char *prefix, const Text &name, AsnType *type
 Text &baseName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
     Text name = NAMELESS_TYPE;
     if (hasName(type->baseId))
-        printFixRec(name, nullptr, &type->baseId, nullptr);
+        name = printFixRec(type->baseId);
     return loneBetween(dst, prefix, name, type, postfix);
 }
 
@@ -213,26 +212,22 @@ Text &cTypeIdForTypeCompDef(Text &dst, const char *prefix, AsnType *type, const 
 }
 
 Text &cModulePrefix(Text &dst, const char *prefix, AsnModule *module, const char *postfix) {
-    Text name;
-    convertHyphens(getModulePrefix(name, nullptr, module, nullptr));
+    Text name = convertHyphens(getModulePrefix(module));
     if (!name.empty() && isAsciiDigit(name.front()))
         name.insert(0, 1, '_');
-    return joinTexts(dst, prefix, name.c_str(), postfix);
+    return dst = concat(prefix, name, postfix);
 }
 
 Text &cDefTypeName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    Text name;
-    return loneBetween(dst, prefix, getDefTypeId(name, nullptr, type, nullptr), type, postfix);
+    return loneBetween(dst, prefix, getDefTypeId(type), type, postfix);
 }
 
 Text &cDefBaseTypeName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    Text name;
-    return loneBetween(dst, prefix, getDefBaseTypeId(name, nullptr, type, nullptr), type, postfix);
+    return loneBetween(dst, prefix, getDefBaseTypeId(type), type, postfix);
 }
 
 Text &cMemberName(Text &dst, const char *prefix, AsnType *comp, const char *postfix) {
-    Text name;
-    return loneBetween(dst, prefix, getTypeCompId(name, nullptr, comp, nullptr), comp, postfix);
+    return loneBetween(dst, prefix, getTypeCompId(comp), comp, postfix);
 }
 
 Text &cASN1VariableName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
@@ -241,9 +236,9 @@ Text &cASN1VariableName(Text &dst, const char *prefix, AsnType *type, const char
     if (isTypeExtensionmarker(type))
         name = "extensionmarker";
     else if (isSynonymType(type) && options->optVars != 0)
-        getBaseTypeRef(name, nullptr, type, nullptr);
+        name = getBaseTypeRef(type);
     else
-        getTypeRef(name, nullptr, type, nullptr);
+        name = getTypeRef(type);
     std::replace(name.begin(), name.end(), ' ', '_'); /* a builtin type may have two words */
     if (isDefinedType(type) && !name.empty() && name[0] >= 'A' && name[0] <= 'Z')
         name[0] = static_cast<char>(name[0] - 'A' + 'a');

@@ -14,8 +14,7 @@
 
 void cSayAtType(AsnType *type, const char *text) {
     static std::set<Text> said;
-    Text path;
-    getModuleFilePath(path, nullptr, getModuleOfType(type), nullptr);
+    const Text path = getModuleFilePath(getModuleOfType(type));
     const Text line = formatText("%s:%d: %s\n", path.c_str(), getTypeDefinitionLine(type), text);
     if (said.insert(line).second)
         std::fputs(line.c_str(), stderr);
@@ -54,22 +53,19 @@ void popLength(int file, std::size_t length) {
 Text compPathName(AsnType *comp) {
     bool inUnion =
         getTypeCompStatus(comp) == TCS_CHOICE && !testTypeOption(comp, OPT_COMPS_AS_POINTERS);
-    Text name;
-    return getTypeCompId(name, inUnion ? "i1." : nullptr, comp, nullptr);
+    return concat(inUnion ? "i1." : nullptr, getTypeCompId(comp));
 }
 
 } // namespace
 
 void cPushEntryPath(int file, AsnType *type) {
-    Text name;
     if (tracksPath(type))
-        pushName(file, getDefTypeId(name, nullptr, type, nullptr));
+        pushName(file, getDefTypeId(type));
 }
 
 void cPopEntryPath(int file, AsnType *type) {
-    Text name;
     if (tracksPath(type))
-        popLength(file, getDefTypeId(name, nullptr, type, nullptr).size() + 1);
+        popLength(file, getDefTypeId(type).size() + 1);
 }
 
 void cPushPath(int file, AsnType *comp) {

@@ -67,18 +67,16 @@ bool answerQuestion(int argc, char **argv) {
 void printProgInfo(AsnModule *module) {
     if (getMetaVerbosity(module) == VERBOSITY_QUIET)
         return;
-    Text banner, part;
-    banner = Text("\n") + backendName + " ";
-    banner += printVersionStri(part, "Version ", backendVersion, backendPatchLevel, "");
-    banner += printVersionStri(part, " for KETRA Version ", TREE_VERSION, -1, "\n");
+    Text banner = Text("\n") + backendName + " ";
+    banner += "Version " + printVersionStri(backendVersion, backendPatchLevel);
+    banner += " for KETRA Version " + printVersionStri(TREE_VERSION, -1) + "\n";
     banner += formatToolCopyright() + "\n";
     std::printf("%s\n", banner.c_str());
 }
 
 /* Each pass over a module begins with a word to the user and with nodes that nobody has marked. */
 void beginPass(AsnModule *module, const char *what) {
-    Text message;
-    getModuleRef(message, what, module, nullptr);
+    const Text message = concat(what, getModuleRef(module));
     verboseMsg(module, VERBOSITY_VERBOSE, message.c_str());
     resetStamps();
 }

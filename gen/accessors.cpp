@@ -23,26 +23,26 @@ constexpr int LAST_COLUMN = 78;
 
 void genIntro(AsnType *type) {
     Text id;
-    printfToF(fiDef, "\n/* accessors for %s */\n\n", cTypeId(id, nullptr, type, nullptr).c_str());
+    putF(fiDef, "\n/* accessors for ", cTypeId(id, nullptr, type, nullptr), " */\n\n");
 }
 
 /* #define is_b_Msg(home) \ */
 void genCompMacroPrefix(AsnType *father, AsnType *comp, const char *word) {
     Text id;
     cTypeId(id, nullptr, father, nullptr);
-    printfToF(fiDef, "#define %s_%s_%s(home) \\\n", word, getMetaCompId(comp), id.c_str());
-    taviAddItem(ITEM_MACRO, fiDef, {word, "_", getMetaCompId(comp), "_", id.c_str()});
+    putF(fiDef, "#define ", word, "_", getMetaCompId(comp), "_", id, "(home) \\\n");
+    taviAddItem(ITEM_MACRO, fiDef, {word, "_", getMetaCompId(comp), "_", id});
     ++fArr[fiDef].indent;
 }
 
 void genMacroPostfix() {
     --fArr[fiDef].indent;
-    wToF(fiDef, "\n");
+    putF(fiDef, "\n");
 }
 
 void genMacro(AsnType *father, AsnType *comp, const char *word, const Text &body) {
     genCompMacroPrefix(father, comp, word);
-    wToF(fiDef, body);
+    putF(fiDef, body);
     genMacroPostfix();
 }
 
@@ -90,7 +90,7 @@ void genAltMacro(AsnType *father, AsnType *comp, Alternatives alternatives) {
 /* Macro groups of one type are set apart by an empty line. */
 void genGroupSeparator(bool *first) {
     if (!*first)
-        wToF(fiDef, "\n");
+        putF(fiDef, "\n");
     *first = false;
 }
 
@@ -133,20 +133,20 @@ Text homeMember(AsnType *elem) {
 void genElemMacro(AsnType *father, AsnType *elem) {
     Text id;
     cTypeId(id, nullptr, father, nullptr);
-    printfToF(fiDef, "#define item_%s(elem) \\\n", id.c_str());
-    taviAddItem(ITEM_DEFINE, fiDef, {"item_", id.c_str()});
+    putF(fiDef, "#define item_", id, "(elem) \\\n");
+    taviAddItem(ITEM_DEFINE, fiDef, {"item_", id});
     ++fArr[fiDef].indent;
     const bool isPointer = cIsPtrAsnHomeMember(elem);
     const Text member = "((elem)->val." + homeMember(elem) + ")";
     if (isPointer) {
-        printfToF(fiDef, "((%s *)", getMetaBaseTypeId(elem));
+        putF(fiDef, "((", getMetaBaseTypeId(elem), " *)");
         const int end = columnsInF(fiDef) + static_cast<int>(member.size());
         if (columnsInF(fiDef) > LAST_CAST_COLUMN || end > LAST_COLUMN)
-            wToF(fiDef, " \\\n");
+            putF(fiDef, " \\\n");
     }
-    wToF(fiDef, member);
+    putF(fiDef, member);
     if (isPointer)
-        wToF(fiDef, ")");
+        putF(fiDef, ")");
     genMacroPostfix();
 }
 

@@ -32,16 +32,15 @@ bool isOpenOrChoice(AsnType *type) {
 
 /* ask_BegComp ("id", TCS_MANDATORY, TYP_INTEGER) */
 void askBegComp(int file, AsnType *type, const char *postfix) {
-    Text text;
     wToF(file, "ask_BegComp (");
     tstCompId(file, nullptr, type, nullptr);
     wToF(file, ", ");
-    wToF(file, getTypeCompStatusStri(text, nullptr, type, nullptr));
+    putF(file, getTypeCompStatusStri(type));
     wToF(file, ", ");
     if (isSkipped(type))
         wToF(file, "TYP_NULL");
     else
-        wToF(file, getTypeMainTypeStri(text, nullptr, type, nullptr));
+        putF(file, getTypeMainTypeStri(type));
     wToF(file, ")");
     wToF(file, postfix);
 }

@@ -26,27 +26,25 @@ char upperFirstChar(char c) {
 void genPresenceTest(AsnObjClass *objClass, AsnObjClassField *field, int number) {
     constexpr int WORD_BITS = 32;
     if (!isOptionalField(field)) {
-        putToF(fiDef, "TRUE\n");
+        putUnbroken(fiDef, "TRUE\n");
         return;
     }
     ++fArr[fiDef].indent;
-    putToF(fiDef, "\\\n((obj)->compmask");
+    putUnbroken(fiDef, "\\\n((obj)->compmask");
     if (getClassCompmaskWords(objClass) > 1) {
-        putToF(fiDef, formatText(" [%d]", number / WORD_BITS).c_str());
+        putUnbroken(fiDef, " [", number / WORD_BITS, "]");
         number %= WORD_BITS;
     }
-    putToF(fiDef, formatText(" & %s(%d))\n", getClassCompmaskBit(objClass), number).c_str());
+    putUnbroken(fiDef, " & ", getClassCompmaskBit(objClass), "(", number, "))\n");
     --fArr[fiDef].indent;
 }
 
 void genFieldDefines(AsnObjClass *objClass, AsnObjClassField *field, int number) {
-    Text id;
-    getObjClassFieldId(id, nullptr, field, "_");
-    id += getMetaClassId(objClass);
-    printfToF(fiDef, "\n#define %s %d", id.c_str(), number);
-    taviAddItem(ITEM_DEFINE, fiDef, {id.c_str()});
-    printfToF(fiDef, "\n#define is_%s(obj) ", id.c_str());
-    taviAddItem(ITEM_MACRO, fiDef, {"is_", id.c_str(), "()"});
+    const Text id = getObjClassFieldId(field) + "_" + getMetaClassId(objClass);
+    putF(fiDef, "\n#define ", id, " ", number);
+    taviAddItem(ITEM_DEFINE, fiDef, {id});
+    putF(fiDef, "\n#define is_", id, "(obj) ");
+    taviAddItem(ITEM_MACRO, fiDef, {"is_", id, "()"});
     genPresenceTest(objClass, field, number);
 }
 
@@ -55,7 +53,7 @@ void genFieldDefines(AsnObjClass *objClass, AsnObjClassField *field, int number)
 void genClassDefines(AsnObjClass *objClass) {
     if (testObjClassOption(objClass, OPT_SKIPPED) || isPredefinedObjClass(objClass))
         return;
-    printfToF(fiDef, "\n/* fields of %s */\n", getMetaClassId(objClass));
+    putF(fiDef, "\n/* fields of ", getMetaClassId(objClass), " */\n");
     forEachObjClassField(objClass, genFieldDefines);
 }
 
@@ -66,52 +64,51 @@ void genObjectDefines(AsnObject *object, int row) {
     Text prefix;
     cModulePrefix(prefix, nullptr, module, nullptr);
     const char *classId = getMetaObjectTableId(object);
-    const char *objectId = getMetaObjectId(object);
+    const Text objectId = getMetaObjectId(object);
     const long nr = row;
     if (nr == 0)
-        printfToF(fiDef, "\n/* objects in %s%s */\n\n", prefix.c_str(), classId);
-    if (*objectId == '\0') {
-        printfToF(fiDef, "/* <nameless> %ld */\n", nr);
+        putF(fiDef, "\n/* objects in ", prefix, classId, " */\n\n");
+    if (objectId.empty()) {
+        putF(fiDef, "/* <nameless> ", nr, " */\n");
         return;
     }
     /* #define mlogin 0
        #define login (mOPERATION + 0) */
-    printfToF(fiDef, "#define %s%s %ld\n", prefix.c_str(), objectId, nr);
-    taviAddItem(ITEM_DEFINE, fiDef, {prefix.c_str(), objectId});
+    putF(fiDef, "#define ", prefix, objectId, " ", nr, "\n");
+    taviAddItem(ITEM_DEFINE, fiDef, {prefix, objectId});
     const Text name = cLoneName(objectId, module);
-    printfToF(fiDef, "#define %s (%s%s + %ld)\n", name.c_str(), prefix.c_str(), classId, nr);
-    taviAddItem(ITEM_DEFINE, fiDef, {name.c_str()});
+    putF(fiDef, "#define ", name, " (", prefix, classId, " + ", nr, ")\n");
+    taviAddItem(ITEM_DEFINE, fiDef, {name});
 }
 
 void genObjectTableDefines(AsnModule *module, AsnObjClass *objClass, int count) {
     if (getMetaClassAccessRoutines(objClass) != ACCESS_MACROS)
         return;
-    Text table, walked;
+    Text table;
     cModulePrefix(table, nullptr, module, tableClassId(objClass));
-    walked = table + "Obj";
+    Text walked = table + "Obj";
     walked[0] = upperFirstChar(walked[0]);
-    printfToF(fiDef, "\n/* iterators for %s table */\n\n", table.c_str());
+    putF(fiDef, "\n/* iterators for ", table, " table */\n\n");
     if (needsTableMacros(module)) {
-        printfToF(fiDef, "#define %s_cnt %d\n", table.c_str(), count);
-        taviAddItem(ITEM_DEFINE, fiDef, {table.c_str(), "_cnt"});
+        putF(fiDef, "#define ", table, "_cnt ", count, "\n");
+        taviAddItem(ITEM_DEFINE, fiDef, {table, "_cnt"});
     }
-    printfToF(fiDef, "#define first%s() (%s)\n", walked.c_str(), table.c_str());
-    taviAddItem(ITEM_MACRO, fiDef, {"first", walked.c_str(), "()"});
-    printfToF(fiDef, "#define next%s(iter) \\\n", walked.c_str());
-    taviAddItem(ITEM_MACRO, fiDef, {"next", walked.c_str(), "()"});
+    putF(fiDef, "#define first", walked, "() (", table, ")\n");
+    taviAddItem(ITEM_MACRO, fiDef, {"first", walked, "()"});
+    putF(fiDef, "#define next", walked, "(iter) \\\n");
+    taviAddItem(ITEM_MACRO, fiDef, {"next", walked, "()"});
     ++fArr[fiDef].indent;
-    printfToF(fiDef, "((iter) < %s + %d ? (iter) + 1 : NULL)\n", table.c_str(), count - 1);
+    putF(fiDef, "((iter) < ", table, " + ", count - 1, " ? (iter) + 1 : NULL)\n");
     --fArr[fiDef].indent;
 }
 
 void genObjectSetTableDefines(AsnObjectSet *objectSet) {
-    Text set;
-    getDefObjectSetId(set, nullptr, objectSet, nullptr);
+    const Text set = getDefObjectSetId(objectSet);
     Text table;
     cModulePrefix(table, nullptr, getModuleOfObjectSet(objectSet), set.c_str());
-    printfToF(fiDef, "\n/* iterators for %s table */\n\n", set.c_str());
-    printfToF(fiDef, "#define first%sObj() (%s)\n", set.c_str(), table.c_str());
-    taviAddItem(ITEM_MACRO, fiDef, {"first", set.c_str(), "Obj()"});
-    printfToF(fiDef, "#define next%sObj(iter) ((iter) + 1)\n", set.c_str());
-    taviAddItem(ITEM_MACRO, fiDef, {"next", set.c_str(), "Obj()"});
+    putF(fiDef, "\n/* iterators for ", set, " table */\n\n");
+    putF(fiDef, "#define first", set, "Obj() (", table, ")\n");
+    taviAddItem(ITEM_MACRO, fiDef, {"first", set, "Obj()"});
+    putF(fiDef, "#define next", set, "Obj(iter) ((iter) + 1)\n");
+    taviAddItem(ITEM_MACRO, fiDef, {"next", set, "Obj()"});
 }

@@ -26,8 +26,7 @@
 namespace {
 
 Text fieldId(AsnObjClassField *field) {
-    Text id;
-    return getObjClassFieldId(id, nullptr, field, nullptr);
+    return getObjClassFieldId(field);
 }
 
 /* The member would hide the type that `type`, or something inside it, is declared by. */
@@ -93,7 +92,7 @@ void genReferredTypeField(AsnObjClassField *field, AsnType *type, Alternatives a
         renewBETypeInfo(type);
         taviUseClassNode(getObjClassOfField(field));
         pushPath();
-        addElemToPath(getMetaClassId(getObjClassOfField(field)));
+        addElemToPath(getMetaClassId(getObjClassOfField(field)).c_str());
         if (isOwn)
             genReferredTypes(type, run);
         genDefines(type, alternatives);
@@ -141,11 +140,10 @@ using FieldStructs = std::unordered_set<Text>;
 void genSkippedField(AsnObjClassField *field, const char *note) {
     const bool noted = *note != '\0';
     if (omitsSkippedFields(getObjClassOfField(field)))
-        printfToF(fiTyp, "/* SKIPPED %s%s%s */\n", fieldName(field).c_str(), noted ? " " : "",
-                  note);
+        putF(fiTyp, "/* SKIPPED ", fieldName(field), noted ? " " : "", note, " */\n");
     else
-        printfToF(fiTyp, "SKIPPED %s;%s%s%s\n", fieldName(field).c_str(), noted ? " /* " : "", note,
-                  noted ? " */" : "");
+        putF(fiTyp, "SKIPPED ", fieldName(field), ";", noted ? " /* " : "", note,
+             noted ? " */" : "", "\n");
 }
 
 constexpr const char *GOVERNOR_SKIPPED = "GOVERNOR SKIPPED";
@@ -154,10 +152,9 @@ constexpr const char *GOVERNOR_SKIPPED = "GOVERNOR SKIPPED";
    member of a union only. */
 void genClassFieldChoiceTypedefContents(AsnObjClassField *field, AsnType *type,
                                         FieldStructs &structs) {
-    Text classId;
-    getDefObjClassId(classId, nullptr, getObjClassOfField(field), nullptr);
-    printfToF(fiTyp, "struct t_%s_%s ", fieldId(field).c_str(), classId.c_str());
-    wToF(fiTyp, "{\n");
+    const Text classId = getDefObjClassId(getObjClassOfField(field));
+    putF(fiTyp, "struct t_", fieldId(field), "_", classId, " ");
+    putF(fiTyp, "{\n");
     ++fArr[fiTyp].indent;
     genControlMember(type);
     ShapePlace place{getObjClassOfField(field), field, &structs};
@@ -165,13 +162,13 @@ void genClassFieldChoiceTypedefContents(AsnObjClassField *field, AsnType *type,
         genNonLeafContents(father, son, place);
     });
     --fArr[fiTyp].indent;
-    wToF(fiTyp, "}");
+    putF(fiTyp, "}");
 }
 
 /* The governor's name, or the whole type where it has none. */
 void genGovernorType(AsnObjClassField *field, AsnType *type, FieldStructs &structs) {
     if (cIsDefinedBaseType(type)) {
-        wToF(fiTyp, getMetaTypeName(type));
+        putF(fiTyp, getMetaTypeName(type));
         return;
     }
     cUpdateBuiltinTypeFieldType(type, field);
@@ -187,7 +184,7 @@ void genFixedTypeValueField(AsnObjClassField *field, AsnType *type, FieldStructs
         genClassFieldChoiceTypedefContents(field, type, structs);
     else
         genGovernorType(field, type, structs);
-    printfToF(fiTyp, " %s;\n", fieldName(field).c_str());
+    putF(fiTyp, " ", fieldName(field), ";\n");
 }
 
 /* struct {
@@ -207,17 +204,17 @@ void genFixedTypeValueSetField(AsnObjClassField *field, AsnType *type, FieldStru
     if (!separate)
         pointer = "";
     if (counted) {
-        wToF(fiTyp, "struct {\n");
+        putF(fiTyp, "struct {\n");
         ++fArr[fiTyp].indent;
-        wToF(fiTyp, "uint16 n;\n");
+        putF(fiTyp, "uint16 n;\n");
     }
     genGovernorType(field, type, structs);
     if (counted) {
-        printfToF(fiTyp, "%s elem%s;\n", pointer, array);
+        putF(fiTyp, pointer, " elem", array, ";\n");
         --fArr[fiTyp].indent;
-        printfToF(fiTyp, "} %s;\n", fieldName(field).c_str());
+        putF(fiTyp, "} ", fieldName(field), ";\n");
     } else {
-        printfToF(fiTyp, "%s %s%s;\n", pointer, fieldName(field).c_str(), array);
+        putF(fiTyp, pointer, " ", fieldName(field), array, ";\n");
     }
 }
 
@@ -233,8 +230,7 @@ void genObjectField(AsnObjClassField *field, AsnObjClass *governor) {
     if (isSkippedClass(governor))
         genSkippedField(field, GOVERNOR_SKIPPED);
     else
-        printfToF(fiTyp, "%s%s* %s;\n", classRef(governor).c_str(), nearText(field),
-                  fieldName(field).c_str());
+        putF(fiTyp, classRef(governor), nearText(field), "* ", fieldName(field), ";\n");
 }
 
 /* ERROR* const* errors; or ERROR* errors [MAX_ASN_SET_ELEMS + 1]; */
@@ -246,8 +242,8 @@ void genObjectSetField(AsnObjClassField *field, AsnObjClass *governor) {
     const bool separate =
         getGlobalOptions(getModuleOfObjClass(getObjClassOfField(field)))->tabO != 0;
     const char *pointer = testObjClassFieldOption(field, OPT_NEAR) ? " near* const" : "* const";
-    printfToF(fiTyp, "%s%s* %s%s;\n", classRef(governor).c_str(), separate ? pointer : "",
-              fieldName(field).c_str(), separate ? "" : " [MAX_ASN_SET_ELEMS + 1]");
+    putF(fiTyp, classRef(governor), separate ? pointer : "", "* ", fieldName(field),
+         separate ? "" : " [MAX_ASN_SET_ELEMS + 1]", ";\n");
 }
 
 void genClassTypedefContents(AsnObjClassField *field, FieldStructs &structs) {
@@ -256,7 +252,7 @@ void genClassTypedefContents(AsnObjClassField *field, FieldStructs &structs) {
     else if (testObjClassFieldOption(field, OPT_SKIPPED))
         genSkippedField(field, "");
     else if (isTypeField(field))
-        printfToF(fiTyp, "ENTRYDESCR%s* %s;\n", nearText(field), fieldName(field).c_str());
+        putF(fiTyp, "ENTRYDESCR", nearText(field), "* ", fieldName(field), ";\n");
     else if (isFixedTypeValueField(field))
         forFixedTypeValueField(field, [&](AsnObjClassField *governed, AsnType *type) {
             genFixedTypeValueField(governed, type, structs);
@@ -277,29 +273,29 @@ void genClassTypedefContents(AsnObjClassField *field, FieldStructs &structs) {
      ...
    } OPERATION; */
 void genClassStructure(AsnObjClass *objClass) {
-    wToF(fiTyp, "\n");
+    putF(fiTyp, "\n");
     printObjClassEmbeddingOptions(fiTyp, objClass, TED_TYP_BEFORE);
-    printfToF(fiTyp, "typedef const struct t_%s ", getMetaClassId(objClass));
-    wToF(fiTyp, "{\n");
+    putF(fiTyp, "typedef const struct t_", getMetaClassId(objClass), " ");
+    putF(fiTyp, "{\n");
     ++fArr[fiTyp].indent;
     if (isOptionalObjClassFields(objClass)) {
         Text member;
-        wToF(fiTyp, getClassCompmaskField(member, "", objClass, ";\n"));
+        putF(fiTyp, getClassCompmaskField(member, "", objClass, ";\n"));
     }
     FieldStructs structs;
     forEachObjClassField(objClass, [&structs](AsnObjClass *, AsnObjClassField *field, int) {
         genClassTypedefContents(field, structs);
     });
     --fArr[fiTyp].indent;
-    printfToF(fiTyp, "} %s;\n", getMetaClassName(objClass).c_str());
-    taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassName(objClass).c_str()});
+    putF(fiTyp, "} ", getMetaClassName(objClass), ";\n");
+    taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassName(objClass)});
     printObjClassEmbeddingOptions(fiTyp, objClass, TED_TYP_BEHIND);
 }
 
 /* typedef OPERATION* OPERATION_iter; */
 void genClassIteratorTypedef(AsnObjClass *objClass) {
-    printfToF(fiTyp, "\ntypedef %s* %s_iter;\n", getMetaClassName(objClass).c_str(),
-              getMetaClassId(objClass));
+    putF(fiTyp, "\ntypedef ", getMetaClassName(objClass), "* ", getMetaClassId(objClass),
+         "_iter;\n");
     taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassId(objClass), "_iter"});
 }
 
@@ -308,9 +304,9 @@ void genClassTypedef(AsnObjClass *objClass) {
     if (isSkippedClass(objClass) || isPlainPredefinedObjClass(objClass))
         return;
     if (isPredefinedObjClass(objClass)) {
-        printfToF(fiTyp, "\ntypedef %s %s;\n", getMetaBaseClassId(objClass),
-                  getMetaClassName(objClass).c_str());
-        taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassName(objClass).c_str()});
+        putF(fiTyp, "\ntypedef ", getMetaBaseClassId(objClass), " ", getMetaClassName(objClass),
+             ";\n");
+        taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassName(objClass)});
     } else {
         genClassStructure(objClass);
     }

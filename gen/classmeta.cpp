@@ -58,18 +58,15 @@ void deleteBEObjSetMetaRec(BEObjSetMetaRec *meta) {
     delete meta;
 }
 
-const char *getMetaClassId(AsnObjClass *objClass) {
-    BEClassMetaRec *meta = getBEClassMetaRec(objClass);
-    if (meta == nullptr)
+Text getMetaClassId(AsnObjClass *objClass) {
+    if (getBEClassMetaRec(objClass) == nullptr)
         return "";
-    if (isPlainPredefinedObjClass(objClass))
-        return getBaseObjClassId(meta->classId, "", objClass, "").c_str();
-    return getDefObjClassId(meta->classId, "", objClass, "").c_str();
+    return isPlainPredefinedObjClass(objClass) ? getBaseObjClassId(objClass)
+                                               : getDefObjClassId(objClass);
 }
 
-const char *getMetaBaseClassId(AsnObjClass *objClass) {
-    BEClassMetaRec *meta = getBEClassMetaRec(objClass);
-    return meta == nullptr ? "" : getBaseObjClassId(meta->baseClassId, "", objClass, "").c_str();
+Text getMetaBaseClassId(AsnObjClass *objClass) {
+    return getBEClassMetaRec(objClass) == nullptr ? "" : getBaseObjClassId(objClass);
 }
 
 Text getMetaClassName(AsnObjClass *objClass) {
@@ -81,9 +78,8 @@ int getMetaClassAccessRoutines(AsnObjClass *objClass) {
     return meta == nullptr ? ACCESS_NONE : meta->accessRoutines;
 }
 
-const char *getMetaObjectId(AsnObject *object) {
-    BEObjMetaRec *meta = getBEObjMetaRec(object);
-    return meta == nullptr ? "" : getObjectId(meta->objectId, "", object, "").c_str();
+Text getMetaObjectId(AsnObject *object) {
+    return getBEObjMetaRec(object) == nullptr ? "" : getObjectId(object);
 }
 
 void setMetaObjectNr(AsnObject *object, int nr) {

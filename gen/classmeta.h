@@ -17,13 +17,13 @@ BEObjSetMetaRec *newBEObjSetMetaRec();
 void deleteBEObjSetMetaRec(BEObjSetMetaRec *meta);
 
 /* C names of a class where it was met and in the end; empty for a nameless class. */
-const char *getMetaClassId(AsnObjClass *objClass);
-const char *getMetaBaseClassId(AsnObjClass *objClass);
+Text getMetaClassId(AsnObjClass *objClass);
+Text getMetaBaseClassId(AsnObjClass *objClass);
 /* getMetaClassId where it stands alone, as the name of the C type. */
 Text getMetaClassName(AsnObjClass *objClass);
 int getMetaClassAccessRoutines(AsnObjClass *objClass);
 /* C name of an object, empty if it has none. */
-const char *getMetaObjectId(AsnObject *object);
+Text getMetaObjectId(AsnObject *object);
 
 /* The class has a structure in the files of the module: it, or what it stands for, is defined there.
  */

@@ -132,7 +132,7 @@ void genEntryTableElementDefine(AsnType *type, int index) {
     /* #define mMsg 0 */
     printfToF(fiDef, "#define %s %d\n",
               cModulePrefix(name, nullptr, module, getMetaTypeId(type)).c_str(), index);
-    taviAddItem(ITEM_DEFINE, fiDef, {name.c_str()});
+    taviAddItem(ITEM_DEFINE, fiDef, {name});
 }
 
 void genEntryTablePostfixDefine(AsnModule *module) {
@@ -143,5 +143,5 @@ void genEntryTablePostfixDefine(AsnModule *module) {
     printfToF(fiDef, "#define %s %d\n",
               cModulePrefix(name, nullptr, module, "EntryDescr_cnt").c_str(),
               getNrOfEntryTypes(module));
-    taviAddItem(g_taviModuleNode, ITEM_DEFINE, fiDef, {name.c_str()});
+    taviAddItem(g_taviModuleNode, ITEM_DEFINE, fiDef, {name});
 }

@@ -17,14 +17,14 @@ namespace {
 /* asn_a */
 void genVariable(AsnType *type) {
     Text name;
-    wToF(fiTab, cASN1VariableName(name, "asn_", type, nullptr));
+    putF(fiTab, cASN1VariableName(name, "asn_", type, nullptr));
 }
 
 void genComponentVariables(AsnType *type) {
     bool first = true;
     auto genComp = [&first](AsnType *, AsnType *comp, int) {
         if (!first)
-            wToF(fiTab, ",\n");
+            putF(fiTab, ",\n");
         first = false;
         genVariable(comp);
     };
@@ -72,14 +72,14 @@ void genETabSeparateAsnParams(AsnType *type, int index) {
     Text name;
     entryParamName(name, type, index);
     /* static const sint16 mEntryParam0 [] = { */
-    printfToF(fiTab, "\nstatic const %s %s [] = {\n", getLangType(VF_I16), name.c_str());
+    putF(fiTab, "\nstatic const ", getLangType(VF_I16), " ", name, " [] = {\n");
     taviUseTypeNode(type);
-    taviAddItem(ITEM_VARIABLE, fiTab, {name.c_str(), "[]"});
+    taviAddItem(ITEM_VARIABLE, fiTab, {name, "[]"});
     ++fArr[fiTab].indent;
     if (isStructuredType(type))
         genETabElemCompsContents(type);
     else
         genVariable(type);
     --fArr[fiTab].indent;
-    wToF(fiTab, "\n};\n");
+    putF(fiTab, "\n};\n");
 }

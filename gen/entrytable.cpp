@@ -44,9 +44,9 @@ void genETabPrefix(AsnModule *module) {
     ++fArr[fiTab].indent;
     if (exported)
         printfToF(fiTabE, "\nextern ENTRYDESCR %s [];\n", table.c_str());
-    taviAddItem(g_taviModuleNode, ITEM_VARIABLE, fiTab, {table.c_str(), "[]"});
+    taviAddItem(g_taviModuleNode, ITEM_VARIABLE, fiTab, {table, "[]"});
     if (exported)
-        taviAddItem(g_taviModuleNode, ITEM_EXTERN, fiTabE, {table.c_str(), "[]"});
+        taviAddItem(g_taviModuleNode, ITEM_EXTERN, fiTabE, {table, "[]"});
     genEntryTablePrefixDefine(module);
 }
 
@@ -193,19 +193,17 @@ void genTableReference(AsnType *type) {
 }
 
 void genETabElement(AsnType *type, int index) {
-    Text reference, mainType;
-    getTypeRef(reference, nullptr, type, nullptr);
-    convertUnderscores(reference);
+    const Text reference = convertUnderscores(getTypeRef(type));
     taviUseTypeNode(type);
     if (index != 0)
         wToF(fiTab, ",\n\n");
     printfToF(fiTab, "/* %.*s %d */\n", getGlobalOptions(getModuleOfType(type))->nameLen,
               reference.c_str(), index);
-    taviAddItem(ITEM_TABLE_ITEM, fiTab, {reference.c_str()});
+    taviAddItem(ITEM_TABLE_ITEM, fiTab, {reference});
     wToF(fiTab, "{\n");
     ++fArr[fiTab].indent;
     genNameColumn(type, reference.c_str());
-    wToF(fiTab, getTypeMainTypeStri(mainType, nullptr, type, ",\n"));
+    putF(fiTab, getTypeMainTypeStri(type), ",\n");
     genTagColumn(type);
     genETabElemFunctions(type);
     genETabElemContents(type, index);
@@ -250,9 +248,9 @@ void genTableAccessFunction(AsnModule *module, const char *elementType, const ch
                             int count, BrowserNode *browserParent) {
     if (!needsTableAccessFuncs(module))
         return;
-    Text name, indexType;
+    Text name;
     cModulePrefix(name, nullptr, module, tableName);
-    indexType = orEmpty(getLangType(cTableAccessFunctionIndexVF(module, count)));
+    Text indexType = orEmpty(getLangType(cTableAccessFunctionIndexVF(module, count)));
     indexType += ' ';
     const bool ansi = getGlobalOptions(module)->ansiC != 0;
     /* extern ENTRYDESCR* asnmEntryDescr (uint8 index); */
@@ -261,8 +259,8 @@ void genTableAccessFunction(AsnModule *module, const char *elementType, const ch
     /* ENTRYDESCR* asnmEntryDescr (uint8 index) */
     printfToF(fiTab, "\n%s* asn%s (%sindex)\n", elementType, name.c_str(),
               ansi ? indexType.c_str() : "");
-    taviAddItem(browserParent, ITEM_EXTERN, fiTabE, {"asn", name.c_str(), "()"});
-    taviAddItem(browserParent, ITEM_FUNCTION, fiTab, {"asn", name.c_str(), "()"});
+    taviAddItem(browserParent, ITEM_EXTERN, fiTabE, {"asn", name, "()"});
+    taviAddItem(browserParent, ITEM_FUNCTION, fiTab, {"asn", name, "()"});
     if (!ansi) {
         ++fArr[fiTab].indent;
         printfToF(fiTab, "%sindex;\n", indexType.c_str());

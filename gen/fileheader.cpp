@@ -29,8 +29,8 @@ const char *nullIfEmpty(const char *text) {
 
 /* "VELMO 1.07 on 22.11.2026 at 9:05.00", where the name is in the call that comes before. */
 Text versionAndTime(int version, int patchLevel, const TimeStamp &stamp) {
-    Text text, time;
-    printVersionStri(text, "", version, patchLevel, " ");
+    Text time;
+    Text text = printVersionStri(version, patchLevel) + " ";
     return text += printTimeStamp(time, "", stamp, "");
 }
 

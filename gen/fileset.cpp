@@ -339,7 +339,7 @@ Text &constructFileName(Text &dst, const char *prefix, AsnModule *module, int ca
     bool isGenerated = getGenerationOption(module, category) != GEN_NONE;
     if (!isGenerated && !(category == CAT_TAB_EXT && isMorlaApplication(module)))
         return dst;
-    getModulePrefix(dst, prefix, module, categoryWord(module, category));
+    dst = concat(prefix, getModulePrefix(module), categoryWord(module, category));
     dst += fileSuff[kind];
     dst += orEmpty(postfix);
     return dst;
@@ -365,8 +365,7 @@ void includeGeneratedFile(int file, AsnModule *module, int category, int kind) {
 }
 
 void includeExternalGeneratedFile(int file, AsnModule *module, const char *name) {
-    Text full;
-    includeRtsFile(file, getModulePrefix(full, nullptr, module, name).c_str());
+    includeRtsFile(file, concat(getModulePrefix(module), name).c_str());
 }
 
 bool getTableFileKind(AsnModule *module, const std::uint8_t *genArr, int *first, int *second) {
@@ -429,8 +428,7 @@ void closeModuleFiles(AsnModule *module) {
 void generateLogFile(AsnModule *module) {
     if (logFile == nullptr)
         return;
-    Text line;
-    getModulePrefix(line, nullptr, module, ".stx:");
+    Text line = getModulePrefix(module) + ".stx:";
     forEachOpenFile([&](int slot) {
         Text name;
         nameOfF(name, " ", slot, nullptr);

@@ -58,18 +58,12 @@ struct BEModMetaRec {
     bool cPlusPlus = false; /* words of C++ are no names either */
 };
 
-/* The texts are those that were shown last: most handles are never asked for theirs. */
 struct BEClassMetaRec {
-    Text classId;
-    Text baseClassId;
     int accessRoutines = ACCESS_MACROS;
 };
 
-struct BEObjMetaRec {
-    Text objectId; /* shown last; empty for an unnamed object */
-};
-
-/* Nothing is kept for values and object sets. */
+/* Nothing is kept for objects, values and object sets. */
+struct BEObjMetaRec {};
 struct BEValMetaRec {};
 struct BEObjSetMetaRec {};
 

@@ -17,20 +17,17 @@
 namespace {
 
 /* setNamedDef (ASNG_F(asntstg) "red", 1L); */
-void callSetNamedDef(TypeFuncRun &run, const Text *name, sint64 value) {
-    const char *quote = name == nullptr ? "" : "\"";
+void callSetNamedDef(TypeFuncRun &run, const char *name, sint64 value) {
     /* C has no constant for the least number. */
     const Text number = i64ismin(value) ? "MIN_LONG" : i64tostr(value) + "L";
-    printfToF(run.outFile, "setNamedDef (ASNG_F(asntstg) %s%s%s, %s);\n", quote,
-              name == nullptr ? "NULL" : name->c_str(), quote, number.c_str());
+    putF(run.outFile, "setNamedDef (ASNG_F(asntstg) ", name, ", ", number, ");\n");
 }
 
 void setNamedDef(AsnType *type, AsnValue *value, TypeFuncRun &run) {
-    Text name;
-    getValueRef(name, nullptr, value, nullptr);
-    name.resize(
-        std::min<std::size_t>(name.size(), getGlobalOptions(getModuleOfType(type))->nameLen));
-    callSetNamedDef(run, &convertUnderscores(name), int64Value(value));
+    const Text name = convertUnderscores(getValueRef(value));
+    const Text quoted =
+        concat("\"", name.substr(0, getGlobalOptions(getModuleOfType(type))->nameLen), "\"");
+    callSetNamedDef(run, quoted.c_str(), int64Value(value));
 }
 
 } // namespace
@@ -46,19 +43,19 @@ bool needsSetNamedDefs(AsnType *type) {
 void genNamedDefFunc(AsnType *type, TypeFuncRun &run) {
     if (!isDefinedType(type) || !needsSetNamedDefs(type))
         return;
-    endlToF(run.extFile);
-    endlToF(run.outFile);
+    putF(run.extFile, "\n");
+    putF(run.outFile, "\n");
     cFunctionProto(run.extFile, run.funcPrefix.c_str(), run.info.gIndex, type);
     cFunctionDef(run.outFile, run.funcPrefix.c_str(), run.info.gIndex, type);
-    wToF(run.outFile, "{\n");
+    putF(run.outFile, "{\n");
     ++fArr[run.outFile].indent;
     tstInitTypeWithNamedNumbers(type, run);
     --fArr[run.outFile].indent;
-    wToF(run.outFile, "}\n");
+    putF(run.outFile, "}\n");
 }
 
 void tstInitTypeWithNamedNumbers(AsnType *type, TypeFuncRun &run) {
-    callSetNamedDef(run, nullptr, i64ltosint64(getNrOfNamedNumbers(type)));
+    callSetNamedDef(run, "NULL", i64ltosint64(getNrOfNamedNumbers(type)));
     auto callForEach = [&run](AsnType *numbered, AsnValue *value, int) {
         setNamedDef(numbered, value, run);
     };
@@ -67,10 +64,9 @@ void tstInitTypeWithNamedNumbers(AsnType *type, TypeFuncRun &run) {
 
 void callSeprSetNamedDefFunc(AsnType *type, TypeFuncRun &run) {
     cDeclareForeignFunction(type, run);
-    Text name;
     /* aColor (ASNG_F(asntstg) NULL); */
-    printfToF(run.outFile, "%s%s (ASNG_F(%s) NULL);\n", run.funcPrefix.c_str(),
-              getDefBaseTypeId(name, nullptr, type, nullptr).c_str(), cGetGName(run.info.gIndex));
+    putF(run.outFile, run.funcPrefix, getDefBaseTypeId(type), " (ASNG_F(",
+         cGetGName(run.info.gIndex), ") NULL);\n");
 }
 
 void genNamedDefCalls(AsnType *type, TypeFuncRun &run) {
@@ -85,16 +81,16 @@ void genNamedDefCalls(AsnType *type, TypeFuncRun &run) {
 void tstCompId(int file, const char *prefix, AsnType *type, const char *suffix) {
     Text name;
     if (isComponentType(type))
-        getTypeCompRef(name, nullptr, type, nullptr);
+        name = getTypeCompRef(type);
     else if (!isElemType(type))
-        getTypeRef(name, nullptr, type, nullptr);
+        name = getTypeRef(type);
     if (name.empty()) {
-        printfToF(file, "%sNULL%s", orEmpty(prefix), orEmpty(suffix));
+        putF(file, prefix, "NULL", suffix);
         return;
     }
-    printfToF(file, "%s\"%.*s\"%s", orEmpty(prefix),
-              getGlobalOptions(getModuleOfType(type))->nameLen, convertUnderscores(name).c_str(),
-              orEmpty(suffix));
+    name.resize(
+        std::min<std::size_t>(name.size(), getGlobalOptions(getModuleOfType(type))->nameLen));
+    putF(file, prefix, "\"", convertUnderscores(name), "\"", suffix);
 }
 
 void printIntEndpoint(int file, const char *prefix, int valueForm, sint64 value,
@@ -102,13 +98,13 @@ void printIntEndpoint(int file, const char *prefix, int valueForm, sint64 value,
     if (valueForm == VF_I64 || valueForm == VF_UI64) {
         int64AsSint64ToF(file, prefix, value, suffix);
     } else if (i64ismax(value)) {
-        printfToF(file, "%sMAXLONG%s", orEmpty(prefix), orEmpty(suffix));
+        putF(file, prefix, "MAXLONG", suffix);
     } else if (i64ismin(value)) {
-        printfToF(file, "%sMINLONG%s", orEmpty(prefix), orEmpty(suffix));
+        putF(file, prefix, "MINLONG", suffix);
     } else if (valueForm == VF_UI32 && i64cmpl(value, 0x7FFFFFFF) > 0) {
         Text unsignedSuffix = "UL";
-        int64ToF(file, prefix, value, (unsignedSuffix += orEmpty(suffix)).c_str());
+        putF(file, prefix, i64tostr(value), (unsignedSuffix += orEmpty(suffix)));
     } else {
-        int64ToF(file, prefix, value, suffix);
+        putF(file, prefix, i64tostr(value), suffix);
     }
 }

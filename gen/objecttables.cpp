@@ -40,9 +40,9 @@ bool isExported(AsnModule *module) {
     return isMorlaApplication(module) || needsTableAccessFuncs(module);
 }
 
-const char *nameOf(AsnObject *object) {
-    const char *id = getMetaObjectId(object);
-    return *id == '\0' ? NAMELESS : id;
+Text nameOf(AsnObject *object) {
+    const Text id = getMetaObjectId(object);
+    return id.empty() ? NAMELESS : id;
 }
 
 /* --- the mask of optional fields --- */
@@ -56,24 +56,24 @@ void genObjectCompmask(AsnObject *object) {
     int word = 0;
     bool begun = false; /* the present word has a term */
     if (isArray)
-        wToF(fiTab, "{ ");
+        putF(fiTab, "{ ");
     auto genTerm = [&](AsnObject *, AsnFieldValue *, int, int fieldNr) {
         for (; word < fieldNr / WORD_BITS; ++word) {
             if (!begun)
-                wToF(fiTab, "0L");
-            wToF(fiTab, ", ");
+                putF(fiTab, "0L");
+            putF(fiTab, ", ");
             begun = false;
         }
         if (begun)
-            wToF(fiTab, " | ");
-        wToF(fiTab, bit);
-        printfToF(fiTab, "(%d)", fieldNr % WORD_BITS);
+            putF(fiTab, " | ");
+        putF(fiTab, bit);
+        putF(fiTab, "(", fieldNr % WORD_BITS, ")");
         begun = true;
     };
     if (forEachOptionalObjectFieldValue(object, genTerm) == 0)
-        wToF(fiTab, getClassCompmaskSize(objClass) == VF_I32 ? "0L" : "0");
+        putF(fiTab, getClassCompmaskSize(objClass) == VF_I32 ? "0L" : "0");
     if (isArray)
-        wToF(fiTab, " }");
+        putF(fiTab, " }");
 }
 
 /* --- fields --- */
@@ -82,8 +82,7 @@ void genObjectCompmask(AsnObject *object) {
 void genEntryTypeReference(AsnType *type, int entryIndex) {
     Text prefix;
     cModulePrefix(prefix, nullptr, getModuleOfType(type), nullptr);
-    printfToF(fiTab, "&%sEntryDescr [%d] /* %s */", prefix.c_str(), entryIndex,
-              getMetaTypeId(type));
+    putF(fiTab, "&", prefix, "EntryDescr [", entryIndex, "] /* ", getMetaTypeId(type), " */");
 }
 
 bool hasTables(AsnModule *module) {
@@ -103,7 +102,7 @@ void genTypeField(AsnFieldValue *value) {
     forEntryTypeFieldValue(value, genReference);
     if (written)
         return;
-    wToF(fiTab,
+    putF(fiTab,
          isEmptyFieldValue(value) ? "NULL" : "NULL /* ONLY ENTRY TYPES ARE SUPPORTED HERE */");
     if (!isEmptyFieldValue(value))
         warnAtTableLine("Non-entry type as a type field value.");
@@ -129,7 +128,7 @@ void genObjectField(AsnFieldValue *value) {
     };
     forObjectFieldValue(value, genReference);
     if (!written)
-        wToF(fiTab, "NULL");
+        putF(fiTab, "NULL");
 }
 
 void genFieldContents(AsnFieldValue *value, RowPass *pass) {
@@ -152,11 +151,10 @@ void genField(AsnObject *object, AsnFieldValue *value, int fieldNr, RowPass *pas
     const bool omitted = skipped && getGlobalOptions(pass->module)->omitSkippedFields != 0;
     const bool masked = isOptionalObjClassFields(getObjClassOfObject(object));
     if (fieldNr != 0 || masked)
-        wToF(fiTab, !omitted && (pass->fieldValues != 0 || masked) ? ",\n" : "\n");
+        putF(fiTab, !omitted && (pass->fieldValues != 0 || masked) ? ",\n" : "\n");
     if (skipped) {
-        Text id;
-        getObjClassFieldId(id, nullptr, getObjClassFieldOfFieldValue(value), nullptr);
-        printfToF(fiTab, "%s/* %s%s */", omitted ? "" : "0 ", id.c_str(), note);
+        const Text id = getObjClassFieldId(getObjClassFieldOfFieldValue(value));
+        putF(fiTab, omitted ? "" : "0 ", "/* ", id, note, " */");
     } else {
         genFieldContents(value, pass);
     }
@@ -172,7 +170,7 @@ void genSyntaxProperty(AsnFieldValue *value) {
             const char digit[] = {digits[bit / DIGIT_BITS], '\0'};
             if ((std::strtol(digit, nullptr, 16) >> (DIGIT_BITS - 1 - bit % DIGIT_BITS) & 1) == 0)
                 continue;
-            printfToF(fiTab, "%sBIT(%d)", written ? " | " : "", bit);
+            putF(fiTab, written ? " | " : "", "BIT(", bit, ")");
             written = true;
         }
     };
@@ -180,23 +178,23 @@ void genSyntaxProperty(AsnFieldValue *value) {
         forBitStringValueX(asnValue, genBits);
     });
     if (!written)
-        wToF(fiTab, "0");
+        putF(fiTab, "0");
 }
 
 /* The row of a TYPE_IDENTIFIER or ABSTRACT_SYNTAX. The mask of the latter has the property's bit in
    any case, since its default stands in the row. */
 void genPredefinedFields(AsnObject *object) {
     if (getObjClassOfObject(object)->base.mainType == TYP_ABSTR_STX)
-        wToF(fiTab, "BIT(2),\n");
+        putF(fiTab, "BIT(2),\n");
     forEachPredefinedFieldValue(object, [](AsnFieldValue *value, PredefinedField field) {
         if (field != PREDEFINED_ID)
-            wToF(fiTab, ",\n");
+            putF(fiTab, ",\n");
         if (field == PREDEFINED_TYPE)
             genTypeField(value);
         else if (field == PREDEFINED_PROPERTY)
             genSyntaxProperty(value);
         else if (isEmptyFieldValue(value))
-            wToF(fiTab, "{ 0, { 0 } }");
+            putF(fiTab, "{ 0, { 0 } }");
         else
             genFixedTypeValueField(value);
     });
@@ -210,14 +208,14 @@ void declareArray(AsnModule *module, AsnObjClass *objClass, int count) {
     const int file = exported ? fiTabE : fiTab;
     Text prefix;
     cModulePrefix(prefix, nullptr, module, nullptr);
-    wToF(file, "\n");
-    wToF(file, exported ? "extern " : "ASN_DECL ");
+    putF(file, "\n");
+    putF(file, exported ? "extern " : "ASN_DECL ");
     const char *classId = tableClassId(objClass);
-    wToF(file, cLoneName(classId, module));
-    printfToF(file, " %s%s [%s];\n", prefix.c_str(), classId,
-              exported ? "" : formatText("ASN_DECL_SIZE (%d)", count).c_str());
+    putF(file, cLoneName(classId, module));
+    putF(file, " ", prefix, classId, " [",
+         exported ? "" : formatText("ASN_DECL_SIZE (%d)", count).c_str(), "];\n");
     taviUseClassNode(objClass);
-    taviAddItem(exported ? ITEM_EXTERN : ITEM_VARIABLE, file, {prefix.c_str(), classId, "[]"});
+    taviAddItem(exported ? ITEM_EXTERN : ITEM_VARIABLE, file, {prefix, classId, "[]"});
 }
 
 /* static OPERATION mOPERATION [] = { */
@@ -227,10 +225,10 @@ void genObjectTablePrefix(AsnModule *module, AsnObjClass *objClass, bool skipped
     Text prefix;
     cModulePrefix(prefix, nullptr, module, nullptr);
     const char *classId = tableClassId(objClass);
-    printfToF(fiTab, "\n%s%s %s%s [] = {\n", isExported(module) ? "" : "static ",
-              cLoneName(classId, module).c_str(), prefix.c_str(), classId);
+    putF(fiTab, "\n", isExported(module) ? "" : "static ", cLoneName(classId, module), " ", prefix,
+         classId, " [] = {\n");
     taviUseClassNode(objClass);
-    taviAddItem(ITEM_VARIABLE, fiTab, {prefix.c_str(), classId, "[]"});
+    taviAddItem(ITEM_VARIABLE, fiTab, {prefix, classId, "[]"});
     ++fArr[fiTab].indent;
 }
 
@@ -239,10 +237,10 @@ void genObjectTableElement(AsnObject *object, int tableIndex, bool skipped, RowP
         return;
     taviUseObjectNode(object);
     if (tableIndex != 0)
-        wToF(fiTab, ",\n\n");
-    printfToF(fiTab, "/* %s %d */\n", nameOf(object), tableIndex);
+        putF(fiTab, ",\n\n");
+    putF(fiTab, "/* ", nameOf(object), " ", tableIndex, " */\n");
     taviAddItem(ITEM_TABLE_ITEM, fiTab, {nameOf(object)});
-    wToF(fiTab, "{\n");
+    putF(fiTab, "{\n");
     ++fArr[fiTab].indent;
     if (isPredefinedObjClass(getObjClassOfObject(object)))
         genPredefinedFields(object);
@@ -254,7 +252,7 @@ void genObjectTableElement(AsnObject *object, int tableIndex, bool skipped, RowP
     };
     forEachPossibleObjectFieldValue(object, genOne);
     --fArr[fiTab].indent;
-    wToF(fiTab, "\n}");
+    putF(fiTab, "\n}");
     genObjectDefines(object, tableIndex);
 }
 
@@ -262,7 +260,7 @@ void genObjectTablePostfix(AsnModule *module, AsnObjClass *objClass, int count, 
     if (skipped || isInNoObjectInstanceList(objClass))
         return;
     --fArr[fiTab].indent;
-    wToF(fiTab, "\n};\n");
+    putF(fiTab, "\n};\n");
     const char *classId = tableClassId(objClass);
     taviUseClassNode(objClass);
     genTableAccessFunction(module, cLoneName(classId, module).c_str(), classId, count,
@@ -319,7 +317,7 @@ void genObjObjectElement(AsnObject *object, const Text &pointed) {
     AsnModule *module = getModuleOfObject(object);
     const int row = getMetaObjectNr(object);
     if (row < 0 || !hasTables(module)) {
-        printfToF(fiTab, "NULL /* %s: NO ROW */", nameOf(object));
+        putF(fiTab, "NULL /* ", nameOf(object), ": NO ROW */");
         warnAtTableLine("Object without a row.");
         return;
     }
@@ -327,8 +325,8 @@ void genObjObjectElement(AsnObject *object, const Text &pointed) {
     cModulePrefix(prefix, nullptr, module, nullptr);
     const char *table = getMetaObjectTableId(object);
     if (cLoneName(table, module) != pointed && !isPredefinedObjClass(getObjClassOfObject(object)))
-        printfToF(fiTab, "(%s*)", pointed.c_str());
-    printfToF(fiTab, "&%s%s [%d] /* %s */", prefix.c_str(), table, row, nameOf(object));
+        putF(fiTab, "(", pointed, "*)");
+    putF(fiTab, "&", prefix, table, " [", row, "] /* ", nameOf(object), " */");
 }
 
 bool isSkippedField(AsnObjClassField *field, const char **note) {

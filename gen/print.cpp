@@ -31,12 +31,11 @@ void priBegComp(AsnType *type, TypeFuncRun &run) {
     if (!hasBracket(type))
         return;
     const int file = run.outFile;
-    Text text;
     wToF(file, "pri_BegComp (");
     tstCompId(file, nullptr, type, nullptr);
     wToF(file, ", ");
-    wToF(file, getTypeCompStatusStri(text, nullptr, type, nullptr));
-    printfToF(file, ", %s);\n", getTypeMainTypeStri(text, nullptr, type, nullptr).c_str());
+    putF(file, getTypeCompStatusStri(type));
+    putF(file, ", ", getTypeMainTypeStri(type), ");\n");
 }
 
 void priEndComp(AsnType *type, TypeFuncRun &run) {
@@ -121,7 +120,7 @@ void priFrame(AsnType *type, TypeFuncRun &run) {
     wToF(file, "p_Frame (");
     wToF(file, cHome(text, nullptr, true, type, nullptr, nullptr));
     wToF(file, ", ");
-    wToF(file, getTypeMainTypeStri(text, nullptr, type, ");\n"));
+    putF(file, getTypeMainTypeStri(type), ");\n");
 }
 
 void priSkip(AsnType *type, TypeFuncRun &run) {

@@ -47,19 +47,19 @@ Text tableName(AsnFieldValue *value, const char *word, int number) {
 }
 
 void beginTable() {
-    wToF(fiTab, "{\n");
+    putF(fiTab, "{\n");
     ++fArr[fiTab].indent;
 }
 
 void endTable() {
     --fArr[fiTab].indent;
-    wToF(fiTab, "\n};\n");
+    putF(fiTab, "\n};\n");
 }
 
 /* &mOPERATION [3] / * login * /, */
 void genSetObject(AsnObject *object, const Text &pointed) {
     genObjObjectElement(object, pointed);
-    wToF(fiTab, ",\n");
+    putF(fiTab, ",\n");
 }
 
 /* A row has room for so many elements of a set, unless the compiler is given MAX_ASN_SET_ELEMS. */
@@ -76,7 +76,7 @@ void warnOfLargeSet(int size) {
 
 void genObjFixedTypeValueSetField(AsnFieldValue *, AsnValue *asnValue, int index) {
     if (index != 0)
-        wToF(fiTab, isStructureKind(getValueMainType(asnValue)) ? ",\n" : ", ");
+        putF(fiTab, isStructureKind(getValueMainType(asnValue)) ? ",\n" : ", ");
     genSetElementValue(asnValue);
 }
 
@@ -86,11 +86,11 @@ void genValueSetTablePrefix(AsnFieldValue *value, int number) {
     auto genHead = [&](AsnObjClassField *, AsnType *type) {
         const Text element =
             cIsDefinedBaseType(type) ? getMetaTypeName(type) : Text(getMetaBaseTypeId(type));
-        printfToF(fiTab, "\nstatic %s %s [] = ", element.c_str(), name.c_str());
+        putF(fiTab, "\nstatic ", element, " ", name, " [] = ");
     };
     forFixedTypeValueSetField(getObjClassFieldOfFieldValue(value), genHead);
     beginTable();
-    taviAddItem(ITEM_VARIABLE, fiTab, {name.c_str(), "[]"});
+    taviAddItem(ITEM_VARIABLE, fiTab, {name, "[]"});
 }
 
 void genFieldValueSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
@@ -113,12 +113,11 @@ void genFieldValueSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
 void genObjectSetTablePrefix(AsnFieldValue *value, int number) {
     const Text name = tableName(value, "ObjectSet", number);
     auto genHead = [&](AsnObjClassField *, AsnObjClass *governor) {
-        printfToF(fiTab, "\nstatic %s* const %s [] = ", getMetaClassName(governor).c_str(),
-                  name.c_str());
+        putF(fiTab, "\nstatic ", getMetaClassName(governor), "* const ", name, " [] = ");
     };
     forObjectSetField(getObjClassFieldOfFieldValue(value), genHead);
     beginTable();
-    taviAddItem(ITEM_VARIABLE, fiTab, {name.c_str(), "[]"});
+    taviAddItem(ITEM_VARIABLE, fiTab, {name, "[]"});
 }
 
 void genFieldObjectSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
@@ -136,7 +135,7 @@ void genFieldObjectSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
     forObjectSetFieldValue(value, genElement);
     if (!begun)
         return;
-    wToF(fiTab, "NULL");
+    putF(fiTab, "NULL");
     endTable();
 }
 
@@ -159,9 +158,9 @@ void genInlineValueSet(AsnFieldValue *value, int size) {
     const int mainType = getFieldBaseValueMainType(value);
     const bool onLines = isStructureKind(mainType);
     warnOfLargeSet(size);
-    wToF(fiTab, "{ ");
+    putF(fiTab, "{ ");
     if (onLines) {
-        wToF(fiTab, "\n");
+        putF(fiTab, "\n");
         ++fArr[fiTab].indent;
     }
     if (size == 0)
@@ -169,12 +168,12 @@ void genInlineValueSet(AsnFieldValue *value, int size) {
     else
         forFixedTypeValueSetFieldValue(value, genObjFixedTypeValueSetField);
     if (onLines) {
-        wToF(fiTab, "\n");
+        putF(fiTab, "\n");
         --fArr[fiTab].indent;
     } else {
-        wToF(fiTab, " ");
+        putF(fiTab, " ");
     }
-    wToF(fiTab, "}");
+    putF(fiTab, "}");
 }
 
 } // namespace
@@ -205,20 +204,20 @@ void genObjectSetTable(AsnObjectSet *objectSet, int) {
     AsnObjClass *governor = getObjClassOfObjectSet(objectSet);
     if (testObjClassOption(governor, OPT_SKIPPED))
         return;
-    Text prefix, table;
+    Text prefix;
     cModulePrefix(prefix, nullptr, getModuleOfObjectSet(objectSet), nullptr);
-    getDefObjectSetId(table, prefix.c_str(), objectSet, nullptr);
+    const Text table = concat(prefix, getDefObjectSetId(objectSet));
     const Text pointed = getMetaClassName(governor);
     const Text declarator = pointed + "* const " + table;
-    printfToF(fiTabE, "\nextern %s [];\n", declarator.c_str());
-    printfToF(fiTab, "\n%s%s [] = {\n", fiTabE != 0 ? "" : "static ", declarator.c_str());
+    putF(fiTabE, "\nextern ", declarator, " [];\n");
+    putF(fiTab, "\n", fiTabE != 0 ? "" : "static ", declarator, " [] = {\n");
     taviUseObjectSetNode(objectSet);
-    taviAddItem(ITEM_VARIABLE, fiTab, {table.c_str(), "[]"});
-    taviAddItem(ITEM_EXTERN, fiTabE, {table.c_str(), "[]"});
+    taviAddItem(ITEM_VARIABLE, fiTab, {table, "[]"});
+    taviAddItem(ITEM_EXTERN, fiTabE, {table, "[]"});
     ++fArr[fiTab].indent;
     forObjectSet(objectSet,
                  [&](AsnObjectSet *, AsnObject *object, int) { genSetObject(object, pointed); });
-    wToF(fiTab, "NULL");
+    putF(fiTab, "NULL");
     endTable();
     genObjectSetTableDefines(objectSet);
 }
@@ -229,18 +228,18 @@ void genObjectFixedTypeValueSetField(AsnFieldValue *value, SetTableNumbers *numb
     const int size = isEmptyFieldValue(value) ? 0 : getFixedTypeValueSetFieldSize(value);
     if (counted) {
         beginTable();
-        printfToF(fiTab, "%d,\n", size);
+        putF(fiTab, size, ",\n");
     }
     if (!hasSeparateTables(module))
         genInlineValueSet(value, size);
     else if (size == 0)
-        wToF(fiTab, "NULL");
+        putF(fiTab, "NULL");
     else
-        wToF(fiTab, tableName(value, "ValueSet", numbers->valueSets++));
+        putF(fiTab, tableName(value, "ValueSet", numbers->valueSets++));
     if (counted) {
-        wToF(fiTab, "\n");
+        putF(fiTab, "\n");
         --fArr[fiTab].indent;
-        wToF(fiTab, "}");
+        putF(fiTab, "}");
     }
 }
 
@@ -253,12 +252,12 @@ void genObjectObjectSetField(AsnFieldValue *value, SetTableNumbers *numbers) {
             forObjectSetFieldValue(value, [&](AsnFieldValue *, AsnObject *object, int) {
                 genSetObject(object, pointed);
             });
-        wToF(fiTab, "NULL");
+        putF(fiTab, "NULL");
         --fArr[fiTab].indent;
-        wToF(fiTab, "\n}");
+        putF(fiTab, "\n}");
     } else if (isEmptyFieldValue(value) || nrOfObjectsInField(value) == 0) {
-        wToF(fiTab, "NULL");
+        putF(fiTab, "NULL");
     } else {
-        wToF(fiTab, tableName(value, "ObjectSet", numbers->objectSets++));
+        putF(fiTab, tableName(value, "ObjectSet", numbers->objectSets++));
     }
 }

@@ -25,7 +25,7 @@ namespace {
 /* "4, " */
 void genLength(AsnType *type, std::int32_t length) {
     if (cHasControlMember(type))
-        printfToF(fiTab, "%ld%s, ", static_cast<long>(length), cControlSuffix(type));
+        putF(fiTab, length, cControlSuffix(type), ", ");
 }
 
 int digitValue(char digit) {
@@ -46,7 +46,7 @@ const char *elementsCast(AsnType *type) {
 /* { 2, "\012\377" } */
 void genBitStringFieldValue(AsnValue *value, const char *digits) {
     constexpr int HEX = 16;
-    wToF(fiTab, "{ ");
+    putF(fiTab, "{ ");
     genLength(getTypeOfValue(value), octetStringLength(value));
     /* One piece, since a line may not end inside a string of C. */
     Text literal = Text(elementsCast(getTypeOfValue(value))) + "\"";
@@ -55,14 +55,14 @@ void genBitStringFieldValue(AsnValue *value, const char *digits) {
         const int low = *digits == '\0' ? 0 : digitValue(*digits++);
         literal += formatText("\\%03o", static_cast<unsigned>(high * HEX + low));
     }
-    wToF(fiTab, literal += "\" }");
+    putF(fiTab, literal += "\" }");
 }
 
 /* { 5, "hello" } */
 void genCharStringFieldValue(AsnValue *value, std::int32_t length, const char *text) {
-    wToF(fiTab, "{ ");
+    putF(fiTab, "{ ");
     genLength(getTypeOfValue(value), length);
-    printfToF(fiTab, "%s\"%s\" }", elementsCast(getTypeOfValue(value)), cStringText(text).c_str());
+    putF(fiTab, elementsCast(getTypeOfValue(value)), "\"", cStringText(text), "\" }");
 }
 
 void genBinaryFieldValue(AsnValue *value, std::int32_t, const char *digits) {
@@ -71,9 +71,9 @@ void genBinaryFieldValue(AsnValue *value, std::int32_t, const char *digits) {
 
 /* { 3, { 1 / * iso * /, 3, 6 } } */
 void genObjectIdentifierFieldValue(AsnValue *value) {
-    Text arcs;
-    objectIdentifierValueStri(arcs, "{ ", value, ", ", " /* ", " */", " }");
-    printfToF(fiTab, "{ %d, %s }", getNrOfObjectIdentifierComps(value), arcs.c_str());
+    const Text arcs = objectIdentifierValueStri(value, ", ", " /* ", " */");
+    const Text braced = arcs.empty() ? "" : "{ " + arcs + " }";
+    putF(fiTab, "{ ", getNrOfObjectIdentifierComps(value), ", ", braced, " }");
 }
 
 /* --- what an initialiser can hold --- */
@@ -135,7 +135,7 @@ void genValue(AsnValue *value, int *depth);
 void genComps(AsnValue *value, int *depth) {
     auto genComp = [depth](AsnValue *, AsnType *comp, int compNbr, AsnValue *present, int) {
         if (compNbr != 0)
-            wToF(fiTab, ",\n");
+            putF(fiTab, ",\n");
         if (present != nullptr)
             genValue(present, depth);
         else
@@ -151,77 +151,75 @@ void genCompmask(AsnValue *value, AsnType *type) {
         if (present == nullptr || !isOptionalTypeComp(comp))
             return;
         if (written)
-            wToF(fiTab, "|");
-        printfToF(fiTab, "%s(%d)", cBitMacro(type), compNbr);
+            putF(fiTab, "|");
+        putF(fiTab, cBitMacro(type), "(", compNbr, ")");
         written = true;
     };
     forEachPresentOrAbsentValueComp(value, genTerm);
     if (!written)
-        wToF(fiTab, "0");
-    wToF(fiTab, ",\n");
+        putF(fiTab, "0");
+    putF(fiTab, ",\n");
 }
 
 void genSeqFieldValue(AsnValue *value, int *depth) {
     AsnType *type = getTypeOfValue(value);
     if (!isSimpleSequence(type)) {
-        wToF(fiTab, "{ 0 } /* Complex sequence: NOT YET IMPLEMENTED!! */");
+        putF(fiTab, "{ 0 } /* Complex sequence: NOT YET IMPLEMENTED!! */");
         return;
     }
     if (getNrOfTypeComps(type) == 0) {
-        wToF(fiTab, "{ 0 }");
+        putF(fiTab, "{ 0 }");
         return;
     }
-    wToF(fiTab, "{\n");
+    putF(fiTab, "{\n");
     ++fArr[fiTab].indent;
     if (isOptionalTypeComps(type))
         genCompmask(value, type);
     genComps(value, depth);
-    wToF(fiTab, "\n");
+    putF(fiTab, "\n");
     --fArr[fiTab].indent;
-    wToF(fiTab, "}");
+    putF(fiTab, "}");
 }
 
 /* 1, / * number * / */
 void genChosenAlternative(AsnValue *value) {
     auto genChosen = [](AsnValue *, AsnType *comp, int compNbr, AsnValue *present, int) {
-        Text id;
         if (present != nullptr)
-            printfToF(fiTab, "%d, /* %s */\n", compNbr,
-                      getTypeCompId(id, nullptr, comp, nullptr).c_str());
+            putF(fiTab, compNbr, ", /* ", getTypeCompId(comp), " */\n");
     };
     forEachPresentOrAbsentValueComp(value, genChosen);
 }
 
 void genChoiceFieldValue(AsnValue *value, int *depth) {
     if (!isSimpleChoice(getTypeOfValue(value))) {
-        wToF(fiTab, "{ 0 } /* Complex choice: NOT YET IMPLEMENTED!! */");
+        putF(fiTab, "{ 0 } /* Complex choice: NOT YET IMPLEMENTED!! */");
         return;
     }
     if (getNrOfTypeComps(getTypeOfValue(value)) == 0) {
-        wToF(fiTab, "{ 0 }");
+        putF(fiTab, "{ 0 }");
         return;
     }
-    wToF(fiTab, "{\n");
+    putF(fiTab, "{\n");
     ++fArr[fiTab].indent;
     genChosenAlternative(value);
     genComps(value, depth);
-    wToF(fiTab, "\n");
+    putF(fiTab, "\n");
     --fArr[fiTab].indent;
-    wToF(fiTab, "}");
+    putF(fiTab, "}");
 }
 
 void genNumber(AsnValue *value) {
     const bool extensible = isExtensibleEnumeratedList(getTypeOfValue(value));
     if (extensible)
-        wToF(fiTab, "{ FALSE, ");
-    printIntegerValueToF(fiTab, nullptr, value, nullptr);
+        putF(fiTab, "{ FALSE, ");
+    putF(fiTab, integerValueStri(value));
     if (extensible)
-        wToF(fiTab, " }");
+        putF(fiTab, " }");
 }
 
 void genNoValue(AsnType *type) {
-    wToF(fiTab, cIsHeldInStructure(type) ? "{ 0 } /* NOT YET IMPLEMENTED!! */"
-                                        : "0 /* NOT YET IMPLEMENTED!! */");
+    putF(fiTab, cIsHeldInStructure(type) ? "{ 0 } /* NOT YET IMPLEMENTED!! */"
+                                         : "0 /* NOT YET IMPLEMENTED!! */");
 }
 
 void genValue(AsnValue *value, int *depth) {
@@ -229,7 +227,7 @@ void genValue(AsnValue *value, int *depth) {
     const int mainType = getValueMainType(value);
     switch (mainType) {
     case TYP_BOOLEAN:
-        wToF(fiTab, booleanValue(value) ? "TRUE" : "FALSE");
+        putF(fiTab, booleanValue(value) ? "TRUE" : "FALSE");
         break;
     case TYP_INTEGER:
     case TYP_ENUM:
@@ -245,10 +243,10 @@ void genValue(AsnValue *value, int *depth) {
             forOctetStringValue(value, genBinaryFieldValue);
         break;
     case TYP_REAL:
-        printDoubleRealValueToF(fiTab, nullptr, value, nullptr);
+        putF(fiTab, doubleRealValueStri(value));
         break;
     case TYP_NULL:
-        wToF(fiTab, "0");
+        putF(fiTab, "0");
         break;
     case TYP_SEQ:
         genSeqFieldValue(value, depth);
@@ -285,40 +283,39 @@ void genSetElementValue(AsnValue *value) {
         if (present == nullptr || !isSimpleComp(comp, &depth))
             return;
         Text member;
-        printfToF(fiTab, "{ %d, { .%s = ", compNbr,
-                  cMemberName(member, nullptr, comp, nullptr).c_str());
+        putF(fiTab, "{ ", compNbr, ", { .", cMemberName(member, nullptr, comp, nullptr), " = ");
         genFixedTypeValueFieldValue(present);
-        wToF(fiTab, " } }");
+        putF(fiTab, " } }");
         written = true;
     };
     if (!testTypeOption(getTypeOfValue(value), OPT_COMPS_AS_POINTERS))
         forEachPresentOrAbsentValueComp(value, genChosen);
     if (!written)
-        wToF(fiTab, "{ 0 } /* Complex choice: NOT YET IMPLEMENTED!! */");
+        putF(fiTab, "{ 0 } /* Complex choice: NOT YET IMPLEMENTED!! */");
 }
 
 void genEmptyFieldValue(AsnType *type) {
     switch (const int mainType = getTypeMainType(type)) {
     case TYP_BOOLEAN:
-        wToF(fiTab, "FALSE");
+        putF(fiTab, "FALSE");
         break;
     case TYP_INTEGER:
     case TYP_ENUM:
     case TYP_NULL:
-        wToF(fiTab, isExtensibleEnumeratedList(type) ? "{ FALSE, 0 }" : "0");
+        putF(fiTab, isExtensibleEnumeratedList(type) ? "{ FALSE, 0 }" : "0");
         break;
     case TYP_BITSTR:
     case TYP_OCTSTR:
     case TYP_SEQ:
     case TYP_CHOICE:
-        wToF(fiTab, "{ 0 }");
+        putF(fiTab, "{ 0 }");
         break;
     case TYP_OBJID:
-        wToF(fiTab, "{ 0, { 0 } }");
+        putF(fiTab, "{ 0, { 0 } }");
         break;
     default:
         if (cHasTextConstants(mainType))
-            wToF(fiTab, "{ 0 }");
+            putF(fiTab, "{ 0 }");
         else
             genNoValue(type);
     }
@@ -327,7 +324,7 @@ void genEmptyFieldValue(AsnType *type) {
 void genEmptyClassField(AsnFieldValue *value) {
     auto genEmpty = [](AsnObjClassField *, AsnType *type) {
         if (isExtensibleEnumeratedList(type))
-            wToF(fiTab, "{ 0 }");
+            putF(fiTab, "{ 0 }");
         else
             genEmptyFieldValue(type);
     };

@@ -118,17 +118,16 @@ const char *getMetaBaseTypeId(AsnType *type) {
     return meta == nullptr ? "" : meta->names.baseTypeId;
 }
 
-const char *getMetaCompId(AsnType *type) {
-    BETypMetaRec *meta = getBETypMetaRec(type);
-    if (meta == nullptr)
-        return nullptr;
+Text getMetaCompId(AsnType *type) {
+    if (getBETypMetaRec(type) == nullptr)
+        return "";
     if (isTypeExtensionmarker(type))
         return "extensionmarker";
-    return isComponentType(type) ? getTypeCompId(meta->compId, "", type, "").c_str() : nullptr;
+    return isComponentType(type) ? getTypeCompId(type) : "";
 }
 
 Text getMetaMemberName(AsnType *type) {
-    return cLoneName(orEmpty(getMetaCompId(type)), getModuleOfType(type));
+    return cLoneName(getMetaCompId(type), getModuleOfType(type));
 }
 
 Text getMetaTypeName(AsnType *type) {

@@ -18,7 +18,6 @@ struct BETypeInfo {
 
 struct BETypMetaRec {
     BETypeInfo names;
-    Text compId; /* what getMetaCompId showed last */
     int accessRoutines = ACCESS_MACROS;
 };
 
@@ -41,7 +40,7 @@ void setBETypeInfoNames(AsnType *type, const char *name);
 const char *getMetaTypeId(AsnType *type);
 const char *getMetaBaseTypeId(AsnType *type);
 /* Null for a type that has none. */
-const char *getMetaCompId(AsnType *type);
+Text getMetaCompId(AsnType *type);
 /* The same where the name stands alone, as that of a member; empty for a type that has none. */
 Text getMetaMemberName(AsnType *type);
 /* A type's getMetaTypeId where it stands alone. */

@@ -29,15 +29,15 @@ bool isCarriedAsItIs(AsnType *type) {
 /* An empty line, the user's text, "typedef ". */
 void genTypedefPrefix(AsnType *type) {
     resetIndentLevel(fiTyp);
-    wToF(fiTyp, "\n");
+    putF(fiTyp, "\n");
     printLocalTypeEmbeddingOptions(fiTyp, type, TED_TYP_BEFORE);
-    wToF(fiTyp, "typedef ");
+    putF(fiTyp, "typedef ");
 }
 
 /* " Msg;", the user's text. */
 void genTypedefPostfix(AsnType *type) {
-    printfToF(fiTyp, " %s;\n", getMetaTypeName(type).c_str());
-    taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaTypeName(type).c_str()});
+    putF(fiTyp, " ", getMetaTypeName(type), ";\n");
+    taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaTypeName(type)});
     printLocalTypeEmbeddingOptions(fiTyp, type, TED_TYP_BEHIND);
 }
 
@@ -47,14 +47,13 @@ bool isNameOfSelected(AsnType *type) {
 }
 
 void genNameOfSelected(AsnType *type) {
-    Text text;
     const bool hasName = !isCarriedAsItIs(type) ||
                          (isEntryBaseType(type) && !isMorlaApplication(getModuleOfType(type)));
     genTypedefPrefix(type);
     if (hasName)
-        wToF(fiTyp, getDefBaseTypeId(text, nullptr, type, nullptr));
+        putF(fiTyp, getDefBaseTypeId(type));
     else
-        wToF(fiTyp, getMetaBaseTypeId(type));
+        putF(fiTyp, getMetaBaseTypeId(type));
     genTypedefPostfix(type);
 }
 
@@ -79,7 +78,7 @@ void genEntryTypedef(AsnType *type) {
     if (!synonym && (isMorlaApplication(getModuleOfType(type)) || !isCarriedAsItIs(type)))
         return;
     genTypedefPrefix(type);
-    wToF(fiTyp, base);
+    putF(fiTyp, base);
     genTypedefPostfix(type);
 }
 
@@ -93,25 +92,22 @@ void genReferredType(AsnType *father, AsnType *son, TypesRun &run) {
     if (!isLeafType(son))
         genReferredTypes(son, run);
     if (cHasOwnDefinition(father, son)) {
-        wToF(fiTyp, "\n");
+        putF(fiTyp, "\n");
         genTypedefContents(son);
-        wToF(fiTyp, ";\n");
+        putF(fiTyp, ";\n");
     }
     taviUseTypeNode(son);
     genDefines(son);
 }
 
 void warnOfCircularImports(AsnModule *module) {
-    Text path;
     std::fprintf(stderr,
                  "%s:1: warning: Circular ASN.1 module imports detected.\n"
                  "    VELMO can not generate proper type definitions because generated\n"
                  "    types are used before they are defined. Split ASN.1 modules such\n"
                  "    that there are no circular references between modules.\n",
-                 getModuleFilePath(path, nullptr, module, nullptr).c_str());
-    Text name;
-    taviWarn(module, 1, SUMMARY_CIRCULAR_IMPORTS,
-             getModuleRef(name, nullptr, module, nullptr).c_str());
+                 getModuleFilePath(module).c_str());
+    taviWarn(module, 1, SUMMARY_CIRCULAR_IMPORTS, getModuleRef(module).c_str());
 }
 
 } // namespace

@@ -36,25 +36,20 @@ void genLeafStringHome(AsnType *type) {
     constexpr std::int32_t BITS = 8;
     const char *home = getMetaHomeTypeId(type);
     if (home == nullptr) {
-        Text word;
         std::fprintf(stderr, "WARNING: %s not yet supported, sorry.\n",
-                     getTypeMainTypeStri(word, nullptr, type, nullptr).c_str());
+                     getTypeMainTypeStri(type).c_str());
         home = "Unsupported_String_type";
     }
     sint64 size = allocatedSize(type);
     if (getTypeMainType(type) == TYP_BITSTR && !i64ismax(size))
         size = i64divl(i64addl(size, BITS - 1), BITS);
-    printfToF(fiTyp, "%s st [%s%s];\n", home, i64tostr(size).c_str(),
-              isRestrCharStringType(type) ? "+1" : "");
+    putF(fiTyp, home, " st [", i64tostr(size), isRestrCharStringType(type) ? "+1" : "", "];\n");
 }
 
 void warnOfUnknownLeaf(AsnType *type) {
-    Text path;
-    Text word;
     std::fprintf(stderr, "%s:%d: warning: Unknown leaf type: %s\n",
-                 getModuleFilePath(path, nullptr, getModuleOfType(type), nullptr).c_str(),
-                 getTypeDefinitionLine(type),
-                 getTypeMainTypeStri(word, nullptr, type, nullptr).c_str());
+                 getModuleFilePath(getModuleOfType(type)).c_str(), getTypeDefinitionLine(type),
+                 getTypeMainTypeStri(type).c_str());
     taviWarn(getModuleOfType(type), getTypeDefinitionLine(type), SUMMARY_INTERNAL_ERROR,
              "Unknown leaf type");
 }
@@ -64,21 +59,20 @@ void warnOfUnknownLeaf(AsnType *type) {
 Text fieldStructName(AsnType *type, ShapePlace &place) {
     Text whole, name;
     if (getFatherOfTypeComp(type) == nullptr)
-        getObjClassFieldId(name, nullptr, place.field, nullptr);
+        name = getObjClassFieldId(place.field);
     else
-        name = orEmpty(getMetaCompId(type));
+        name = getMetaCompId(type);
     if (name.empty())
         return cTypeId(whole, nullptr, type, nullptr);
-    getDefObjClassId(whole, (name + "_").c_str(), place.objClass, nullptr);
+    whole = concat((name + "_"), getDefObjClassId(place.objClass));
     if (place.fieldStructs->insert(whole).second)
         return whole;
     /* Another field has a structure of this name, maybe of the same type. */
-    Text field;
-    getObjClassFieldId(field, nullptr, place.field, nullptr);
-    getDefObjClassId(whole, (name + "_" + field + "_").c_str(), place.objClass, nullptr);
+    const Text field = getObjClassFieldId(place.field);
+    whole = concat((name + "_" + field + "_"), getDefObjClassId(place.objClass));
     for (int nr = 2; !place.fieldStructs->insert(whole).second; ++nr) {
         const Text numbered = name + std::to_string(nr) + "_" + field + "_";
-        getDefObjClassId(whole, numbered.c_str(), place.objClass, nullptr);
+        whole = concat(numbered, getDefObjClassId(place.objClass));
     }
     return whole;
 }
@@ -87,25 +81,25 @@ Text fieldStructName(AsnType *type, ShapePlace &place) {
 void genStructPrefix(AsnType *type, ShapePlace &place) {
     if (place.objClass != nullptr)
         setBETypeInfoNames(type, fieldStructName(type, place).c_str());
-    printfToF(fiTyp, "struct t_%s ", orEmpty(getMetaTypeId(type)));
-    wToF(fiTyp, "{\n");
+    putF(fiTyp, "struct t_", getMetaTypeId(type), " ");
+    putF(fiTyp, "{\n");
     ++fArr[fiTyp].indent;
 }
 
 void genStructPostfix() {
     --fArr[fiTyp].indent;
-    wToF(fiTyp, "}");
+    putF(fiTyp, "}");
 }
 
 void genLeafType(AsnType *type, ShapePlace &place) {
     if (testTypeOption(type, OPT_SKIPPED)) {
-        wToF(fiTyp, getMetaBaseTypeId(type));
+        putF(fiTyp, getMetaBaseTypeId(type));
     } else if (isStructuredType(type)) {
         genStructPrefix(type, place);
-        printfToF(fiTyp, "%s eitherthisfield;\n", cSpecialType(SPECIAL_NOBODY_USES));
+        putF(fiTyp, cSpecialType(SPECIAL_NOBODY_USES), " eitherthisfield;\n");
         genStructPostfix();
     } else if (cIsPredefinedType(type)) {
-        wToF(fiTyp, getMetaBaseTypeId(type));
+        putF(fiTyp, getMetaBaseTypeId(type));
     } else if (cIsStaticString(type) || cIsDynamicString(type)) {
         genStructPrefix(type, place);
         genControlMember(type);
@@ -119,15 +113,15 @@ void genLeafType(AsnType *type, ShapePlace &place) {
 /* A list's element stands inside a comment, since its C type is LIST whatever it holds. */
 void genNonLeafPrefix(AsnType *type, ShapePlace &place) {
     if (cIsLinkedList(type)) {
-        wToF(fiTyp, "LIST /*\n");
+        putF(fiTyp, "LIST /*\n");
         ++fArr[fiTyp].indent;
         return;
     }
     genStructPrefix(type, place);
     genControlMember(type);
     if (isPlainChoice(type)) {
-        wToF(fiTyp, "union ");
-        wToF(fiTyp, "{\n");
+        putF(fiTyp, "union ");
+        putF(fiTyp, "{\n");
         ++fArr[fiTyp].indent;
     }
 }
@@ -135,19 +129,19 @@ void genNonLeafPrefix(AsnType *type, ShapePlace &place) {
 void genNonLeafPostfix(AsnType *type) {
     if (cIsLinkedList(type)) {
         --fArr[fiTyp].indent;
-        wToF(fiTyp, "*/");
+        putF(fiTyp, "*/");
         return;
     }
     if (isPlainChoice(type)) {
         --fArr[fiTyp].indent;
-        wToF(fiTyp, "} i1;\n");
+        putF(fiTyp, "} i1;\n");
     }
     genStructPostfix();
 }
 
 void genNonLeafType(AsnType *type, ShapePlace &place) {
     if (cIsFrameType(type)) {
-        wToF(fiTyp, getMetaBaseTypeId(type));
+        putF(fiTyp, getMetaBaseTypeId(type));
         return;
     }
     genNonLeafPrefix(type, place);
@@ -161,27 +155,27 @@ void genNonLeafType(AsnType *type, ShapePlace &place) {
 void genHomeMember(AsnType *son) {
     Text text;
     if (cIsPtrAsnHomeMember(son))
-        wToF(fiTyp, "*");
-    wToF(fiTyp, cAsnHomeMember(text, " val.", son, ";\n"));
+        putF(fiTyp, "*");
+    putF(fiTyp, cAsnHomeMember(text, " val.", son, ";\n"));
 }
 
 void genMemberType(AsnType *father, AsnType *son, ShapePlace &place) {
     Text text;
     if (cIsLinkedList(father)) {
-        wToF(fiTyp, getMetaBaseTypeId(son));
+        putF(fiTyp, getMetaBaseTypeId(son));
     } else if (testTypeOption(son, OPT_HOME)) {
-        wToF(fiTyp, "ASNHOME /*\n");
+        putF(fiTyp, "ASNHOME /*\n");
         ++fArr[fiTyp].indent;
-        wToF(fiTyp, getMetaBaseTypeId(son));
+        putF(fiTyp, getMetaBaseTypeId(son));
         genHomeMember(son);
         --fArr[fiTyp].indent;
-        wToF(fiTyp, "*/ ");
+        putF(fiTyp, "*/ ");
     } else if (getTypeMainType(son) == TYP_OPEN) {
-        wToF(fiTyp, cIsFrameType(son) ? "FRAME_PTR " : "ANY ");
+        putF(fiTyp, cIsFrameType(son) ? "FRAME_PTR " : "ANY ");
     } else if (cIsDefinedBaseType(son)) {
-        wToF(fiTyp, cTypeIdForTypeCompDef(text, nullptr, son, nullptr));
+        putF(fiTyp, cTypeIdForTypeCompDef(text, nullptr, son, nullptr));
     } else if (isTypeExtensionmarker(son)) {
-        wToF(fiTyp, getMetaBaseTypeId(son));
+        putF(fiTyp, getMetaBaseTypeId(son));
     } else if (isLeafType(son)) {
         genLeafType(son, place);
     } else {
@@ -199,17 +193,17 @@ void genMemberTail(AsnType *father, AsnType *son) {
     if (cIsLinkedList(father)) {
         genHomeMember(son);
     } else if (getTypeMainType(son) == TYP_OPEN && !isElemType(son) && !cIsPointerMember(son)) {
-        printfToF(fiTyp, "%s;\n", getMetaMemberName(son).c_str());
+        putF(fiTyp, getMetaMemberName(son), ";\n");
     } else if (isElemType(son)) {
-        wToF(fiTyp, pointerText(son));
+        putF(fiTyp, pointerText(son));
         if (testTypeOption(father, OPT_DYNAMIC_ARRAY))
-            wToF(fiTyp, "* elem");
+            putF(fiTyp, "* elem");
         else
-            int64ToF(fiTyp, " elem [", allocatedSize(father), "]");
-        wToF(fiTyp, ";\n");
+            putF(fiTyp, " elem [", i64tostr(allocatedSize(father)), "]");
+        putF(fiTyp, ";\n");
     } else {
-        wToF(fiTyp, pointerText(son));
-        printfToF(fiTyp, " %s;\n", getMetaMemberName(son).c_str());
+        putF(fiTyp, pointerText(son));
+        putF(fiTyp, " ", getMetaMemberName(son), ";\n");
     }
 }
 
@@ -233,10 +227,10 @@ void genTypedefContents(AsnType *type, ShapePlace place) {
 void genControlMember(AsnType *type) {
     if (cHasControlMember(type)) {
         Text text;
-        wToF(fiTyp, getControlMemberDef(text, type));
+        putF(fiTyp, getControlMemberDef(text, type));
     }
     if (const int form = cIgnoredCountVF(type); form != VF_NONE)
-        printfToF(fiTyp, "%s nIgnored;\n", orEmpty(getLangType(form)));
+        putF(fiTyp, getLangType(form), " nIgnored;\n");
 }
 
 void genNonLeafContents(AsnType *father, AsnType *son, ShapePlace &place) {

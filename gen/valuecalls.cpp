@@ -48,7 +48,7 @@ void genTypedFrame(int file, const char *call, AsnType *type) {
     Text text;
     wToF(file, call);
     wToF(file, cHome(text, nullptr, true, type, nullptr, ","));
-    wToF(file, getTypeMainTypeStri(text, " ", type, ");\n"));
+    putF(file, " ", getTypeMainTypeStri(type), ");\n");
 }
 
 void genFillCall(int file, const char *prefix, AsnType *type, const char *postfix) {

@@ -25,11 +25,10 @@ void genValuePrefix(AsnValue *value) {
         wToF(fiDef, "\n/* values */\n\n");
         setMetaIntroPrinted(module, true);
     }
-    Text id;
-    const Text name = cLoneName(getValueId(id, nullptr, value, nullptr), module);
+    const Text name = cLoneName(getValueId(value), module);
     printfToF(fiDef, "#define %s ", name.c_str());
     taviUseTypeNodeOfValue(value);
-    taviAddItem(ITEM_DEFINE, fiDef, {name.c_str()});
+    taviAddItem(ITEM_DEFINE, fiDef, {name});
 }
 
 void genStringDefine(AsnValue *value, int, const char *text) {
@@ -54,31 +53,29 @@ void genHexDefine(AsnValue *value, int length, const char *text) {
 void genObjectIdentifierDefine(AsnValue *value) {
     if (getNrOfObjectIdentifierComps(value) == 0) {
         /* A "#define" that goes on to a next line must not swallow another one. */
-        Text message;
-        getValueRef(message, "No define for ", value, ": its object identifier is not resolved.");
+        const Text message =
+            "No define for " + getValueRef(value) + ": its object identifier is not resolved.";
         bugInTool(message.c_str());
         return;
     }
     genValuePrefix(value);
     wToF(fiDef, "\\\n");
-    Text arcs; /* in one piece: a line may not end within it */
-    wToF(fiDef,
-         objectIdentifierValueStri(arcs, "  \"{", value, nullptr, nullptr, nullptr, "}\"\n"));
+    /* In one piece: a line may not end within it. */
+    putF(fiDef, "  \"{", objectIdentifierValueStri(value, nullptr, nullptr, nullptr), "}\"\n");
 }
 
 void genRootValue(AsnValue *value, int) {
     Text text;
     switch (getValueMainType(value)) {
     case TYP_BOOLEAN:
-        genValue(value, nullptr, booleanValueStri(text, nullptr, value, nullptr).c_str(), nullptr);
+        genValue(value, nullptr, booleanValueStri(value).c_str(), nullptr);
         break;
     case TYP_INTEGER:
     case TYP_ENUM:
         genValue(value, nullptr, cIntegerValue(text, nullptr, value, nullptr).c_str(), nullptr);
         break;
     case TYP_REAL:
-        genValue(value, nullptr, doubleRealValueStri(text, nullptr, value, nullptr).c_str(),
-                 nullptr);
+        genValue(value, nullptr, doubleRealValueStri(value).c_str(), nullptr);
         break;
     case TYP_BITSTR:
         forBitStringValueB(value, genBinaryDefine);

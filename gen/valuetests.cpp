@@ -35,21 +35,20 @@ const char *closure(bool closed) {
 
 void genRealEndpoints(int file, AsnType *type, AsnValue *low, bool lowClosed, AsnValue *high,
                       bool highClosed) {
-    Text number;
     printfToF(file, " %s_%s,", closure(lowClosed), closure(highClosed));
     if (testCGenerationOption(getModuleOfType(type), CGEN_REAL)) {
-        wToF(file, doubleRealValueStri(number, " ", low, ","));
-        wToF(file, doubleRealValueStri(number, " ", high, ");\n"));
+        putF(file, " ", doubleRealValueStri(low), ",");
+        putF(file, " ", doubleRealValueStri(high), ");\n");
         return;
     }
     if (isMinusInfinity(low))
         wToF(file, " REAL_MINUS_INF, 0.0,");
     else
-        wToF(file, doubleRealValueStri(number, " REAL_NORMAL, ", low, ","));
+        putF(file, " REAL_NORMAL, ", doubleRealValueStri(low), ",");
     if (isPlusInfinity(high))
         wToF(file, " REAL_PLUS_INF, 0.0);\n");
     else
-        wToF(file, doubleRealValueStri(number, " REAL_NORMAL, ", high, ");\n"));
+        putF(file, " REAL_NORMAL, ", doubleRealValueStri(high), ");\n");
 }
 
 } // namespace

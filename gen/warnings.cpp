@@ -12,13 +12,13 @@ void warning(const char *text) {
 }
 
 void typeWarning(AsnType *type, const char *text) {
-    Text place, name;
-    getModuleRef(place, "Module ", getModuleOfType(type), ", line ");
+    Text name;
+    Text place = "Module " + getModuleRef(getModuleOfType(type)) + ", line ";
     place += formatText("%d, ", getTypeDefinitionLine(type));
     if (isDefinedType(type))
-        place += "type " + convertUnderscores(getTypeRef(name, nullptr, type, nullptr));
+        place += "type " + convertUnderscores(getTypeRef(type));
     else if (isComponentType(type))
-        place += "element " + convertUnderscores(getTypeCompRef(name, nullptr, type, nullptr));
+        place += "element " + convertUnderscores(getTypeCompRef(type));
     else
         place += "element " + convertUnderscores(cTypeId(name, nullptr, type, nullptr));
     warning(place.c_str());

@@ -81,8 +81,7 @@ std::int32_t int64ToInt32(sint64 value, AsnModule *module, std::int32_t line, co
 }
 
 void int64Warning(AsnModule *module, std::int32_t line, const char *message) {
-    Text path;
-    getModuleFilePath(path, nullptr, module, nullptr);
+    const Text path = getModuleFilePath(module);
     std::fprintf(stderr, "%s:%d:BET Warning\n", path.c_str(), line);
     std::fputs("** Type constraint information does not fit in 32 bits\n", stderr);
     if (message != nullptr)

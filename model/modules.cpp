@@ -148,26 +148,17 @@ void forEachExportingModule(AsnModule *module, Call<void(AsnModule *exporting)> 
     cMP = before;
 }
 
-Text &getModuleRef(Text &dst, const char *before, AsnModule *module, const char *after) {
-    return joinTexts(dst, before, module->modRec->moduleName.c_str(), after);
+Text getModuleRef(AsnModule *module) {
+    return module->modRec->moduleName;
 }
 
-Text &getModulePrefix(Text &dst, const char *before, AsnModule *module, const char *after) {
-    return joinTexts(dst, before, module->modRec->genPrefix.c_str(), after);
+Text getModulePrefix(AsnModule *module) {
+    return module->modRec->genPrefix;
 }
 
-Text &getModuleDirectory(Text &dst, const char *before, AsnModule *module, const char *after) {
-    return joinTexts(dst, before, getGlobalOptions(module)->sourceDirectory, after);
-}
-
-Text &getModuleFileName(Text &dst, const char *before, AsnModule *module, const char *after) {
-    return joinTexts(dst, before, getGlobalOptions(module)->sourceFileName, after);
-}
-
-Text &getModuleFilePath(Text &dst, const char *before, AsnModule *module, const char *after) {
+Text getModuleFilePath(AsnModule *module) {
     const GlobalOptions *options = getGlobalOptions(module);
-    const Text path = Text(orEmpty(options->sourceDirectory)) + orEmpty(options->sourceFileName);
-    return joinTexts(dst, before, path.c_str(), after);
+    return concat(options->sourceDirectory, options->sourceFileName);
 }
 
 BEModMetaRec *getBEModMetaRec(AsnModule *module) {

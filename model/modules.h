@@ -28,13 +28,11 @@ void forFirstModule(Call<void(AsnModule *module)> func);
    over calls of this function that `func` makes itself. */
 void forEachExportingModule(AsnModule *module, Call<void(AsnModule *exporting)> func);
 
-Text &getModuleRef(Text &dst, const char *before, AsnModule *module, const char *after);
+Text getModuleRef(AsnModule *module);
 /* The prefix of generated identifiers. */
-Text &getModulePrefix(Text &dst, const char *before, AsnModule *module, const char *after);
+Text getModulePrefix(AsnModule *module);
 /* The ASN.1 source file. */
-Text &getModuleDirectory(Text &dst, const char *before, AsnModule *module, const char *after);
-Text &getModuleFileName(Text &dst, const char *before, AsnModule *module, const char *after);
-Text &getModuleFilePath(Text &dst, const char *before, AsnModule *module, const char *after);
+Text getModuleFilePath(AsnModule *module);
 
 BEModMetaRec *getBEModMetaRec(AsnModule *module);
 bool isTheSameModule(AsnModule *a, AsnModule *b);

@@ -66,9 +66,7 @@ void compareWithEnd(TagTest *test) {
 }
 
 void ifTagEqual(TagTest *test, const AsnTag *tag) {
-    Text comparison;
-    getTagStri(comparison, test->equal ? " == " : " != ", tag, false, nullptr);
-    test->line.append(test->tagRef).append(comparison);
+    appendParts(test->line, {test->tagRef, test->equal ? " == " : " != ", getTagStri(tag, false)});
 }
 
 void compareWithOutermostTag(TagTest *test, AsnType *type) {
@@ -88,7 +86,7 @@ void ifChoiceTag(TagTest *test, AsnType *comp) {
         return;
     }
     if (test->count > 0) {
-        wToF(test->file, test->line.append(test->equal ? " ||\n" : " &&\n"));
+        putF(test->file, test->line.append(test->equal ? " ||\n" : " &&\n"));
         test->line = " ";
     }
     ++test->count;
@@ -175,56 +173,26 @@ int getTagNumber(const AsnTag *tag) {
     return tag->tagNumber;
 }
 
-Text &getTagClassStri(Text &dst, const char *prefix, const AsnTag *tag, const char *suffix) {
-    dst = orEmpty(prefix);
-    return dst.append(tagClassWord(tag->tagClass)).append(orEmpty(suffix));
+Text getTagClassStri(const AsnTag *tag) {
+    return tagClassWord(tag->tagClass);
 }
 
-Text &getTagNumberStri(Text &dst, const char *prefix, const AsnTag *tag, const char *suffix) {
-    dst = orEmpty(prefix);
-    return dst.append(std::to_string(tag->tagNumber)).append(orEmpty(suffix));
+Text getTagStri(const AsnTag *tag, bool constructed) {
+    return getTagStriClassNumber(tag->tagClass, constructed, tag->tagNumber);
 }
 
-Text &getTagStri(Text &dst, const char *prefix, const AsnTag *tag, bool constructed,
-                 const char *suffix) {
-    return getTagStriClassNumber(dst, prefix, tag->tagClass, constructed, tag->tagNumber, suffix);
-}
-
-Text &getTagStriClassNumber(Text &dst, const char *prefix, int tagClass, bool constructed,
-                            std::int32_t number, const char *suffix) {
-    /* TAG(TAG_CTX, TAG_PRI, 3) */
-    dst = orEmpty(prefix);
-    dst.append("TAG(").append(tagClassWord(tagClass));
-    dst.append(constructed ? ", TAG_STR" : ", TAG_PRI");
-    return dst.append(", ").append(std::to_string(number)).append(")").append(orEmpty(suffix));
+Text getTagStriClassNumber(int tagClass, bool constructed, std::int32_t number) {
+    return concat("TAG(", tagClassWord(tagClass), constructed ? ", TAG_STR, " : ", TAG_PRI, ",
+                  number, ")");
 }
 
 int getBuiltinTypeTagClass(int mainType) {
     return mainType >= 0 && mainType < BUILTIN_TYPES ? typeArr[mainType].tagClass : TAG_UNI;
 }
 
-Text &getBuiltinTypeTagClassStri(Text &dst, const char *prefix, int mainType, const char *suffix) {
-    const AsnTag tag{getBuiltinTypeTagClass(mainType), 0};
-    return getTagClassStri(dst, prefix, &tag, suffix);
-}
-
 int getBuiltinTypeTagNumber(int mainType) {
     const bool builtin = mainType >= 0 && mainType < BUILTIN_TYPES;
     return typeArr[builtin ? mainType : int{TYP_NONE}].tagNumber;
-}
-
-Text &getBuiltinTypeTagNumberStri(Text &dst, const char *prefix, int mainType, const char *suffix) {
-    const int number = getBuiltinTypeTagNumber(mainType);
-    dst = orEmpty(prefix);
-    if (number >= 0)
-        dst.append(std::to_string(number));
-    else if (number == typeArr[TYP_ANY].tagNumber)
-        dst.append("TNR_ANY");
-    else if (number == typeArr[TYP_CHOICE].tagNumber)
-        dst.append("TNR_CHOICE");
-    else
-        dst.append("TNR_NONE");
-    return dst.append(orEmpty(suffix));
 }
 
 void printIfTagForBER(int file, AsnType *type, const char *tagRef, bool isElse, bool equal) {
@@ -238,5 +206,5 @@ void printIfTagForBER(int file, AsnType *type, const char *tagRef, bool isElse, 
         compareWithEnd(&test);
     else
         compareWithOutermostTag(&test, type);
-    wToF(file, test.line.append(")"));
+    putF(file, test.line.append(")"));
 }

@@ -36,20 +36,14 @@ int getTagClass(const AsnTag *tag);
 int getTagNumber(const AsnTag *tag);
 
 /* TAG_UNI, TAG_APP, TAG_CTX, TAG_PRV; empty for another class. */
-Text &getTagClassStri(Text &dst, const char *prefix, const AsnTag *tag, const char *suffix);
-Text &getTagNumberStri(Text &dst, const char *prefix, const AsnTag *tag, const char *suffix);
+Text getTagClassStri(const AsnTag *tag);
 /* TAG(TAG_CTX, TAG_PRI, 3) */
-Text &getTagStri(Text &dst, const char *prefix, const AsnTag *tag, bool constructed,
-                 const char *suffix);
-Text &getTagStriClassNumber(Text &dst, const char *prefix, int tagClass, bool constructed,
-                            std::int32_t number, const char *suffix);
+Text getTagStri(const AsnTag *tag, bool constructed);
+Text getTagStriClassNumber(int tagClass, bool constructed, std::int32_t number);
 
 /* The tag of a kind of type; class 0 and number -10 for kinds that are no built-in types. */
 int getBuiltinTypeTagClass(int mainType);
-Text &getBuiltinTypeTagClassStri(Text &dst, const char *prefix, int mainType, const char *suffix);
 int getBuiltinTypeTagNumber(int mainType);
-/* TNR_CHOICE, TNR_ANY or TNR_NONE where there is no number. */
-Text &getBuiltinTypeTagNumberStri(Text &dst, const char *prefix, int mainType, const char *suffix);
 
 /* Writes "if (d_CurrTag () == TAG(TAG_CTX, TAG_PRI, 0))" to `file`: the tag expression `tagRef`
    (null: "tag") is the outermost tag of `type`, or of an alternative of an untagged CHOICE, which

@@ -9,11 +9,6 @@ namespace {
 
 constexpr const char *NO_NAME = "?!?";
 
-/* The plain name of a record: idLen cuts printed names only. */
-Text &plainId(Text &dst, const char *prefix, const FixRec &fixRec, const char *suffix) {
-    return joinTexts(dst, prefix, fixRec.id, suffix);
-}
-
 /* A component that has a name. */
 bool hasCompName(AsnType *type) {
     return type->compId.id != nullptr && isComponentType(type);
@@ -26,85 +21,62 @@ bool hasGeneratedType(AsnType *type) {
 
 } // namespace
 
-Text &getTypeRef(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
-    return plainId(dst, prefix, type->compId, suffix);
+Text getTypeRef(AsnType *type) {
+    return orEmpty(type->compId.id);
 }
 
-Text &getBaseTypeRef(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
+Text getBaseTypeRef(AsnType *type) {
     if (isLeafType(type))
-        return getTypeMainTypeRef(dst, prefix, type, suffix);
-    return plainId(dst, prefix, type->baseId, suffix);
+        return getTypeMainTypeRef(type);
+    return orEmpty(type->baseId.id);
 }
 
-Text &getDefTypeId(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
+Text getDefTypeId(AsnType *type) {
     if (isDefinedType(type))
-        return printFixRec(dst, prefix, &type->compId, suffix);
+        return printFixRec(type->compId);
     if (isDefinedBaseType(type))
-        return printFixRec(dst, prefix, &type->baseId, suffix);
-    return joinTexts(dst, prefix, NO_NAME, suffix);
+        return printFixRec(type->baseId);
+    return NO_NAME;
 }
 
-Text &getDefBaseTypeId(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
+Text getDefBaseTypeId(AsnType *type) {
     if (isDefinedBaseType(type))
-        return printFixRec(dst, prefix, &type->baseId, suffix);
-    return joinTexts(dst, prefix, "?!?NOT-A-DEFINED-TYPE", suffix);
+        return printFixRec(type->baseId);
+    return "?!?NOT-A-DEFINED-TYPE";
 }
 
-Text &getTypeCompId(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
+Text getTypeCompId(AsnType *type) {
     if (hasCompName(type))
-        return printFixRec(dst, prefix, &type->compId, suffix);
-    return joinTexts(dst, prefix, NO_NAME, suffix);
+        return printFixRec(type->compId);
+    return NO_NAME;
 }
 
-Text &getTypeCompRef(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
+Text getTypeCompRef(AsnType *type) {
     if (hasCompName(type))
-        return plainId(dst, prefix, type->compId, suffix);
-    return joinTexts(dst, prefix, NO_NAME, suffix);
+        return orEmpty(type->compId.id);
+    return NO_NAME;
 }
 
-Text &getBaseTypeId(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
+Text getBaseTypeId(AsnType *type) {
     if (!hasGeneratedType(type))
-        return joinTexts(dst, prefix, targetLangType(getVF(type)), suffix);
+        return orEmpty(targetLangType(getVF(type)));
     if (type->baseId.id != nullptr)
-        return printFixRec(dst, prefix, &type->baseId, suffix);
-    return joinTexts(dst, prefix, NO_NAME, suffix);
+        return printFixRec(type->baseId);
+    return NO_NAME;
 }
 
-Text &getTypeIdConvKindRaw(Text &dst, const char *prefix, AsnType *type, const char *suffix,
-                           int kind) {
-    const FixChain *chain = globalFixRecForKind(type->ownerModule, kind);
-    const FixRec none;
-    return getTypeIdConvFix(dst, prefix, type, suffix, chain == nullptr ? &none : &chain->head);
-}
-
-Text &getTypeIdConvFix(Text &dst, const char *prefix, AsnType *type, const char *suffix,
-                       const FixRec *fixRec) {
-    if (type->compId.id == nullptr)
-        return joinTexts(dst, prefix, nullptr, suffix);
-    FixRec copy = *fixRec;
-    copy.id = type->compId.id;
-    copy.idLen = type->compId.idLen;
-    return printFixRec(dst, prefix, &copy, suffix);
-}
-
-Text &getTypeCompStatusStri(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
+Text getTypeCompStatusStri(AsnType *type) {
     const int status = type->compStatus;
     const bool hasWord = status >= 0 && status < COMP_STATUS_WORDS;
-    return joinTexts(dst, prefix, hasWord ? compStatusArr[status] : nullptr, suffix);
+    return hasWord ? compStatusArr[status] : "";
 }
 
-Text &getTypeMainTypeStri(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
+Text getTypeMainTypeStri(AsnType *type) {
     const int mainType = getTypeMainType(type);
-    if (mainType < TYP_COUNT)
-        return joinTexts(dst, prefix, typeArr[mainType].word, suffix);
-    dst.clear();
-    return dst;
+    return mainType < TYP_COUNT ? typeArr[mainType].word : "";
 }
 
-Text &getTypeMainTypeRef(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
+Text getTypeMainTypeRef(AsnType *type) {
     const int mainType = getTypeMainType(type);
-    if (mainType < BUILTIN_TYPES)
-        return joinTexts(dst, prefix, typeArr[mainType].text, suffix);
-    dst.clear();
-    return dst;
+    return orEmpty(mainType < BUILTIN_TYPES ? typeArr[mainType].text : nullptr);
 }

@@ -4,25 +4,20 @@
 
 /* Names of types. "?!?" stands for a name that a type does not have. */
 
-/* The plain ASN.1 name; only prefix and suffix for a nameless type. */
-Text &getTypeRef(Text &dst, const char *prefix, AsnType *type, const char *suffix);
+/* The plain ASN.1 name; no text for a nameless type. */
+Text getTypeRef(AsnType *type);
 /* The ASN.1 name of a leaf's kind, or the plain name of the base. */
-Text &getBaseTypeRef(Text &dst, const char *prefix, AsnType *type, const char *suffix);
+Text getBaseTypeRef(AsnType *type);
 /* Names by the naming options: of the definition, of the base's definition, of a component. */
-Text &getDefTypeId(Text &dst, const char *prefix, AsnType *type, const char *suffix);
-Text &getDefBaseTypeId(Text &dst, const char *prefix, AsnType *type, const char *suffix);
-Text &getTypeCompId(Text &dst, const char *prefix, AsnType *type, const char *suffix);
+Text getDefTypeId(AsnType *type);
+Text getDefBaseTypeId(AsnType *type);
+Text getTypeCompId(AsnType *type);
 /* The plain name of a component. */
-Text &getTypeCompRef(Text &dst, const char *prefix, AsnType *type, const char *suffix);
+Text getTypeCompRef(AsnType *type);
 /* The C type of a value. */
-Text &getBaseTypeId(Text &dst, const char *prefix, AsnType *type, const char *suffix);
-/* The plain name under the naming rules of a kind of the module, or under those given. */
-Text &getTypeIdConvKindRaw(Text &dst, const char *prefix, AsnType *type, const char *suffix,
-                           int kind);
-Text &getTypeIdConvFix(Text &dst, const char *prefix, AsnType *type, const char *suffix,
-                       const FixRec *fixRec);
+Text getBaseTypeId(AsnType *type);
 /* TCS_..., TYP_..., and the ASN.1 name of the base's main type. A main type outside the table, or
-   one that is no built-in type for its name, empties `dst`. */
-Text &getTypeCompStatusStri(Text &dst, const char *prefix, AsnType *type, const char *suffix);
-Text &getTypeMainTypeStri(Text &dst, const char *prefix, AsnType *type, const char *suffix);
-Text &getTypeMainTypeRef(Text &dst, const char *prefix, AsnType *type, const char *suffix);
+   one that is no built-in type for its name, gives no text. */
+Text getTypeCompStatusStri(AsnType *type);
+Text getTypeMainTypeStri(AsnType *type);
+Text getTypeMainTypeRef(AsnType *type);

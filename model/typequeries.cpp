@@ -306,8 +306,7 @@ bool isVisibleType(AsnType *type) {
 }
 
 const char *getEntrySymbolByName(AsnType *type) {
-    Text name;
-    getTypeRef(name, nullptr, type, nullptr);
+    const Text name = getTypeRef(type);
     const FixChain &entries = getGlobalOptions(type->ownerModule)->entries;
     const FixRec *record = findGlbFixRecByName(entries, name.c_str());
     return record == nullptr ? nullptr : record->pref;
@@ -317,12 +316,8 @@ bool isEntrySymbol(AsnType *type) {
     return isEntryType(type) && getEntrySymbolByName(type) != nullptr;
 }
 
-Text &getEntrySymbol(Text &dst, const char *prefix, AsnType *type, const char *suffix) {
-    const char *symbol = getEntrySymbolByName(type);
-    dst.clear();
-    if (symbol != nullptr)
-        dst.append(orEmpty(prefix)).append(symbol).append(orEmpty(suffix));
-    return dst;
+Text getEntrySymbol(AsnType *type) {
+    return orEmpty(getEntrySymbolByName(type));
 }
 
 bool isDefiniteLengthEncoding(AsnType *type) {

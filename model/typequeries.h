@@ -92,7 +92,7 @@ bool isVisibleType(AsnType *type);
 /* The symbol that an option gives to the entry type of this name, null for none. */
 const char *getEntrySymbolByName(AsnType *type);
 bool isEntrySymbol(AsnType *type);
-Text &getEntrySymbol(Text &dst, const char *prefix, AsnType *type, const char *suffix);
+Text getEntrySymbol(AsnType *type);
 
 /* Lengths are encoded in definite form. */
 bool isDefiniteLengthEncoding(AsnType *type);

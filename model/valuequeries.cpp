@@ -24,10 +24,6 @@ bool testValueInfinity(const AsnValue &value, bool plus) {
     return (kind == TYP_INTEGER || kind == TYP_REAL) && testInfinity(value.base, plus, kind);
 }
 
-Text &joined(Text &dst, const char *prefix, const Text &text, const char *suffix) {
-    return joinTexts(dst, prefix, text.c_str(), suffix);
-}
-
 /* The text of a special real, given those of the three cases. */
 const char *specialRealText(const realVal &real, const char *plus, const char *minus,
                             const char *zero) {
@@ -114,16 +110,16 @@ std::int32_t characterStringLength(AsnValue *value) {
     return value->stringLength;
 }
 
-Text &getValueRef(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
-    return joined(dst, prefix, orEmpty(value->valueId.id), suffix);
+Text getValueRef(AsnValue *value) {
+    return orEmpty(value->valueId.id);
 }
 
-Text &getValueId(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
-    return joinFixRec(dst, prefix, value->valueId, suffix);
+Text getValueId(AsnValue *value) {
+    return printFixRec(value->valueId);
 }
 
-Text &getBaseValueId(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
-    return joinFixRec(dst, prefix, value->baseId, suffix);
+Text getBaseValueId(AsnValue *value) {
+    return printFixRec(value->baseId);
 }
 
 void setInfValueStri(const char *intMinus, const char *intPlus, const char *realMinus,
@@ -138,61 +134,35 @@ void setInfValueStri(const char *intMinus, const char *intPlus, const char *real
     replace(realInfinityStri.plus, realPlus);
 }
 
-Text &booleanValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
-    return joined(dst, prefix, booleanValue(value) ? "TRUE" : "FALSE", suffix);
+Text booleanValueStri(AsnValue *value) {
+    return booleanValue(value) ? "TRUE" : "FALSE";
 }
 
-Text &integerValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
+Text integerValueStri(AsnValue *value) {
     const sint64 number = int64Value(value);
     if (i64ismax(number))
-        return joined(dst, prefix, intInfinityStri.plus, suffix);
+        return intInfinityStri.plus;
     if (i64ismin(number))
-        return joined(dst, prefix, intInfinityStri.minus, suffix);
-    return joined(dst, prefix, i64tostr(number), suffix);
+        return intInfinityStri.minus;
+    return i64tostr(number);
 }
 
-Text &realValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
+Text realValueStri(AsnValue *value) {
     const realVal real = realValue(value);
     if (isSpecialRealVal(real))
-        return joined(dst, prefix,
-                      specialRealText(real, realInfinityStri.plus, realInfinityStri.minus, "0"),
-                      suffix);
-    return joined(
-        dst, prefix,
-        formatText("{%s, %d, %d}", i64tostr(real.mantissa).c_str(), real.base, real.exponent),
-        suffix);
+        return specialRealText(real, realInfinityStri.plus, realInfinityStri.minus, "0");
+    return concat("{", i64tostr(real.mantissa), ", ", real.base, ", ", real.exponent, "}");
 }
 
-Text &doubleRealValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix) {
+Text doubleRealValueStri(AsnValue *value) {
     const realVal real = realValue(value);
     if (isSpecialRealVal(real))
-        return joined(dst, prefix, specialRealText(real, "DBL_MAX", "-DBL_MAX", "0.0"), suffix);
+        return specialRealText(real, "DBL_MAX", "-DBL_MAX", "0.0");
     const int option = getGlobalOptions(value->ownerModule)->decimals;
     const std::size_t wanted =
         static_cast<std::size_t>(option == DECIMALS_BINARY ? DEFAULT_DECIMALS : option);
     const Text mantissa = i64tostr(real.mantissa);
     const std::size_t digits = mantissa.size() - (i64isneg(real.mantissa) ? 1 : 0);
     const std::size_t zeros = wanted > digits ? wanted - digits : 0;
-    return joined(dst, prefix, mantissa + "." + Text(zeros, '0') + formatText("E%d", real.exponent),
-                  suffix);
-}
-
-void printBooleanValueToF(int file, const char *prefix, AsnValue *value, const char *suffix) {
-    Text text;
-    wToF(file, booleanValueStri(text, prefix, value, suffix));
-}
-
-void printIntegerValueToF(int file, const char *prefix, AsnValue *value, const char *suffix) {
-    Text text;
-    wToF(file, integerValueStri(text, prefix, value, suffix));
-}
-
-void printRealValueToF(int file, const char *prefix, AsnValue *value, const char *suffix) {
-    Text text;
-    wToF(file, realValueStri(text, prefix, value, suffix));
-}
-
-void printDoubleRealValueToF(int file, const char *prefix, AsnValue *value, const char *suffix) {
-    Text text;
-    wToF(file, doubleRealValueStri(text, prefix, value, suffix));
+    return concat(mantissa, ".", Text(zeros, '0'), "E", real.exponent);
 }

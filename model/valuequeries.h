@@ -29,23 +29,17 @@ std::int32_t bitStringLength(AsnValue *value);
 std::int32_t octetStringLength(AsnValue *value);
 std::int32_t characterStringLength(AsnValue *value);
 
-/* The ASN.1 name; the C names of the position and of the base. Nothing but prefix and suffix for a
-   nameless value. */
-Text &getValueRef(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
-Text &getValueId(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
-Text &getBaseValueId(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
+/* The ASN.1 name; the C names of the position and of the base. No text for a nameless value. */
+Text getValueRef(AsnValue *value);
+Text getValueId(AsnValue *value);
+Text getBaseValueId(AsnValue *value);
 
 /* The texts of infinite numbers; null keeps one. They are borrowed for the rest of the run. */
 void setInfValueStri(const char *intMinus, const char *intPlus, const char *realMinus,
                      const char *realPlus);
-Text &booleanValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
-Text &integerValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
+Text booleanValueStri(AsnValue *value);
+Text integerValueStri(AsnValue *value);
 /* "{mantissa, base, exponent}". */
-Text &realValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
+Text realValueStri(AsnValue *value);
 /* The C text of a double, in as many digits as the module's options ask for: "15.00E-1". */
-Text &doubleRealValueStri(Text &dst, const char *prefix, AsnValue *value, const char *suffix);
-
-void printBooleanValueToF(int file, const char *prefix, AsnValue *value, const char *suffix);
-void printIntegerValueToF(int file, const char *prefix, AsnValue *value, const char *suffix);
-void printRealValueToF(int file, const char *prefix, AsnValue *value, const char *suffix);
-void printDoubleRealValueToF(int file, const char *prefix, AsnValue *value, const char *suffix);
+Text doubleRealValueStri(AsnValue *value);

@@ -192,7 +192,7 @@ int objIdComps(ObjIdComps *comps, ChainGuard *guard) {
 /* The arc at `index` as text: its number, its name, and what comes before the next one. */
 Text arcText(const ObjIdComps &comps, std::size_t index, const char *separator,
              const char *namePrefix, const char *nameSuffix) {
-    Text text = formatText("%lu", static_cast<unsigned long>(comps.numbers[index]));
+    Text text = std::to_string(comps.numbers[index]);
     if (namePrefix != nullptr && nameSuffix != nullptr && comps.names[index] != nullptr)
         text = text + namePrefix + comps.names[index] + nameSuffix;
     if (index + 1 < comps.numbers.size())
@@ -352,17 +352,15 @@ int getNrOfObjectIdentifierComps(AsnValue *value) {
     return makeObjIdComps(value, &comps) ? comps.count() : 0;
 }
 
-Text &objectIdentifierValueStri(Text &dst, const char *prefix, AsnValue *value,
-                                const char *separator, const char *namePrefix,
-                                const char *nameSuffix, const char *suffix) {
-    dst.clear();
+Text objectIdentifierValueStri(AsnValue *value, const char *separator, const char *namePrefix,
+                               const char *nameSuffix) {
     ObjIdComps comps;
     if (!makeObjIdComps(value, &comps))
-        return dst;
-    dst = orEmpty(prefix);
+        return "";
+    Text text;
     for (std::size_t i = 0; i < comps.numbers.size(); ++i)
-        dst += arcText(comps, i, separator, namePrefix, nameSuffix);
-    return dst += orEmpty(suffix);
+        text += arcText(comps, i, separator, namePrefix, nameSuffix);
+    return text;
 }
 
 void forObjectIdentifierValue(

@@ -43,9 +43,8 @@ int getNrOfObjectIdentifierComps(AsnValue *value);
 /* The arcs with `separator` (a blank for null) between them, each with its name between
    `namePrefix` and `nameSuffix` if both are given. Nothing at all if the value cannot be resolved.
  */
-Text &objectIdentifierValueStri(Text &dst, const char *prefix, AsnValue *value,
-                                const char *separator, const char *namePrefix,
-                                const char *nameSuffix, const char *suffix);
+Text objectIdentifierValueStri(AsnValue *value, const char *separator, const char *namePrefix,
+                               const char *nameSuffix);
 void forObjectIdentifierValue(
     AsnValue *value,
     Call<void(AsnValue *value, int count, const std::uint32_t *numbers, const char *const *names)>

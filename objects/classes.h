@@ -150,14 +150,12 @@ void setObjClassStamp(AsnObjClass *objClass, int stamp);
 void setBaseObjClassStamp(AsnObjClass *objClass, int stamp);
 
 /* Names: "Ref" gives the ASN.1 name, "Id" the C name. */
-Text &getObjClassRef(Text &dst, const char *prefix, AsnObjClass *objClass, const char *suffix);
+Text getObjClassRef(AsnObjClass *objClass);
 /* Of the position if the class is defined there, else of the base. */
-Text &getDefObjClassId(Text &dst, const char *prefix, AsnObjClass *objClass, const char *suffix);
+Text getDefObjClassId(AsnObjClass *objClass);
 /* Of the base; "TYPE-IDENTIFIER" or "TYPE_IDENTIFIER" and the like for a predefined class. Fatal
    error 13 if it is no class. */
-Text &getBaseObjClassRef(Text &dst, const char *prefix, AsnObjClass *objClass, const char *suffix);
-Text &getBaseObjClassId(Text &dst, const char *prefix, AsnObjClass *objClass, const char *suffix);
-Text &getObjClassFieldRef(Text &dst, const char *prefix, AsnObjClassField *field,
-                          const char *suffix);
-Text &getObjClassFieldId(Text &dst, const char *prefix, AsnObjClassField *field,
-                         const char *suffix);
+Text getBaseObjClassRef(AsnObjClass *objClass);
+Text getBaseObjClassId(AsnObjClass *objClass);
+Text getObjClassFieldRef(AsnObjClassField *field);
+Text getObjClassFieldId(AsnObjClassField *field);

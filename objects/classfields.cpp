@@ -172,12 +172,10 @@ bool testObjClassFieldOption(AsnObjClassField *field, int bit) {
     return testOptionBit(field->base.optionBits, bit);
 }
 
-Text &getObjClassFieldRef(Text &dst, const char *prefix, AsnObjClassField *field,
-                          const char *suffix) {
-    return joinTexts(dst, prefix, field->compId.id, suffix);
+Text getObjClassFieldRef(AsnObjClassField *field) {
+    return orEmpty(field->compId.id);
 }
 
-Text &getObjClassFieldId(Text &dst, const char *prefix, AsnObjClassField *field,
-                         const char *suffix) {
-    return joinFixRec(dst, prefix, field->compId, suffix);
+Text getObjClassFieldId(AsnObjClassField *field) {
+    return printFixRec(field->compId);
 }

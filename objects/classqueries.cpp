@@ -105,25 +105,25 @@ void setBaseObjClassStamp(AsnObjClass *objClass, int stamp) {
     objClass->base.stamp = tNode.stamp;
 }
 
-Text &getObjClassRef(Text &dst, const char *prefix, AsnObjClass *objClass, const char *suffix) {
-    return joinTexts(dst, prefix, objClass->compId.id, suffix);
+Text getObjClassRef(AsnObjClass *objClass) {
+    return orEmpty(objClass->compId.id);
 }
 
-Text &getDefObjClassId(Text &dst, const char *prefix, AsnObjClass *objClass, const char *suffix) {
+Text getDefObjClassId(AsnObjClass *objClass) {
     const bool isDefined = objClass->compStatus == TCS_HEADER;
-    return joinFixRec(dst, prefix, isDefined ? objClass->compId : objClass->baseId, suffix);
+    return printFixRec(isDefined ? objClass->compId : objClass->baseId);
 }
 
-Text &getBaseObjClassRef(Text &dst, const char *prefix, AsnObjClass *objClass, const char *suffix) {
+Text getBaseObjClassRef(AsnObjClass *objClass) {
     requireClass(objClass, NO_CLASS_NAME);
     if (isPredefinedObjClass(objClass))
-        return joinTexts(dst, prefix, typeRow(objClass->base.mainType).text, suffix);
-    return joinTexts(dst, prefix, objClass->baseId.id, suffix);
+        return orEmpty(typeRow(objClass->base.mainType).text);
+    return orEmpty(objClass->baseId.id);
 }
 
-Text &getBaseObjClassId(Text &dst, const char *prefix, AsnObjClass *objClass, const char *suffix) {
+Text getBaseObjClassId(AsnObjClass *objClass) {
     requireClass(objClass, NO_CLASS_NAME);
     if (isPredefinedObjClass(objClass))
-        return joinTexts(dst, prefix, predefinedClassId(objClass->base.mainType), suffix);
-    return joinFixRec(dst, prefix, objClass->baseId, suffix);
+        return orEmpty(predefinedClassId(objClass->base.mainType));
+    return printFixRec(objClass->baseId);
 }

@@ -192,15 +192,15 @@ std::int32_t getObjectDefinitionLine(AsnObject *object) {
     return vNode.lineNr;
 }
 
-Text &getObjectRef(Text &dst, const char *prefix, AsnObject *object, const char *suffix) {
-    return joinTexts(dst, prefix, object->compId.id, suffix);
+Text getObjectRef(AsnObject *object) {
+    return orEmpty(object->compId.id);
 }
-Text &getBaseObjectRef(Text &dst, const char *prefix, AsnObject *object, const char *suffix) {
-    return joinTexts(dst, prefix, object->baseId.id, suffix);
+Text getBaseObjectRef(AsnObject *object) {
+    return orEmpty(object->baseId.id);
 }
-Text &getObjectId(Text &dst, const char *prefix, AsnObject *object, const char *suffix) {
-    return joinFixRec(dst, prefix, object->compId, suffix);
+Text getObjectId(AsnObject *object) {
+    return printFixRec(object->compId);
 }
-Text &getBaseObjectId(Text &dst, const char *prefix, AsnObject *object, const char *suffix) {
-    return joinFixRec(dst, prefix, object->baseId, suffix);
+Text getBaseObjectId(AsnObject *object) {
+    return printFixRec(object->baseId);
 }

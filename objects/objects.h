@@ -69,7 +69,7 @@ std::int32_t getObjectDefinitionLine(AsnObject *object);
 
 /* "Ref" gives the ASN.1 name, "Id" the C name; nothing but prefix and suffix for an object without
    a name. */
-Text &getObjectRef(Text &dst, const char *prefix, AsnObject *object, const char *suffix);
-Text &getBaseObjectRef(Text &dst, const char *prefix, AsnObject *object, const char *suffix);
-Text &getObjectId(Text &dst, const char *prefix, AsnObject *object, const char *suffix);
-Text &getBaseObjectId(Text &dst, const char *prefix, AsnObject *object, const char *suffix);
+Text getObjectRef(AsnObject *object);
+Text getBaseObjectRef(AsnObject *object);
+Text getObjectId(AsnObject *object);
+Text getBaseObjectId(AsnObject *object);

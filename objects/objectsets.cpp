@@ -197,34 +197,31 @@ std::int32_t getObjectSetDefinitionLine(AsnObjectSet *objectSet) {
     return tNode.lineNr;
 }
 
-Text &getObjectSetRef(Text &dst, const char *prefix, AsnObjectSet *objectSet, const char *suffix) {
-    return joinTexts(dst, prefix, objectSet->compId.id, suffix);
+Text getObjectSetRef(AsnObjectSet *objectSet) {
+    return orEmpty(objectSet->compId.id);
 }
 
-Text &getDefObjectSetId(Text &dst, const char *prefix, AsnObjectSet *objectSet,
-                        const char *suffix) {
+Text getDefObjectSetId(AsnObjectSet *objectSet) {
     if (objectSet->compStatus == TCS_HEADER)
-        return joinFixRec(dst, prefix, objectSet->compId, suffix);
+        return printFixRec(objectSet->compId);
     if (objectSet->base.compStatus == TCS_HEADER)
-        return joinFixRec(dst, prefix, objectSet->baseId, suffix);
-    return joinTexts(dst, prefix, "?!?", suffix);
+        return printFixRec(objectSet->baseId);
+    return "?!?";
 }
 
-Text &getDefBaseObjectSetId(Text &dst, const char *prefix, AsnObjectSet *objectSet,
-                            const char *suffix) {
+Text getDefBaseObjectSetId(AsnObjectSet *objectSet) {
     if (objectSet->base.compStatus == TCS_HEADER)
-        return joinFixRec(dst, prefix, objectSet->baseId, suffix);
-    return joinTexts(dst, prefix, "?!?NOT-A-DEFINED-OBJECT-SET", suffix);
+        return printFixRec(objectSet->baseId);
+    return "?!?NOT-A-DEFINED-OBJECT-SET";
 }
 
-Text &getBaseObjectSetRef(Text &dst, const char *prefix, AsnObjectSet *objectSet,
-                          const char *suffix) {
+Text getBaseObjectSetRef(AsnObjectSet *objectSet) {
     switch (objectSet->base.mainType) {
     case TYP_CLASS:
-        return joinTexts(dst, prefix, objectSet->baseId.id, suffix);
+        return orEmpty(objectSet->baseId.id);
     case TYP_TYPE_ID:
     case TYP_ABSTR_STX:
-        return joinTexts(dst, prefix, typeRow(objectSet->base.mainType).text, suffix);
+        return orEmpty(typeRow(objectSet->base.mainType).text);
     default:
         fatalError(FATAL_INTERNAL,
                    "Trying to resolve object set name for an unsuitable construct.");

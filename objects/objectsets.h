@@ -70,14 +70,12 @@ bool isObjectSetCommentOption(AsnObjectSet *objectSet);
 std::int32_t getObjectSetDefinitionLine(AsnObjectSet *objectSet);
 
 /* The ASN.1 name here; only prefix and suffix without one. */
-Text &getObjectSetRef(Text &dst, const char *prefix, AsnObjectSet *objectSet, const char *suffix);
+Text getObjectSetRef(AsnObjectSet *objectSet);
 /* The C name here, or of the base; "?!?" if neither is a definition. */
-Text &getDefObjectSetId(Text &dst, const char *prefix, AsnObjectSet *objectSet, const char *suffix);
-Text &getDefBaseObjectSetId(Text &dst, const char *prefix, AsnObjectSet *objectSet,
-                            const char *suffix);
+Text getDefObjectSetId(AsnObjectSet *objectSet);
+Text getDefBaseObjectSetId(AsnObjectSet *objectSet);
 /* The ASN.1 name of the base, or that of a predefined class. */
-Text &getBaseObjectSetRef(Text &dst, const char *prefix, AsnObjectSet *objectSet,
-                          const char *suffix);
+Text getBaseObjectSetRef(AsnObjectSet *objectSet);
 
 /* Classes without a row in the tables of the module under work. */
 void addToNoObjectInstanceList(AsnObjClass *objClass);

@@ -117,14 +117,6 @@ std::string_view cutTo(const char *text, std::int32_t length) {
     return {text, strnlen(text, static_cast<std::size_t>(std::max(length, 0)))};
 }
 
-void appendGivenName(Text &dst, const FixRec &fix) {
-    /* Without letters the converter changes nothing but hyphens. */
-    NameConverter converter = parseConversion(orEmpty(fix.conv));
-    appendConverted(dst, orEmpty(fix.pref), &converter);
-    appendConverted(dst, cutTo(fix.name, fix.idLen), &converter);
-    appendConverted(dst, orEmpty(fix.suff), &converter);
-}
-
 } // namespace
 
 void getFixRec(FixRec *dst, int kind) {
@@ -154,17 +146,14 @@ void getFixRec(FixRec *dst, int kind) {
         dst->idLen = nameLen;
 }
 
-Text &printFixRec(Text &dst, const char *prefix, const FixRec *fix, const char *suffix) {
-    dst = orEmpty(prefix);
-    if (isEmpty(fix->name))
-        dst += cutTo(fix->id, fix->idLen);
-    else
-        appendGivenName(dst, *fix);
-    return dst += orEmpty(suffix);
-}
-
-Text &pFixRec(Text &dst, const FixRec *fix) {
-    dst.clear();
-    appendGivenName(dst, *fix);
-    return dst;
+Text printFixRec(const FixRec &fix) {
+    if (isEmpty(fix.name))
+        return Text(cutTo(fix.id, fix.idLen));
+    /* Without letters the converter changes nothing but hyphens. */
+    NameConverter converter = parseConversion(orEmpty(fix.conv));
+    Text name;
+    appendConverted(name, orEmpty(fix.pref), &converter);
+    appendConverted(name, cutTo(fix.name, fix.idLen), &converter);
+    appendConverted(name, orEmpty(fix.suff), &converter);
+    return name;
 }

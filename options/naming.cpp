@@ -57,8 +57,7 @@ bool isConversion(const char *text) {
 }
 
 Text foldName(std::string_view name) {
-    Text folded(name);
-    return convertHyphens(folded);
+    return convertHyphens(Text(name));
 }
 
 FixRec *appendFixRec(FixChain *fix, std::string_view name) {

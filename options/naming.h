@@ -100,9 +100,8 @@ std::size_t compareNames(const char *a, const char *b);
    name. Moves the current TedRec. */
 void getFixRec(FixRec *dst, int kind);
 
-/* The name, between prefix and suffix: pFixRec's if it has a `name`, else `id` as it stands, cut to
-   `idLen`. */
-Text &printFixRec(Text &dst, const char *prefix, const FixRec *fix, const char *suffix);
-/* Prefix, name and suffix of a record with "_" for "-", converted: "HU" makes "MY_TYPE_NAME" of
-   "myTypeName". */
-Text &pFixRec(Text &dst, const FixRec *fix);
+/* The name that the options make of a definition: prefix, `name` and suffix of the record with "_"
+   for
+   "-", converted ("HU" makes "MY_TYPE_NAME" of "myTypeName"); without `name` its `id` as it stands,
+   cut to `idLen`, or no text at all. */
+Text printFixRec(const FixRec &fix);

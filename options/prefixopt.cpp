@@ -60,8 +60,7 @@ bool prefixOptOK(ModRec *module, const char *text) {
     const int limit = module->options->prefixLength;
     const auto length = static_cast<std::size_t>(limit);
 
-    Text name(parts.moduleName.substr(0, MAX_MODULE_NAME));
-    convertHyphens(name);
+    const Text name = convertHyphens(Text(parts.moduleName.substr(0, MAX_MODULE_NAME)));
     const auto storeStri = [module](std::string_view part) {
         return getStri(module, putStri(module, Text(part).c_str()));
     };

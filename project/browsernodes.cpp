@@ -21,29 +21,23 @@ struct NodeTexts {
     const char *aux2;
 };
 
-BrowserNode *newSourceNode(Text name, AsnModule *module, std::int32_t line,
+BrowserNode *newSourceNode(const Text &name, AsnModule *module, std::int32_t line,
                            const NodeTexts &texts) {
     const GlobalOptions *options = getGlobalOptions(module);
     return taviBrowserNewNode(convertUnderscores(name).c_str(), options->sourceDirectory,
                               options->sourceFileName, line, texts.kind, texts.aux1, texts.aux2);
 }
 
-Text typeName(AsnType *type) {
-    Text name;
-    return getTypeRef(name, nullptr, type, nullptr);
-}
-
 BrowserNode *newNodeOfType(AsnType *type, std::int32_t line, const NodeTexts &texts) {
-    return newSourceNode(typeName(type), getModuleOfType(type), line, texts);
+    return newSourceNode(getTypeRef(type), getModuleOfType(type), line, texts);
 }
 
 /* The root's child for the type's module; null if there is none. */
 BrowserNode *findModuleNode(AsnType *type) {
-    Text name;
-    getModuleRef(name, nullptr, getModuleOfType(type), nullptr);
     if (g_taviBrowserTree == nullptr)
         return nullptr;
-    return taviBrowserFindSubNode(g_taviBrowserTree, convertUnderscores(name).c_str());
+    const Text name = convertUnderscores(getModuleRef(getModuleOfType(type)));
+    return taviBrowserFindSubNode(g_taviBrowserTree, name.c_str());
 }
 
 } // namespace
@@ -56,9 +50,7 @@ BrowserNode *taviBrowserNewProjectTree(const char *kind, const char *aux1, const
 
 BrowserNode *taviBrowserNewModuleNode(AsnModule *module, const char *kind, const char *aux1,
                                       const char *aux2) {
-    Text name;
-    return newSourceNode(getModuleRef(name, nullptr, module, nullptr), module, 1,
-                         {kind, aux1, aux2});
+    return newSourceNode(getModuleRef(module), module, 1, {kind, aux1, aux2});
 }
 
 BrowserNode *taviBrowserNewTypeNode(AsnType *type, const char *kind, const char *aux1,
@@ -69,7 +61,7 @@ BrowserNode *taviBrowserNewTypeNode(AsnType *type, const char *kind, const char 
         /* The handle is asked for its place alone, so the generator need not name it. */
         const bool before = setCreateBETypMetaFlag(false);
         forTypeDefinedInAnotherModule(type, [&](AsnType *defined) {
-            node = newSourceNode(typeName(type), getModuleOfType(defined),
+            node = newSourceNode(getTypeRef(type), getModuleOfType(defined),
                                  getTypeDefinitionLine(defined), texts);
         });
         setCreateBETypMetaFlag(before);
@@ -80,8 +72,7 @@ BrowserNode *taviBrowserNewTypeNode(AsnType *type, const char *kind, const char 
 BrowserNode *taviBrowserNewClassNode(AsnObjClass *objClass, const char *kind, const char *aux1,
                                      const char *aux2) {
     const NodeTexts texts = {kind, aux1, aux2};
-    Text name;
-    getObjClassRef(name, nullptr, objClass, nullptr);
+    const Text name = getObjClassRef(objClass);
     BrowserNode *node = nullptr;
     auto nodeAtDefinition = [&](AsnObjClass *defined) {
         node = newSourceNode(name, getModuleOfObjClass(defined), getClassDefinitionLine(defined),
@@ -96,24 +87,20 @@ BrowserNode *taviBrowserNewClassNode(AsnObjClass *objClass, const char *kind, co
 
 BrowserNode *taviBrowserNewObjectSetNode(AsnObjectSet *objectSet, const char *kind,
                                          const char *aux1, const char *aux2) {
-    Text name;
-    return newSourceNode(getDefObjectSetId(name, nullptr, objectSet, nullptr),
-                         getModuleOfObjectSet(objectSet), getObjectSetDefinitionLine(objectSet),
-                         {kind, aux1, aux2});
+    return newSourceNode(getDefObjectSetId(objectSet), getModuleOfObjectSet(objectSet),
+                         getObjectSetDefinitionLine(objectSet), {kind, aux1, aux2});
 }
 
 BrowserNode *taviBrowserNewObjectNode(AsnObject *object, const char *kind, const char *aux1,
                                       const char *aux2) {
-    Text name;
-    return newSourceNode(getObjectRef(name, nullptr, object, nullptr), getModuleOfObject(object),
+    return newSourceNode(getObjectRef(object), getModuleOfObject(object),
                          getObjectDefinitionLine(object), {kind, aux1, aux2});
 }
 
 BrowserNode *taviBrowserNewValueNode(AsnValue *value, const char *kind, const char *aux1,
                                      const char *aux2) {
-    Text name;
-    return newSourceNode(getValueRef(name, nullptr, value, nullptr), getModuleOfValue(value),
-                         getValueDefinitionLine(value), {kind, aux1, aux2});
+    return newSourceNode(getValueRef(value), getModuleOfValue(value), getValueDefinitionLine(value),
+                         {kind, aux1, aux2});
 }
 
 BrowserNode *taviBrowserFindOrCreateModuleNode(AsnType *type, const char *kind, const char *aux1,
@@ -125,8 +112,7 @@ BrowserNode *taviBrowserFindOrCreateModuleNode(AsnType *type, const char *kind, 
 
 BrowserNode *taviBrowserFindOrCreateXRefDefinitionNode(AsnType *type, const char *aux1,
                                                        const char *aux2) {
-    Text name = typeName(type);
-    convertUnderscores(name);
+    const Text name = convertUnderscores(getTypeRef(type));
     BrowserNode *module = findModuleNode(type);
     BrowserNode *known = module == nullptr ? nullptr : taviBrowserFindSubNode(module, name.c_str());
     if (known != nullptr)

@@ -20,7 +20,7 @@
 namespace {
 
 /* Makes the node below the module's current that has the name; `create` makes it, if need be. */
-template <typename F> void useNode(Text name, F create) {
+template <typename F> void useNode(const Text &name, F create) {
     BrowserNode *node = taviBrowserFindSubNode(g_taviModuleNode, convertUnderscores(name).c_str());
     if (node == nullptr) {
         node = create();
@@ -31,8 +31,7 @@ template <typename F> void useNode(Text name, F create) {
 
 /* A definition with a name; one that was made for the governor of a value has none. */
 bool isNamedType(AsnType *type) {
-    Text name;
-    return isDefinedType(type) && !getTypeRef(name, nullptr, type, nullptr).empty();
+    return isDefinedType(type) && !getTypeRef(type).empty();
 }
 
 /* Where the file was written to last: on the line begun, or on the last one that was ended. */
@@ -73,16 +72,14 @@ void taviUseTypeNode(AsnType *type) {
         type = getFatherOfTypeComp(type);
     if (type == nullptr)
         return;
-    Text name;
-    useNode(getTypeRef(name, nullptr, type, nullptr),
+    useNode(getTypeRef(type),
             [type] { return taviBrowserNewTypeNode(type, "ASN.1 type", nullptr, nullptr); });
 }
 
 void taviUseClassNode(AsnObjClass *objClass) {
     if (!taviIsActive())
         return;
-    Text name;
-    useNode(getObjClassRef(name, nullptr, objClass, nullptr), [objClass] {
+    useNode(getObjClassRef(objClass), [objClass] {
         return taviBrowserNewClassNode(objClass, "ASN.1 object class", nullptr, nullptr);
     });
 }
@@ -90,8 +87,7 @@ void taviUseClassNode(AsnObjClass *objClass) {
 void taviUseObjectNode(AsnObject *object) {
     if (!taviIsActive())
         return;
-    Text name;
-    useNode(getObjectRef(name, nullptr, object, nullptr), [object] {
+    useNode(getObjectRef(object), [object] {
         return taviBrowserNewObjectNode(object, "ASN.1 object", nullptr, nullptr);
     });
 }
@@ -99,8 +95,7 @@ void taviUseObjectNode(AsnObject *object) {
 void taviUseObjectSetNode(AsnObjectSet *objectSet) {
     if (!taviIsActive())
         return;
-    Text name;
-    useNode(getDefObjectSetId(name, nullptr, objectSet, nullptr), [objectSet] {
+    useNode(getDefObjectSetId(objectSet), [objectSet] {
         return taviBrowserNewObjectSetNode(objectSet, "ASN.1 object set", nullptr, nullptr);
     });
 }
@@ -122,12 +117,11 @@ void taviUseTypeNodeOfValue(AsnValue *value) {
 }
 
 void taviAddItem(BrowserNode *parent, const char *kind, int file,
-                 std::initializer_list<const char *> name) {
+                 std::initializer_list<Part> name) {
     if (!taviIsActive() || file == 0)
         return;
     Text whole, directory, fileName;
-    for (const char *part : name)
-        whole += orEmpty(part);
+    appendParts(whole, name);
     dirOfF(directory, nullptr, file, nullptr);
     nameOfFnoDir(fileName, nullptr, file, nullptr);
     BrowserNode *node = taviBrowserNewNode(whole.c_str(), directory.c_str(), fileName.c_str(),
@@ -140,7 +134,7 @@ void taviAddDefine(int file, const Text &line) {
         return;
     const std::size_t begin = std::strlen("#define ");
     const Text name = line.substr(begin, line.find(' ', begin) - begin);
-    taviAddItem(ITEM_DEFINE, file, {name.c_str()});
+    taviAddItem(ITEM_DEFINE, file, {name});
 }
 
 void taviWarn(AsnModule *module, std::int32_t line, const char *title, const char *text) {

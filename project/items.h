@@ -51,12 +51,11 @@ private:
     BrowserNode *node_;
 };
 
-/* Adds the item whose name, given in parts (null counts as empty), has just been written to `file`,
+/* Adds the item whose name, given in parts, has just been written to `file`,
    on the line that was written to last. Nothing happens for file 0. */
-void taviAddItem(BrowserNode *parent, const char *kind, int file,
-                 std::initializer_list<const char *> name);
+void taviAddItem(BrowserNode *parent, const char *kind, int file, std::initializer_list<Part> name);
 /* The same below what is under work. */
-inline void taviAddItem(const char *kind, int file, std::initializer_list<const char *> name) {
+inline void taviAddItem(const char *kind, int file, std::initializer_list<Part> name) {
     taviAddItem(g_taviTypeNode, kind, file, name);
 }
 /* The same for the define in `line`, "#define red_Color 1\n", which was written whole. */

@@ -122,8 +122,7 @@ Text componentsText(AsnType *type, AsnConstraint *constraint) {
     Text text;
     forWithComponentsConstraint(
         type, constraint, [&](AsnType *, AsnType *comp, AsnConstraint *inner, int) {
-            Text name;
-            getTypeRef(name, nullptr, comp, nullptr);
+            const Text name = getTypeRef(comp);
             addElement(text, ", ", name + innerText(comp, inner) + presenceWord(inner));
         });
     return "WITH COMPONENTS {" + text + "}";

@@ -20,8 +20,7 @@ namespace {
 int depth = 0;
 
 Text className(AsnObjClass *objClass) {
-    Text name;
-    getBaseObjClassRef(name, nullptr, objClass, nullptr);
+    const Text name = getBaseObjClassRef(objClass);
     return name.empty() ? "CLASS {...}" : name;
 }
 
@@ -69,8 +68,7 @@ Text fieldPresenceText(AsnObjClassField *field) {
 }
 
 Text fieldName(AsnObjClassField *field) {
-    Text name;
-    getObjClassFieldRef(name, nullptr, field, nullptr);
+    const Text name = getObjClassFieldRef(field);
     return name.starts_with('&') ? name : "&" + name;
 }
 
@@ -145,8 +143,7 @@ bool isNamedElsewhere(const AsnObject *object) {
 /* The name if there is one, else what it is made of. */
 Text objectText(AsnObject *object) {
     const NestingGuard nesting(&depth, object->posModule);
-    Text text;
-    getBaseObjectRef(text, nullptr, object, nullptr);
+    Text text = getBaseObjectRef(object);
     if (!text.empty())
         return text;
     forEachSetting(object, [&](const Text &name, AsnFieldValue *value) {
@@ -179,8 +176,7 @@ void showValueSet(AsnType *set) {
 }
 
 void showValue(AsnValue *value) {
-    Text name;
-    getValueRef(name, nullptr, value, " ");
+    const Text name = getValueRef(value) + " ";
     const Text governor = value->governor == nullptr ? "" : typeInShort(value->governor);
     showLine(0, name + governor + " ::= " + valueText(value));
     showValueRecordFacts(value->posModule, value->posRecord, "value ");

@@ -51,13 +51,12 @@ void showImports(ModRec *module) {
 
 void showHead(AsnModule *handle) {
     ModRec *module = handle->modRec;
-    Text version;
-    printVersionStri(version, "version ", module->stamp.treeVersion, -1, ", compiled ");
+    const Text version =
+        "version " + printVersionStri(module->stamp.treeVersion, -1) + ", compiled ";
     showEmptyLine();
     showLine(0, module->moduleName + " DEFINITIONS ::= BEGIN");
     showFact(1, "tree " + module->genPrefix + ".stx, " + version + timeText(module->stamp));
-    Text source;
-    getModuleFilePath(source, nullptr, handle, nullptr);
+    const Text source = getModuleFilePath(handle);
     if (!source.empty())
         showFact(1, "source " + source);
     showFact(1, module->exportsMode == 0 ? "exports everything" : "exports what is marked");

@@ -45,8 +45,7 @@ Text cTypeText(AsnType *type) {
         isStructuredType(type) || isListType(type) || getTypeMainType(type) == TYP_ENUM;
     if (hasOwn && !isDefinedBaseType(type))
         return {};
-    Text name;
-    getBaseTypeId(name, nullptr, type, nullptr);
+    const Text name = getBaseTypeId(type);
     return name.find("?!?") == name.npos && getVF(type) != VF_NONE ? "C type " + name : Text();
 }
 
@@ -142,14 +141,15 @@ void showBits(int level, AsnType *type) {
 void showEntry(int level, AsnType *type) {
     if (!isEntryType(type))
         return;
-    Text categories, functions, symbol;
+    Text categories, functions;
     for (int category = 0; category < 8; ++category)
         if (typeIsInEntryCategory(type, category))
             categories += " " + std::to_string(category);
     addWords(functions, entryFunctionWords(), type->entryFlags);
     Text text = "entry" + categories;
     addPart(text, functions);
-    addPart(text, getEntrySymbol(symbol, "symbol ", type, nullptr));
+    if (isEntrySymbol(type))
+        addPart(text, "symbol " + getEntrySymbol(type));
     showFact(level, text);
 }
 
@@ -158,8 +158,7 @@ void showAnyRows(int level, AsnType *type) {
     if (getTypeMainType(type) != TYP_ANY)
         return;
     forAnyType(type, [&](AsnType *, AsnValue *value, AsnType *row, int) {
-        Text name;
-        showFact(level, valueText(value) + " is " + getTypeRef(name, nullptr, row, nullptr));
+        showFact(level, valueText(value) + " is " + getTypeRef(row));
     });
 }
 

@@ -17,8 +17,7 @@ int depth = 0;
 Text componentName(AsnType *comp) {
     if (getTypeMainType(comp) == TYP_EXTENSION_MARKER)
         return {};
-    Text name;
-    return getTypeRef(name, nullptr, comp, " ");
+    return getTypeRef(comp) + " ";
 }
 
 void showComponents(int level, AsnType *type, const Text &behind) {
@@ -63,7 +62,7 @@ bool showTypePart(AsnType *type, const Text &before, std::string_view path) {
     const auto visit = [&](AsnType *, AsnType *comp, int) {
         Text compName = "*";
         if (!isListType(type))
-            getTypeRef(compName, nullptr, comp, nullptr);
+            compName = getTypeRef(comp);
         if (found || !isNameAskedFor(compName, name))
             return;
         const Text here = before + "." + compName;

@@ -23,7 +23,7 @@ Text namedNumbersText(AsnType *type) {
         if (nbr < 0)
             item = "...";
         else
-            getValueRef(item, nullptr, value, ("(" + numberText(int64Value(value)) + ")").c_str());
+            item = concat(getValueRef(value), ("(" + numberText(int64Value(value)) + ")"));
         addPart(items, item);
     });
     return " {" + items + "}";

@@ -22,14 +22,13 @@ Text integerText(AsnValue *value) {
     if (isEnumerated(value))
         forEachNamedNumber(value->governor, [&](AsnType *, AsnValue *item, int) {
             if (text.empty() && int64Value(item) == number)
-                getValueRef(text, nullptr, item, nullptr);
+                text = getValueRef(item);
         });
     return text.empty() ? numberText(number) : text;
 }
 
 Text realText(AsnValue *value) {
-    Text text;
-    return realValueStri(text, nullptr, value, nullptr);
+    return realValueStri(value);
 }
 
 template <typename Char> void appendCharacters(Text &text, const std::basic_string<Char> &chars) {
@@ -67,8 +66,7 @@ Text digitsText(AsnValue *value, bool isBits) {
 }
 
 Text objectIdentifierText(AsnValue *value) {
-    Text arcs;
-    objectIdentifierValueStri(arcs, nullptr, value, " ", nullptr, nullptr, nullptr);
+    const Text arcs = objectIdentifierValueStri(value, " ", nullptr, nullptr);
     return arcs.empty() ? "{?}" : "{" + arcs + "}";
 }
 
@@ -78,8 +76,7 @@ Text structuredText(AsnValue *value) {
     forEachValueComp(value, [&](AsnValue *, AsnValue *comp, int) {
         if (text.size() > MAX_SHOWN)
             return;
-        Text part;
-        getValueRef(part, nullptr, comp, nullptr);
+        Text part = getValueRef(comp);
         part += part.empty() ? "" : isChoice ? " : " : " ";
         addPart(text, part + valueText(comp));
     });

@@ -73,8 +73,7 @@ std::string kindOf(AsnType *type) {
     default:
         break;
     }
-    Text word;
-    return getTypeMainTypeStri(word, nullptr, type, nullptr);
+    return getTypeMainTypeStri(type);
 }
 
 /* --- types --- */
@@ -83,9 +82,7 @@ Place describePlace(Describer &d, AsnType *type);
 
 void addNames(Type &row, AsnType *type) {
     forEachNamedNumber(type, [&](AsnType *, AsnValue *value, int) {
-        Text name;
-        row.names.emplace_back(int64Of(int64Value(value)),
-                               hyphenated(getValueRef(name, nullptr, value, nullptr)));
+        row.names.emplace_back(int64Of(int64Value(value)), hyphenated(getValueRef(value)));
     });
 }
 
@@ -134,12 +131,11 @@ bool hasBounds(int mainType) {
 
 Place describePlace(Describer &d, AsnType *type) {
     Place place;
-    Text name;
     place.status = getTypeCompStatus(type);
     if (isComponentType(type))
-        place.name = hyphenated(getTypeCompRef(name, nullptr, type, nullptr));
+        place.name = hyphenated(getTypeCompRef(type));
     else if (!isElemType(type))
-        place.name = hyphenated(getTypeRef(name, nullptr, type, nullptr));
+        place.name = hyphenated(getTypeRef(type));
     if (getTypeMainType(type) == TYP_EXTENSION_MARKER) {
         place.name.clear();
         return place;
@@ -175,15 +171,14 @@ void load(const std::vector<std::string> &velmoArguments) {
 
 Module describeModule(Describer &d, AsnModule *module, const EntryNames &listed) {
     Module row;
-    Text text;
-    row.name = hyphenated(getModuleRef(text, nullptr, module, nullptr));
+    row.name = hyphenated(getModuleRef(module));
     row.filePrefix = module->modRec->filePrefix;
     row.codingPrefix = getBEModMetaRec(module)->codFuncPref;
     forEachEntryType(module, [&](AsnType *type, int) {
         Entry entry;
         entry.functions = getMetaTypeId(type);
         entry.value = getMetaTypeName(type);
-        entry.kind = getTypeMainTypeStri(text, nullptr, type, nullptr);
+        entry.kind = getTypeMainTypeStri(type);
         entry.place = describePlace(d, type);
         entry.place.listed = listed.count(row.filePrefix + "." + entry.place.name) != 0;
         row.entries.push_back(std::move(entry));
@@ -198,9 +193,8 @@ EntryNames entriesOf(const std::vector<std::string> &velmoArguments) {
     load(velmoArguments);
     forEachModule([&](AsnModule *module) {
         forEachEntryType(module, [&](AsnType *type, int) {
-            Text name;
             names.insert(std::string(module->modRec->filePrefix) + "." +
-                         hyphenated(getTypeRef(name, nullptr, type, nullptr)));
+                         hyphenated(getTypeRef(type)));
         });
     });
     return names;

@@ -34,14 +34,13 @@ std::string stringText(AsnValue *value) {
 }
 
 void addValue(Rules &rules, AsnValue *value) {
-    Text text;
     const int kind = getValueMainType(value);
     if (isMinusInfinity(value))
         rules.text += "MIN";
     else if (isPlusInfinity(value))
         rules.text += "MAX";
     else if (kind == TYP_INTEGER)
-        rules.text += integerValueStri(text, nullptr, value, nullptr);
+        rules.text += integerValueStri(value);
     else if (kind == TYP_BOOLEAN)
         rules.text += booleanValue(value) ? "TRUE" : "FALSE";
     else if (kind == TYP_REAL)

@@ -75,9 +75,12 @@ TEST_F(Files, DirectivesKeepTheIndentAndOtherPiecesTheLine) {
     EXPECT_EQ(fArr[SLOT].indent, 3);
     endlToF(SLOT);
     resetIndentLevel(SLOT);
-    wToF(SLOT, xs(20));
-    putToF(SLOT, xs(60).c_str());
-    EXPECT_EQ(readBack(), "#define X\n      \n" + xs(80));
+    putF(SLOT, xs(15), xs(5));
+    putUnbroken(SLOT, xs(30), xs(30));
+    putF(SLOT, xs(1), ";", "\n");
+    putF(SLOT, xs(40));
+    putF(SLOT, " ", xs(20), xs(20));
+    EXPECT_EQ(readBack(), "#define X\n      \n" + xs(81) + ";\n" + xs(40) + "\n  " + xs(40));
 }
 
 TEST_F(Files, SlotZeroAndNullTextWriteNothingAndNoTextIsCut) {
@@ -87,8 +90,9 @@ TEST_F(Files, SlotZeroAndNullTextWriteNothingAndNoTextIsCut) {
     wToF(SLOT, static_cast<const char *>(nullptr));
     EXPECT_EQ(linesInF(0), 0u);
     EXPECT_EQ(columnsInF(0), 0);
-    printfToF(SLOT, "%s!", xs(5000).c_str());
-    EXPECT_EQ(readBack(), xs(5000) + "!");
+    putF(SLOT);
+    putF(SLOT, xs(5000), static_cast<const char *>(nullptr), "", "!", INT32_MIN, " ", UINT64_MAX);
+    EXPECT_EQ(readBack(), xs(5000) + "!-2147483648 18446744073709551615");
 }
 
 TEST_F(Files, NumbersAsExpressionsOfTheRunTimeLibrary) {

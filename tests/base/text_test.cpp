@@ -21,10 +21,9 @@ TEST(Text, ComparesWithoutRegardToCase) {
 TEST(Text, SmallHelpers) {
     EXPECT_EQ(remSpaces(" \t-N= 3\r\n"), "-N= 3");
     EXPECT_EQ(remSpaces(" \n "), "");
-    Text text = "a-b-C_d";
-    EXPECT_EQ(convertHyphens(text), "a_b_C_d");
-    EXPECT_EQ(convertUnderscores(text), "a-b-C-d");
-    EXPECT_EQ(strUpper(text), "A-B-C-D");
+    EXPECT_EQ(convertHyphens("a-b-C_d"), "a_b_C_d");
+    EXPECT_EQ(convertUnderscores("a_b-C_d"), "a-b-C-d");
+    EXPECT_EQ(strUpper("a-B1"), "A-B1");
 }
 
 TEST(Services, FileNamesTakeTheirSuffix) {

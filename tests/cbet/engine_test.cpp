@@ -56,8 +56,7 @@ TEST(Engine, GenerateChoosesTheFunctions) {
 
 /* The generator's steps in the order of a decoder's run. */
 void step(const char *word, AsnType *type, TypeFuncRun &run) {
-    Text name;
-    getTypeRef(name, nullptr, type, nullptr);
+    const Text name = getTypeRef(type);
     printfToF(run.outFile, "%s %s;\n", word, name.c_str());
 }
 

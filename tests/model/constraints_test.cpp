@@ -9,7 +9,7 @@ namespace {
 std::string shownValue(AsnValue *value) {
     Text text;
     if (getValueMainType(value) == TYP_REAL)
-        return realValueStri(text, nullptr, value, nullptr);
+        return realValueStri(value);
     forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *characters) {
         text = std::string("\"") + characters + "\"";
     });
@@ -48,8 +48,7 @@ std::string shownTree(AsnType *type, AsnConstraint *constraint) {
         });
     forContSubtypeConstraint(type, constraint,
                              [&](AsnType *, AsnType *contained, AsnConstraint *inner) {
-                                 Text name;
-                                 text += getTypeRef(name, nullptr, contained, "/");
+                                 text += getTypeRef(contained) + "/";
                                  text += shownTree(type, inner);
                              });
     forWithComponentConstraint(type, constraint,
@@ -58,8 +57,7 @@ std::string shownTree(AsnType *type, AsnConstraint *constraint) {
                                });
     forWithComponentsConstraint(
         type, constraint, [&](AsnType *, AsnType *comp, AsnConstraint *inner, int compNbr) {
-            Text name;
-            text += " " + std::to_string(compNbr) + getTypeCompRef(name, ":", comp, "=") +
+            text += " " + std::to_string(compNbr) + ":" + getTypeCompRef(comp) + "=" +
                     std::to_string(getPresenceConstraintKind(inner)) + shownTree(comp, inner);
         });
     const char *word = subKindName(getConstraintKind(constraint));

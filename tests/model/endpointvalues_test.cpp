@@ -5,10 +5,8 @@
 namespace {
 
 std::string shownEnd(AsnValue *value) {
-    Text text;
     EXPECT_EQ(isPlusInfinity(value) || isMinusInfinity(value), getTypeOfValue(value) == nullptr);
-    return getValueMainType(value) == TYP_REAL ? realValueStri(text, nullptr, value, nullptr)
-                                               : integerValueStri(text, nullptr, value, nullptr);
+    return getValueMainType(value) == TYP_REAL ? realValueStri(value) : integerValueStri(value);
 }
 
 /* "[1 5)" for a range with a closed lower and an open upper end. */

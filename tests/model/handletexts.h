@@ -20,8 +20,7 @@ inline std::string tagsOf(AsnType *type) {
 }
 
 inline std::string nameOf(AsnType *type) {
-    Text name;
-    return getTypeRef(name, nullptr, type, nullptr);
+    return getTypeRef(type);
 }
 
 /* "name/number tags" of a component, "..." for the name of an extension marker. */

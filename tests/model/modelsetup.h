@@ -39,8 +39,7 @@ public:
         const std::size_t dot = name.find('.');
         bool found = false;
         forEachType(module, [&](AsnType *type, int) {
-            Text text;
-            if (found || getTypeRef(text, nullptr, type, nullptr) != name.substr(0, dot))
+            if (found || getTypeRef(type) != name.substr(0, dot))
                 return;
             if (dot == std::string::npos) {
                 found = true;
@@ -48,7 +47,7 @@ public:
                 return;
             }
             forEachTypeComp(type, [&](AsnType *, AsnType *comp, int) {
-                if (getTypeCompRef(text, nullptr, comp, nullptr) == name.substr(dot + 1)) {
+                if (getTypeCompRef(comp) == name.substr(dot + 1)) {
                     found = true;
                     func(comp);
                 }
@@ -59,8 +58,7 @@ public:
     void withValue(const std::string &name, Call<void(AsnValue *value)> func) const {
         bool found = false;
         forEachValue(module, [&](AsnValue *value, int) {
-            Text text;
-            if (!found && getValueRef(text, nullptr, value, nullptr) == name) {
+            if (!found && getValueRef(value) == name) {
                 found = true;
                 func(value);
             }

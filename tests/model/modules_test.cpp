@@ -31,8 +31,7 @@ std::string visit(AsnModule *module, bool deep) {
     std::string text;
     std::function<void(AsnModule *)> note = [&](AsnModule *exporting) {
         EXPECT_TRUE(isCurrentModule(exporting));
-        Text name;
-        text += getModuleRef(name, nullptr, exporting, deep ? "(" : " ");
+        text += concat(getModuleRef(exporting), deep ? "(" : " ");
         if (deep) {
             forEachExportingModule(exporting, note);
             text += ")";
@@ -80,9 +79,8 @@ TEST(Modules, NamedModulesInOrder) {
 TEST(Modules, Questions) {
     Circle t;
     AsnModule *module = t.setup.module;
-    Text text;
-    EXPECT_EQ(getModuleFilePath(text, "<", module, ">"), "<dir/a.asn>");
-    EXPECT_EQ(getModulePrefix(text, nullptr, module, nullptr), "a");
+    EXPECT_EQ(getModuleFilePath(module), "dir/a.asn");
+    EXPECT_EQ(getModulePrefix(module), "a");
     EXPECT_EQ(getGenerationOption(module, 0) + getGenerationOption(module, 17), GEN_NONE);
     GlobalOptions *options = getGlobalOptions(module);
     options->cGeneration = 1u << CGEN_EXTERNAL;

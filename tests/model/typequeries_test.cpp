@@ -62,13 +62,11 @@ TEST(TypeQueries, EntryAndVisibleTypes) {
         EXPECT_FALSE(isEntryTypeFunction(type, 3));
         EXPECT_TRUE(typeIsInEntryCategory(type, 2));
         EXPECT_FALSE(typeIsInEntryCategory(type, 1));
-        Text symbol;
-        EXPECT_EQ(getEntrySymbol(symbol, "<", type, ">"), "<first_symbol>");
+        EXPECT_EQ(getEntrySymbol(type), "first_symbol");
     });
     setup.withType("Second", [](AsnType *type) {
-        Text symbol = "x";
         EXPECT_FALSE(isEntrySymbol(type));
-        EXPECT_EQ(getEntrySymbol(symbol, "<", type, ">"), "");
+        EXPECT_EQ(getEntrySymbol(type), "");
     });
 
     /* By number: a record that a walk passes over is no entry type of the module. */
@@ -114,11 +112,10 @@ TEST(TypeQueries, LengthForms) {
 }
 
 std::string namesOf(AsnType *type) {
-    Text a, b, c, d;
-    getBaseTypeId(a, nullptr, type, " ");
-    getBaseTypeRef(b, nullptr, type, " ");
-    getTypeMainTypeStri(c, "<", type, "> ");
-    getTypeCompStatusStri(d, nullptr, type, nullptr);
+    const Text a = getBaseTypeId(type) + " ";
+    const Text b = getBaseTypeRef(type) + " ";
+    const Text c = "<" + getTypeMainTypeStri(type) + "> ";
+    const Text d = getTypeCompStatusStri(type);
     return a + b + c + d;
 }
 
@@ -135,9 +132,8 @@ TEST(TypeQueries, Names) {
                                 {"Renamed", "Other Renamed <TYP_SEQ> TCS_HEADER"},
                                 {"Odd", "?!? INTEGER <TYP_INTEGER> TCS_HEADER"}});
     setup.withType("Renamed.my_comp", [](AsnType *comp) {
-        Text text;
-        EXPECT_EQ(getTypeCompId(text, "-", comp, "-"), "-my_comp-");
-        EXPECT_EQ(getDefTypeId(text, "", comp, ""), "Leaf");
+        EXPECT_EQ(getTypeCompId(comp), "my_comp");
+        EXPECT_EQ(getDefTypeId(comp), "Leaf");
     });
     std::vector<const char *> types(defaultCTypeArr, defaultCTypeArr + VF_COUNT);
     types[VF_UI16] = "USHORT";

@@ -11,18 +11,16 @@
 namespace {
 
 std::string idsOf(AsnType *type) {
-    Text def, base, cType;
-    getDefTypeId(def, nullptr, type, " ");
-    getDefBaseTypeId(base, nullptr, type, " ");
-    return def + base + getBaseTypeId(cType, nullptr, type, nullptr);
+    const Text def = getDefTypeId(type) + " ";
+    const Text base = getDefBaseTypeId(type) + " ";
+    return def + base + getBaseTypeId(type);
 }
 
 /* Names of the definition, of its base and of the C type; kind of the base; records left on the
    way; "s" for a synonym, "d" for a base that is a definition, "i" for an instance, "t" for one at
    the top level, "x" for a selection, "m" for a base in another module. */
 std::string handleText(AsnType *type) {
-    Text kind;
-    getTypeMainTypeStri(kind, nullptr, type, nullptr);
+    const Text kind = getTypeMainTypeStri(type);
     return idsOf(type) + " " + kind.substr(4) + " " + std::to_string(type->chainDepth) + " " +
            (isSynonymType(type) ? "s" : "") + (isDefinedBaseType(type) ? "d" : "") +
            (isInstantiatedType(type) ? "i" : "") + (isTopLevelInstantiatedType(type) ? "t" : "") +
@@ -170,9 +168,8 @@ TEST(TypeWalk, LongChainsAreGoneThroughOnce) {
 std::string elementsOf(AsnType *type) {
     std::string text;
     forEachTypeCompOrElem(type, [&](AsnType *, AsnType *elem, int compNbr) {
-        Text id;
         text += nameOf(elem) + "/" + std::to_string(compNbr) + " " +
-                std::to_string(getTypeDefinitionLevel(elem)) + getBaseTypeId(id, " ", elem, "; ") +
+                std::to_string(getTypeDefinitionLevel(elem)) + " " + getBaseTypeId(elem) + "; " +
                 (isListType(elem) && !isDefinedBaseType(elem) ? elementsOf(elem) : "");
     });
     return text;

@@ -63,9 +63,8 @@ TEST(ValueTexts, StringsInTheirForms) {
 
 /* The arcs twice, with blanks and with dots and names, and how many they are; "-" for none. */
 std::string arcsOf(AsnValue *value) {
-    Text plain = "old", named;
-    objectIdentifierValueStri(plain, "{", value, nullptr, nullptr, "x", "}");
-    objectIdentifierValueStri(named, nullptr, value, ".", "(", ")", nullptr);
+    const Text plain = objectIdentifierValueStri(value, nullptr, nullptr, "x");
+    const Text named = objectIdentifierValueStri(value, ".", "(", ")");
     std::string counted = "-";
     forObjectIdentifierValue(
         value, [&](AsnValue *, int count, const std::uint32_t *numbers, const char *const *names) {
@@ -94,11 +93,11 @@ TEST(ValueTexts, ArcsOfObjectIdentifiers) {
     w.defineValue("nothing", oid, w.value(TYP_OBJID));
     m.load(w);
     m.expectValues(arcsOf,
-                   {{"iso", "{1 2 3} 1(iso).2(member-body).3 3"},
-                    {"named", "{1 2 0} 1(mine).2(joint-iso-ccitt).0 3"},
-                    {"letters", "{0 0 24 1} 0(ccitt).0(recommendation).24(x).1 4"},
-                    {"prefixed", "{1 2 3 1} 1(iso).2(member-body).3.1(iso) 4"},
-                    {"deep", "{1 2 3 1 4294967295} 1(iso).2(member-body).3.1(iso).4294967295(n) 5"},
+                   {{"iso", "1 2 3 1(iso).2(member-body).3 3"},
+                    {"named", "1 2 0 1(mine).2(joint-iso-ccitt).0 3"},
+                    {"letters", "0 0 24 1 0(ccitt).0(recommendation).24(x).1 4"},
+                    {"prefixed", "1 2 3 1 1(iso).2(member-body).3.1(iso) 4"},
+                    {"deep", "1 2 3 1 4294967295 1(iso).2(member-body).3.1(iso).4294967295(n) 5"},
                     {"inside", "  -"},
                     {"nothing", "  -"},
                     {"number", "  -"}});

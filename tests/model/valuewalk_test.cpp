@@ -8,20 +8,17 @@
 namespace {
 
 std::string refOf(AsnValue *value) {
-    Text text;
-    return getValueRef(text, nullptr, value, nullptr);
+    return getValueRef(value);
 }
 
 std::string idOf(AsnValue *value) {
-    Text text;
-    return getValueId(text, nullptr, value, nullptr);
+    return getValueId(value);
 }
 
 /* Names of position and base, and module and line of the base. */
 std::string wayOf(AsnValue *value) {
-    Text base;
     EXPECT_EQ(getTypeMainType(getTypeOfValue(value)), TYP_INTEGER);
-    return refOf(value) + "=" + idOf(value) + "=" + getBaseValueId(base, nullptr, value, "@") +
+    return refOf(value) + "=" + idOf(value) + "=" + getBaseValueId(value) + "@" +
            value->baseModule->filePrefix + " ";
 }
 
@@ -62,8 +59,8 @@ TEST(Values, WalkOverAModuleShowsItsDefinitions) {
     EXPECT_EQ(byNumber, "one item two step ");
 }
 
-Text &lengthText(Text &dst, const char *, AsnValue *value, const char *) {
-    return dst = std::to_string(bitStringLength(value));
+Text lengthText(AsnValue *value) {
+    return std::to_string(bitStringLength(value));
 }
 
 TEST(Values, TextsAndLengths) {
@@ -71,7 +68,7 @@ TEST(Values, TextsAndLengths) {
     TreeWriter w("Vals", "vals");
     w.option("-DECIMALS=4");
     setInfValueStri("MIN_LONG", "MAX_LONG", nullptr, "MAXREAL");
-    using Print = Text &(*)(Text & dst, const char *prefix, AsnValue *value, const char *suffix);
+    using Print = Text (*)(AsnValue * value);
     std::map<std::string, Print> prints;
     ModelSetup::Rows rows;
     const auto add = [&](const char *expected, Print print, TypeNode type, ValueNode value) {
@@ -110,17 +107,11 @@ TEST(Values, TextsAndLengths) {
     const ValueNode ab = w.textValue(TYP_IA5STR, "ab"), cde = w.textValue(TYP_IA5STR, "cde");
     add("5", lengthText, w.string(TYP_IA5STR), w.listValue(TYP_IA5STR, {ab, cde}));
     m.load(w);
-    m.expectValues(
-        [&](AsnValue *value) {
-            Text text = "old";
-            return prints[refOf(value)](text, nullptr, value, nullptr);
-        },
-        rows);
+    m.expectValues([&](AsnValue *value) { return prints[refOf(value)](value); }, rows);
     m.withValue("v5", [](AsnValue *value) {
         EXPECT_EQ(doubleRealValue(value), 1.5);
         getGlobalOptions(value->ownerModule)->decimals = DECIMALS_BINARY;
-        Text text;
-        EXPECT_EQ(doubleRealValueStri(text, "(", value, ")"), "(15.00000000E-1)");
+        EXPECT_EQ(doubleRealValueStri(value), "15.00000000E-1");
     });
     m.withValue("v4", [](AsnValue *value) {
         testing::internal::CaptureStderr();
@@ -136,8 +127,7 @@ std::string componentsShown(AsnValue *value) {
     std::string text;
     forEachPresentOrAbsentValueComp(
         value, [&](AsnValue *, AsnType *comp, int compNbr, AsnValue *compValue, int presentNbr) {
-            Text name;
-            text += (compNbr == 0 ? "" : " ") + getTypeCompRef(name, nullptr, comp, nullptr);
+            text += (compNbr == 0 ? "" : " ") + getTypeCompRef(comp);
             EXPECT_EQ(compValue == nullptr, presentNbr == -1);
             if (compValue == nullptr)
                 text += "-";

@@ -13,26 +13,22 @@ namespace {
 const auto exitsWith2 = testing::ExitedWithCode(2);
 
 std::string defId(AsnObjClass *objClass) {
-    Text text;
-    return getDefObjClassId(text, nullptr, objClass, nullptr);
+    return getDefObjClassId(objClass);
 }
 
 std::string baseId(AsnObjClass *objClass) {
-    Text text;
-    return getBaseObjClassId(text, nullptr, objClass, nullptr);
+    return getBaseObjClassId(objClass);
 }
 
 std::string fieldId(AsnObjClassField *field) {
-    Text text;
-    return getObjClassFieldId(text, nullptr, field, nullptr);
+    return getObjClassFieldId(field);
 }
 
 void withClass(const ModelSetup &setup, const std::string &name,
                Call<void(AsnObjClass *objClass)> func) {
     bool found = false;
     forEachObjClass(setup.module, [&](AsnObjClass *objClass, int) {
-        Text text;
-        if (getObjClassRef(text, nullptr, objClass, nullptr) != name)
+        if (getObjClassRef(objClass) != name)
             return;
         found = true;
         func(objClass);
@@ -73,8 +69,7 @@ TEST(Classes, WalkShowsClassesAloneAndNests) {
     EXPECT_EXIT(forEachObjClass(setup.module, nullptr), exitsWith2, "Call-back");
 
     withClass(setup, "P", [](AsnObjClass *objClass) {
-        Text text;
-        EXPECT_EQ(getBaseObjClassRef(text, "<", objClass, ">"), "<TYPE-IDENTIFIER>");
+        EXPECT_EQ(getBaseObjClassRef(objClass), "TYPE-IDENTIFIER");
         EXPECT_TRUE(isPredefinedObjClass(objClass));
         EXPECT_EQ(fieldsOf(objClass), "");
     });
@@ -276,8 +271,7 @@ TEST(Classes, BrokenTreesEndTheRun) {
         delAsnObjClass(extra);
         delAsnObjClass(nullptr);
         objClass->base.mainType = TYP_INTEGER;
-        Text text;
-        EXPECT_EXIT(getBaseObjClassRef(text, "", objClass, ""), exitsWith2,
+        EXPECT_EXIT(getBaseObjClassRef(objClass), exitsWith2,
                     "Trying to take objectclassreference from a non-class construct.");
         EXPECT_EXIT(isPredefinedObjClass(objClass), exitsWith2,
                     "Using class method with a non-class construct.");

@@ -11,14 +11,12 @@ namespace {
 const auto exitsWith2 = testing::ExitedWithCode(2);
 
 std::string idOf(AsnObject *object) {
-    Text text;
-    getObjectId(text, nullptr, object, nullptr);
+    const Text text = getObjectId(object);
     return text.empty() ? "<>" : text;
 }
 
 std::string classOf(AsnObjClass *objClass) {
-    Text text;
-    return getDefObjClassId(text, nullptr, objClass, nullptr);
+    return getDefObjClassId(objClass);
 }
 
 /* "OP[ a0 <>1 s2! ]3": a class, its objects with their rows ("!" for a skipped one), the rows of
@@ -46,8 +44,7 @@ void withObject(const ModelSetup &setup, const std::string &name,
                 Call<void(AsnObject *object)> func) {
     bool found = false;
     forEachObject(setup.module, [&](AsnObject *object, int) {
-        Text text;
-        if (getObjectRef(text, nullptr, object, nullptr) != name)
+        if (getObjectRef(object) != name)
             return;
         found = true;
         func(object);
@@ -102,9 +99,8 @@ TEST(Objects, DefinitionsOfAModule) {
     });
     EXPECT_EQ(all, "0Alias:OP 1here:OWN ");
     withObject(setup, "alias", [&](AsnObject *object) {
-        Text text;
-        EXPECT_EQ(getBaseObjectId(text, "<", object, ">"), "<far>");
-        EXPECT_EQ(getBaseObjectRef(text, "<", object, ">"), "<far>");
+        EXPECT_EQ(getBaseObjectId(object), "far");
+        EXPECT_EQ(getBaseObjectRef(object), "far");
         EXPECT_EQ(object->baseModule->moduleName, "Far_Module");
         EXPECT_EQ(getModuleOfObject(object), setup.module);
         EXPECT_EQ(getObjectDefinitionLine(object), 11) << "its own, not that of what it refers to";
@@ -233,10 +229,8 @@ std::string contentsOf(AsnFieldValue *value) {
         text += " entry " + std::to_string(entryIndex);
     });
     forFixedTypeValueFieldValue(value, [&](AsnFieldValue *, AsnValue *asnValue) {
-        Text number;
-        text += getValueMainType(asnValue) == TYP_INTEGER
-                    ? integerValueStri(number, "value ", asnValue, "")
-                    : "other value";
+        text += getValueMainType(asnValue) == TYP_INTEGER ? "value " + integerValueStri(asnValue)
+                                                          : "other value";
     });
     forFixedTypeValueSetFieldValue(value, [&](AsnFieldValue *, AsnValue *asnValue, int index) {
         text += (index > 0 ? "," : "") + shown(int64Value(asnValue));

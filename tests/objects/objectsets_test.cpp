@@ -31,8 +31,7 @@ std::string objectsOf(AsnObjectSet *objectSet) {
     std::string text;
     forObjectSet(objectSet, [&](AsnObjectSet *father, AsnObject *object, int index) {
         EXPECT_EQ(father, nullptr);
-        Text name;
-        text += std::to_string(index) + getObjectId(name, "", object, " ");
+        text += std::to_string(index) + getObjectId(object) + " ";
     });
     return text;
 }
@@ -41,8 +40,7 @@ void withSet(const ModelSetup &setup, const std::string &name,
              Call<void(AsnObjectSet *objectSet)> func) {
     bool found = false;
     forEachObjectSet(setup.module, [&](AsnObjectSet *objectSet, int) {
-        Text text;
-        if (getObjectSetRef(text, nullptr, objectSet, nullptr) != name)
+        if (getObjectSetRef(objectSet) != name)
             return;
         found = true;
         func(objectSet);
@@ -67,10 +65,8 @@ TEST(ObjectSets, ContainedSetsStandInPlaceAndMarkersCountForNothing) {
 
     std::string all;
     forEachObjectSet(setup.module, [&](AsnObjectSet *objectSet, int nbr) {
-        Text name;
-        all += std::to_string(nbr) + getDefObjectSetId(name, "", objectSet, ": ") +
-               objectsOf(objectSet);
-        EXPECT_EQ(getDefObjClassId(name, "", getObjClassOfObjectSet(objectSet), ""), "OP");
+        all += std::to_string(nbr) + getDefObjectSetId(objectSet) + ": " + objectsOf(objectSet);
+        EXPECT_EQ(getDefObjClassId(getObjClassOfObjectSet(objectSet)), "OP");
     });
     EXPECT_EQ(all, "0Inner: 0c 1 1Outer: 0b 1c 2 3a 2One: 0b 3Empty: 4Bare: ");
     withSet(setup, "Outer", [&](AsnObjectSet *outer) {
@@ -98,21 +94,19 @@ TEST(ObjectSets, NamesAndOptions) {
     ModelSetup setup;
     setup.load(w);
     withSet(setup, "Set", [](AsnObjectSet *objectSet) {
-        Text text;
-        EXPECT_EQ(getDefObjectSetId(text, "<", objectSet, ">"), "<OpSet>");
-        EXPECT_EQ(getDefBaseObjectSetId(text, "<", objectSet, ">"), "<OP>");
-        EXPECT_EQ(getBaseObjectSetRef(text, nullptr, objectSet, nullptr), "OP");
+        EXPECT_EQ(getDefObjectSetId(objectSet), "OpSet");
+        EXPECT_EQ(getDefBaseObjectSetId(objectSet), "OP");
+        EXPECT_EQ(getBaseObjectSetRef(objectSet), "OP");
         EXPECT_TRUE(isObjectSetCommentOption(objectSet));
         objectSet->compStatus = objectSet->base.compStatus = TCS_MANDATORY;
-        EXPECT_EQ(getDefObjectSetId(text, "<", objectSet, ">"), "<?!?>");
-        EXPECT_EQ(getDefBaseObjectSetId(text, "", objectSet, ""), "?!?NOT-A-DEFINED-OBJECT-SET");
+        EXPECT_EQ(getDefObjectSetId(objectSet), "?!?");
+        EXPECT_EQ(getDefBaseObjectSetId(objectSet), "?!?NOT-A-DEFINED-OBJECT-SET");
         objectSet->base.mainType = TYP_INTEGER;
-        EXPECT_EXIT(getBaseObjectSetRef(text, "", objectSet, ""), exitsWith2,
+        EXPECT_EXIT(getBaseObjectSetRef(objectSet), exitsWith2,
                     "Trying to resolve object set name for an unsuitable construct.");
     });
     withSet(setup, "Ids", [](AsnObjectSet *objectSet) {
-        Text text;
-        EXPECT_EQ(getBaseObjectSetRef(text, nullptr, objectSet, nullptr), "TYPE-IDENTIFIER");
+        EXPECT_EQ(getBaseObjectSetRef(objectSet), "TYPE-IDENTIFIER");
         EXPECT_TRUE(isPredefinedObjClass(getObjClassOfObjectSet(objectSet)));
     });
 }
@@ -153,8 +147,7 @@ TEST(ObjectSets, ClassAndObjectsOfOtherModules) {
             continue;
         AsnModule *module = newAsnModule(record.get());
         forEachObjectSet(module, [](AsnObjectSet *objectSet, int) {
-            Text text;
-            EXPECT_EQ(getDefObjClassId(text, "", getObjClassOfObjectSet(objectSet), ""), "OP");
+            EXPECT_EQ(getDefObjClassId(getObjClassOfObjectSet(objectSet)), "OP");
         });
         delAsnModule(module);
     }

@@ -69,9 +69,7 @@ TEST(NamingOptions, ConversionOfNames) {
         fix.name = row.name;
         fix.suff = row.suff;
         fix.idLen = 32;
-        Text dst = "rest of before";
-        EXPECT_EQ(pFixRec(dst, &fix), row.result);
-        EXPECT_EQ(printFixRec(dst, "<", &fix, ">"), Text("<") + row.result + ">");
+        EXPECT_EQ(printFixRec(fix), row.result);
     }
 }
 
@@ -82,9 +80,7 @@ protected:
 
     /* Name of a type (or component ...) that is called `name` and has these options of its own. */
     Text nameOf(int kind, const char *name, const std::vector<StoredOption> &own = {}) {
-        FixRec fix = fixOf(kind, name, own);
-        Text dst;
-        return printFixRec(dst, nullptr, &fix, nullptr);
+        return printFixRec(fixOf(kind, name, own));
     }
 
     FixRec fixOf(int kind, const char *name, const std::vector<StoredOption> &own = {}) {

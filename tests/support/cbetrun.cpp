@@ -64,8 +64,7 @@ std::string CbetRun::taken(int slot) {
 void CbetRun::forType(const std::string &name, const std::function<void(AsnType *)> &func) {
     forEachModule([&](AsnModule *module) {
         forEachType(module, [&](AsnType *type, int) {
-            Text id;
-            if (getTypeRef(id, nullptr, type, nullptr) != name)
+            if (getTypeRef(type) != name)
                 return;
             pushPath();
             func(type);
@@ -78,9 +77,7 @@ void CbetRun::forComp(const std::string &typeName, const std::string &compName,
                       const std::function<void(AsnType *)> &func) {
     forType(typeName, [&](AsnType *type) {
         forEachTypeCompOrElem(type, [&](AsnType *, AsnType *comp, int) {
-            Text id;
-            if (isElemType(comp) ? !compName.empty()
-                                 : getTypeRef(id, nullptr, comp, nullptr) != compName)
+            if (isElemType(comp) ? !compName.empty() : getTypeRef(comp) != compName)
                 return;
             addCompNameToPath(comp);
             func(comp);
@@ -94,7 +91,7 @@ void CbetRun::forComp(const std::string &typeName, const std::string &compName,
 namespace {
 
 void note(const char *word, AsnType *type, TypeFuncRun &run) {
-    Text text, ref;
+    Text ref;
     cHome(ref, "", false, type, nullptr, "");
     printfToF(run.outFile, "%s %s;\n", word, ref.c_str());
 }
@@ -121,8 +118,7 @@ void noteIsComp(AsnType *comp, TypeFuncRun &run) {
     AsnType *father = getFatherOfTypeComp(comp);
     const int kind = getTypeMainType(father);
     const bool several = nrOfWalkedComps(father) > 1;
-    Text name;
-    getTypeCompRef(name, nullptr, comp, nullptr);
+    const Text name = getTypeCompRef(comp);
     if (isListType(father))
         wToF(run.outFile, "if (end) break;\n");
     else if (getTypeCompStatus(comp) == TCS_OPTIONAL || (kind == TYP_CHOICE && several) ||

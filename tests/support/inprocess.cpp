@@ -15,8 +15,7 @@
 namespace {
 
 Text plainName(AsnType *type) {
-    Text name;
-    return getTypeRef(name, nullptr, type, nullptr);
+    return getTypeRef(type);
 }
 
 /* Goes down from `type` along the names that are left. */
