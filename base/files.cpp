@@ -1,7 +1,6 @@
 #include "base/files.h"
 
 #include <algorithm>
-#include <cstdarg>
 
 #include "base/fatal.h"
 #include "base/services.h"
@@ -91,15 +90,18 @@ void startStream(int slot, const Text &name) {
     file.indent = 0;
 }
 
-Text &guardName(Text &dst, const char *prefix, Text name, const char *suffix) {
-    name = strUpper(convertHyphens(name));
+Text guardName(const Text &fileName) {
+    Text name = strUpper(convertHyphens(fileName));
     for (char &c : name)
         if (!isSymbolChar(c))
             c = '_';
     if (!name.empty() && isAsciiDigit(name.front()))
         name.insert(0, 1, '_');
-    dst = orEmpty(prefix) + name + orEmpty(suffix);
-    return dst;
+    return name;
+}
+
+bool hasWholeName(int slot) {
+    return slot != 0 && fArr[slot].named && fArr[slot].hasPrefix;
 }
 
 } // namespace
@@ -154,44 +156,24 @@ void writeOpenFiles() {
     forEachOpenFile([](int slot) { writePending(&fArr[slot]); });
 }
 
-bool nameOfF(Text &dst, const char *prefix, int slot, const char *suffix) {
-    dst.clear();
-    if (slot == 0 || !fArr[slot].named || !fArr[slot].hasPrefix)
-        return false;
-    dst = orEmpty(prefix) + pathOf(slot) + orEmpty(suffix);
-    return true;
+Text nameOfF(int slot) {
+    return hasWholeName(slot) ? pathOf(slot) : "";
 }
 
-bool nameOfFnoDir(Text &dst, const char *prefix, int slot, const char *suffix) {
-    dst.clear();
-    if (slot == 0 || !fArr[slot].named || !fArr[slot].hasPrefix)
-        return false;
-    dst = orEmpty(prefix) + fArr[slot].prefix + fArr[slot].suffix + orEmpty(suffix);
-    return true;
+Text nameOfFnoDir(int slot) {
+    return hasWholeName(slot) ? fArr[slot].prefix + fArr[slot].suffix : "";
 }
 
-bool dirOfF(Text &dst, const char *prefix, int slot, const char *suffix) {
-    dst.clear();
-    if (slot == 0 || !fArr[slot].named)
-        return false;
-    dst = orEmpty(prefix) + fArr[slot].directory + orEmpty(suffix);
-    return true;
+Text dirOfF(int slot) {
+    return slot != 0 && fArr[slot].named ? fArr[slot].directory : "";
 }
 
-bool defineGuardOfF(Text &dst, const char *prefix, int slot, const char *suffix) {
-    dst.clear();
-    if (slot == 0 || !fArr[slot].named || !fArr[slot].hasPrefix)
-        return false;
-    guardName(dst, prefix, fArr[slot].prefix + fArr[slot].suffix, suffix);
-    return true;
+Text defineGuardOfF(int slot) {
+    return guardName(nameOfFnoDir(slot));
 }
 
-bool defineGuardForFile(Text &dst, const char *prefix, const char *name, const char *suffix) {
-    dst.clear();
-    if (name == nullptr)
-        return false;
-    guardName(dst, prefix, name, suffix);
-    return true;
+Text defineGuardForFile(const char *name) {
+    return guardName(orEmpty(name));
 }
 
 void writePiece(int slot, std::initializer_list<Part> parts, bool noBreak) {
@@ -221,53 +203,6 @@ void writePiece(int slot, std::initializer_list<Part> parts, bool noBreak) {
         writeFailed(slot);
 }
 
-void wToF(int slot, const char *text) {
-    writePiece(slot, {text}, false);
-}
-
-void putToF(int slot, const char *text) {
-    writePiece(slot, {text}, true);
-}
-
-void printfToF(int slot, const char *format, ...) {
-    if (slot == 0)
-        return;
-    static Text text; /* kept for its memory */
-    text.clear();
-    std::va_list arguments;
-    va_start(arguments, format);
-    putF(slot, appendFormatV(text, format, arguments));
-    va_end(arguments);
-}
-
-void endlToF(int slot) {
-    putToF(slot, "\n");
-}
-
-void int32ToF(int slot, const char *before, std::int32_t n, const char *after) {
-    printfToF(slot, "%s%ld%s", orEmpty(before), static_cast<long>(n), orEmpty(after));
-}
-
-void int64ToF(int slot, const char *before, sint64 n, const char *after) {
-    printfToF(slot, "%s%s%s", orEmpty(before), i64tostr(n).c_str(), orEmpty(after));
-}
-
-void int64AsSint64ToF(int slot, const char *before, sint64 n, const char *after) {
-    /* The smallest 32-bit number takes the form of the larger ones: C has no literal for it. */
-    std::int32_t narrow = 0;
-    wToF(slot, before);
-    if (i64ismax(n))
-        wToF(slot, "i64max ()");
-    else if (i64ismin(n))
-        wToF(slot, "i64min ()");
-    else if (i64tol(n, &narrow) && narrow != INT32_MIN)
-        int64ToF(slot, "i64ltosint64 (", n, "L)");
-    else
-        printfToF(slot, "i64make (%ldL, %luUL)", static_cast<long>(i64hi(n)),
-                  static_cast<unsigned long>(i64lo(n)));
-    wToF(slot, after);
-}
-
 std::uint32_t linesInF(int slot) {
     return slot == 0 || fArr[slot].stream == nullptr ? 0 : fArr[slot].lines;
 }
@@ -279,13 +214,4 @@ int columnsInF(int slot) {
 void resetIndentLevel(int slot) {
     if (slot != 0)
         fArr[slot].indent = 0;
-}
-
-void wDirectiveToF(int slot, const char *text) {
-    if (slot == 0)
-        return;
-    int indent = fArr[slot].indent;
-    fArr[slot].indent = 0;
-    wToF(slot, text);
-    fArr[slot].indent = indent;
 }

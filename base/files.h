@@ -2,8 +2,9 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <initializer_list>
+#include <utility>
 
-#include "base/i64.h"
 #include "base/text.h"
 
 /* The numbered output files. A generator holds a slot number, never a stream. Slot 0 stands for no
@@ -42,14 +43,13 @@ void closeF(int slot);
    they take it. */
 void writeOpenFiles();
 
-/* Names: false, and an empty `dst`, if slot is 0 or its name isn't complete. */
-bool nameOfF(Text &dst, const char *prefix, int slot, const char *suffix);
-bool nameOfFnoDir(Text &dst, const char *prefix, int slot, const char *suffix);
-bool dirOfF(Text &dst, const char *prefix, int slot, const char *suffix);
-/* Name of an include guard: `prefix`, the file's name in upper case with "_" for "-" and ".",
-   `suffix`. */
-bool defineGuardOfF(Text &dst, const char *prefix, int slot, const char *suffix);
-bool defineGuardForFile(Text &dst, const char *prefix, const char *name, const char *suffix);
+/* Names; empty if slot is 0 or its name isn't complete. */
+Text nameOfF(int slot);
+Text nameOfFnoDir(int slot);
+Text dirOfF(int slot);
+/* Name of an include guard: the file's name in upper case with "_" for "-" and ".". */
+Text defineGuardOfF(int slot);
+Text defineGuardForFile(const char *name);
 
 /* The writer that all others end in. With `noBreak` the line isn't ended before the piece. A
    failing write is fatal error 7. */
@@ -62,18 +62,12 @@ template <typename... Parts> void putF(int slot, const Parts &...parts) {
 template <typename... Parts> void putUnbroken(int slot, const Parts &...parts) {
     writePiece(slot, {Part(parts)...}, true);
 }
-void wToF(int slot, const char *text);
-inline void wToF(int slot, const Text &text) {
-    writePiece(slot, {text}, false);
+/* The same without indentation: a line for the preprocessor. */
+template <typename... Parts> void putDirective(int slot, const Parts &...parts) {
+    const int indent = std::exchange(fArr[slot].indent, 0);
+    putF(slot, parts...);
+    fArr[slot].indent = indent;
 }
-void putToF(int slot, const char *text);
-void printfToF(int slot, const char *format, ...) PRINTF_LIKE(2, 3);
-void endlToF(int slot);
-/* "%s%d%s" of the number; a null text counts as empty. */
-void int32ToF(int slot, const char *before, std::int32_t n, const char *after);
-void int64ToF(int slot, const char *before, sint64 n, const char *after);
-/* A C expression for the number in the run-time library's terms. */
-void int64AsSint64ToF(int slot, const char *before, sint64 n, const char *after);
 
 std::uint32_t linesInF(int slot);
 int columnsInF(int slot);
@@ -84,6 +78,5 @@ template <typename F> void forEachOpenFile(F &&func) {
             func(slot);
 }
 
-/* Indentation to column 0, for good or for one text (a preprocessor line). */
+/* Indentation to column 0. */
 void resetIndentLevel(int slot);
-void wDirectiveToF(int slot, const char *text);

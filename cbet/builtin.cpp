@@ -16,11 +16,6 @@ namespace {
 /* The first tag number that takes the wide form. */
 constexpr int FIRST_WIDE_TAG = 31;
 
-Text &join(Text &dst, const char *prefix, const Text &middle, const char *postfix) {
-    dst = orEmpty(prefix) + middle + orEmpty(postfix);
-    return dst;
-}
-
 /* The names that stand for all of a string type's name. */
 const char *nameInPlaceOfString(AsnType *type) {
     if (getVF(type) == VF_FRM)
@@ -60,33 +55,27 @@ const char *segment(AsnType *type) {
 
 } // namespace
 
-Text &cBuiltinCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    return join(dst, prefix, cBuiltinName(type), postfix);
+Text cBuiltinCodCFunc(AsnType *type) {
+    return concat(cBuiltinName(type), cTagFuncSuff(type));
 }
 
-Text &cBuiltinCodCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    return join(dst, prefix, Text(cBuiltinName(type)) + cTagFuncSuff(type), postfix);
-}
-
-Text &cBuiltinStringCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
+Text cBuiltinStringCFunc(AsnType *type) {
     if (const char *name = nameInPlaceOfString(type))
-        return join(dst, prefix, name, postfix);
+        return name;
     const char *form = cIsDynamicString(type) ? "Dyn" : segment(type);
-    return join(dst, prefix, Text(form) + cBuiltinName(type) + sizeSuffix(type, false), postfix);
+    return concat(form, cBuiltinName(type), sizeSuffix(type, false));
 }
 
-Text &cBuiltinStringCodCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
+Text cBuiltinStringCodCFunc(AsnType *type) {
     if (const char *name = nameInPlaceOfString(type))
-        return join(dst, prefix, name, postfix);
-    Text name = Text(segment(type)) + fullName(type) + sizeSuffix(type, true);
-    return join(dst, prefix, name + cTagFuncSuff(type), postfix);
+        return name;
+    return cBuiltinStringTstCFunc(type) + cTagFuncSuff(type);
 }
 
-Text &cBuiltinStringTstCFunc(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
+Text cBuiltinStringTstCFunc(AsnType *type) {
     if (const char *name = nameInPlaceOfString(type))
-        return join(dst, prefix, name, postfix);
-    return join(dst, prefix, Text(segment(type)) + fullName(type) + sizeSuffix(type, true),
-                postfix);
+        return name;
+    return concat(segment(type), fullName(type), sizeSuffix(type, true));
 }
 
 const char *cTagFuncSuff(AsnType *type) {
@@ -102,68 +91,37 @@ const char *cTagFuncSuff(AsnType *type) {
 namespace {
 
 /* "TAG8(TAG_CTX8, TAG_PRI8, 3)", or without each "8" in the wide form. */
-Text &tagStri(Text &dst, const char *prefix, const AsnTag *tag, bool constructed, bool narrow,
-              const char *postfix) {
+Text tagStri(const AsnTag *tag, bool constructed, bool narrow) {
     const char *width = narrow && getTagNumber(tag) < FIRST_WIDE_TAG ? "8" : "";
-    const Text tagClass = concat(getTagClassStri(tag), width);
-    dst = formatText("%sTAG%s(%s, TAG_%s%s, %d)%s", orEmpty(prefix), width, tagClass.c_str(),
-                     constructed ? "STR" : "PRI", width, getTagNumber(tag), orEmpty(postfix));
-    return dst;
-}
-
-void tagToF(int file, const char *prefix, const AsnTag *tag, bool constructed, bool narrow,
-            const char *postfix) {
-    Text text;
-    wToF(file, tagStri(text, prefix, tag, constructed, narrow, postfix));
+    return concat("TAG", width, "(", getTagClassStri(tag), width, ", TAG_",
+                  constructed ? "STR" : "PRI", width, ", ", getTagNumber(tag), ")");
 }
 
 } // namespace
 
-Text &cTagStri(Text &dst, const char *prefix, const AsnTag *tag, bool constructed,
-               const char *postfix) {
-    return tagStri(dst, prefix, tag, constructed, true, postfix);
+Text cTagStri(const AsnTag *tag, bool constructed) {
+    return tagStri(tag, constructed, true);
 }
 
-Text &cTag32Stri(Text &dst, const char *prefix, const AsnTag *tag, bool constructed,
-                 const char *postfix) {
-    return tagStri(dst, prefix, tag, constructed, false, postfix);
+Text cTag32Stri(const AsnTag *tag, bool constructed) {
+    return tagStri(tag, constructed, false);
 }
 
-void cTagToF(int file, const char *prefix, const AsnTag *tag, bool constructed,
-             const char *postfix) {
-    tagToF(file, prefix, tag, constructed, true, postfix);
-}
-
-void cTag32ToF(int file, const char *prefix, const AsnTag *tag, bool constructed,
-               const char *postfix) {
-    tagToF(file, prefix, tag, constructed, false, postfix);
-}
-
-void cInnermostTagToF(int file, const char *prefix, AsnType *type, bool constructed,
-                      const char *postfix) {
+void cInnermostTagToF(int file, AsnType *type, bool constructed, const char *behind) {
     forInnermostTag(type, [&](AsnType *, const AsnTag *tag, int) {
-        cTagToF(file, prefix, tag, constructed, postfix);
+        putF(file, cTagStri(tag, constructed), behind);
     });
 }
 
-void cOutermostTag32ToF(int file, const char *prefix, AsnType *type, bool constructed,
-                        const char *postfix) {
-    forOutermostTag(type, [&](AsnType *, const AsnTag *tag, int) {
-        cTag32ToF(file, prefix, tag, constructed, postfix);
-    });
-}
-
-Text &cOutermostTag32Stri(Text &dst, const char *prefix, AsnType *type, bool constructed,
-                          const char *postfix) {
-    dst.clear();
-    forOutermostTag(type, [&](AsnType *, const AsnTag *tag, int) {
-        cTag32Stri(dst, prefix, tag, constructed, postfix);
-    });
-    return dst;
+Text cOutermostTag32Stri(AsnType *type, bool constructed) {
+    Text text;
+    forOutermostTag(
+        type, [&](AsnType *, const AsnTag *tag, int) { text = cTag32Stri(tag, constructed); });
+    return text;
 }
 
 /* --- contexts --- */
 
-Text &cRawAsnutigPtr(Text &dst, const char *prefix, GIndex gIndex, const char *postfix) {
-    return join(dst, prefix, Text(cGetGName(gIndex)) + "_asnuti", postfix);
+Text cRawAsnutigPtr(GIndex gIndex) {
+    return concat(cGetGName(gIndex), "_asnuti");
 }

@@ -41,16 +41,15 @@ struct Check {
    BOOLE ok1;
    ok1 =          or later: ok1 = ok1 && */
 void assignOk(Check &check) {
-    Text text;
     if (check.okDefined) {
-        wToF(check.file, cOkVarRef(text, nullptr, " ="));
-        wToF(check.file, cOkVarRef(text, " ", " && "));
+        putF(check.file, cOkVarRef(), " =");
+        putF(check.file, " ", cOkVarRef(), " && ");
         return;
     }
     cOpenBrace(check.file);
     cIncOkVarCount();
     cOkVarDef(check.file);
-    wToF(check.file, cOkVarRef(text, nullptr, " = "));
+    putF(check.file, cOkVarRef(), " = ");
     check.okDefined = true;
 }
 
@@ -67,8 +66,7 @@ void report(int file) {
 void checkOk(Check &check) {
     if (!check.okDefined)
         return;
-    Text text;
-    wToF(check.file, cOkVarRef(text, "if (!", ")"));
+    putF(check.file, "if (!", cOkVarRef(), ")");
     report(check.file);
     cCloseBrace(check.file);
     cDecOkVarCount();
@@ -85,19 +83,18 @@ void printNumber(int file, const char *prefix, AsnValue *value, const char *suff
 
 void simpleValueRangeConstr(Check &check, AsnType *type, AsnValue *low, bool lowClosed,
                             AsnValue *high, bool highClosed) {
-    Text value;
-    cHome(value, "", false, type, nullptr, "");
+    const Text value = cHome(type, HOME_VALUE);
     bool hasLow = !isMinusInfinity(low);
     if (hasLow) {
         printNumber(check.file, "", low, lowClosed ? " <= " : " < ");
-        wToF(check.file, value);
+        putF(check.file, value);
     }
     if (isPlusInfinity(high))
         return;
     if (hasLow)
-        wToF(check.file, " && ");
-    wToF(check.file, value);
-    wToF(check.file, highClosed ? " <=" : " <");
+        putF(check.file, " && ");
+    putF(check.file, value);
+    putF(check.file, highClosed ? " <=" : " <");
     printNumber(check.file, " ", high, "");
 }
 
@@ -112,9 +109,9 @@ void valueRangeConstr(Check &check, AsnType *type, AsnValue *low, bool lowClosed
     if (isMinusInfinity(low) && isPlusInfinity(high))
         return; /* nothing to compare */
     assignOk(check);
-    wToF(check.file, "(");
+    putF(check.file, "(");
     simpleValueRangeConstr(check, type, low, lowClosed, high, highClosed);
-    wToF(check.file, ") ;\n");
+    putF(check.file, ") ;\n");
 }
 
 /* --- sizes --- */
@@ -124,31 +121,29 @@ void valueRangeConstr(Check &check, AsnType *type, AsnValue *low, bool lowClosed
 bool simpleSizeConstr(Check &check, AsnType *type, const Int64Range *range) {
     if (!isListType(type) || i64iszero(range->lower))
         return false;
-    Text text;
     assignOk(check);
-    wToF(check.file,
-         cGetSize(text, "(", type, false, range->lower == range->upper ? " ==" : " >="));
-    printfToF(check.file, " %s", i64tostr(range->lower).c_str());
+    putF(check.file, "(", cGetSize(type, false), range->lower == range->upper ? " ==" : " >=");
+    putF(check.file, " ", i64tostr(range->lower));
     return true;
 }
 
 /* One alternative of "ok1 = ((2 <= n1 && n1 <= 4) || (n1 == 7));". */
 void sizeConstr(Check &check, AsnType *type, const Int64Range *range, int nbr) {
     Text size, lower = i64tostr(range->lower), upper = i64tostr(range->upper);
-    cGetSize(size, "", type, false, "");
+    size = cGetSize(type, false);
     const char *s = size.c_str();
     if (nbr == 0) {
         assignOk(check);
-        wToF(check.file, "(");
+        putF(check.file, "(");
     } else {
-        wToF(check.file, " || ");
+        putF(check.file, " || ");
     }
     if (range->lower == range->upper)
-        printfToF(check.file, "(%s == %s)", s, lower.c_str());
+        putF(check.file, "(", s, " == ", lower, ")");
     else if (i64ismax(range->upper))
-        printfToF(check.file, "(%s <= %s)", lower.c_str(), s);
+        putF(check.file, "(", lower, " <= ", s, ")");
     else
-        printfToF(check.file, "(%s <= %s && %s <= %s)", lower.c_str(), s, s, upper.c_str());
+        putF(check.file, "(", lower, " <= ", s, " && ", s, " <= ", upper, ")");
 }
 
 /* The loop that reads a list of a definition of its own knows the bound of that definition only. */
@@ -169,7 +164,7 @@ void checkSize(Check &check, AsnType *type, AsnConstraint *constraint) {
         [&](AsnType *, const Int64Range *range, int) { ranges.push_back(*range); });
     if (ranges.empty()) { /* no size is right */
         assignOk(check);
-        wToF(check.file, "(FALSE);\n");
+        putF(check.file, "(FALSE);\n");
         return;
     }
     const Int64Range &first = ranges.front();
@@ -181,7 +176,7 @@ void checkSize(Check &check, AsnType *type, AsnConstraint *constraint) {
         for (std::size_t nbr = 0; nbr < ranges.size(); ++nbr)
             sizeConstr(check, type, &ranges[nbr], static_cast<int>(nbr));
     }
-    wToF(check.file, ");\n");
+    putF(check.file, ");\n");
 }
 
 /* --- permitted alphabets --- */
@@ -284,33 +279,31 @@ void alphabetConstr(Check &check, AsnType *type, AsnConstraint *constraint) {
         check.sorry = true;
         return;
     }
-    Text text;
     assignOk(check);
-    printfToF(check.file, "(%sChrStrStrspn%s (", cIsStaticString(type) ? "sta" : "dyn",
-              getVFSize(type) == VF_NONE ? "0" : "");
-    wToF(check.file, cHome(text, "", true, type, nullptr, ","));
-    wToF(check.file, " \"");
-    putToF(check.file, cStringText(check.characters).c_str());
-    putToF(check.file, "\") =="); /* a line may not end within the literal */
-    wToF(check.file, cGetSize(text, " ", type, true, ");\n"));
+    putF(check.file, "(", cIsStaticString(type) ? "sta" : "dyn", "ChrStrStrspn",
+         getVFSize(type) == VF_NONE ? "0" : "", " (");
+    putF(check.file, cHome(type, HOME_ADDRESS), ",");
+    putF(check.file, " \"");
+    putUnbroken(check.file, cStringText(check.characters));
+    putUnbroken(check.file, "\") =="); /* a line may not end within the literal */
+    putF(check.file, " ", cGetSize(type, true), ");\n");
 }
 
 /* --- single values --- */
 
 void singleValueConstr(Check &check, AsnType *type, AsnValue *value) {
-    Text text;
     int kind = getTypeMainType(type);
     bool inForm = getVF(type) != VF_LIST;
     if (inForm && kind == TYP_BOOLEAN) {
         assignOk(check);
-        wToF(check.file, cHome(text, "(", false, type, nullptr, " =="));
+        putF(check.file, "(", cHome(type, HOME_VALUE), " ==");
         putF(check.file, " ", booleanValueStri(value), ");\n");
     } else if (inForm && isText8Kind(kind)) {
         assignOk(check);
         const char *call = cIsDynamicString(type) ? "(strcmp ((char *)" : "(strcmp (";
-        wToF(check.file, cHome(text, call, false, type, ".", "st,"));
+        putF(check.file, call, cHome(type, HOME_MEMBER), "st,");
         forCharacterStringValue(value, [&](AsnValue *, std::int32_t, const char *expected) {
-            printfToF(check.file, " \"%s\") == 0);\n", cStringText(expected).c_str());
+            putF(check.file, " \"", cStringText(expected), "\") == 0);\n");
         });
     } else {
         check.sorry = true;
@@ -358,9 +351,8 @@ void checkByKind(Check &check, AsnType *type, AsnConstraint *constraint) {
 void warnOfUnimplemented(int file, AsnType *type) {
     if (file == 0)
         return cSayAtType(type, "warning: Unimplemented type constraint.");
-    wToF(file, "/* WARNING: Unimplemented type constraint. */\n");
-    Text name;
-    nameOfF(name, nullptr, file, nullptr);
+    putF(file, "/* WARNING: Unimplemented type constraint. */\n");
+    const Text name = nameOfF(file);
     std::fprintf(stderr, "%s:%u: warning: Unimplemented type constraint.\n", name.c_str(),
                  static_cast<unsigned>(linesInF(file)));
 }

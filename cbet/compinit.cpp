@@ -48,18 +48,15 @@ bool needsFirstValue(AsnType *type) {
 /* memset (home, 0, sizeof (Msg)); */
 void clearStructure(AsnType *type, TypeFuncRun &run) {
     int file = run.outFile;
-    Text text;
-    wToF(file, "memset (");
-    wToF(file, cHomeRef(text, "", true, type, nullptr, ","));
-    wToF(file, " 0,");
-    wToF(file, cBaseTypeId(text, " sizeof (", type, "));\n"));
+    putF(file, "memset (");
+    putF(file, cHomeRef(type, HOME_ADDRESS), ",");
+    putF(file, " 0,");
+    putF(file, " sizeof (", cBaseTypeId(type), "));\n");
 }
 
 /* home->compmask = 0; */
 void initControlMember(AsnType *type, TypeFuncRun &run) {
-    Text home, text;
-    cStructHomeMemberRef(home, "", false, type, "");
-    wToF(run.outFile, getControlMemberIni(text, home.c_str(), type));
+    putF(run.outFile, getControlMemberIni(cStructHome(type, HOME_MEMBER), type));
 }
 
 } // namespace
@@ -146,7 +143,7 @@ void checkListUpperBound(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     if (!isConstructingKind(run) || !isListType(father))
         return;
     if (cIsIgnoringSizeLimit(father)) {
-        Text action = formatText("extraElems%d = TRUE;\n", cVarCount(VAR_N));
+        Text action = cExtraElemsVarRef() + " = TRUE;\n";
         cCheckListUpperBoundWithActionAndBreak(run.outFile, comp, action.c_str());
     } else if (run.info.funcKind == decodingKind) {
         cCheckListUpperBound(run.outFile, comp);

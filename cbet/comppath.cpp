@@ -33,18 +33,17 @@ bool standsInPath(AsnType *comp) {
 
 /* The text that names the component in its father's C structure. */
 Text pathElement(AsnType *comp) {
-    Text text;
     AsnType *father = getFatherOfTypeComp(comp);
     switch (getTypeCompStatus(comp)) {
     case TCS_MANDATORY:
     case TCS_OPTIONAL:
-        return cMemberName(text, nullptr, comp, nullptr);
+        return cMemberName(comp);
     case TCS_CHOICE: {
         bool homes = father != nullptr && testTypeOption(father, OPT_COMPS_AS_POINTERS);
-        return cMemberName(text, homes ? nullptr : "i1.", comp, nullptr);
+        return concat(homes ? "" : "i1.", cMemberName(comp));
     }
     case TCS_MULTIPLE:
-        return formatText("elem [n%d]", cVarCount(VAR_N));
+        return "elem [" + cNVarRef() + "]";
     case TCS_HEADER:
         return getDefTypeId(comp);
     default:

@@ -16,16 +16,14 @@
 void cBeginTestOptionalComp(int file, AsnType *father, AsnType *comp) {
     if (getTypeCompStatus(comp) != TCS_OPTIONAL)
         return;
-    Text text, home;
-    if (cIsHometab(father)) {
-        printfToF(file, "if (hometab [%d])", getTypeCompNbr(comp));
-    } else if (testTypeOption(father, OPT_COMPS_AS_POINTERS)) {
-        wToF(file, cHomeRef(text, "if (", false, comp, nullptr, ")"));
-    } else {
-        cStructHomeMemberRef(home, "", false, father, "");
-        wToF(file, getControlMemberTst(text, "if (", home.c_str(), father, comp,
-                                       getTypeCompNbr(comp), ")"));
-    }
+    const int number = getTypeCompNbr(comp);
+    if (cIsHometab(father))
+        putF(file, "if (hometab [", number, "])");
+    else if (testTypeOption(father, OPT_COMPS_AS_POINTERS))
+        putF(file, "if (", cHomeRef(comp, HOME_VALUE), ")");
+    else
+        putF(file, "if (",
+             getControlMemberTst(cStructHome(father, HOME_MEMBER), father, comp, number), ")");
     cOpenBrace(file);
 }
 
@@ -51,10 +49,9 @@ constexpr int WORD_BITS = CONTROL_WORD_BITS;
 
 /* The complement of the mask: a bit is set in it for each component that wasn't seen. */
 Text unseenMask(AsnType *set) {
-    Text text;
     if (!cIsControlMember(set))
         return "~compmask";
-    return cHomeRef(text, "~", false, set, ".", "compmask");
+    return "~" + cHomeRef(set, HOME_MEMBER) + "compmask";
 }
 
 /* if ((~home->compmask & (BIT(0)|BIT(2)))) */
@@ -62,26 +59,26 @@ void testMandatoryBits(int file, AsnType *set, const Text &mask) {
     const char *bit = cBitMacro(set);
     bool words = nrOfWalkedComps(set) > WORD_BITS;
     int wordInHand = -1;
-    wToF(file, "if ((");
+    putF(file, "if ((");
     auto checkIfMandatoryCompIsAbsent = [&](AsnType *, AsnType *comp, int nbr) {
         if (isTypeExtensionmarker(comp) || getTypeCompStatus(comp) != TCS_MANDATORY)
             return;
         int word = nbr / WORD_BITS;
         if (word == wordInHand) {
-            wToF(file, "|");
+            putF(file, "|");
         } else {
             if (wordInHand >= 0)
-                wToF(file, ")) || (");
-            wToF(file, mask);
+                putF(file, ")) || (");
+            putF(file, mask);
             if (words)
-                printfToF(file, "[%d]", word);
-            wToF(file, " & (");
+                putF(file, "[", word, "]");
+            putF(file, " & (");
             wordInHand = word;
         }
-        printfToF(file, "%s(%d)", bit, nbr % WORD_BITS);
+        putF(file, bit, "(", nbr % WORD_BITS, ")");
     };
     forEachTypeComp(set, checkIfMandatoryCompIsAbsent);
-    wToF(file, ")))");
+    putF(file, ")))");
 }
 
 int maskWidth(AsnType *set) {
@@ -102,13 +99,13 @@ void testWholeMask(int file, AsnType *set, const Text &mask) {
     int width = maskWidth(set);
     int shift = width - nrOfWalkedComps(set);
     if (shift == 0)
-        printfToF(file, "if (%s)", mask.c_str());
+        putF(file, "if (", mask, ")");
     else if (width == 8)
-        printfToF(file, "if ((sint8)((%s) << %d))", mask.c_str(), shift);
+        putF(file, "if ((sint8)((", mask, ") << ", shift, "))");
     else if (width == 16)
-        printfToF(file, "if ((sint16)((%s) << %d))", mask.c_str(), shift);
+        putF(file, "if ((sint16)((", mask, ") << ", shift, "))");
     else
-        printfToF(file, "if ((%s) << %d)", mask.c_str(), shift);
+        putF(file, "if ((", mask, ") << ", shift, ")");
 }
 
 /* if (~compmask [0] || ((~compmask [1]) << 24)) */
@@ -116,13 +113,13 @@ void testMaskWords(int file, AsnType *set, const Text &mask) {
     int count = nrOfWalkedComps(set);
     int last = (count + WORD_BITS - 1) / WORD_BITS - 1;
     const char *m = mask.c_str();
-    printfToF(file, "if (%s [0]", m);
+    putF(file, "if (", m, " [0]");
     for (int word = 1; word < last; ++word)
-        printfToF(file, " || %s [%d]", m, word);
+        putF(file, " || ", m, " [", word, "]");
     if (count % WORD_BITS != 0)
-        printfToF(file, " || ((%s [%d]) << %d))", m, last, WORD_BITS - count % WORD_BITS);
+        putF(file, " || ((", m, " [", last, "]) << ", WORD_BITS - count % WORD_BITS, "))");
     else
-        printfToF(file, " || %s [%d])", m, last);
+        putF(file, " || ", m, " [", last, "])");
 }
 
 } // namespace
@@ -151,27 +148,26 @@ void cEndTestMissingSetMandatoryComps(int file, AsnType *set) {
 bool cCheckIntegerValueSet(int file, AsnType *type) {
     if (isSimpleIntegerValueSet(type))
         return false;
-    Text value;
     bool extensible = isExtensibleEnumeratedList(type);
-    cHome(value, "", false, type, extensible ? "." : nullptr, extensible ? "value" : "");
+    const Text value = extensible ? cHome(type, HOME_MEMBER) + "value" : cHome(type, HOME_VALUE);
     const char *v = value.c_str();
     bool wrote = false;
     forInt64ValueSet(type, [&](AsnType *, const Int64Range *range, int nbr) {
         Text lower = i64tostr(range->lower), upper = i64tostr(range->upper);
         if (nbr == 0) {
-            wToF(file, "if (");
+            putF(file, "if (");
             wrote = true;
-            printfToF(file, "(%s < %s", upper.c_str(), v);
+            putF(file, "(", upper, " < ", v);
             return;
         }
-        wToF(file, " && ");
+        putF(file, " && ");
         if (isLastInt64ValueSetSeg(type, range))
-            printfToF(file, "%s < %s)", v, lower.c_str());
+            putF(file, v, " < ", lower, ")");
         else
-            printfToF(file, "%s < %s) || (%s < %s", v, lower.c_str(), upper.c_str(), v);
+            putF(file, v, " < ", lower, ") || (", upper, " < ", v);
     });
     if (wrote)
-        wToF(file, ")");
+        putF(file, ")");
     return wrote;
 }
 
@@ -181,25 +177,21 @@ namespace {
 
 /* What stands in front of the mask: the father's home, or nothing for the function's own mask. */
 Text maskHome(AsnType *father) {
-    Text home;
-    if (cIsControlMember(father))
-        cStructHomeMemberRef(home, "", false, father, "");
-    return home;
+    return cIsControlMember(father) ? cStructHome(father, HOME_MEMBER) : "";
 }
 
 void testControlMember(int file, const char *before, AsnType *comp, const char *behind) {
     AsnType *father = getFatherOfTypeComp(comp);
-    Text home = maskHome(father), text;
-    wToF(file, getControlMemberTst(text, before, home.c_str(), father, comp, getTypeCompNbr(comp),
-                                   behind));
+    const Text test = getControlMemberTst(maskHome(father), father, comp, getTypeCompNbr(comp));
+    if (!test.empty())
+        putF(file, before, test, behind);
 }
 
 } // namespace
 
 void cSetControlMember(int file, AsnType *comp) {
     AsnType *father = getFatherOfTypeComp(comp);
-    Text home = maskHome(father), text;
-    wToF(file, getControlMemberSet(text, home.c_str(), father, comp, getTypeCompNbr(comp)));
+    putF(file, getControlMemberSet(maskHome(father), father, comp, getTypeCompNbr(comp)));
 }
 
 void cTestControlMember(int file, AsnType *comp) {

@@ -12,17 +12,9 @@ bool endsTrigraph(char c) {
     return std::string_view("=/'()!<>-").find(c) != std::string_view::npos;
 }
 
-/* Calls of the run-time library, which holds such numbers as pairs of words. */
+/* The run-time library holds such numbers as pairs of words. */
 Text cIntegerValue64(sint64 value) {
-    if (i64ismax(value))
-        return "i64max ()";
-    if (i64ismin(value))
-        return "i64min ()";
-    std::int32_t number = 0;
-    if (i64tol(value, &number))
-        return "i64ltosint64 (" + i64tostr(value) + "L)";
-    return formatText("i64make (%ldL, %luUL)", static_cast<long>(i64hi(value)),
-                      static_cast<unsigned long>(i64lo(value)));
+    return value == i64ltosint64(INT32_MIN) ? "i64ltosint64 (-2147483648L)" : cSint64(value);
 }
 
 Text cIntegerValue32(sint64 value, int format) {
@@ -65,15 +57,24 @@ Text cStringText(std::string_view text) {
     return literal;
 }
 
-Text &cInt64(Text &dst, const char *prefix, sint64 value, int format, const char *postfix) {
+Text cSint64(sint64 value) {
+    if (i64ismax(value))
+        return "i64max ()";
+    if (i64ismin(value))
+        return "i64min ()";
+    /* The smallest 32-bit number takes the form of the larger ones: C has no literal for it. */
+    std::int32_t narrow = 0;
+    if (i64tol(value, &narrow) && narrow != INT32_MIN)
+        return concat("i64ltosint64 (", narrow, "L)");
+    return concat("i64make (", i64hi(value), "L, ", i64lo(value), "UL)");
+}
+
+Text cInt64(sint64 value, int format) {
     const bool is64 = format == VF_UI64 || format == VF_I64;
-    const Text number = is64 ? cIntegerValue64(value) : cIntegerValue32(value, format);
-    return dst = orEmpty(prefix) + number + orEmpty(postfix);
+    return is64 ? cIntegerValue64(value) : cIntegerValue32(value, format);
 }
 
-Text &cIntegerValue(Text &dst, const char *prefix, AsnValue *value, const char *postfix) {
+Text cIntegerValue(AsnValue *value) {
     AsnType *type = getTypeOfValue(value);
-    return cInt64(dst, prefix, int64Value(value),
-                  type != nullptr ? getVF(type) : static_cast<int>(VF_NONE), postfix);
+    return cInt64(int64Value(value), type != nullptr ? getVF(type) : static_cast<int>(VF_NONE));
 }
-

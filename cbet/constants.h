@@ -14,6 +14,8 @@ Text cStringText(std::string_view text);
 /* Integers as C writes them. `format` is the value form of the C type that takes the number: 64-bit
    forms are built by calls of the run-time library. Infinity in a form that has no name for it is
    fatal error 13. */
-Text &cInt64(Text &dst, const char *prefix, sint64 value, int format, const char *postfix);
+Text cInt64(sint64 value, int format);
+/* A number as a call of the run-time library: "i64ltosint64 (5L)". */
+Text cSint64(sint64 value);
 /* The same for a value, in the form of its type. */
-Text &cIntegerValue(Text &dst, const char *prefix, AsnValue *value, const char *postfix);
+Text cIntegerValue(AsnValue *value);

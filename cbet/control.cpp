@@ -25,104 +25,70 @@ const char *controlOper(AsnType *type, ControlOper oper) {
     return oper == CONTROL_TEST ? "== " : "= ";
 }
 
+/* The name of the member, empty for types without one. */
+Text controlMember(AsnType *type, int compNbr) {
+    if (isMaskType(type))
+        return cMaskWord(type, compNbr);
+    if (getTypeMainType(type) == TYP_CHOICE)
+        return "choice";
+    return isListType(type) || isStringKind(getTypeMainType(type)) ? "n" : "";
+}
+
+/* `before`, the text and `behind`, or nothing for an empty text. */
+Text unlessEmpty(const char *before, const Text &text, const char *behind) {
+    return text.empty() ? text : concat(before, text, behind);
+}
+
 } // namespace
 
 Text cMaskWord(AsnType *type, int compNbr) {
-    return isMaskArray(type) ? formatText("compmask [%d]", compNbr / CONTROL_WORD_BITS) : "compmask";
+    return isMaskArray(type) ? concat("compmask [", compNbr / CONTROL_WORD_BITS, "]") : "compmask";
 }
 
 Text cMaskBit(AsnType *type, int compNbr) {
-    return formatText("%s(%d)", cBitMacro(type), compNbr % CONTROL_WORD_BITS);
+    return concat(cBitMacro(type), "(", compNbr % CONTROL_WORD_BITS, ")");
 }
 
-Text &getControlMemberOper(Text &dst, const char *prefix, const char *home, AsnType *type,
-                           bool needed, int compNbr, const ControlSuffixes &suffixes) {
-    dst.clear();
-    const auto member = [&](const char *name, const char *suffix) -> Text & {
-        dst.append(orEmpty(prefix)).append(orEmpty(home)).append(name).append(orEmpty(suffix));
-        return dst;
-    };
-    if (isMaskType(type)) {
-        if (!needed && getTypeMainType(type) == TYP_SEQ)
-            return dst;
-        return member(cMaskWord(type, compNbr).c_str(),
-                      isMaskArray(type) ? suffixes.array : suffixes.stru);
-    }
-    if (isListType(type))
-        return member("n", suffixes.list);
-    if (getTypeMainType(type) == TYP_CHOICE)
-        return member("choice", suffixes.choice);
-    if (isStringKind(getTypeMainType(type)))
-        return member("n", suffixes.string);
-    return dst;
-}
-
-Text &getControlMemberDef(Text &dst, AsnType *type) {
-    dst.clear();
+Text getControlMemberDef(AsnType *type) {
     const bool array = isMaskArray(type);
     const int form = array ? static_cast<int>(VF_I32) : getVFSize(type);
     if (form == VF_NONE)
-        return dst;
-    const Text cType = Text(targetLangType(form)) + " ";
+        return "";
     /* As the number of a component behind the last one, this makes the index the number of words.
      */
-    const int size =
-        isMaskType(type) ? nrOfWalkedComps(type) + (array ? CONTROL_WORD_BITS - 1 : 0) : 0;
-    return getControlMemberOper(dst, cType.c_str(), nullptr, type, true, size,
-                                {";\n", ";\n", ";\n", ";\n", ";\n"});
+    const int size = array ? cNrOfMaskWords(type) * CONTROL_WORD_BITS : 0;
+    return unlessEmpty(concat(targetLangType(form), " ").c_str(), controlMember(type, size), ";\n");
 }
 
-Text &getControlMemberIni(Text &dst, const char *home, AsnType *type) {
-    if (!isMaskArray(type))
-        return getControlMemberOper(dst, nullptr, home, type, isOptionalTypeComps(type), 0,
-                                    {" = 0;\n", nullptr, " = -1;\n", " = 0;\n", " = 0;\n"});
-    /* home->compmask [0] = home->compmask [1] = 0; */
-    dst.clear();
-    for (int word = 0; word < cNrOfMaskWords(type); ++word)
-        dst += orEmpty(home) + formatText("compmask [%d] = ", word);
-    return dst += "0;\n";
-}
-
-Text &getControlMemberRaw(Text &dst, const char *prefix, const char *home, ControlOper oper, AsnType *type,
-                          AsnType *comp, int compNbr, const char *suffix) {
-    const char *op = controlOper(type, oper);
-    Text right;
-    if (getTypeMainType(type) == TYP_CHOICE) {
-        right = formatText(" %s%d", op, oper == CONTROL_CLEAR ? -1 : compNbr);
-    } else if (isMaskType(type)) {
-        right = formatText(" %s%s", op, cMaskBit(type, compNbr).c_str());
-    } else {
-        dst.clear();
-        return dst;
+Text getControlMemberIni(std::string_view home, AsnType *type) {
+    if (isMaskArray(type)) {
+        /* home->compmask [0] = home->compmask [1] = 0; */
+        Text text;
+        for (int word = 0; word < cNrOfMaskWords(type); ++word)
+            text += concat(home, cMaskWord(type, word * CONTROL_WORD_BITS), " = ");
+        return text + "0;\n";
     }
-    right += orEmpty(suffix);
+    const Text member = controlMember(type, 0);
+    if (member.empty() || (getTypeMainType(type) == TYP_SEQ && !isOptionalTypeComps(type)))
+        return "";
+    return concat(home, member, getTypeMainType(type) == TYP_CHOICE ? " = -1;\n" : " = 0;\n");
+}
+
+Text getControlMemberRaw(std::string_view home, ControlOper oper, AsnType *type, AsnType *comp,
+                         int compNbr) {
+    const char *op = controlOper(type, oper);
+    if (getTypeMainType(type) == TYP_CHOICE)
+        return concat(home, "choice ", op, oper == CONTROL_CLEAR ? -1 : compNbr);
     const bool needed = isOptionalTypeComp(comp) || isTypeExtensionmarker(comp);
-    return getControlMemberOper(dst, prefix, home, type, needed, compNbr,
-                                {right.c_str(), right.c_str(), right.c_str(), nullptr, nullptr});
+    if (!isMaskType(type) || (getTypeMainType(type) == TYP_SEQ && !needed))
+        return "";
+    return concat(home, cMaskWord(type, compNbr), " ", op, cMaskBit(type, compNbr));
 }
 
-Text &getControlMemberRawSet(Text &dst, const char *prefix, const char *home, AsnType *type,
-                             AsnType *comp, int compNbr, const char *suffix) {
-    return getControlMemberRaw(dst, prefix, home, CONTROL_SET, type, comp, compNbr, suffix);
+Text getControlMemberSet(std::string_view home, AsnType *type, AsnType *comp, int compNbr) {
+    return unlessEmpty("", getControlMemberRaw(home, CONTROL_SET, type, comp, compNbr), ";\n");
 }
 
-Text &getControlMemberRawTst(Text &dst, const char *prefix, const char *home, AsnType *type,
-                             AsnType *comp, int compNbr, const char *suffix) {
-    return getControlMemberRaw(dst, prefix, home, CONTROL_TEST, type, comp, compNbr, suffix);
-}
-
-Text &getControlMemberRawClr(Text &dst, const char *prefix, const char *home, AsnType *type,
-                             AsnType *comp, int compNbr, const char *suffix) {
-    return getControlMemberRaw(dst, prefix, home, CONTROL_CLEAR, type, comp, compNbr, suffix);
-}
-
-Text &getControlMemberSet(Text &dst, const char *home, AsnType *type, AsnType *comp, int compNbr) {
-    return getControlMemberRawSet(dst, nullptr, home, type, comp, compNbr, ";\n");
-}
-
-Text &getControlMemberTst(Text &dst, const char *prefix, const char *home, AsnType *type,
-                          AsnType *comp, int compNbr, const char *suffix) {
-    const Text before = Text(orEmpty(prefix)) + "(";
-    const Text after = Text(")") + orEmpty(suffix);
-    return getControlMemberRawTst(dst, before.c_str(), home, type, comp, compNbr, after.c_str());
+Text getControlMemberTst(std::string_view home, AsnType *type, AsnType *comp, int compNbr) {
+    return unlessEmpty("(", getControlMemberRaw(home, CONTROL_TEST, type, comp, compNbr), ")");
 }

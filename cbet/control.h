@@ -9,8 +9,8 @@ struct AsnType;
    components on "compmask" is an array of 32-bit words. All of these texts come from here, so that
    whoever declares, sets, tests or clears a member writes the same name.
 
-   `home` is the access text in front of the member, such as "home->"; null counts as empty. The
-   type must be the one that has the member, `comp` the component that the operation is about. */
+   `home` is the access text in front of the member, such as "home->". The type must be the one that
+   has the member, `comp` the component that the operation is about. */
 
 inline constexpr int CONTROL_WORD_BITS = 32;
 
@@ -25,38 +25,16 @@ enum ControlOper : int {
     CONTROL_CLEAR,
 };
 
-/* Suffixes of getControlMemberOper, one for each shape of the member; null counts as empty. */
-struct ControlSuffixes {
-    const char *stru = nullptr;   /* mask of up to 32 components */
-    const char *array = nullptr;  /* mask of more */
-    const char *choice = nullptr; /* selector */
-    const char *list = nullptr;   /* element counter */
-    const char *string = nullptr; /* length */
-};
-
-/* `prefix`, `home`, the member and its suffix. The text is empty for types without a control
-   member, and for a SEQUENCE unless `needed` is set. `compNbr` chooses the word of a mask of
-   several words. */
-Text &getControlMemberOper(Text &dst, const char *prefix, const char *home, AsnType *type,
-                           bool needed, int compNbr, const ControlSuffixes &suffixes);
-
 /* The declaration, such as "uint8 compmask;\n"; empty if the type has no C type for the member. */
-Text &getControlMemberDef(Text &dst, AsnType *type);
-/* The statement that gives the member its first value, such as "home->choice = -1;\n". */
-Text &getControlMemberIni(Text &dst, const char *home, AsnType *type);
-
-/* One operation for one component, such as "home->compmask |= BIT(3)", with `suffix` behind it. */
-Text &getControlMemberRaw(Text &dst, const char *prefix, const char *home, ControlOper oper, AsnType *type,
-                          AsnType *comp, int compNbr, const char *suffix);
-Text &getControlMemberRawSet(Text &dst, const char *prefix, const char *home, AsnType *type,
-                             AsnType *comp, int compNbr, const char *suffix);
-Text &getControlMemberRawTst(Text &dst, const char *prefix, const char *home, AsnType *type,
-                             AsnType *comp, int compNbr, const char *suffix);
-Text &getControlMemberRawClr(Text &dst, const char *prefix, const char *home, AsnType *type,
-                             AsnType *comp, int compNbr, const char *suffix);
-
+Text getControlMemberDef(AsnType *type);
+/* The statement that gives the member its first value, such as "home->choice = -1;\n"; empty for
+   types without a control member, and for a SEQUENCE without optional components. */
+Text getControlMemberIni(std::string_view home, AsnType *type);
+/* One operation for one component, such as "home->compmask |= BIT(3)"; empty where there is no
+   member, and for a mandatory component of a SEQUENCE. */
+Text getControlMemberRaw(std::string_view home, ControlOper oper, AsnType *type, AsnType *comp,
+                         int compNbr);
 /* The whole statement, ending in ";\n". */
-Text &getControlMemberSet(Text &dst, const char *home, AsnType *type, AsnType *comp, int compNbr);
-/* The test in parentheses: `prefix`, "(home->compmask & BIT(3))", `suffix`. */
-Text &getControlMemberTst(Text &dst, const char *prefix, const char *home, AsnType *type,
-                          AsnType *comp, int compNbr, const char *suffix);
+Text getControlMemberSet(std::string_view home, AsnType *type, AsnType *comp, int compNbr);
+/* The test in parentheses: "(home->compmask & BIT(3))". */
+Text getControlMemberTst(std::string_view home, AsnType *type, AsnType *comp, int compNbr);

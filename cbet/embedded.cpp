@@ -29,8 +29,8 @@ void printLine(int slot, const char *line) {
     int indent = fArr[slot].indent;
     if (*line == '#')
         fArr[slot].indent = 0;
-    wToF(slot, line);
-    wToF(slot, "\n");
+    putF(slot, line);
+    putF(slot, "\n");
     fArr[slot].indent = indent;
 }
 

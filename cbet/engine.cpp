@@ -125,8 +125,8 @@ void genReferredTypes(AsnType *type, TypeFuncRun &run) {
 /* --- normal functions --- */
 
 void writeNormalFunc(AsnType *type, TypeFuncRun &run) {
-    endlToF(run.extFile);
-    endlToF(run.outFile);
+    putF(run.extFile, "\n");
+    putF(run.outFile, "\n");
     cFunctionProto(run.extFile, run.funcPrefix.c_str(), run.info.gIndex, type);
     cFunctionDef(run.outFile, run.funcPrefix.c_str(), run.info.gIndex, type);
     cOpenBrace(run.outFile);

@@ -82,15 +82,14 @@ namespace {
 
 /* The last argument of the call, the value itself: "home);\n". */
 void homeArgument(int file, AsnType *type, const char *end) {
-    Text text;
     if (testTypeOption(type, OPT_HOME)) {
-        cAsnHomeCompRefToF(file, nullptr, true, type, nullptr, end);
+        putF(file, cAsnHomeCompRef(type, HOME_ADDRESS), end);
     } else if (isMorlaApplication(getModuleOfType(type))) {
-        wToF(file, "(");
-        wToF(file, cDefBaseTypeName(text, nullptr, type, " *)hometab"));
-        wToF(file, end);
+        putF(file, "(");
+        putF(file, cDefBaseTypeName(type), " *)hometab");
+        putF(file, end);
     } else {
-        wToF(file, cHomeRef(text, nullptr, true, type, nullptr, end));
+        putF(file, cHomeRef(type, HOME_ADDRESS), end);
     }
 }
 
@@ -100,7 +99,7 @@ void homeArgument(int file, AsnType *type, const char *end) {
 void cCallSeprNormFuncFromEntryFunc(AsnType *type, TypeFuncRun &run) {
     cDeclareForeignFunction(type, run);
     putF(run.outFile, run.funcPrefix, getDefBaseTypeId(type), " (");
-    printfToF(run.outFile, "ASNG_F(%s) ", cGetGName(run.info.gIndex));
+    putF(run.outFile, "ASNG_F(", cGetGName(run.info.gIndex), ") ");
     homeArgument(run.outFile, type, ");\n");
 }
 
@@ -172,8 +171,8 @@ void popEntryPath(AsnType *type, TypeFuncRun &run) {
 
 void writeEntryHead(AsnType *type, TypeFuncRun &run) {
     int file = run.outFile;
-    endlToF(run.extFile);
-    endlToF(file);
+    putF(run.extFile, "\n");
+    putF(file, "\n");
     cEntryFunctionProto(run.extFile, run.entryFuncPrefix.c_str(), run.info.gIndex, type);
     cEntryFunctionDef(file, run.entryFuncPrefix.c_str(), run.info.gIndex, type);
     cOpenBrace(file);

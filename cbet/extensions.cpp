@@ -41,8 +41,7 @@ Text markerPathByComp(AsnType *type, bool addressOf, bool full) {
         if (!cIsHomeComponent(father))
             fatalError(FATAL_INTERNAL, nullptr);
         cAddNameToPath(marker, "extensionmarker");
-        Text home;
-        cHomeRef(home, nullptr, false, marker, nullptr, nullptr);
+        const Text home = cHomeRef(marker, HOME_VALUE);
         if (full)
             text = (addressOf ? "" : "*") + home + CONTENT_IN_HOME;
         else
@@ -53,24 +52,16 @@ Text markerPathByComp(AsnType *type, bool addressOf, bool full) {
 }
 
 /* Where the marker is kept; `full` asks for the content and not for the place of its home. */
-Text &extensionmarkerPath(Text &dst, const char *prefix, AsnType *type, bool addressOf, bool full,
-                          const char *postfix) {
-    if (cIsHometab(type)) {
-        const char *before = full ? (addressOf ? "" : "*") : (addressOf ? "&" : "");
-        dst = formatText("%s%shometab [%d]%s%s", orEmpty(prefix), before,
-                         getTypeExtensionmarkerCompNbr(type), full ? CONTENT_IN_HOME : "",
-                         orEmpty(postfix));
-        return dst;
-    }
-    if (cIsHomeComponent(type)) {
-        dst = orEmpty(prefix) + markerPathByComp(type, addressOf, full) + orEmpty(postfix);
-        return dst;
-    }
-    Text member = isChoice(type) ? "i1.extensionmarker" : "extensionmarker";
-    member += orEmpty(postfix);
-    if (testTypeOption(type, OPT_HOME))
-        return cStructHomeMemberRef(dst, prefix, addressOf, type, member.c_str());
-    return cHomeRef(dst, prefix, addressOf, type, ".", member.c_str());
+Text extensionmarkerPath(AsnType *type, bool addressOf, bool full) {
+    if (cIsHometab(type))
+        return concat(full ? (addressOf ? "" : "*") : (addressOf ? "&" : ""), "hometab [",
+                      getTypeExtensionmarkerCompNbr(type), "]", full ? CONTENT_IN_HOME : "");
+    if (cIsHomeComponent(type))
+        return markerPathByComp(type, addressOf, full);
+    const HomeForm form = addressOf ? HOME_MEMBER_ADDRESS : HOME_MEMBER;
+    const char *member = isChoice(type) ? "i1.extensionmarker" : "extensionmarker";
+    return (testTypeOption(type, OPT_HOME) ? cStructHome(type, form) : cHomeRef(type, form)) +
+           member;
 }
 
 /* --- tests --- */
@@ -84,16 +75,14 @@ Text maskTest(AsnType *type) {
 void testExtensionmarker(int file, AsnType *type, bool present) {
     if (!isTypeExtensionmarkerComp(type))
         return;
-    Text text;
     if (cHasCompHomes(type)) {
-        wToF(file, extensionmarkerPath(text, present ? "if (" : "if (!", type, false, false, ")"));
+        putF(file, present ? "if (" : "if (!", extensionmarkerPath(type, false, false), ")");
     } else if (isChoice(type)) {
-        printfToF(file, "case %d:\n", getTypeExtensionmarkerCompNbr(type));
+        putF(file, "case ", getTypeExtensionmarkerCompNbr(type), ":\n");
         ++fArr[file].indent;
     } else {
         Text test = maskTest(type) + (present ? "" : ")");
-        wToF(file,
-             cStructHomeMemberRef(text, present ? "if (" : "if (!(", false, type, test.c_str()));
+        putF(file, present ? "if (" : "if (!(", cStructHome(type, HOME_MEMBER), test);
     }
     cOpenBrace(file);
 }
@@ -113,16 +102,13 @@ void cEndTestExtensionmarker(int file, AsnType *type) {
         return;
     cCloseBrace(file);
     if (isChoice(type) && !cHasCompHomes(type)) {
-        wToF(file, "break;\n");
+        putF(file, "break;\n");
         --fArr[file].indent;
     }
 }
 
-Text &cRefExtensionmarker(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    dst.clear();
-    if (!isTypeExtensionmarkerComp(type))
-        return dst;
-    return extensionmarkerPath(dst, prefix, type, true, true, postfix);
+Text cRefExtensionmarker(AsnType *type) {
+    return isTypeExtensionmarkerComp(type) ? extensionmarkerPath(type, true, true) : "";
 }
 
 /* --- first values and release --- */
@@ -131,23 +117,21 @@ namespace {
 
 /* createHome (NULL, &hometab [2], VF_STRU, sizeof (EXTENSIONMARKER)); */
 void createHomeForExtensionmarker(int file, AsnType *type, GIndex gIndex) {
-    Text text;
-    wToF(file, "createHome (");
-    wToF(file, cGetHome(text, nullptr, type, gIndex, ","));
-    wToF(file, extensionmarkerPath(text, " ", type, true, false, ","));
+    putF(file, "createHome (");
+    putF(file, cGetHome(type, gIndex), ",");
+    putF(file, " ", extensionmarkerPath(type, true, false), ",");
     if (testTypeOption(type, OPT_SAVE_EXTENSIONS)) {
-        wToF(file, " VF_STRU,");
-        printfToF(file, " sizeof (%s));\n", cSpecialType(SPECIAL_EXTENSION_MARKER));
+        putF(file, " VF_STRU,");
+        putF(file, " sizeof (", cSpecialType(SPECIAL_EXTENSION_MARKER), "));\n");
     } else {
-        wToF(file, " VF_NULL,");
-        wToF(file, " 0);\n");
+        putF(file, " VF_NULL,");
+        putF(file, " 0);\n");
     }
 }
 
 void initContent(int file, AsnType *type) {
-    Text text;
-    wToF(file, "initExtensionmarker (");
-    wToF(file, extensionmarkerPath(text, "", type, true, true, ");\n"));
+    putF(file, "initExtensionmarker (");
+    putF(file, extensionmarkerPath(type, true, true), ");\n");
 }
 
 } // namespace
@@ -171,15 +155,15 @@ void cInitExtensionmarker(int file, AsnType *type, GIndex gIndex, bool structPre
 void cFreeAsnExtensionmarker(int file, AsnType *type) {
     if (!isTypeExtensionmarkerComp(type) || !cHasCompHomes(type))
         return;
-    wToF(file, "freeAsn (");
-    Text home;
+    putF(file, "freeAsn (");
+    const Text home = cHomeRef(type, HOME_ADDRESS);
     if (cIsHometab(type))
-        printfToF(file, "&hometab [%d],", getTypeExtensionmarkerCompNbr(type));
-    else if (cHomeRef(home, "", true, type, nullptr, "").starts_with('&'))
-        wToF(file, home + ".extensionmarker,");
+        putF(file, "&hometab [", getTypeExtensionmarkerCompNbr(type), "],");
+    else if (home.starts_with('&'))
+        putF(file, home, ".extensionmarker,");
     else
-        wToF(file, "&" + home + "->extensionmarker,");
-    wToF(file, " FREE_STG);\n");
+        putF(file, "&", home, "->extensionmarker,");
+    putF(file, " FREE_STG);\n");
 }
 
 /* --- the control member --- */
@@ -189,8 +173,6 @@ void cSetExtensionmarkerControlMember(int file, AsnType *type) {
     if (!isTypeExtensionmarkerComp(type) || cIsHomeComponent(type))
         return;
     forMarker(type, [&](AsnType *father, AsnType *marker, int nbr) {
-        Text home, text;
-        cStructHomeMemberRef(home, "", false, father, "");
-        wToF(file, getControlMemberSet(text, home.c_str(), father, marker, nbr));
+        putF(file, getControlMemberSet(cStructHome(father, HOME_MEMBER), father, marker, nbr));
     });
 }

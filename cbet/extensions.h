@@ -15,7 +15,7 @@ void cBeginTestNonexistentExtensionmarker(int file, AsnType *type);
 void cEndTestExtensionmarker(int file, AsnType *type);
 
 /* The address of the kept content; an empty `dst` for a type without marker. */
-Text &cRefExtensionmarker(Text &dst, const char *prefix, AsnType *type, const char *postfix);
+Text cRefExtensionmarker(AsnType *type);
 
 /* First value of the member: with `structPrefix` at the start of the structure, without it when
    unknown components are met, where it may also create a home for them. `gIndex` names the context.

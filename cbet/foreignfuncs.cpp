@@ -97,7 +97,7 @@ void cDeclareForeignFunction(AsnType *type, TypeFuncRun &run) {
     });
     if (isKnown)
         return;
-    endlToF(run.extFile);
+    putF(run.extFile, "\n");
     cBaseFunctionProto(run.extFile, run.funcPrefix.c_str(), run.info.gIndex, type);
 }
 

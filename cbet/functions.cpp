@@ -28,8 +28,7 @@ struct Parameter {
 };
 
 Parameter homeParameter(AsnType *type) {
-    Text id;
-    return {cDefTypeName(id, nullptr, type, " *"), "home"};
+    return {cDefTypeName(type) + " *", "home"};
 }
 
 Parameter entryParameter(AsnType *type) {
@@ -51,10 +50,10 @@ Text contextArgument(GIndex gIndex) {
 /* A head up to its ")"; an empty context is left out. */
 void writeHead(int file, bool isProto, const char *prefix, const Text &name, const Text &context,
                const Text &parameter) {
-    printfToF(file, "%svoid %s%s (", isProto ? "extern " : "", prefix, name.c_str());
+    putF(file, isProto ? "extern " : "", "void ", prefix, name, " (");
     taviAddItem(isProto ? ITEM_EXTERN : ITEM_FUNCTION, file, {prefix, name, "()"});
-    wToF(file, context);
-    wToF(file, parameter);
+    putF(file, context);
+    putF(file, parameter);
 }
 
 /* extern void eMsg (ASNG_F(ASNCODG *asncodg) Msg *home); */
@@ -65,7 +64,7 @@ void writeProto(int file, const char *prefix, const Text &name, GIndex gIndex, A
         writeHead(file, true, prefix, name, contextParameter(gIndex), parameter);
     else
         writeHead(file, true, prefix, name, "", "/* " + parameter + " */");
-    wToF(file, ");\n");
+    putF(file, ");\n");
 }
 
 /* void eMsg (ASNG_F(ASNCODG *asncodg) Msg *home)
@@ -75,16 +74,16 @@ void writeProto(int file, const char *prefix, const Text &name, GIndex gIndex, A
    Msg *home; */
 void writeDef(int file, const char *prefix, GIndex gIndex, AsnType *type,
               const Parameter &parameter) {
-    Text name = getDefTypeId(type);
+    const Text name = getDefTypeId(type);
     resetIndentLevel(file);
     if (isAnsiC(type)) {
         writeHead(file, false, prefix, name, contextParameter(gIndex), parameter.text());
-        wToF(file, ")\n");
+        putF(file, ")\n");
     } else {
         writeHead(file, false, prefix, name, contextArgument(gIndex) + " ", parameter.name);
-        wToF(file, ")\n");
-        printfToF(file, "ASNG_DEF(%s *%s)\n", cGetGType(gIndex), cGetGName(gIndex));
-        printfToF(file, "%s;\n", parameter.text().c_str());
+        putF(file, ")\n");
+        putF(file, "ASNG_DEF(", cGetGType(gIndex), " *", cGetGName(gIndex), ")\n");
+        putF(file, parameter.text(), ";\n");
     }
     cResetVars();
 }
@@ -99,15 +98,13 @@ const char *cGetGName(GIndex gIndex) {
 }
 
 void cFunctionProto(int file, const char *prefix, GIndex gIndex, AsnType *type) {
-    Text name = getDefTypeId(type);
+    const Text name = getDefTypeId(type);
     writeProto(file, prefix, name, gIndex, type, homeParameter(type).text());
 }
 
 void cBaseFunctionProto(int file, const char *prefix, GIndex gIndex, AsnType *type) {
-    Text parameter;
-    Text name = getDefBaseTypeId(type);
-    writeProto(file, prefix, name, gIndex, type,
-               cDefBaseTypeName(parameter, nullptr, type, " *home"));
+    const Text name = getDefBaseTypeId(type);
+    writeProto(file, prefix, name, gIndex, type, cDefBaseTypeName(type) + " *home");
 }
 
 void cFunctionDef(int file, const char *prefix, GIndex gIndex, AsnType *type) {
@@ -115,15 +112,14 @@ void cFunctionDef(int file, const char *prefix, GIndex gIndex, AsnType *type) {
 }
 
 void cFunctionRef(int file, const char *prefix, GIndex gIndex, AsnType *type) {
-    Text text;
     putF(file, prefix, getDefBaseTypeId(type), " (");
-    wToF(file, contextArgument(gIndex));
-    wToF(file, cHome(text, " ", true, type, nullptr, nullptr));
-    wToF(file, ");\n");
+    putF(file, contextArgument(gIndex));
+    putF(file, " ", cHome(type, HOME_ADDRESS));
+    putF(file, ");\n");
 }
 
 void cEntryFunctionProto(int file, const char *prefix, GIndex gIndex, AsnType *type) {
-    Text name = getDefTypeId(type);
+    const Text name = getDefTypeId(type);
     writeProto(file, prefix, name, gIndex, type, entryParameter(type).text());
 }
 
@@ -132,21 +128,19 @@ void cEntryFunctionDef(int file, const char *prefix, GIndex gIndex, AsnType *typ
 }
 
 void cAnyFunctionProto(int file, const char *prefix, GIndex gIndex, AsnType *type) {
-    Text name;
-    cTypeId(name, nullptr, type, nullptr);
+    const Text name = cTypeId(type);
     writeProto(file, prefix, name, gIndex, type, "ANY *, BYTE_TYPE *");
 }
 
 void cAnyFunctionRef(int file, const char *prefix, GIndex gIndex, AsnType *type,
                      AsnType *classifier) {
-    Text text;
-    wToF(file, cTypeId(text, prefix, type, " ("));
-    wToF(file, contextArgument(gIndex));
-    wToF(file, cHome(text, " ", true, type, nullptr, ","));
+    putF(file, prefix, cTypeId(type), " (");
+    putF(file, contextArgument(gIndex));
+    putF(file, " ", cHome(type, HOME_ADDRESS), ",");
     if (classifier == nullptr) {
-        wToF(file, " NULL);\n");
+        putF(file, " NULL);\n");
         return;
     }
-    wToF(file, " (BYTE_TYPE *)");
-    wToF(file, cAnyDefinedByClassifierTypeHome(text, "(", true, classifier, "));\n"));
+    putF(file, " (BYTE_TYPE *)");
+    putF(file, "(", cAnyDefinedByClassifierTypeHome(classifier), "));\n");
 }

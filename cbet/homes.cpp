@@ -23,30 +23,34 @@ std::string_view pathOf(const AsnType &type) {
     return path;
 }
 
-/* "(Elem *)": what stands in front of the reference to a value in an ASNHOME. */
-Text asnHomeCompTypecast(const char *prefix, bool addressOf, AsnType *type, const char *separator) {
-    Text dst = orEmpty(prefix);
-    if (separator == nullptr && cIsPtrAsnHomeMember(type))
-        dst += addressOf ? "" : "*";
-    else
-        dst += addressOf ? "&" : "";
-    if (getVF(type) == VF_STRU) {
-        Text typeId;
-        dst += cBaseTypeId(typeId, separator != nullptr ? "((" : "(", type, " *)");
-    }
-    return dst;
+bool isMemberForm(HomeForm form) {
+    return form == HOME_MEMBER || form == HOME_MEMBER_ADDRESS;
+}
+
+/* What stands in front of a reference that is a pointer, or the value itself. */
+const char *operatorBefore(HomeForm form, bool isPointer) {
+    const bool isAddress = form == HOME_ADDRESS || form == HOME_MEMBER_ADDRESS;
+    if (isPointer && !isMemberForm(form))
+        return isAddress ? "" : "*";
+    return isAddress ? "&" : "";
+}
+
+/* "(Elem *)": what makes a pointer of the right type of the member of an ASNHOME. */
+Text asnHomeCompTypecast(AsnType *type, HomeForm form) {
+    if (getVF(type) != VF_STRU)
+        return "";
+    return concat(isMemberForm(form) ? "((" : "(", cBaseTypeId(type), " *)");
 }
 
 /* The ASNHOME itself: the list item in hand, an element of hometab, or a member of a structure. */
 Text asnHomeContainer(AsnType *type) {
-    Text dst;
     AsnType *father = getFatherOfTypeComp(type);
     if (father != nullptr && (getVF(father) == VF_LIST || testTypeOption(father, OPT_LIST_HOME) ||
                               testTypeOption(father, OPT_LIST_HOME_STORED)))
-        return cAsnHomeVarRef(dst, nullptr, nullptr);
+        return cAsnHomeVarRef();
     if (cIsHometab(father != nullptr ? father : type))
-        return formatText("hometab [%d]", getTypeCompNbr(type));
-    return cHomeRef(dst, nullptr, false, type, nullptr, nullptr);
+        return concat("hometab [", getTypeCompNbr(type), "]");
+    return cHomeRef(type, HOME_VALUE);
 }
 
 const char *asnHomeSeparator(AsnType *type) {
@@ -58,47 +62,31 @@ const char *asnHomeSeparator(AsnType *type) {
     return held ? "." : "->";
 }
 
+/* The block home is the structure itself. */
+bool isBlockHome(AsnType *type) {
+    return testTypeOption(type, OPT_HOME) && cVarCount(VAR_HOME) > 0;
+}
+
 } // namespace
 
-Text &cHomeRef(Text &dst, const char *prefix, bool addressOf, AsnType *type, const char *separator,
-               const char *postfix) {
+Text cHomeRef(AsnType *type, HomeForm form) {
     const std::string_view path = pathOf(*type);
-    const bool pointer =
+    const bool isPointer =
         path.empty() || (testTypeOption(type, OPT_POINTER) && !testTypeOption(type, OPT_HOME));
-    dst = orEmpty(prefix);
-    if (pointer && separator == nullptr)
-        dst += addressOf ? "" : "*";
-    else
-        dst += addressOf ? "&" : "";
-    if (cVarCount(VAR_HOME) != 0)
-        dst += formatText("h%d", cVarCount(VAR_HOME));
-    else
-        dst += "home";
-    if (!path.empty())
-        dst.append("->").append(path);
-    if (separator != nullptr)
-        dst += pointer ? "->" : ".";
-    return dst += orEmpty(postfix);
+    const Text home = cVarCount(VAR_HOME) != 0 ? cHomeVarRef() : "home";
+    return concat(operatorBefore(form, isPointer), home, path.empty() ? "" : "->", path,
+                  !isMemberForm(form) ? ""
+                  : isPointer         ? "->"
+                                      : ".");
 }
 
-Text &cAsnHomeCompRef(Text &dst, const char *prefix, bool addressOf, AsnType *type,
-                      const char *separator, const char *postfix) {
-    dst = asnHomeCompTypecast(prefix, addressOf, type, separator);
-    dst += asnHomeContainer(type);
-    dst.append("->val.").append(getAsnhomeMember(type));
-    if (separator != nullptr)
-        dst += asnHomeSeparator(type);
-    return dst += orEmpty(postfix);
+Text cAsnHomeCompRef(AsnType *type, HomeForm form) {
+    return concat(operatorBefore(form, cIsPtrAsnHomeMember(type)), asnHomeCompTypecast(type, form),
+                  asnHomeContainer(type), "->val.", getAsnhomeMember(type),
+                  isMemberForm(form) ? asnHomeSeparator(type) : "");
 }
 
-void cAsnHomeCompRefToF(int file, const char *prefix, bool addressOf, AsnType *type,
-                        const char *separator, const char *postfix) {
-    Text text;
-    wToF(file, cAsnHomeCompRef(text, prefix, addressOf, type, separator, postfix));
-}
-
-Text &cHome(Text &dst, const char *prefix, bool addressOf, AsnType *type, const char *separator,
-            const char *postfix) {
+Text cHome(AsnType *type, HomeForm form) {
     AsnType *father = getFatherOfTypeComp(type);
     bool inAsnHome = false;
     if (father != nullptr && cIsHometab(father))
@@ -107,13 +95,15 @@ Text &cHome(Text &dst, const char *prefix, bool addressOf, AsnType *type, const 
         inAsnHome = true;
     else
         inAsnHome = testTypeOption(type, OPT_HOME);
-    return inAsnHome ? cAsnHomeCompRef(dst, prefix, addressOf, type, separator, postfix)
-                     : cHomeRef(dst, prefix, addressOf, type, separator, postfix);
+    return inAsnHome ? cAsnHomeCompRef(type, form) : cHomeRef(type, form);
 }
 
-Text &cAnyDefinedByClassifierTypeHome(Text &dst, const char *prefix, bool addressOf,
-                                      AsnType *classifier, const char *postfix) {
-    Text id;
-    cMemberName(id, nullptr, classifier, postfix);
-    return cHome(dst, prefix, addressOf, getFatherOfTypeComp(classifier), ".", id.c_str());
+Text cStructHome(AsnType *type, HomeForm form) {
+    if (!isBlockHome(type))
+        return cHomeRef(type, form);
+    return concat(operatorBefore(form, true), cHomeVarRef(), isMemberForm(form) ? "->" : "");
+}
+
+Text cAnyDefinedByClassifierTypeHome(AsnType *classifier) {
+    return cHome(getFatherOfTypeComp(classifier), HOME_MEMBER_ADDRESS) + cMemberName(classifier);
 }

@@ -8,21 +8,23 @@ struct AsnType;
    parameter "home" (or from a block's own "h1") along the type's path, in an ASNHOME, or through
    the array "hometab".
 
-   With `addressOf` the text is the value's address, without it the value. A `separator` that isn't
-   null says that a member follows: the text then ends in "." or "->", whichever is right there. */
+   The last operator of a member's reference is "." or "->", whichever is right there. */
+enum HomeForm : int {
+    HOME_VALUE = 0,      /* "home->a.b" */
+    HOME_ADDRESS,        /* "&home->a.b" */
+    HOME_MEMBER,         /* "home->a.b.": the name of a member follows */
+    HOME_MEMBER_ADDRESS, /* "&home->a.b." */
+};
 
-/* A value in a C structure: "home->a.b", "&home->a.b", "home->a.b->". */
-Text &cHomeRef(Text &dst, const char *prefix, bool addressOf, AsnType *type, const char *separator,
-               const char *postfix);
+/* A value in a C structure. */
+Text cHomeRef(AsnType *type, HomeForm form);
 /* A value in an ASNHOME: "(Elem *)a1->val.stru". */
-Text &cAsnHomeCompRef(Text &dst, const char *prefix, bool addressOf, AsnType *type,
-                      const char *separator, const char *postfix);
-void cAsnHomeCompRefToF(int file, const char *prefix, bool addressOf, AsnType *type,
-                        const char *separator, const char *postfix);
+Text cAsnHomeCompRef(AsnType *type, HomeForm form);
 /* Whichever of the two holds the value here. */
-Text &cHome(Text &dst, const char *prefix, bool addressOf, AsnType *type, const char *separator,
-            const char *postfix);
+Text cHome(AsnType *type, HomeForm form);
+/* A whole structure or list: where the home of the block is the structure itself, that one, else
+   its place in the structure around it. */
+Text cStructHome(AsnType *type, HomeForm form);
 
-/* The home of the component that tells the type of an ANY. */
-Text &cAnyDefinedByClassifierTypeHome(Text &dst, const char *prefix, bool addressOf,
-                                      AsnType *classifier, const char *postfix);
+/* The address of the component that tells the type of an ANY. */
+Text cAnyDefinedByClassifierTypeHome(AsnType *classifier);

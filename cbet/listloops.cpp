@@ -19,23 +19,21 @@ void beginCountedLoop(int file, AsnType *list, bool reverse) {
     cOpenBrace(file);
     cIncNVarCount();
     cNVarDef(file);
-    Text counter;
-    cNVarRef(counter, nullptr, nullptr);
-    const char *i = counter.c_str();
+    const Text counter = cNVarRef();
     cDecNVarCount(); /* the size may name the counter of an outer loop */
     if (reverse) {
-        printfToF(file, "for (%s = ", i);
-        cSizeToF(file, "", list, true, ";");
-        printfToF(file, " %s > 0;)", i);
+        putF(file, "for (", counter, " = ");
+        putF(file, cGetSize(list, true), ";");
+        putF(file, " ", counter, " > 0;)");
     } else {
-        printfToF(file, "for (%s = 0; %s < ", i, i);
-        cSizeToF(file, "", list, true, ";");
-        printfToF(file, " %s++)", i);
+        putF(file, "for (", counter, " = 0; ", counter, " < ");
+        putF(file, cGetSize(list, true), ";");
+        putF(file, " ", counter, "++)");
     }
     cIncNVarCount();
     cOpenBrace(file);
     if (reverse)
-        printfToF(file, "%s--;\n", i);
+        putF(file, counter, "--;\n");
 }
 
 /* The list lies in a home of its own that the present block reaches as a structure. */
@@ -52,19 +50,15 @@ void beginItemLoop(int file, AsnType *list, bool reverse) {
     cOpenBrace(file);
     cIncAsnHomeVarCount();
     cAsnHomeVarDef(file);
-    Text text;
-    wToF(file, cAsnHomeVarRef(text, "for (", " ="));
+    putF(file, "for (", cAsnHomeVarRef(), " =");
     cDecAsnHomeVarCount(); /* the list is reached from outside of its own loop */
     const char *first = reverse ? " lastListItem (" : " firstListItem (";
-    if (isListOfOwnHome(list))
-        cStructHomeRef(text, first, true, list, ");");
-    else
-        cHome(text, first, true, list, nullptr, ");");
-    wToF(file, text);
+    putF(file, first,
+         isListOfOwnHome(list) ? cStructHome(list, HOME_ADDRESS) : cHome(list, HOME_ADDRESS), ");");
     cIncAsnHomeVarCount();
-    wToF(file, cAsnHomeVarRef(text, " ", ";"));
-    wToF(file, cAsnHomeVarRef(text, " ", " ="));
-    wToF(file, cAsnHomeVarRef(text, reverse ? " prevListItem (" : " nextListItem (", "))"));
+    putF(file, " ", cAsnHomeVarRef(), ";");
+    putF(file, " ", cAsnHomeVarRef(), " =");
+    putF(file, reverse ? " prevListItem (" : " nextListItem (", cAsnHomeVarRef(), "))");
     cOpenBrace(file);
 }
 

@@ -8,46 +8,15 @@
 #include "model/bounds.h"
 #include "model/typequeries.h"
 
-/* --- references to whole structures --- */
-
-namespace {
-
-/* The block home is the structure itself. */
-bool isBlockHome(AsnType *type) {
-    return testTypeOption(type, OPT_HOME) && cVarCount(VAR_HOME) > 0;
-}
-
-} // namespace
-
-Text &cStructHomeRef(Text &dst, const char *prefix, bool addressOf, AsnType *type,
-                     const char *postfix) {
-    if (!isBlockHome(type))
-        return cHomeRef(dst, prefix, addressOf, type, nullptr, postfix);
-    dst = formatText("%s%sh%d%s", orEmpty(prefix), addressOf ? "" : "*", cVarCount(VAR_HOME),
-                     orEmpty(postfix));
-    return dst;
-}
-
-Text &cStructHomeMemberRef(Text &dst, const char *prefix, bool addressOf, AsnType *type,
-                           const char *postfix) {
-    if (!isBlockHome(type))
-        return cHomeRef(dst, prefix, addressOf, type, ".", postfix);
-    dst = formatText("%s%sh%d->%s", orEmpty(prefix), addressOf ? "&" : "", cVarCount(VAR_HOME),
-                     orEmpty(postfix));
-    return dst;
-}
-
 /* --- sizes --- */
 
 void cInitList(int file, AsnType *type) {
-    Text text;
-    if (getVF(type) == VF_LIST) {
-        wToF(file, cStructHomeRef(text, "listInit (", true, type, ");\n"));
-        return;
-    }
-    Text name = formatText("%sArr%sInit (", cIsDynamicArray(type) ? "dyn" : "sta",
-                           getVFSize(type) == VF_NONE ? "0" : "");
-    wToF(file, cStructHomeRef(text, name.c_str(), true, type, ");\n"));
+    if (getVF(type) == VF_LIST)
+        putF(file, "listInit (", cStructHome(type, HOME_ADDRESS), ");\n");
+    else
+        putF(file, cIsDynamicArray(type) ? "dyn" : "sta", "Arr",
+             getVFSize(type) == VF_NONE ? "0" : "", "Init (", cStructHome(type, HOME_ADDRESS),
+             ");\n");
 }
 
 Text cSizeBoundText(AsnType *type, sint64 bound) {
@@ -60,83 +29,67 @@ Text cSizeBoundText(AsnType *type, sint64 bound) {
 
 namespace {
 
-Text &countedSize(Text &dst, const char *prefix, AsnType *type, bool useLimit,
-                  const char *postfix) {
+Text countedSize(AsnType *type, bool useLimit) {
     if (!useLimit)
-        return cNVarRef(dst, prefix, postfix);
+        return cNVarRef();
     sint64 low, high, limit;
     getInt64SizeEndpoints(type, &low, &high, &limit);
-    dst = orEmpty(prefix) + cSizeBoundText(type, limit) + orEmpty(postfix);
-    return dst;
+    return cSizeBoundText(type, limit);
 }
 
-Text &lengthCall(Text &dst, const char *prefix, const char *function, AsnType *type,
-                 const char *postfix) {
-    Text before = Text(orEmpty(prefix)) + function;
-    Text behind = Text(")") + orEmpty(postfix);
+Text lengthCall(const char *function, AsnType *type) {
     /* A list whose body is being written is reached as the structure that it is, since its own item
        variable may be open. One that only refers to a definition has no body here. */
     const bool isReference = getFatherOfTypeComp(type) != nullptr && cIsDefinedBaseType(type);
-    if (isListType(type) && !isReference)
-        return cStructHomeRef(dst, before.c_str(), true, type, behind.c_str());
-    return cHome(dst, before.c_str(), true, type, nullptr, behind.c_str());
+    const bool hasBody = isListType(type) && !isReference;
+    return concat(function, " (",
+                  hasBody ? cStructHome(type, HOME_ADDRESS) : cHome(type, HOME_ADDRESS), ")");
 }
 
 } // namespace
 
-Text &cGetSize(Text &dst, const char *prefix, AsnType *type, bool useLimit, const char *postfix) {
+Text cGetSize(AsnType *type, bool useLimit) {
     switch (getVF(type)) {
     case VF_STAS0:
     case VF_DYNS0:
     case VF_BMPSTR0:
-        return countedSize(dst, prefix, type, useLimit, postfix);
+        return countedSize(type, useLimit);
     case VF_STAS8:
     case VF_STAS16:
     case VF_STAS:
-        return lengthCall(dst, prefix, "staStrLen (", type, postfix);
+        return lengthCall("staStrLen", type);
     case VF_DYNS8:
     case VF_DYNS16:
     case VF_DYNS:
     case VF_BMPSTR8:
     case VF_BMPSTR16:
     case VF_BMPSTR:
-        return lengthCall(dst, prefix, "dynStrLen (", type, postfix);
+        return lengthCall("dynStrLen", type);
     case VF_LIST:
-        return lengthCall(dst, prefix, "listLen (", type, postfix);
+        return lengthCall("listLen", type);
     case VF_STRU:
         if (getVFSize(type) == VF_NONE)
-            return countedSize(dst, prefix, type, useLimit, postfix);
-        return lengthCall(dst, prefix,
-                          testTypeOption(type, OPT_DYNAMIC_ARRAY) ? "dynArrLen (" : "staArrLen (",
-                          type, postfix);
+            return countedSize(type, useLimit);
+        return lengthCall(testTypeOption(type, OPT_DYNAMIC_ARRAY) ? "dynArrLen" : "staArrLen",
+                          type);
     default:
-        dst.clear();
-        return dst;
+        return "";
     }
-}
-
-void cSizeToF(int file, const char *prefix, AsnType *type, bool useLimit, const char *postfix) {
-    Text text;
-    if (cGetSize(text, prefix, type, useLimit, postfix).empty())
-        text = Text(orEmpty(prefix)) + orEmpty(postfix);
-    wToF(file, text);
 }
 
 void cIncListSize(int file, AsnType *list, AsnType *) {
     if (!isListType(list))
         return;
-    Text text;
-    if (getVF(list) == VF_LIST)
-        cStructHomeRef(text, "incListLen (", true, list, ");\n");
-    else if (getVFSize(list) == VF_NONE)
-        cNVarRef(text, nullptr, "++;\n");
-    else if (cIsStaticArray(list))
-        cStructHomeRef(text, "incStaArrLen (", true, list, ");\n");
-    else if (cIsDynamicArray(list))
-        cStructHomeRef(text, "incDynArrLen (", true, list, ");\n");
-    else
-        cStructHomeRef(text, "incListLen (", true, list, ");\n");
-    wToF(file, text);
+    if (getVF(list) != VF_LIST && getVFSize(list) == VF_NONE) {
+        putF(file, cNVarRef(), "++;\n");
+        return;
+    }
+    const char *function = "incListLen (";
+    if (getVF(list) != VF_LIST && cIsStaticArray(list))
+        function = "incStaArrLen (";
+    else if (getVF(list) != VF_LIST && cIsDynamicArray(list))
+        function = "incDynArrLen (";
+    putF(file, function, cStructHome(list, HOME_ADDRESS), ");\n");
 }
 
 /* --- bounds --- */
@@ -152,16 +105,16 @@ void cCheckListUpperBoundEngine(int file, AsnType *elem, const char *action, boo
     getInt64SizeEndpoints(list, &low, &high, &limit);
     if (i64ismax(high))
         return;
-    Text number = cSizeBoundText(list, limit);
-    cSizeToF(file, "if (", list, false, " >=");
-    printfToF(file, " %s%s)", number.c_str(), getVFSize(list) == VF_I32 ? "L" : "");
+    const Text number = cSizeBoundText(list, limit);
+    putF(file, "if (", cGetSize(list, false), " >=");
+    putF(file, " ", number, getVFSize(list) == VF_I32 ? "L" : "", ")");
     cOpenBrace(file);
     if (action != nullptr)
-        wToF(file, action);
+        putF(file, action);
     if (isError)
         cReportError(file, "AM_FAIL");
     else
-        wToF(file, "break;\n");
+        putF(file, "break;\n");
     cCloseBrace(file);
 }
 

@@ -5,23 +5,14 @@
 
 struct AsnType;
 
-/* References to whole structures, sizes of lists and strings, and their bounds. */
-
-/* The structure's own reference: "home", "&home->x", "h1". The second form is ready for a member:
-   "home->", "home->x.", "h1->". */
-Text &cStructHomeRef(Text &dst, const char *prefix, bool addressOf, AsnType *type,
-                     const char *postfix);
-Text &cStructHomeMemberRef(Text &dst, const char *prefix, bool addressOf, AsnType *type,
-                           const char *postfix);
+/* Sizes of lists and strings, and their bounds. */
 
 /* "listInit (home);" or what the form of the list asks for. */
 void cInitList(int file, AsnType *type);
 /* The C expression of the number of elements or characters. A form without a length gives the size
-   limit as a number with `useLimit`, else the current n variable. In other forms than those of
-   strings and lists cGetSize gives an empty `dst` and cSizeToF writes prefix and postfix alone.
-   Warns on the standard error stream of a limit beyond 32 bits. */
-Text &cGetSize(Text &dst, const char *prefix, AsnType *type, bool useLimit, const char *postfix);
-void cSizeToF(int file, const char *prefix, AsnType *type, bool useLimit, const char *postfix);
+   limit as a number with `useLimit`, else the current n variable. No text in other forms than those
+   of strings and lists. Warns on the standard error stream of a limit beyond 32 bits. */
+Text cGetSize(AsnType *type, bool useLimit);
 /* A bound of sizes of `type` as a number, with the same warning. */
 Text cSizeBoundText(AsnType *type, sint64 bound);
 /* Counts one element more; writes nothing for a type that is no list. */

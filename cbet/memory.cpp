@@ -27,11 +27,10 @@ bool liesInHometab(AsnType *type) {
 
 /* The size argument of a new home: " sizeof (Msg));\n", or " 0);\n" if the home holds the value. */
 void sizeArgument(int file, AsnType *type) {
-    Text text;
     if (cIsPtrAsnHomeMember(type))
-        wToF(file, cBaseTypeId(text, " sizeof (", type, "));\n"));
+        putF(file, " sizeof (", cBaseTypeId(type), "));\n");
     else
-        wToF(file, " 0);\n");
+        putF(file, " 0);\n");
 }
 
 /* Formats that hold no memory of their own, or free it otherwise. */
@@ -47,38 +46,30 @@ bool hasHomeStack(AsnType *type) {
    reportFatalError (LACK_OF_MEMORY);
    } */
 void cAllocComp(int file, AsnType *comp, GIndex gIndex) {
-    Text text;
-    wToF(file, cHome(text, "if (!(", true, comp, nullptr, " ="));
-    wToF(file, cBaseTypeId(text, " (", comp, " *)"));
-    wToF(file, "allocAsn (");
-    wToF(file, cGetHome(text, nullptr, comp, gIndex, ","));
-    wToF(file, " MB_STG,");
-    wToF(file, cBaseTypeId(text, " sizeof (", comp, "))))"));
+    putF(file, "if (!(", cHome(comp, HOME_ADDRESS), " =");
+    putF(file, " (", cBaseTypeId(comp), " *)");
+    putF(file, "allocAsn (");
+    putF(file, cGetHome(comp, gIndex), ",");
+    putF(file, " MB_STG,");
+    putF(file, " sizeof (", cBaseTypeId(comp), "))))");
     cOpenBrace(file);
     cReportFatalError(file, "LACK_OF_MEMORY");
     cCloseBrace(file);
 }
 
-Text &cGetHome(Text &dst, const char *prefix, AsnType *type, GIndex gIndex, const char *postfix) {
-    if (!usesMemory(type)) {
-        dst = Text(orEmpty(prefix)) + "NULL" + orEmpty(postfix);
-        return dst;
-    }
-    Text before = Text(orEmpty(prefix)) + "getHomeG (";
-    Text behind = Text(")") + orEmpty(postfix);
-    return cRawAsnutigPtr(dst, before.c_str(), gIndex, behind.c_str());
+Text cGetHome(AsnType *type, GIndex gIndex) {
+    return usesMemory(type) ? "getHomeG (" + cRawAsnutigPtr(gIndex) + ")" : "NULL";
 }
 
 /* createHome (getHomeG (asncodg_asnuti), &hometab [0], VF_UI8, 0); */
 void cCreateHome(int file, AsnType *type, GIndex gIndex) {
-    Text text;
-    wToF(file, "createHome (");
-    wToF(file, cGetHome(text, nullptr, type, gIndex, ","));
+    putF(file, "createHome (");
+    putF(file, cGetHome(type, gIndex), ",");
     if (liesInHometab(type))
-        printfToF(file, " &hometab [%d],", getTypeCompNbr(type));
+        putF(file, " &hometab [", getTypeCompNbr(type), "],");
     else
-        wToF(file, cHomeRef(text, " ", true, type, nullptr, ","));
-    printfToF(file, " %s,", cGetVFStri(type));
+        putF(file, " ", cHomeRef(type, HOME_ADDRESS), ",");
+    putF(file, " ", cGetVFStri(type), ",");
     sizeArgument(file, type);
 }
 
@@ -86,33 +77,30 @@ void cCreateHome(int file, AsnType *type, GIndex gIndex) {
 void cPushHome(int file, AsnType *type, GIndex gIndex) {
     if (!hasHomeStack(type))
         return;
-    Text text;
-    wToF(file, "pushHomeG (");
-    wToF(file, cRawAsnutigPtr(text, nullptr, gIndex, ","));
+    putF(file, "pushHomeG (");
+    putF(file, cRawAsnutigPtr(gIndex), ",");
     if (liesInHometab(type))
-        printfToF(file, " hometab [%d]", getTypeCompNbr(type));
+        putF(file, " hometab [", getTypeCompNbr(type), "]");
     else
-        wToF(file, cHomeRef(text, " ", false, type, nullptr, ""));
-    wToF(file, ");\n");
+        putF(file, " ", cHomeRef(type, HOME_VALUE));
+    putF(file, ");\n");
 }
 
 void cPopHome(int file, AsnType *type, GIndex gIndex) {
     if (!hasHomeStack(type))
         return;
-    Text text;
-    wToF(file, "popHomeG (");
-    wToF(file, cRawAsnutigPtr(text, nullptr, gIndex, nullptr));
-    wToF(file, ");\n");
+    putF(file, "popHomeG (");
+    putF(file, cRawAsnutigPtr(gIndex));
+    putF(file, ");\n");
 }
 
 /* appendList (NULL, &home->x, &a1, VF_UI8, 0); */
 void cAppendList(int file, AsnType *list, AsnType *elem, GIndex gIndex) {
-    Text text;
-    wToF(file, "appendList (");
-    wToF(file, cGetHome(text, nullptr, elem, gIndex, ","));
-    wToF(file, cHomeRef(text, " ", true, list, nullptr, ","));
-    wToF(file, cAsnHomeVarRef(text, " &", ","));
-    printfToF(file, " %s,", cGetVFStri(elem));
+    putF(file, "appendList (");
+    putF(file, cGetHome(elem, gIndex), ",");
+    putF(file, " ", cHomeRef(list, HOME_ADDRESS), ",");
+    putF(file, " &", cAsnHomeVarRef(), ",");
+    putF(file, " ", cGetVFStri(elem), ",");
     sizeArgument(file, elem);
 }
 
@@ -120,17 +108,15 @@ namespace {
 
 /* The place of a component in its father's structure: "&home->comp,", "&home->x.comp,". */
 Text memberAddress(AsnType *father, AsnType *comp) {
-    Text home, name;
-    cHomeRef(home, "", true, father, nullptr, "");
-    cMemberName(name, nullptr, comp, ",");
-    return home.starts_with('&') ? home + "." + name : "&" + home + "->" + name;
+    const Text home = cHomeRef(father, HOME_ADDRESS);
+    const bool isAddress = home.starts_with('&');
+    return concat(isAddress ? "" : "&", home, isAddress ? "." : "->", cMemberName(comp), ",");
 }
 
 Text addressToFree(AsnType *type) {
     AsnType *father = getFatherOfTypeComp(type);
-    Text text;
     if (father != nullptr && cIsHometab(father))
-        return formatText("&hometab [%d],", getTypeCompNbr(type));
+        return concat("&hometab [", getTypeCompNbr(type), "],");
     if (father == nullptr && cIsHometab(type))
         return "&hometab [0],";
     if (father != nullptr) {
@@ -139,14 +125,14 @@ Text addressToFree(AsnType *type) {
             ((kind == TYP_SEQ || kind == TYP_SET) && testTypeOption(type, OPT_HOME)))
             return memberAddress(father, type);
     }
-    return cHomeRef(text, "", true, type, nullptr, ",");
+    return cHomeRef(type, HOME_ADDRESS) + ",";
 }
 
 } // namespace
 
 void cFreeAsn(int file, AsnType *type) {
-    wToF(file, "freeAsn (");
-    wToF(file, addressToFree(type));
-    wToF(file, " FREE_STG);\n");
+    putF(file, "freeAsn (");
+    putF(file, addressToFree(type));
+    putF(file, " FREE_STG);\n");
 }
 

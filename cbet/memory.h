@@ -11,7 +11,7 @@ struct AsnType;
 void cAllocComp(int file, AsnType *comp, GIndex gIndex);
 /* The memory handle of the calls below: "getHomeG (...)" with the option "MEMORY=" on, else "NULL".
  */
-Text &cGetHome(Text &dst, const char *prefix, AsnType *type, GIndex gIndex, const char *postfix);
+Text cGetHome(AsnType *type, GIndex gIndex);
 /* A new home for the type's value. */
 void cCreateHome(int file, AsnType *type, GIndex gIndex);
 /* The home on the run-time stack, and off again; formats that own no memory write nothing. */

@@ -20,11 +20,8 @@ bool isNamedNumberOf(AsnType *type, AsnValue *value) {
            (main == TYP_INTEGER || main == TYP_ENUM || main == TYP_BITSTR);
 }
 
-void baseName(Text &dst, AsnType *type, const char *postfix) {
-    if (type != nullptr && type->baseId.id != nullptr)
-        dst = concat(printFixRec(type->baseId), postfix);
-    else
-        dst = orEmpty(postfix);
+Text baseName(AsnType *type) {
+    return type != nullptr ? printFixRec(type->baseId) : "";
 }
 
 } // namespace
@@ -36,51 +33,35 @@ AsnType *cDefinedAncestor(AsnType *comp) {
     return father;
 }
 
-Text &cNamedNumberMnemonic(Text &dst, const char *prefix, AsnType *type, AsnValue *value,
-                           const char *postfix) {
-    dst.clear();
-    if (isValueExtensionmarker(value))
-        return dst;
+Text cNamedNumberMnemonic(AsnType *type, AsnValue *value) {
     if (!isNamedNumberOf(type, value))
         fatalError(FATAL_INTERNAL, "CBET: Invalid value for a #define for a named number/bit.");
-    Text typeId;
-    cTypeId(typeId, "_", type, postfix);
-    return dst = concat(prefix, getValueId(value), typeId);
+    return getValueId(value) + "_" + cTypeId(type);
 }
 
-Text &cDefineForNamedNumber(Text &dst, AsnType *type, AsnValue *value) {
-    const Text number = " " + integerValueStri(value) + "\n";
-    return cNamedNumberMnemonic(dst, "#define ", type, value, number.c_str());
+Text cDefineForNamedNumber(AsnType *type, AsnValue *value) {
+    if (isValueExtensionmarker(value))
+        return "";
+    return concat("#define ", cNamedNumberMnemonic(type, value), " ", integerValueStri(value),
+                  "\n");
 }
 
-Text &cComponentIndexMnemonic(Text &dst, const char *prefix, AsnType *comp, const char *postfix) {
+Text cComponentIndexMnemonic(AsnType *comp) {
     if (!isComponentType(comp))
         fatalError(FATAL_INTERNAL, "CBET: Invalid type for a component index.");
-    Text name;
-    Text owner;
+    if (!isTypeExtensionmarker(comp))
+        return getTypeCompId(comp) + "_" + baseName(cDefinedAncestor(comp));
     AsnType *father = getFatherOfTypeComp(comp);
-    if (!isTypeExtensionmarker(comp)) {
-        name = concat(prefix, getTypeCompId(comp), "_");
-        baseName(owner, cDefinedAncestor(comp), postfix);
-    } else {
-        name = Text(orEmpty(prefix)) + "extensionmarker_";
-        if (father != nullptr && !cIsDefinedBaseType(father))
-            cTypeId(owner, nullptr, father, postfix);
-        else
-            baseName(owner, comp, postfix);
-    }
-    return dst = name + owner;
+    return "extensionmarker_" +
+           (father != nullptr && !cIsDefinedBaseType(father) ? cTypeId(father) : baseName(comp));
 }
 
-Text &cComponentPathMnemonic(Text &dst, const char *prefix, AsnType *comp, const char *postfix) {
-    Text owner;
-    const Text name = concat(prefix, getTypeCompId(comp), "_");
-    return dst = name + cTypeId(owner, nullptr, getFatherOfTypeComp(comp), postfix);
+Text cComponentPathMnemonic(AsnType *comp) {
+    return getTypeCompId(comp) + "_" + cTypeId(getFatherOfTypeComp(comp));
 }
 
-Text &cDefineForComponentIndex(Text &dst, AsnType *comp, bool withPath) {
-    const Text number = formatText(" %d\n", getTypeCompNbr(comp));
-    if (withPath)
-        return cComponentPathMnemonic(dst, "#define ", comp, number.c_str());
-    return cComponentIndexMnemonic(dst, "#define ", comp, number.c_str());
+Text cDefineForComponentIndex(AsnType *comp, bool withPath) {
+    return concat("#define ",
+                  withPath ? cComponentPathMnemonic(comp) : cComponentIndexMnemonic(comp), " ",
+                  getTypeCompNbr(comp), "\n");
 }

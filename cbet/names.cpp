@@ -8,7 +8,6 @@
 #include "model/backend.h"
 #include "model/backvar.h"
 #include "model/modules.h"
-#include "model/nametexts.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
@@ -29,30 +28,18 @@ bool hasName(const FixRec &fix) {
     return fix.id != nullptr;
 }
 
-void appendName(Text &dst, const FixRec &fix, const char *suffix) {
-    dst += concat(printFixRec(fix), suffix);
+Text loneName(const Text &name, AsnType *type) {
+    return cLoneName(name, getModuleOfType(type));
 }
 
-Text &between(Text &dst, const char *prefix, const char *text, const char *postfix) {
-    return dst.assign(orEmpty(prefix)).append(text).append(orEmpty(postfix));
+/* The name of the base. */
+Text baseName(AsnType *type) {
+    return loneName(hasName(type->baseId) ? printFixRec(type->baseId) : NAMELESS_TYPE, type);
 }
 
-Text &loneBetween(Text &dst, const char *prefix, const Text &name, AsnType *type,
-                  const char *postfix) {
-    return between(dst, prefix, cLoneName(name, getModuleOfType(type)).c_str(), postfix);
-}
-
-/* The name of the base between prefix and postfix. */
-Text &baseName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    Text name = NAMELESS_TYPE;
-    if (hasName(type->baseId))
-        name = printFixRec(type->baseId);
-    return loneBetween(dst, prefix, name, type, postfix);
-}
-
-Text &predefinedName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
+Text predefinedName(AsnType *type) {
     const char *predefined = getPredefinedType(type);
-    return between(dst, prefix, predefined != nullptr ? predefined : NO_NAME, postfix);
+    return predefined != nullptr ? predefined : NO_NAME;
 }
 
 /* The first of the type and its ancestors that carries the name of a definition, null without one.
@@ -67,15 +54,17 @@ const FixRec *nearestName(AsnType *type) {
 /* The names of what a nested type lies in, from the inside out, up to the definition that it is part
    of or that a component on the way refers to. What COMPONENTS OF brings in lies in the structure
    that it is brought into. */
-void appendPlaces(Text &dst, AsnType *father) {
+Text placesOf(AsnType *father) {
+    Text places;
     for (; father != nullptr; father = getFatherOfTypeComp(father)) {
         if (getTypeCompStatus(father) == TCS_COMPOF)
             continue;
         if (getFatherOfTypeComp(father) == nullptr || isDefinedBaseType(father) ||
             !hasName(father->compId))
-            return;
-        appendName(dst, father->compId, "_");
+            break;
+        places += printFixRec(father->compId) + "_";
     }
+    return places;
 }
 
 bool keepsExtensions(AsnType *marker) {
@@ -145,106 +134,96 @@ const char *getAsnhomeMember(AsnType *type) {
     return orEmpty(asnhomeMemberArr[form]);
 }
 
-Text &cAsnHomeMember(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    return between(dst, prefix, getAsnhomeMember(type), postfix);
-}
-
-Text &cTypeId(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    dst = orEmpty(prefix);
+Text cTypeId(AsnType *type) {
+    Text id;
     if (!cIsDefinedBaseType(type)) {
         if (isElemType(type))
-            dst += formatText("%d_", getTypeDefinitionLevel(type));
+            id = concat(getTypeDefinitionLevel(type), "_");
         if (hasName(type->compId))
-            appendName(dst, type->compId, "_");
+            id += printFixRec(type->compId) + "_";
     }
     const FixRec &name = isDefinedType(type) ? type->compId : type->baseId;
-    AsnType *father = getFatherOfTypeComp(type);
     if (hasName(name)) {
         if (getBaseTypeCompStatus(type) != TCS_HEADER)
-            appendPlaces(dst, father);
-        appendName(dst, name, postfix);
-    } else if (const FixRec *nearest = nearestName(type)) {
-        appendName(dst, *nearest, postfix);
-    } else {
-        dst.append(NAMELESS_TYPE).append(orEmpty(postfix));
+            id += placesOf(getFatherOfTypeComp(type));
+        return id + printFixRec(name);
     }
-    return dst;
+    const FixRec *nearest = nearestName(type);
+    return id + (nearest != nullptr ? printFixRec(*nearest) : NAMELESS_TYPE);
 }
 
-Text &cBaseTypeId(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
+Text cBaseTypeId(AsnType *type) {
     if (testTypeOption(type, OPT_SKIPPED))
-        return between(dst, prefix, cSpecialType(SPECIAL_SKIPPED), postfix);
+        return cSpecialType(SPECIAL_SKIPPED);
     if (cIsFrameType(type))
-        return between(dst, prefix, cSpecialType(SPECIAL_FRAME_PTR), postfix);
-    if (isTypeExtensionmarker(type)) {
-        const int special = keepsExtensions(type) ? SPECIAL_EXTENSION_MARKER : SPECIAL_SKIPPED;
-        return between(dst, prefix, cSpecialType(special), postfix);
-    }
+        return cSpecialType(SPECIAL_FRAME_PTR);
+    if (isTypeExtensionmarker(type))
+        return cSpecialType(keepsExtensions(type) ? SPECIAL_EXTENSION_MARKER : SPECIAL_SKIPPED);
     if (isDefinedComponent(type))
-        return baseName(dst, prefix, type, postfix);
+        return baseName(type);
     if (isSynonymType(type) && isEntryType(type))
-        return baseName(dst, prefix, type, postfix);
+        return baseName(type);
     if (cIsPredefinedType(type))
-        return predefinedName(dst, prefix, type, postfix);
+        return predefinedName(type);
     if (cIsDefinedBaseType(type))
-        return baseName(dst, prefix, type, postfix);
-    return cTypeId(dst, (Text(orEmpty(prefix)) + "struct t_").c_str(), type, postfix);
+        return baseName(type);
+    return cStructTag(cTypeId(type));
 }
 
-Text &cTypeIdForTypeCompDef(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
+Text cTypeIdForTypeCompDef(AsnType *type) {
     if (testTypeOption(type, OPT_SKIPPED))
-        return between(dst, prefix, cSpecialType(SPECIAL_SKIPPED), postfix);
+        return cSpecialType(SPECIAL_SKIPPED);
     if (cIsFrameType(type))
-        return between(dst, prefix, cSpecialType(SPECIAL_FRAME_PTR), postfix);
-    const Text tag = Text(orEmpty(prefix)) + "struct t_";
-    if (isRecursiveType(type)) {
-        if (getVF(type) != VF_LIST)
-            return cTypeId(dst, tag.c_str(), type, postfix);
-        /* LIST / * Node * / */
-        const Text behind = Text(" */") + orEmpty(postfix);
-        return cTypeId(dst, (Text(orEmpty(prefix)) + "LIST /* ").c_str(), type, behind.c_str());
-    }
+        return cSpecialType(SPECIAL_FRAME_PTR);
+    if (isRecursiveType(type)) /* LIST / * Node * / */
+        return getVF(type) == VF_LIST ? "LIST /* " + cTypeId(type) + " */"
+                                      : cStructTag(cTypeId(type));
     if (cIsDefinedBaseType(type))
-        return cDefBaseTypeName(dst, prefix, type, postfix);
+        return cDefBaseTypeName(type);
     if (cIsPredefinedType(type))
-        return predefinedName(dst, prefix, type, postfix);
-    return cTypeId(dst, tag.c_str(), type, postfix);
+        return predefinedName(type);
+    return cStructTag(cTypeId(type));
 }
 
-Text &cModulePrefix(Text &dst, const char *prefix, AsnModule *module, const char *postfix) {
+Text cStructTag(std::string_view id) {
+    return concat("struct t_", id);
+}
+
+Text cModulePrefix(AsnModule *module) {
     Text name = convertHyphens(getModulePrefix(module));
     if (!name.empty() && isAsciiDigit(name.front()))
         name.insert(0, 1, '_');
-    return dst = concat(prefix, name, postfix);
+    return name;
 }
 
-Text &cDefTypeName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    return loneBetween(dst, prefix, getDefTypeId(type), type, postfix);
+Text cDefTypeName(AsnType *type) {
+    return loneName(getDefTypeId(type), type);
 }
 
-Text &cDefBaseTypeName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    return loneBetween(dst, prefix, getDefBaseTypeId(type), type, postfix);
+Text cDefBaseTypeName(AsnType *type) {
+    return loneName(getDefBaseTypeId(type), type);
 }
 
-Text &cMemberName(Text &dst, const char *prefix, AsnType *comp, const char *postfix) {
-    return loneBetween(dst, prefix, getTypeCompId(comp), comp, postfix);
+Text cMemberName(AsnType *comp) {
+    return loneName(getTypeCompId(comp), comp);
 }
 
-Text &cASN1VariableName(Text &dst, const char *prefix, AsnType *type, const char *postfix) {
-    const GlobalOptions *options = getGlobalOptions(getModuleOfType(type));
+Text cCutName(const Text &name, AsnType *type) {
+    return name.substr(0, getGlobalOptions(getModuleOfType(type))->nameLen);
+}
+
+Text cASN1VariableName(AsnType *type) {
     Text name;
     if (isTypeExtensionmarker(type))
         name = "extensionmarker";
-    else if (isSynonymType(type) && options->optVars != 0)
+    else if (isSynonymType(type) && getGlobalOptions(getModuleOfType(type))->optVars != 0)
         name = getBaseTypeRef(type);
     else
         name = getTypeRef(type);
     std::replace(name.begin(), name.end(), ' ', '_'); /* a builtin type may have two words */
     if (isDefinedType(type) && !name.empty() && name[0] >= 'A' && name[0] <= 'Z')
         name[0] = static_cast<char>(name[0] - 'A' + 'a');
-    if (name.size() > options->nameLen)
-        name.resize(options->nameLen);
-    return between(dst, prefix, name.c_str(), postfix);
+    return cCutName(name, type);
 }
 
 void cUpdateBuiltinTypeFieldType(AsnType *type, AsnObjClassField *field) {

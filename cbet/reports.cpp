@@ -26,11 +26,11 @@ void cRefuseType(AsnType *type, const char *text) {
 }
 
 void cReportError(int file, const char *name) {
-    printfToF(file, "reportError (ASNG_F(asncodg) %s);\n", name);
+    putF(file, "reportError (ASNG_F(asncodg) ", name, ");\n");
 }
 
 void cReportFatalError(int file, const char *name) {
-    printfToF(file, "reportFatalError (%s);\n", name);
+    putF(file, "reportFatalError (", name, ");\n");
 }
 
 /* --- paths --- */
@@ -42,11 +42,11 @@ bool tracksPath(AsnType *type) {
 }
 
 void pushName(int file, const Text &name) {
-    printfToF(file, "pushPath (ASNG_F(asncodg) \"%s\");\n", name.c_str());
+    putF(file, "pushPath (ASNG_F(asncodg) \"", name, "\");\n");
 }
 
 void popLength(int file, std::size_t length) {
-    printfToF(file, "popPath (ASNG_F(asncodg) %d);\n", static_cast<int>(length));
+    putF(file, "popPath (ASNG_F(asncodg) ", static_cast<int>(length), ");\n");
 }
 
 /* An alternative stands in the union i1, unless its own components are held through pointers. */
@@ -82,10 +82,6 @@ void cPopPath(int file, AsnType *comp) {
 void cPushElem(int file, AsnType *list) {
     if (!tracksPath(list))
         return;
-    Text text;
-    if (getVF(list) == VF_LIST)
-        cGetSize(text, "pushElem (ASNG_F(asncodg) ", list, false, ");\n");
-    else
-        cNVarRef(text, "pushElem (ASNG_F(asncodg) ", ");\n");
-    wToF(file, text);
+    putF(file, "pushElem (ASNG_F(asncodg) ",
+         getVF(list) == VF_LIST ? cGetSize(list, false) : cNVarRef(), ");\n");
 }

@@ -65,13 +65,12 @@ namespace {
 void testIfTooManyExtraElems(AsnType *father, sint64 upper, TypeFuncRun &run) {
     int file = run.outFile;
     Text counter, bound = cSizeBoundText(father, upper);
-    cNVarRef(counter, nullptr, nullptr);
-    printfToF(file, "if (%s >= %s)", counter.c_str(), bound.c_str());
+    putF(file, "if (", cNVarRef(), " >= ", bound, ")");
     cOpenBrace(file);
     if (run.info.funcKind == decodingKind)
         cReportError(file, "AM_FAIL");
     else
-        wToF(file, "break;\n");
+        putF(file, "break;\n");
     cCloseBrace(file);
 }
 
@@ -95,17 +94,16 @@ void ignoreTrailingListElems(AsnType *father, AsnType *elem, TypeFuncRun &run) {
     if (!cIsIgnoringSizeLimit(father) || limit == upper)
         return;
     int file = run.outFile;
-    Text ignored, counter;
-    cHomeRef(ignored, "", false, father, ".", "nIgnored");
-    printfToF(file, "%s = 0;\n", ignored.c_str());
-    printfToF(file, "if (extraElems%d)", cVarCount(VAR_N));
+    const Text ignored = cHomeRef(father, HOME_MEMBER) + "nIgnored";
+    putF(file, ignored, " = 0;\n");
+    putF(file, "if (", cExtraElemsVarRef(), ")");
     cOpenBrace(file);
-    wToF(file, "while (TRUE)");
+    putF(file, "while (TRUE)");
     cOpenBrace(file);
     testIfTooManyExtraElems(father, upper, run);
     callTypeFunc(run.info.ignoreFunc, elem, run);
-    printfToF(file, "%s++;\n", ignored.c_str());
-    wToF(file, cNVarRef(counter, nullptr, "++;\n"));
+    putF(file, ignored, "++;\n");
+    putF(file, cNVarRef(), "++;\n");
     callTypeFunc(run.info.extraMoreFunc, elem, run);
     cCloseBrace(file);
     cCloseBrace(file);

@@ -46,8 +46,7 @@ void traverseStructPref(AsnType *type, TypeFuncRun &run) {
     callTypeFunc(run.info.struPrefixFunc, type, run);
     if (getTypeMainType(type) != TYP_CHOICE || !cIsControlMember(type))
         return;
-    Text text;
-    wToF(run.outFile, cHomeRef(text, "switch (", false, type, ".", "choice)"));
+    putF(run.outFile, "switch (", cHomeRef(type, HOME_MEMBER), "choice)");
     cOpenBrace(run.outFile);
 }
 
@@ -63,7 +62,7 @@ void openListBlock(AsnType *type, TypeFuncRun &run) {
     cIncNVarCount();
     cNVarDef(file);
     if (cIsIgnoringSizeLimit(type))
-        printfToF(file, "BOOLE extraElems%d = FALSE;\n", cVarCount(VAR_N));
+        putF(file, "BOOLE ", cExtraElemsVarRef(), " = FALSE;\n");
 }
 
 void closeListBlock(AsnType *type, TypeFuncRun &run) {
@@ -76,10 +75,9 @@ void closeListBlock(AsnType *type, TypeFuncRun &run) {
 
 void openDummyCompmask(AsnType *type, TypeFuncRun &run) {
     int file = run.outFile;
-    Text text;
     cOpenBrace(file);
-    wToF(file, getControlMemberDef(text, type));
-    wToF(file, getControlMemberIni(text, nullptr, type));
+    putF(file, getControlMemberDef(type));
+    putF(file, getControlMemberIni("", type));
 }
 
 void constructStructPref(AsnType *type, TypeFuncRun &run) {
@@ -129,16 +127,15 @@ bool isTheFirstChoiceComp(AsnType *father, AsnType *comp, const TypeFuncRun &run
 void beginAlternative(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     int file = run.outFile;
     if (cIsControlMember(father)) {
-        printfToF(file, "case %d:\n", getTypeCompNbr(comp));
+        putF(file, "case ", getTypeCompNbr(comp), ":\n");
         ++fArr[file].indent;
     } else {
         if (!isTheFirstChoiceComp(father, comp, run))
-            wToF(file, "else ");
-        Text text;
+            putF(file, "else ");
         if (cIsHometab(father))
-            printfToF(file, "if (hometab [%d])", getTypeCompNbr(comp));
+            putF(file, "if (hometab [", getTypeCompNbr(comp), "])");
         else
-            wToF(file, cHomeRef(text, "if (", false, comp, nullptr, ")"));
+            putF(file, "if (", cHomeRef(comp, HOME_VALUE), ")");
     }
     cOpenBrace(file);
 }
@@ -148,7 +145,7 @@ void endAlternative(AsnType *father, TypeFuncRun &run) {
     cCloseBrace(file);
     if (!cIsControlMember(father))
         return;
-    wToF(file, "break;\n");
+    putF(file, "break;\n");
     --fArr[file].indent;
 }
 
@@ -195,7 +192,7 @@ void traverseCompPostfix(AsnType *father, AsnType *comp, TypeFuncRun &run) {
 void constructBeforeIsComp(AsnType *father, TypeFuncRun &run) {
     if (!isListType(father))
         return;
-    wToF(run.outFile, "while (TRUE)");
+    putF(run.outFile, "while (TRUE)");
     cOpenBrace(run.outFile);
 }
 
@@ -237,8 +234,7 @@ void constructListElemPostfix(AsnType *father, AsnType *comp, TypeFuncRun &run) 
     int file = run.outFile;
     cIncListSize(file, father, comp);
     if (getVF(father) != VF_LIST && getVFSize(father) != VF_NONE) {
-        Text text;
-        wToF(file, cNVarRef(text, nullptr, "++;\n"));
+        putF(file, cNVarRef(), "++;\n");
     }
     cCloseBrace(file);
     ignoreTrailingListElems(father, comp, run);
@@ -304,7 +300,7 @@ void extensionmarkerPrefFunc(AsnType *father, AsnType *marker, TypeFuncRun &run)
         return;
     if (getTypeMainType(father) == TYP_CHOICE && !cIsControlMember(father) &&
         getTypeCompNbr(marker) > 0)
-        wToF(run.outFile, "else ");
+        putF(run.outFile, "else ");
     cBeginTestExtensionmarker(run.outFile, father);
 }
 

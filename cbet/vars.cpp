@@ -63,8 +63,7 @@ void cDecVarCount(int kind) {
 
 void cVarDef(int file, int kind, const char *init) {
     const LocalVar &var = localVar(kind);
-    printfToF(file, "%s%s%d%s%s;\n", var.type.c_str(), var.name.c_str(), var.count,
-              init != nullptr ? " = " : "", orEmpty(init));
+    putF(file, var.type, var.name, var.count, init != nullptr ? " = " : "", init, ";\n");
 }
 
 void cAsnHomeVarDef(int file) {
@@ -78,36 +77,22 @@ void cOkVarDef(int file) {
 }
 
 void cHomeVarDef(int file, AsnType *type) {
-    Text typeId;
-    printfToF(file, "%s *h%d =", cBaseTypeId(typeId, nullptr, type, nullptr).c_str(),
-              cVarCount(VAR_HOME));
+    putF(file, cBaseTypeId(type), " *", cHomeVarRef(), " =");
 }
 
-Text &cVarRef(Text &dst, const char *prefix, int kind, const char *postfix) {
+Text cVarRef(int kind) {
     const LocalVar &var = localVar(kind);
-    return dst = orEmpty(prefix) + var.name + std::to_string(var.count) + orEmpty(postfix);
-}
-
-Text &cAsnHomeVarRef(Text &dst, const char *prefix, const char *postfix) {
-    return cVarRef(dst, prefix, VAR_ASN_HOME, postfix);
-}
-
-Text &cNVarRef(Text &dst, const char *prefix, const char *postfix) {
-    return cVarRef(dst, prefix, VAR_N, postfix);
-}
-
-Text &cOkVarRef(Text &dst, const char *prefix, const char *postfix) {
-    return cVarRef(dst, prefix, VAR_OK, postfix);
+    return concat(var.name, var.count);
 }
 
 void cOpenBrace(int file) {
-    wToF(file, "{\n");
+    putF(file, "{\n");
     ++fArr[file].indent;
 }
 
 void cCloseBrace(int file) {
     --fArr[file].indent;
-    wToF(file, "}\n");
+    putF(file, "}\n");
 }
 
 void cBeginBlock(int file, AsnType *type) {
@@ -116,7 +101,7 @@ void cBeginBlock(int file, AsnType *type) {
     cIncHomeVarCount();
     cHomeVarDef(file, type);
     cDecHomeVarCount();
-    cAsnHomeCompRefToF(file, " ", true, type, nullptr, ";\n");
+    putF(file, " ", cAsnHomeCompRef(type, HOME_ADDRESS), ";\n");
     cIncHomeVarCount();
 }
 

@@ -70,10 +70,23 @@ void cOkVarDef(int file);      /* "BOOLE ok1;\n" */
 void cHomeVarDef(int file, AsnType *type);
 
 /* The name of the innermost variable of a kind. */
-Text &cVarRef(Text &dst, const char *prefix, int kind, const char *postfix);
-Text &cAsnHomeVarRef(Text &dst, const char *prefix, const char *postfix);
-Text &cNVarRef(Text &dst, const char *prefix, const char *postfix);
-Text &cOkVarRef(Text &dst, const char *prefix, const char *postfix);
+Text cVarRef(int kind);
+inline Text cAsnHomeVarRef() {
+    return cVarRef(VAR_ASN_HOME);
+}
+inline Text cHomeVarRef() {
+    return cVarRef(VAR_HOME);
+}
+inline Text cNVarRef() {
+    return cVarRef(VAR_N);
+}
+inline Text cOkVarRef() {
+    return cVarRef(VAR_OK);
+}
+/* The flag beside a list counter, that more elements follow than the list may hold. */
+inline Text cExtraElemsVarRef() {
+    return concat("extraElems", cVarCount(VAR_N));
+}
 
 /* "{\n" and "}\n", with the file's level of indentation. All braces of generated functions come
    from here. */

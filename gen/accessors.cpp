@@ -22,14 +22,12 @@ constexpr int LAST_CAST_COLUMN = 58;
 constexpr int LAST_COLUMN = 78;
 
 void genIntro(AsnType *type) {
-    Text id;
-    putF(fiDef, "\n/* accessors for ", cTypeId(id, nullptr, type, nullptr), " */\n\n");
+    putF(fiDef, "\n/* accessors for ", cTypeId(type), " */\n\n");
 }
 
 /* #define is_b_Msg(home) \ */
 void genCompMacroPrefix(AsnType *father, AsnType *comp, const char *word) {
-    Text id;
-    cTypeId(id, nullptr, father, nullptr);
+    const Text id = cTypeId(father);
     putF(fiDef, "#define ", word, "_", getMetaCompId(comp), "_", id, "(home) \\\n");
     taviAddItem(ITEM_MACRO, fiDef, {word, "_", getMetaCompId(comp), "_", id});
     ++fArr[fiDef].indent;
@@ -54,26 +52,28 @@ bool compsAreHeldAsPointers(AsnType *father) {
 void genIsMacro(AsnType *father, AsnType *comp, int compNbr) {
     Text body;
     if (compsAreHeldAsPointers(father))
-        body = formatText("((home)->%s != NULL)", getMetaMemberName(comp).c_str());
+        body = "((home)->" + getMetaMemberName(comp) + " != NULL)";
     else
-        getControlMemberTst(body, nullptr, HOME, father, comp, compNbr, nullptr);
+        body = getControlMemberTst(HOME, father, comp, compNbr);
     genMacro(father, comp, "is", body);
 }
 
-/* ((home)->compmask |= BIT(1)); without a control member there is nothing to set */
+/* Without a control member there is nothing to do. */
+Text controlOperation(ControlOper oper, AsnType *father, AsnType *comp, int compNbr) {
+    if (compsAreHeldAsPointers(father))
+        return "(0)";
+    const Text operation = getControlMemberRaw(HOME, oper, father, comp, compNbr);
+    return operation.empty() ? operation : "(" + operation + ")";
+}
+
+/* ((home)->compmask |= BIT(1)) */
 void genSetMacro(AsnType *father, AsnType *comp, int compNbr) {
-    Text body = "(0)";
-    if (!compsAreHeldAsPointers(father))
-        getControlMemberRawSet(body, "(", HOME, father, comp, compNbr, ")");
-    genMacro(father, comp, "set", body);
+    genMacro(father, comp, "set", controlOperation(CONTROL_SET, father, comp, compNbr));
 }
 
 /* ((home)->compmask &= ~BIT(1)) */
 void genRemMacro(AsnType *father, AsnType *comp, int compNbr) {
-    Text body = "(0)";
-    if (!compsAreHeldAsPointers(father))
-        getControlMemberRawClr(body, "(", HOME, father, comp, compNbr, ")");
-    genMacro(father, comp, "rem", body);
+    genMacro(father, comp, "rem", controlOperation(CONTROL_CLEAR, father, comp, compNbr));
 }
 
 /* (&((home)->i1.a)) */
@@ -131,8 +131,7 @@ Text homeMember(AsnType *elem) {
 /* #define item_List(elem) \
      ((Elem *)((elem)->val.stru)) */
 void genElemMacro(AsnType *father, AsnType *elem) {
-    Text id;
-    cTypeId(id, nullptr, father, nullptr);
+    const Text id = cTypeId(father);
     putF(fiDef, "#define item_", id, "(elem) \\\n");
     taviAddItem(ITEM_DEFINE, fiDef, {"item_", id});
     ++fArr[fiDef].indent;

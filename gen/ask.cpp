@@ -32,27 +32,27 @@ bool isOpenOrChoice(AsnType *type) {
 
 /* ask_BegComp ("id", TCS_MANDATORY, TYP_INTEGER) */
 void askBegComp(int file, AsnType *type, const char *postfix) {
-    wToF(file, "ask_BegComp (");
-    tstCompId(file, nullptr, type, nullptr);
-    wToF(file, ", ");
+    putF(file, "ask_BegComp (");
+    putF(file, tstCompId(type));
+    putF(file, ", ");
     putF(file, getTypeCompStatusStri(type));
-    wToF(file, ", ");
+    putF(file, ", ");
     if (isSkipped(type))
-        wToF(file, "TYP_NULL");
+        putF(file, "TYP_NULL");
     else
         putF(file, getTypeMainTypeStri(type));
-    wToF(file, ")");
-    wToF(file, postfix);
+    putF(file, ")");
+    putF(file, postfix);
 }
 
 void askEndComp(int file, AsnType *type) {
     if (!isSkipped(type))
-        wToF(file, "ask_EndComp ();\n");
+        putF(file, "ask_EndComp ();\n");
 }
 
 void askEndAnyChoiceComp(int file, AsnType *type) {
     if (isOpenOrChoice(type) && !isSkipped(type))
-        wToF(file, "ask_EndAnyChoiceComp ();\n");
+        putF(file, "ask_EndAnyChoiceComp ();\n");
 }
 
 bool isOnlyAlternative(AsnType *father) {
@@ -63,14 +63,14 @@ bool isOnlyAlternative(AsnType *father) {
    those that may be absent, and the alternatives of a CHOICE that has several. */
 
 void askIsSeqComp(int file, AsnType *comp) {
-    wToF(file, "if (");
+    putF(file, "if (");
     askBegComp(file, comp, ")");
     if (!isOptionalTypeComp(comp))
         cOpenBrace(file);
 }
 
 void askIsChoiceComp(int file, AsnType *comp) {
-    printfToF(file, "%sif (", isFirstActualTypeComp(comp) ? "" : "else ");
+    putF(file, isFirstActualTypeComp(comp) ? "" : "else ", "if (");
     askBegComp(file, comp, ")");
     if (isOnlyAlternative(getFatherOfTypeComp(comp)))
         cOpenBrace(file);
@@ -78,10 +78,10 @@ void askIsChoiceComp(int file, AsnType *comp) {
 
 void askIsSeqOfComp(int file, AsnType *elem) {
     cCheckListUpperBoundWithBreak(file, elem);
-    wToF(file, "if (!");
+    putF(file, "if (!");
     askBegComp(file, elem, ")");
     cOpenBrace(file);
-    wToF(file, "break;\n");
+    putF(file, "break;\n");
     cCloseBrace(file);
 }
 
@@ -162,8 +162,7 @@ void askEnum(AsnType *type, TypeFuncRun &run) {
     if (isExtensibleEnumeratedList(type)) {
         genExtendedMark(file, type);
     } else {
-        Text text;
-        wToF(file, cHome(text, nullptr, false, type, nullptr, " = "));
+        putF(file, cHome(type, HOME_VALUE), " = ");
         printIntEndpoint(file, nullptr, getVF(type), leastValue(type), ";\n");
     }
     cCloseBrace(file);
@@ -216,7 +215,7 @@ void askFrame(AsnType *type, TypeFuncRun &run) {
 }
 
 void askSkip(AsnType *, TypeFuncRun &run) {
-    wToF(run.outFile, "a_NullType ();\n");
+    putF(run.outFile, "a_NullType ();\n");
 }
 
 /* What stands where in an asking function, in the order of its text. */

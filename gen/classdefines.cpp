@@ -61,8 +61,7 @@ void genObjectDefines(AsnObject *object, int row) {
     AsnModule *module = getModuleOfObject(object);
     if (!needsTableMacros(module))
         return;
-    Text prefix;
-    cModulePrefix(prefix, nullptr, module, nullptr);
+    const Text prefix = cModulePrefix(module);
     const char *classId = getMetaObjectTableId(object);
     const Text objectId = getMetaObjectId(object);
     const long nr = row;
@@ -84,8 +83,7 @@ void genObjectDefines(AsnObject *object, int row) {
 void genObjectTableDefines(AsnModule *module, AsnObjClass *objClass, int count) {
     if (getMetaClassAccessRoutines(objClass) != ACCESS_MACROS)
         return;
-    Text table;
-    cModulePrefix(table, nullptr, module, tableClassId(objClass));
+    const Text table = concat(cModulePrefix(module), tableClassId(objClass));
     Text walked = table + "Obj";
     walked[0] = upperFirstChar(walked[0]);
     putF(fiDef, "\n/* iterators for ", table, " table */\n\n");
@@ -104,8 +102,7 @@ void genObjectTableDefines(AsnModule *module, AsnObjClass *objClass, int count) 
 
 void genObjectSetTableDefines(AsnObjectSet *objectSet) {
     const Text set = getDefObjectSetId(objectSet);
-    Text table;
-    cModulePrefix(table, nullptr, getModuleOfObjectSet(objectSet), set.c_str());
+    const Text table = concat(cModulePrefix(getModuleOfObjectSet(objectSet)), set);
     putF(fiDef, "\n/* iterators for ", set, " table */\n\n");
     putF(fiDef, "#define first", set, "Obj() (", table, ")\n");
     taviAddItem(ITEM_MACRO, fiDef, {"first", set, "Obj()"});

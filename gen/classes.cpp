@@ -279,8 +279,7 @@ void genClassStructure(AsnObjClass *objClass) {
     putF(fiTyp, "{\n");
     ++fArr[fiTyp].indent;
     if (isOptionalObjClassFields(objClass)) {
-        Text member;
-        putF(fiTyp, getClassCompmaskField(member, "", objClass, ";\n"));
+        putF(fiTyp, getClassCompmaskField(objClass), ";\n");
     }
     FieldStructs structs;
     forEachObjClassField(objClass, [&structs](AsnObjClass *, AsnObjClassField *field, int) {
@@ -350,11 +349,8 @@ const char *getClassCompmaskBit(AsnObjClass *objClass) {
     return getClassCompmaskSize(objClass) == VF_I32 ? "BITL" : "BIT";
 }
 
-Text &getClassCompmaskField(Text &dst, const char *prefix, AsnObjClass *objClass,
-                            const char *suffix) {
-    dst =
-        Text(orEmpty(prefix)) + orEmpty(getLangType(getClassCompmaskSize(objClass))) + " compmask";
-    if (const int words = getClassCompmaskWords(objClass); words > 1)
-        dst += formatText(" [%d]", words);
-    return dst += orEmpty(suffix);
+Text getClassCompmaskField(AsnObjClass *objClass) {
+    const Text member = concat(getLangType(getClassCompmaskSize(objClass)), " compmask");
+    const int words = getClassCompmaskWords(objClass);
+    return words > 1 ? concat(member, " [", words, "]") : member;
 }

@@ -21,5 +21,4 @@ int getClassCompmaskWords(AsnObjClass *objClass);
 /* Which macro makes a bit of the mask: "BIT", or "BITL" for a word of 32 bits. */
 const char *getClassCompmaskBit(AsnObjClass *objClass);
 /* The member itself: "sint8 compmask", "sint32 compmask [2]". */
-Text &getClassCompmaskField(Text &dst, const char *prefix, AsnObjClass *objClass,
-                            const char *suffix);
+Text getClassCompmaskField(AsnObjClass *objClass);

@@ -46,7 +46,7 @@ void decReport(int file, const char *error) {
 
 /* d_TagLen (TAG(TAG_CTX, TAG_PRI, 3)); */
 void decTagLen(int file, const AsnTag *tag) {
-    cTag32ToF(file, "d_TagLen (", tag, false, ");\n");
+    putF(file, "d_TagLen (", cTag32Stri(tag, false), ");\n");
 }
 
 /* The alternative's tag decides, so it must be in hand. */
@@ -71,14 +71,14 @@ void decInnermostCompTags(int file, AsnType *type, bool looked) {
     if (getNrOfTags(type) > 0)
         looked = false;
     if (tagMustBeLooked(type) && !looked)
-        wToF(file, LOOK);
+        putF(file, LOOK);
 }
 
 void decInnermostCompEOCs(int file, AsnType *type) {
     if (getNrOfTags(type) > 1)
-        forInnermostTags(type, [file](AsnType *, const AsnTag *, int) { wToF(file, EOC); });
+        forInnermostTags(type, [file](AsnType *, const AsnTag *, int) { putF(file, EOC); });
     if ((tagMustBeLooked(type) || !decodingFunctionConsumesEOC(type)) && getNrOfTags(type) > 0)
-        wToF(file, EOC);
+        putF(file, EOC);
 }
 
 /* if (d_CurrTag () == TAG(TAG_CTX, TAG_PRI, 0)) */
@@ -97,7 +97,7 @@ void decIsSeqComp(int file, AsnType *comp) {
     if (!seqCompIsTested(comp))
         return;
     if (!prevTypeCompIsOptional(comp))
-        wToF(file, LOOK);
+        putF(file, LOOK);
     if (getNrOfTags(comp) > 0 || isOptionalTypeComp(comp))
         decTestTag(file, comp, false, true);
 }
@@ -105,20 +105,19 @@ void decIsSeqComp(int file, AsnType *comp) {
 /* The end of a list's loop. An ANY may begin with anything, so the tag is only peeked at. */
 void decIsSeqOfComp(int file, AsnType *elem) {
     if (isAnyOrOpen(elem) && !isSkippedWithoutTag(elem)) {
-        wToF(file, "peekT (*asncodg_frame, &asncodg_tag);\n");
-        wToF(file, "if (asncodg_tag == EOC_TAG)");
+        putF(file, "peekT (*asncodg_frame, &asncodg_tag);\n");
+        putF(file, "if (asncodg_tag == EOC_TAG)");
         cOpenBrace(file);
-        wToF(file, LOOK);
+        putF(file, LOOK);
     } else {
-        wToF(file, "if (d_LookTagLen () == EOC_TAG)");
+        putF(file, "if (d_LookTagLen () == EOC_TAG)");
         cOpenBrace(file);
     }
-    wToF(file, "break;\n");
+    putF(file, "break;\n");
     cCloseBrace(file);
     if (getNrOfTags(elem) == 0)
         return;
-    Text test;
-    wToF(file, cOutermostTag32Stri(test, "if (d_CurrTag () != ", elem, false, ")"));
+    putF(file, "if (d_CurrTag () != ", cOutermostTag32Stri(elem, false), ")");
     decReport(file, "TAG_FAIL");
 }
 
@@ -168,7 +167,7 @@ void decSeqCompPrefix(int file, AsnType *comp) {
     } else {
         if (isSkippedWithoutTag(comp) && isFirstActualTypeComp(comp)) {
             /* The tag in hand is that of the structure, which is not to be passed over. */
-            wToF(file, "if (d_LookTagLen () == EOC_TAG)");
+            putF(file, "if (d_LookTagLen () == EOC_TAG)");
             decReport(file, "TAG_FAIL");
         }
         forOutermostTag(comp, [file](AsnType *, const AsnTag *tag, int) { decTagLen(file, tag); });
@@ -186,7 +185,7 @@ void decCompPrefix(AsnType *comp, TypeFuncRun &run) {
 void decCompPostfix(AsnType *comp, TypeFuncRun &run) {
     decInnermostCompEOCs(run.outFile, comp);
     if (compsAreInSequence(getFatherOfTypeComp(comp)) && isOptionalTypeComp(comp))
-        wToF(run.outFile, LOOK);
+        putF(run.outFile, LOOK);
 }
 
 /* Around a structure or list. */
@@ -195,7 +194,7 @@ void decStruPrefix(AsnType *type, TypeFuncRun &run) {
     const int file = run.outFile;
     if (getTypeMainType(type) == TYP_SET && hasSeveralComps(type)) {
         /* The look gives 0 at the end-of-contents. */
-        wToF(file, "while (d_LookTagLen ())");
+        putF(file, "while (d_LookTagLen ())");
         cOpenBrace(file);
     } else if (isListType(type)) {
         if (isExtensibleSizeConstraintValueSet(type))
@@ -208,11 +207,10 @@ void decStruPrefix(AsnType *type, TypeFuncRun &run) {
 }
 
 void decExtensionmarker(int file, AsnType *type) {
-    Text text;
     if (testTypeOption(type, OPT_SAVE_EXTENSIONS))
-        wToF(file, cRefExtensionmarker(text, "d_Extensionmarker (", type, ");\n"));
+        putF(file, "d_Extensionmarker (", cRefExtensionmarker(type), ");\n");
     else
-        wToF(file, "d_Skip ();\n");
+        putF(file, "d_Skip ();\n");
 }
 
 void decPrepareExtensionmarker(AsnType *type, TypeFuncRun &run) {
@@ -235,7 +233,7 @@ void decPrepareExtensionmarker(AsnType *type, TypeFuncRun &run) {
 void decNoneAbove(AsnType *type, TypeFuncRun &run) {
     const int file = run.outFile;
     const bool isOnlyMarker = isTypeExtensionmarkerComp(type) && nrOfWalkedComps(type) == 1;
-    wToF(file, isOnlyMarker ? "" : "else ");
+    putF(file, isOnlyMarker ? "" : "else ");
     cOpenBrace(file);
     if (isTypeExtensionmarkerComp(type)) {
         decPrepareExtensionmarker(type, run);
@@ -248,10 +246,10 @@ void decNoneAbove(AsnType *type, TypeFuncRun &run) {
 
 void decExpectEOC(int file, AsnType *type) {
     if (lastTypeCompIsOptional(type)) {
-        wToF(file, "if (d_CurrTag () != EOC_TAG)");
+        putF(file, "if (d_CurrTag () != EOC_TAG)");
         decReport(file, "EOC_FAIL");
     } else {
-        wToF(file, EOC);
+        putF(file, EOC);
     }
 }
 
@@ -259,17 +257,17 @@ void decExpectEOC(int file, AsnType *type) {
 void decSeqExtendedCompsUntilEOC(AsnType *type, TypeFuncRun &run) {
     const int file = run.outFile;
     if (!lastTypeCompIsOptional(type))
-        wToF(file, LOOK);
-    wToF(file, "if (d_CurrTag ())");
+        putF(file, LOOK);
+    putF(file, "if (d_CurrTag ())");
     cOpenBrace(file);
     if (cHasCompHomes(type))
         cInitExtensionmarker(file, type, run.info.gIndex, false);
     else
         cSetExtensionmarkerControlMember(file, type);
-    wToF(file, "while (d_CurrTag ())");
+    putF(file, "while (d_CurrTag ())");
     cOpenBrace(file);
     decExtensionmarker(file, type);
-    wToF(file, LOOK);
+    putF(file, LOOK);
     cCloseBrace(file);
     cCloseBrace(file);
 }
@@ -306,7 +304,7 @@ void decEntryPrefix(AsnType *type, TypeFuncRun &run) {
     const int file = run.outFile;
     forEachTag(type, [file](AsnType *, const AsnTag *tag, int) { decTagLen(file, tag); });
     if (tagMustBeLooked(type))
-        wToF(file, LOOK);
+        putF(file, LOOK);
 }
 
 void decEntryPostfix(AsnType *type, TypeFuncRun &run) {
@@ -314,9 +312,9 @@ void decEntryPostfix(AsnType *type, TypeFuncRun &run) {
     if (getNrOfTags(type) == 0)
         return;
     if (!decodingFunctionConsumesEOC(type))
-        wToF(file, EOC);
+        putF(file, EOC);
     if (getNrOfTags(type) > 1)
-        forOutermostTags(type, [file](AsnType *, const AsnTag *, int) { wToF(file, EOC); });
+        forOutermostTags(type, [file](AsnType *, const AsnTag *, int) { putF(file, EOC); });
 }
 
 /* Values. */
@@ -333,7 +331,7 @@ void decFrame(AsnType *type, TypeFuncRun &run) {
 }
 
 void decSkipIgnore(AsnType *, TypeFuncRun &run) {
-    wToF(run.outFile, "d_Skip ();\n");
+    putF(run.outFile, "d_Skip ();\n");
 }
 
 void decSkipError(AsnType *, TypeFuncRun &run) {

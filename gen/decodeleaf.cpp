@@ -60,7 +60,7 @@ void decTestSizeLimit(int file, AsnType *type) {
     const TypeOptions *options = getTypeOptions(type);
     if (options->sizeLimit == 0 || options->sizeLimitMode != 1)
         return;
-    printfToF(file, "if (asncodg_info->len > %lu)", static_cast<unsigned long>(options->sizeLimit));
+    putF(file, "if (asncodg_info->len > ", options->sizeLimit, ")");
     cOpenBrace(file);
     cReportError(file, "AM_FAIL");
     cCloseBrace(file);
@@ -84,7 +84,7 @@ void decNull(AsnType *type, TypeFuncRun &run) {
 }
 
 void decEmpty(AsnType *, TypeFuncRun &run) {
-    wToF(run.outFile, "d_EOC ();\n");
+    putF(run.outFile, "d_EOC ();\n");
 }
 
 void decSimple(AsnType *type, TypeFuncRun &run) {
@@ -109,7 +109,7 @@ constexpr LeafCalls leafCalls = {
 
 void decWarnOfExtendedConstraint(int file, AsnType *type, const char *what) {
     notYetSupported(type, formatText("Decoding of extended %s constraint", what).c_str());
-    printfToF(file, " /*?!?: Invalid decoding follows - extended %s constraint.*/\n", what);
+    putF(file, " /*?!?: Invalid decoding follows - extended ", what, " constraint.*/\n");
 }
 
 void decLeaf(AsnType *type, TypeFuncRun &run) {

@@ -16,19 +16,17 @@
 namespace {
 
 void genNamedNumber(AsnType *type, AsnValue *value, int) {
-    Text line;
     /* #define red_Color 1 */
-    wToF(fiDef, cDefineForNamedNumber(line, type, value));
+    const Text line = cDefineForNamedNumber(type, value);
+    putF(fiDef, line);
     taviAddDefine(fiDef, line);
 }
 
 void genNamedNumbers(AsnType *type) {
     if (!isNamedNumbers(type))
         return;
-    Text id;
     const char *what = getTypeMainType(type) == TYP_BITSTR ? "bits" : "nbrs";
-    printfToF(fiDef, "\n/* named %s of %s */\n\n", what,
-              cTypeId(id, nullptr, type, nullptr).c_str());
+    putF(fiDef, "\n/* named ", what, " of ", cTypeId(type), " */\n\n");
     forEachNamedNumber(type, genNamedNumber);
 }
 
@@ -76,28 +74,25 @@ bool needsPath(AsnType *father, AsnType *comp) {
         return ambiguousComps(definition).contains(getMetaCompId(comp));
     /* Structures in fields of a class have no definition around them: the first one is named. */
     const auto &defines = getBEModMetaRec(getModuleOfType(comp))->componentDefines;
-    Text name;
-    const auto known = defines.find(cComponentIndexMnemonic(name, nullptr, comp, nullptr));
+    const auto known = defines.find(cComponentIndexMnemonic(comp));
     return known != defines.end() && known->second != getTypeCompNbr(comp);
 }
 
 void genCompDefine(AsnType *father, AsnType *comp, int) {
-    Text line, name;
     /* #define a_Msg 0 */
     const bool withPath = needsPath(father, comp);
-    wToF(fiDef, cDefineForComponentIndex(line, comp, withPath));
+    const Text line = cDefineForComponentIndex(comp, withPath);
+    putF(fiDef, line);
     taviAddDefine(fiDef, line);
     if (!withPath && cDefinedAncestor(comp) == nullptr)
         getBEModMetaRec(getModuleOfType(comp))
-            ->componentDefines.try_emplace(cComponentIndexMnemonic(name, nullptr, comp, nullptr),
-                                           getTypeCompNbr(comp));
+            ->componentDefines.try_emplace(cComponentIndexMnemonic(comp), getTypeCompNbr(comp));
 }
 
 void genCompDefines(AsnType *type) {
     if (!isStructuredType(type) || getNrOfTypeComps(type) == 0)
         return;
-    Text id;
-    printfToF(fiDef, "\n/* components of %s */\n\n", cTypeId(id, nullptr, type, nullptr).c_str());
+    putF(fiDef, "\n/* components of ", cTypeId(type), " */\n\n");
     forEachTypeComp(type, genCompDefine);
 }
 
@@ -119,29 +114,24 @@ void genDefines(AsnType *type, Alternatives alternatives) {
 void genEntryTablePrefixDefine(AsnModule *module) {
     if (!needsTableMacros(module))
         return;
-    Text prefix;
-    printfToF(fiDef, "\n/* entries in %s */\n\n",
-              cModulePrefix(prefix, nullptr, module, "EntryDescr").c_str());
+    putF(fiDef, "\n/* entries in ", cModulePrefix(module), "EntryDescr */\n\n");
 }
 
 void genEntryTableElementDefine(AsnType *type, int index) {
     AsnModule *module = getModuleOfType(type);
     if (!needsTableMacros(module))
         return;
-    Text name;
     /* #define mMsg 0 */
-    printfToF(fiDef, "#define %s %d\n",
-              cModulePrefix(name, nullptr, module, getMetaTypeId(type)).c_str(), index);
+    const Text name = cModulePrefix(module) + getMetaTypeId(type);
+    putF(fiDef, "#define ", name, " ", index, "\n");
     taviAddItem(ITEM_DEFINE, fiDef, {name});
 }
 
 void genEntryTablePostfixDefine(AsnModule *module) {
     if (!needsTableMacros(module))
         return;
-    Text name;
     /* #define mEntryDescr_cnt 4 */
-    printfToF(fiDef, "#define %s %d\n",
-              cModulePrefix(name, nullptr, module, "EntryDescr_cnt").c_str(),
-              getNrOfEntryTypes(module));
+    const Text name = cModulePrefix(module) + "EntryDescr_cnt";
+    putF(fiDef, "#define ", name, " ", getNrOfEntryTypes(module), "\n");
     taviAddItem(g_taviModuleNode, ITEM_DEFINE, fiDef, {name});
 }

@@ -31,7 +31,7 @@ constexpr int LAST_NARROW_TAG = 30;
 
 void warningForExtendedConstraints(int file, AsnType *type, const char *what) {
     notYetSupported(type, formatText("Encoding of extended %s constraint", what).c_str());
-    printfToF(file, " /*?!?: Invalid encoding follows - extended %s constraint. */\n", what);
+    putF(file, " /*?!?: Invalid encoding follows - extended ", what, " constraint. */\n");
 }
 
 /* Tags around a value. What closes a tag stands before the value, the tag itself behind it. */
@@ -41,14 +41,14 @@ bool encodeUsingDefiniteLength(AsnType *type) {
 }
 
 void encEOC(int file, AsnType *type) {
-    wToF(file, encodeUsingDefiniteLength(type) ? "e_StoreEOC ();\n" : "e_EOC ();\n");
+    putF(file, encodeUsingDefiniteLength(type) ? "e_StoreEOC ();\n" : "e_EOC ();\n");
 }
 
 /* e_Tag8Len (TAG8(TAG_CTX8, TAG_STR8, 0)); */
 void encTagLen(int file, AsnType *type, const AsnTag *tag) {
-    printfToF(file, "e_Tag%s%sLen (", getTagNumber(tag) <= LAST_NARROW_TAG ? "8" : "",
-              encodeUsingDefiniteLength(type) ? "" : "Indef");
-    cTagToF(file, nullptr, tag, true, ");\n");
+    putF(file, "e_Tag", getTagNumber(tag) <= LAST_NARROW_TAG ? "8" : "",
+         encodeUsingDefiniteLength(type) ? "" : "Indef", "Len (");
+    putF(file, cTagStri(tag, true), ");\n");
 }
 
 void encOuterEOCs(int file, AsnType *type) {
@@ -101,20 +101,19 @@ void encKeptExtensions(AsnType *type, TypeFuncRun &run) {
     const int file = run.outFile;
     const bool isChoice = getTypeMainType(type) == TYP_CHOICE;
     const bool hasSwitch = isChoice && cIsControlMember(type);
-    Text text;
     if (hasSwitch) {
-        wToF(file, cHomeRef(text, "switch (", false, type, ".", "choice)"));
+        putF(file, "switch (", cHomeRef(type, HOME_MEMBER), "choice)");
         cOpenBrace(file);
     }
     cBeginTestExtensionmarker(file, type);
-    wToF(file, cRefExtensionmarker(text, "e_Extensionmarker (", type, ");\n"));
+    putF(file, "e_Extensionmarker (", cRefExtensionmarker(type), ");\n");
     if (cHasCompHomes(type))
         cFreeAsnExtensionmarker(file, type);
     cEndTestExtensionmarker(file, type);
     if (hasSwitch)
         cCloseBrace(file);
     else if (isChoice)
-        wToF(file, "else ");
+        putF(file, "else ");
 }
 
 void encStruPrefix(AsnType *type, TypeFuncRun &run) {
@@ -130,12 +129,12 @@ void encStruPostfix(AsnType *type, TypeFuncRun &run) {
     if (getTypeMainType(type) != TYP_CHOICE || !cIsControlMember(type) ||
         !isTypeExtensionmarkerComp(type) || testTypeOption(type, OPT_SAVE_EXTENSIONS))
         return;
-    wToF(run.outFile, "default:\n");
+    putF(run.outFile, "default:\n");
     ++fArr[run.outFile].indent;
     cOpenBrace(run.outFile);
     cReportError(run.outFile, "VALUE_FAIL");
     cCloseBrace(run.outFile);
-    wToF(run.outFile, "break;\n");
+    putF(run.outFile, "break;\n");
     --fArr[run.outFile].indent;
 }
 
@@ -143,14 +142,12 @@ void encStruPostfix(AsnType *type, TypeFuncRun &run) {
 
 /* e_uint8_8 (TAG8(TAG_UNI8, TAG_PRI8, 2), */
 void encName(int file, AsnType *type, bool constructed, const char *behindTag) {
-    Text text;
-    wToF(file, cBuiltinCodCFunc(text, "e_", type, " ("));
-    cInnermostTagToF(file, nullptr, type, constructed, behindTag);
+    putF(file, "e_", cBuiltinCodCFunc(type), " (");
+    cInnermostTagToF(file, type, constructed, behindTag);
 }
 
 void encRef(int file, AsnType *type, bool addressOf, const char *postfix) {
-    Text text;
-    wToF(file, cHome(text, " ", addressOf, type, nullptr, postfix));
+    putF(file, " ", cHome(type, addressOf ? HOME_ADDRESS : HOME_VALUE), postfix);
 }
 
 void encScalar(int file, AsnType *type, bool addressOf) {
@@ -178,9 +175,9 @@ void encReal(AsnType *type, TypeFuncRun &run) {
     encName(file, type, false, ",");
     encRef(file, type, false, ",");
     if (decimals == DECIMALS_BINARY)
-        wToF(file, " BIN_ENC, 0);\n");
+        putF(file, " BIN_ENC, 0);\n");
     else
-        printfToF(file, " NR2_ENC, %d) ;\n", decimals);
+        putF(file, " NR2_ENC, ", decimals, ") ;\n");
 }
 
 /* e_IA5String_8 (TAG8(TAG_CTX8, TAG_PRI8, 0), &home->name); */
@@ -190,9 +187,8 @@ void encString(AsnType *type, TypeFuncRun &run) {
         warningForExtendedConstraints(file, type, "string");
         return;
     }
-    Text text;
-    wToF(file, cBuiltinStringCodCFunc(text, "e_", type, " ("));
-    cInnermostTagToF(file, nullptr, type, false, ",");
+    putF(file, "e_", cBuiltinStringCodCFunc(type), " (");
+    cInnermostTagToF(file, type, false, ",");
     genFixedSize(file, type);
     encRef(file, type, true, ");\n");
 }
@@ -237,8 +233,8 @@ void encFrame(AsnType *type, TypeFuncRun &run) {
         return;
     }
     const bool goesAround = isAnyOrOpen(type) || getTypeMainType(type) == TYP_CHOICE;
-    printfToF(file, "e_Frame%s (", cTagFuncSuff(type));
-    cInnermostTagToF(file, nullptr, type, goesAround, ",");
+    putF(file, "e_Frame", cTagFuncSuff(type), " (");
+    cInnermostTagToF(file, type, goesAround, ",");
     encRef(file, type, true, ");\n");
 }
 
@@ -269,10 +265,10 @@ void encSkip(AsnType *type, TypeFuncRun &run) {
     bool narrow = true;
     int depth = 0;
     if (selectTagForSkipped(type, &tag, &depth)) {
-        cTagStri(tagText, nullptr, &tag, false, nullptr);
+        tagText = cTagStri(&tag, false);
         narrow = getTagNumber(&tag) <= LAST_NARROW_TAG;
     }
-    printfToF(run.outFile, "%s (%s);\n", narrow ? "e_NullType_8" : "e_NullType", tagText.c_str());
+    putF(run.outFile, narrow ? "e_NullType_8" : "e_NullType", " (", tagText, ");\n");
 }
 
 /* What stands where in an encoding function, in the order of its text. */

@@ -16,8 +16,7 @@ namespace {
 
 /* asn_a */
 void genVariable(AsnType *type) {
-    Text name;
-    putF(fiTab, cASN1VariableName(name, "asn_", type, nullptr));
+    putF(fiTab, "asn_", cASN1VariableName(type));
 }
 
 void genComponentVariables(AsnType *type) {
@@ -41,9 +40,9 @@ void forTypeBehindSynonym(AsnType *type, BaseTypeCall func) {
 
 } // namespace
 
-Text &entryParamName(Text &dst, AsnType *type, int index) {
-    cModulePrefix(dst, nullptr, getModuleOfType(type), "EntryParam");
-    return dst += std::to_string(getMetaAsnParamIndex(type, index));
+Text entryParamName(AsnType *type, int index) {
+    return concat(cModulePrefix(getModuleOfType(type)), "EntryParam",
+                  getMetaAsnParamIndex(type, index));
 }
 
 int nrOfEntryParams(AsnType *type) {
@@ -69,8 +68,7 @@ void genETabElemCompsContents(AsnType *type) {
 void genETabSeparateAsnParams(AsnType *type, int index) {
     if (!addMetaAsnParams(type, index))
         return;
-    Text name;
-    entryParamName(name, type, index);
+    const Text name = entryParamName(type, index);
     /* static const sint16 mEntryParam0 [] = { */
     putF(fiTab, "\nstatic const ", getLangType(VF_I16), " ", name, " [] = {\n");
     taviUseTypeNode(type);

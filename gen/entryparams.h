@@ -11,6 +11,6 @@ int nrOfEntryParams(AsnType *type);
 /* Their names, with ",\n" between them. */
 void genETabElemCompsContents(AsnType *type);
 /* The name of the list to which the entry's row refers: mEntryParam0. */
-Text &entryParamName(Text &dst, AsnType *type, int index);
+Text entryParamName(AsnType *type, int index);
 /* The list of them as a table of its own, unless an entry in front of this one has the same. */
 void genETabSeparateAsnParams(AsnType *type, int index);

@@ -37,13 +37,12 @@ void genETabPrefix(AsnModule *module) {
         resetMetaAsnParams(module);
         forEachEntryType(module, genETabSeparateAsnParams);
     }
-    Text table;
-    cModulePrefix(table, nullptr, module, "EntryDescr");
-    printfToF(fiTab, "\n%sENTRYDESCR %s [] = ", exported ? "" : "static ", table.c_str());
-    wToF(fiTab, "{\n");
+    const Text table = cModulePrefix(module) + "EntryDescr";
+    putF(fiTab, "\n", exported ? "" : "static ", "ENTRYDESCR ", table, " [] = ");
+    putF(fiTab, "{\n");
     ++fArr[fiTab].indent;
     if (exported)
-        printfToF(fiTabE, "\nextern ENTRYDESCR %s [];\n", table.c_str());
+        putF(fiTabE, "\nextern ENTRYDESCR ", table, " [];\n");
     taviAddItem(g_taviModuleNode, ITEM_VARIABLE, fiTab, {table, "[]"});
     if (exported)
         taviAddItem(g_taviModuleNode, ITEM_EXTERN, fiTabE, {table, "[]"});
@@ -53,33 +52,32 @@ void genETabPrefix(AsnModule *module) {
 /* #if ASN_TABN
    "Msg",
    #endif */
-void genNameColumn(AsnType *type, const char *reference) {
-    wDirectiveToF(fiTab, "#if ASN_TABN\n");
-    printfToF(fiTab, "\"%.*s\",\n", getGlobalOptions(getModuleOfType(type))->nameLen, reference);
-    wDirectiveToF(fiTab, "#endif\n");
+void genNameColumn(AsnType *type, const Text &reference) {
+    putDirective(fiTab, "#if ASN_TABN\n");
+    putF(fiTab, "\"", cCutName(reference, type), "\",\n");
+    putDirective(fiTab, "#endif\n");
 }
 
 void warnOfTaglessEntry(AsnType *type) {
     AsnModule *module = getModuleOfType(type);
     if (getMetaEntryTag(module) != ENTRYTAG_WARN)
         return;
-    Text prefix;
-    std::printf("WARNING: %s.asn: %s is a tagless entry type.\n",
-                cModulePrefix(prefix, nullptr, module, nullptr).c_str(), getMetaTypeId(type));
+    std::printf("WARNING: %s.asn: %s is a tagless entry type.\n", cModulePrefix(module).c_str(),
+                getMetaTypeId(type));
 }
 
 /* #if ASN_TABTAG
    TAG(TAG_UNI, TAG_PRI, 16),
    #endif */
 void genTagColumn(AsnType *type) {
-    wDirectiveToF(fiTab, "#if ASN_TABTAG\n");
+    putDirective(fiTab, "#if ASN_TABTAG\n");
     if (getNrOfTags(type) > 0) {
-        cOutermostTag32ToF(fiTab, nullptr, type, false, ",\n");
+        putF(fiTab, cOutermostTag32Stri(type, false), ",\n");
     } else {
-        wToF(fiTab, "TAG_CHOICE,\n");
+        putF(fiTab, "TAG_CHOICE,\n");
         warnOfTaglessEntry(type);
     }
-    wDirectiveToF(fiTab, "#endif\n");
+    putDirective(fiTab, "#endif\n");
 }
 
 /* Entry functions that "GENERATE=" leaves out are there only if the application has its own. */
@@ -94,11 +92,11 @@ void genFunctionColumn(AsnType *type, int file, int function, const TabFuncNames
                        const Text &namePart, const char *defaultPart) {
     if (file != 0 && isEntryTypeFunction(type, function) &&
         hasEntryFunctions(getModuleOfType(type), given, namePart))
-        printfToF(fiTab, "(ENTRYFUNC)%s%s", namePart.empty() ? defaultPart : namePart.c_str(),
-                  getMetaTypeId(type));
+        putF(fiTab, "(ENTRYFUNC)", namePart.empty() ? defaultPart : namePart.c_str(),
+             getMetaTypeId(type));
     else
-        wToF(fiTab, "NULL");
-    wToF(fiTab, ",\n");
+        putF(fiTab, "NULL");
+    putF(fiTab, ",\n");
 }
 
 /* {
@@ -107,19 +105,19 @@ void genFunctionColumn(AsnType *type, int file, int function, const TabFuncNames
    }, */
 void genAlternativeBlock(AsnType *type, const char *word, int count,
                          const std::array<std::uint8_t, MAX_ALTERNATIVES> &sets) {
-    wToF(fiTab, "{\n");
+    putF(fiTab, "{\n");
     ++fArr[fiTab].indent;
     for (int i = 0; i < count; ++i) {
         if (isInCategorySet(type, sets[static_cast<std::size_t>(i)]))
-            printfToF(fiTab, "(ENTRYFUNC)alt%s%d%s", word, i, getMetaTypeId(type));
+            putF(fiTab, "(ENTRYFUNC)alt", word, i, getMetaTypeId(type));
         else
-            wToF(fiTab, "NULL");
+            putF(fiTab, "NULL");
         if (i + 1 < count)
-            wToF(fiTab, ",");
-        wToF(fiTab, "\n");
+            putF(fiTab, ",");
+        putF(fiTab, "\n");
     }
     --fArr[fiTab].indent;
-    wToF(fiTab, "},\n");
+    putF(fiTab, "},\n");
 }
 
 void genAlternativeColumns(AsnType *type) {
@@ -127,10 +125,10 @@ void genAlternativeColumns(AsnType *type) {
     if (!needsAlternativeEncodings(module))
         return;
     const GlobalOptions *options = getGlobalOptions(module);
-    wDirectiveToF(fiTab, "#if ASN_ALT_TAB\n");
+    putDirective(fiTab, "#if ASN_ALT_TAB\n");
     genAlternativeBlock(type, "Enc", options->altMax, options->altEncF);
     genAlternativeBlock(type, "Dec", options->altMax, options->altDecF);
-    wDirectiveToF(fiTab, "#endif\n");
+    putDirective(fiTab, "#endif\n");
 }
 
 void genETabElemFunctions(AsnType *type) {
@@ -138,17 +136,17 @@ void genETabElemFunctions(AsnType *type) {
     const TabFuncNames &cod = meta->tabCodFunc;
     const TabFuncNames &tst = meta->tabTstFunc;
     if (!cod.first.empty() && !cod.second.empty())
-        wDirectiveToF(fiTab,
-                      "#if (ASNCODEC_MODULE == 1 || ASNPER_MODULE == 1 || ASNNER_MODULE == 1)\n");
+        putDirective(fiTab,
+                     "#if (ASNCODEC_MODULE == 1 || ASNPER_MODULE == 1 || ASNNER_MODULE == 1)\n");
     else
-        wDirectiveToF(fiTab, "#if ASNCODEC_MODULE\n");
+        putDirective(fiTab, "#if ASNCODEC_MODULE\n");
     genFunctionColumn(type, fiEnc, ENTRY_ENCODING, cod, cod.first, "enc");
     genFunctionColumn(type, fiDec, ENTRY_DECODING, cod, cod.second, "dec");
-    wDirectiveToF(fiTab, "#endif\n");
-    wDirectiveToF(fiTab, "#if ASNTST_MODULE\n");
+    putDirective(fiTab, "#endif\n");
+    putDirective(fiTab, "#if ASNTST_MODULE\n");
     genFunctionColumn(type, fiAsk, ENTRY_ASKING, tst, tst.first, "ask");
     genFunctionColumn(type, fiPri, ENTRY_PRINTING, tst, tst.second, "pri");
-    wDirectiveToF(fiTab, "#endif\n");
+    putDirective(fiTab, "#endif\n");
     genAlternativeColumns(type);
 }
 
@@ -157,25 +155,24 @@ void genETabElemFunctions(AsnType *type) {
 void genETabElemContents(AsnType *type, int index) {
     AsnModule *module = getModuleOfType(type);
     if (!isMorlaApplication(module)) {
-        printfToF(fiTab, "sizeof (%s)", getMetaTypeName(type).c_str());
+        putF(fiTab, "sizeof (", getMetaTypeName(type), ")");
         return;
     }
     const int comps = nrOfEntryParams(type);
     if (!getBEModMetaRec(module)->tabMorlaParam) {
-        printfToF(fiTab, "%d", comps);
+        putF(fiTab, comps);
         return;
     }
-    printfToF(fiTab, "%d,\n", comps);
+    putF(fiTab, comps, ",\n");
     if (getGlobalOptions(module)->tabO != 0) {
-        Text name;
-        wToF(fiTab, entryParamName(name, type, index));
+        putF(fiTab, entryParamName(type, index));
         return;
     }
-    wToF(fiTab, "{\n");
+    putF(fiTab, "{\n");
     ++fArr[fiTab].indent;
     genETabElemCompsContents(type);
     --fArr[fiTab].indent;
-    wToF(fiTab, "\n}");
+    putF(fiTab, "\n}");
 }
 
 /* ,
@@ -186,23 +183,22 @@ void genTableReference(AsnType *type) {
     const Text &reference = getGlobalOptions(getModuleOfType(type))->tabRef;
     if (reference.empty())
         return;
-    wToF(fiTab, ",\n");
-    wDirectiveToF(fiTab, "#if ASN_TABREF\n");
-    printfToF(fiTab, "%sTab%s\n", reference.c_str(), getMetaTypeId(type));
-    wDirectiveToF(fiTab, "#endif");
+    putF(fiTab, ",\n");
+    putDirective(fiTab, "#if ASN_TABREF\n");
+    putF(fiTab, reference, "Tab", getMetaTypeId(type), "\n");
+    putDirective(fiTab, "#endif");
 }
 
 void genETabElement(AsnType *type, int index) {
     const Text reference = convertUnderscores(getTypeRef(type));
     taviUseTypeNode(type);
     if (index != 0)
-        wToF(fiTab, ",\n\n");
-    printfToF(fiTab, "/* %.*s %d */\n", getGlobalOptions(getModuleOfType(type))->nameLen,
-              reference.c_str(), index);
+        putF(fiTab, ",\n\n");
+    putF(fiTab, "/* ", cCutName(reference, type), " ", index, " */\n");
     taviAddItem(ITEM_TABLE_ITEM, fiTab, {reference});
-    wToF(fiTab, "{\n");
+    putF(fiTab, "{\n");
     ++fArr[fiTab].indent;
-    genNameColumn(type, reference.c_str());
+    genNameColumn(type, reference);
     putF(fiTab, getTypeMainTypeStri(type), ",\n");
     genTagColumn(type);
     genETabElemFunctions(type);
@@ -210,12 +206,12 @@ void genETabElement(AsnType *type, int index) {
     genTableReference(type);
     genEntryTableElementDefine(type, index);
     --fArr[fiTab].indent;
-    wToF(fiTab, "\n}");
+    putF(fiTab, "\n}");
 }
 
 void genETabPostfix(AsnModule *module) {
     --fArr[fiTab].indent;
-    wToF(fiTab, "\n};\n");
+    putF(fiTab, "\n};\n");
     genTableAccessFunction(module, "ENTRYDESCR", "EntryDescr", getNrOfEntryTypes(module),
                            g_taviModuleNode);
     genEntryTablePostfixDefine(module);
@@ -248,25 +244,23 @@ void genTableAccessFunction(AsnModule *module, const char *elementType, const ch
                             int count, BrowserNode *browserParent) {
     if (!needsTableAccessFuncs(module))
         return;
-    Text name;
-    cModulePrefix(name, nullptr, module, tableName);
+    const Text name = concat(cModulePrefix(module), tableName);
     Text indexType = orEmpty(getLangType(cTableAccessFunctionIndexVF(module, count)));
     indexType += ' ';
     const bool ansi = getGlobalOptions(module)->ansiC != 0;
     /* extern ENTRYDESCR* asnmEntryDescr (uint8 index); */
-    printfToF(fiTabE, "\nextern %s* asn%s (%s%sindex%s);\n", elementType, name.c_str(),
-              ansi ? "" : "/* ", indexType.c_str(), ansi ? "" : " */");
+    putF(fiTabE, "\nextern ", elementType, "* asn", name, " (", ansi ? "" : "/* ", indexType,
+         "index", ansi ? "" : " */", ");\n");
     /* ENTRYDESCR* asnmEntryDescr (uint8 index) */
-    printfToF(fiTab, "\n%s* asn%s (%sindex)\n", elementType, name.c_str(),
-              ansi ? indexType.c_str() : "");
+    putF(fiTab, "\n", elementType, "* asn", name, " (", ansi ? indexType.c_str() : "", "index)\n");
     taviAddItem(browserParent, ITEM_EXTERN, fiTabE, {"asn", name, "()"});
     taviAddItem(browserParent, ITEM_FUNCTION, fiTab, {"asn", name, "()"});
     if (!ansi) {
         ++fArr[fiTab].indent;
-        printfToF(fiTab, "%sindex;\n", indexType.c_str());
+        putF(fiTab, indexType, "index;\n");
         --fArr[fiTab].indent;
     }
-    wToF(fiTab, "{\n");
-    printfToF(fiTab, "return (index < %d ? %s + index : NULL);\n", count, name.c_str());
-    wToF(fiTab, "}\n");
+    putF(fiTab, "{\n");
+    putF(fiTab, "return (index < ", count, " ? ", name, " + index : NULL);\n");
+    putF(fiTab, "}\n");
 }

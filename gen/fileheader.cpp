@@ -18,9 +18,7 @@ struct CommentLines {
     const char *suffix;
 
     /* In one piece, which the output layer doesn't break. */
-    void add(const Text &line) const {
-        wToF(slot, orEmpty(prefix) + line + orEmpty(suffix) + "\n");
-    }
+    void add(const Text &line) const { putF(slot, prefix, line, suffix, "\n"); }
 };
 
 const char *nullIfEmpty(const char *text) {
@@ -29,9 +27,7 @@ const char *nullIfEmpty(const char *text) {
 
 /* "VELMO 1.07 on 22.11.2026 at 9:05.00", where the name is in the call that comes before. */
 Text versionAndTime(int version, int patchLevel, const TimeStamp &stamp) {
-    Text time;
-    Text text = printVersionStri(version, patchLevel) + " ";
-    return text += printTimeStamp(time, "", stamp, "");
+    return printVersionStri(version, patchLevel) + " " + printTimeStamp(stamp);
 }
 
 void writeInfo(const CommentLines &lines, const Text &info) {
@@ -55,8 +51,8 @@ void printFileHeader(int slot, const char *start, const char *end, const char *l
         return;
     const ModRec *modRec = module->modRec;
     CommentLines lines = {slot, nullIfEmpty(linePrefix), nullIfEmpty(lineSuffix)};
-    wToF(slot, nullIfEmpty(start));
-    wToF(slot, "\n");
+    putF(slot, nullIfEmpty(start));
+    putF(slot, "\n");
     if (!backendName.empty())
         lines.add("Processed by " + backendName + " " +
                   versionAndTime(backendVersion, backendPatchLevel, timeStamp));
@@ -65,15 +61,13 @@ void printFileHeader(int slot, const char *start, const char *end, const char *l
     lines.add("ASN.1 module = " + modRec->moduleName);
     lines.add("FILE = " + modRec->filePrefix + fArr[slot].suffix);
     writeInfo(lines, getGlobalOptions(module)->info);
-    wToF(slot, nullIfEmpty(end));
-    wToF(slot, "\n");
+    putF(slot, nullIfEmpty(end));
+    putF(slot, "\n");
 }
 
-Text &printTimeStamp(Text &dst, const char *prefix, const TimeStamp &stamp, const char *suffix) {
-    long date = stamp.date;
-    long time = stamp.time;
-    dst = formatText("%son %02ld.%02ld.%ld at %ld:%02ld.%02ld%s", orEmpty(prefix), date % 100,
-                     date / 100 % 100, date / 10000, time / 10000, time / 100 % 100, time % 100,
-                     orEmpty(suffix));
-    return dst;
+Text printTimeStamp(const TimeStamp &stamp) {
+    const int date = stamp.date;
+    const int time = stamp.time;
+    return formatText("on %02d.%02d.%d at %d:%02d.%02d", date % 100, date / 100 % 100, date / 10000,
+                      time / 10000, time / 100 % 100, time % 100);
 }

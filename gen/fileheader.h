@@ -13,5 +13,5 @@ void openF(int slot, AsnModule *module);
 void printFileHeader(int slot, const char *start, const char *end, const char *linePrefix,
                      const char *lineSuffix, AsnModule *module);
 
-/* `dst` becomes "on 22.11.2026 at 9:05.00" between `prefix` and `suffix`. */
-Text &printTimeStamp(Text &dst, const char *prefix, const TimeStamp &stamp, const char *suffix);
+/* "on 22.11.2026 at 9:05.00" */
+Text printTimeStamp(const TimeStamp &stamp);

@@ -63,12 +63,10 @@ bool isCodingCategory(int category) {
 }
 
 void writeGuardStart(int file) {
-    Text line;
-    endlToF(file);
-    defineGuardOfF(line, "#ifndef ", file, "\n");
-    wToF(file, line);
-    defineGuardOfF(line, "#define ", file, "\n");
-    wToF(file, line);
+    const Text guard = defineGuardOfF(file);
+    putF(file, "\n");
+    putF(file, "#ifndef ", guard, "\n");
+    putF(file, "#define ", guard, "\n");
 }
 
 /* Creates a file with its header comment and guard. */
@@ -93,11 +91,11 @@ void openFile(int file, AsnModule *module, int kind, int category) {
 
 /* What declares functions and tables says that they are C, for programs in C++. */
 void writeLinkageStart(int file) {
-    wToF(file, "\n#ifdef __cplusplus\nextern \"C\" {\n#endif\n");
+    putF(file, "\n#ifdef __cplusplus\nextern \"C\" {\n#endif\n");
 }
 
 void writeLinkageEnd(int file) {
-    wToF(file, "\n#ifdef __cplusplus\n}\n#endif\n");
+    putF(file, "\n#ifdef __cplusplus\n}\n#endif\n");
 }
 
 /* Ends a file, unless the other one of its pair was the same. */
@@ -107,12 +105,10 @@ void closeFile(int *file, int kind) {
         if (kind == FILE_EXT)
             writeLinkageEnd(*file);
         if (kind != FILE_C) {
-            Text guard;
-            defineGuardOfF(guard, nullptr, *file, nullptr);
-            endlToF(*file);
-            wToF(*file, "#endif /*");
-            wToF(*file, guard);
-            wToF(*file, "*/\n");
+            putF(*file, "\n");
+            putF(*file, "#endif /*");
+            putF(*file, defineGuardOfF(*file));
+            putF(*file, "*/\n");
         }
         closeF(*file);
     }
@@ -123,12 +119,12 @@ void closeFile(int *file, int kind) {
 
 void includeBrunSpecificFiles(int file, AsnModule *module) {
     if (getBEModMetaRec(module)->brunIncludeHook)
-        wToF(file, "\n#include <brunhook.h>\n");
+        putF(file, "\n#include <brunhook.h>\n");
 }
 
 void generateBrunSpecificModuleId(int file, AsnModule *module) {
     if (getBEModMetaRec(module)->brunModuleId)
-        wToF(file, "\nMID(%MID%);\n");
+        putF(file, "\nMID(%MID%);\n");
 }
 
 /* --- includes of what the module imports --- */
@@ -333,16 +329,11 @@ void closeLogFile(AsnModule *module) {
 
 } // namespace
 
-Text &constructFileName(Text &dst, const char *prefix, AsnModule *module, int category, int kind,
-                        const char *postfix) {
-    dst.clear();
+Text constructFileName(AsnModule *module, int category, int kind) {
     bool isGenerated = getGenerationOption(module, category) != GEN_NONE;
     if (!isGenerated && !(category == CAT_TAB_EXT && isMorlaApplication(module)))
-        return dst;
-    dst = concat(prefix, getModulePrefix(module), categoryWord(module, category));
-    dst += fileSuff[kind];
-    dst += orEmpty(postfix);
-    return dst;
+        return "";
+    return concat(getModulePrefix(module), categoryWord(module, category), fileSuff[kind]);
 }
 
 /* #ifndef ASNTYP_TYP
@@ -351,17 +342,14 @@ Text &constructFileName(Text &dst, const char *prefix, AsnModule *module, int ca
 void includeRtsFile(int file, const char *name) {
     if (file == 0 || name == nullptr || *name == '\0')
         return;
-    Text line;
-    endlToF(file);
-    defineGuardForFile(line, "#ifndef ", name, "\n");
-    wToF(file, line);
-    printfToF(file, "#include \"%s\"\n", name);
-    wToF(file, "#endif\n");
+    putF(file, "\n");
+    putF(file, "#ifndef ", defineGuardForFile(name), "\n");
+    putF(file, "#include \"", name, "\"\n");
+    putF(file, "#endif\n");
 }
 
 void includeGeneratedFile(int file, AsnModule *module, int category, int kind) {
-    Text name;
-    includeRtsFile(file, constructFileName(name, nullptr, module, category, kind, nullptr).c_str());
+    includeRtsFile(file, constructFileName(module, category, kind).c_str());
 }
 
 void includeExternalGeneratedFile(int file, AsnModule *module, const char *name) {
@@ -429,11 +417,7 @@ void generateLogFile(AsnModule *module) {
     if (logFile == nullptr)
         return;
     Text line = getModulePrefix(module) + ".stx:";
-    forEachOpenFile([&](int slot) {
-        Text name;
-        nameOfF(name, " ", slot, nullptr);
-        line += name;
-    });
+    forEachOpenFile([&](int slot) { line += " " + nameOfF(slot); });
     line += '\n';
     if (std::fputs(line.c_str(), logFile) == EOF)
         fatalError(FATAL_WRITE, getMetaLogFile(module));

@@ -29,8 +29,7 @@ void generateLogFile(AsnModule *module);
 
 /* The name under which a generated file is included: generation prefix, category word and suffix.
    Empty if the module doesn't generate the category. */
-Text &constructFileName(Text &dst, const char *prefix, AsnModule *module, int category, int kind,
-                        const char *postfix);
+Text constructFileName(AsnModule *module, int category, int kind);
 /* Writes an include, tested against the guard of the included file; nothing for an empty name. */
 void includeRtsFile(int file, const char *name);
 /* The same for a generated file of a module, if there is one, and for a file that is named by the

@@ -1,11 +1,11 @@
 #include "gen/nameddefs.h"
 
-#include <algorithm>
-
 #include "base/files.h"
+#include "cbet/constants.h"
 #include "cbet/foreignfuncs.h"
-#include "cbet/functions.h"
 #include "cbet/forms.h"
+#include "cbet/functions.h"
+#include "cbet/names.h"
 #include "cbet/typefuncinfo.h"
 #include "model/modules.h"
 #include "model/typenames.h"
@@ -17,17 +17,15 @@
 namespace {
 
 /* setNamedDef (ASNG_F(asntstg) "red", 1L); */
-void callSetNamedDef(TypeFuncRun &run, const char *name, sint64 value) {
+void callSetNamedDef(TypeFuncRun &run, const Text &name, sint64 value) {
     /* C has no constant for the least number. */
     const Text number = i64ismin(value) ? "MIN_LONG" : i64tostr(value) + "L";
     putF(run.outFile, "setNamedDef (ASNG_F(asntstg) ", name, ", ", number, ");\n");
 }
 
 void setNamedDef(AsnType *type, AsnValue *value, TypeFuncRun &run) {
-    const Text name = convertUnderscores(getValueRef(value));
-    const Text quoted =
-        concat("\"", name.substr(0, getGlobalOptions(getModuleOfType(type))->nameLen), "\"");
-    callSetNamedDef(run, quoted.c_str(), int64Value(value));
+    const Text name = cCutName(convertUnderscores(getValueRef(value)), type);
+    callSetNamedDef(run, "\"" + name + "\"", int64Value(value));
 }
 
 } // namespace
@@ -78,33 +76,27 @@ void genNamedDefCalls(AsnType *type, TypeFuncRun &run) {
         tstInitTypeWithNamedNumbers(type, run);
 }
 
-void tstCompId(int file, const char *prefix, AsnType *type, const char *suffix) {
+Text tstCompId(AsnType *type) {
     Text name;
     if (isComponentType(type))
         name = getTypeCompRef(type);
     else if (!isElemType(type))
         name = getTypeRef(type);
-    if (name.empty()) {
-        putF(file, prefix, "NULL", suffix);
-        return;
-    }
-    name.resize(
-        std::min<std::size_t>(name.size(), getGlobalOptions(getModuleOfType(type))->nameLen));
-    putF(file, prefix, "\"", convertUnderscores(name), "\"", suffix);
+    return name.empty() ? "NULL" : "\"" + cCutName(convertUnderscores(name), type) + "\"";
 }
 
 void printIntEndpoint(int file, const char *prefix, int valueForm, sint64 value,
                       const char *suffix) {
     if (valueForm == VF_I64 || valueForm == VF_UI64) {
-        int64AsSint64ToF(file, prefix, value, suffix);
+        putF(file, prefix);
+        putF(file, cSint64(value));
+        putF(file, suffix);
     } else if (i64ismax(value)) {
         putF(file, prefix, "MAXLONG", suffix);
     } else if (i64ismin(value)) {
         putF(file, prefix, "MINLONG", suffix);
-    } else if (valueForm == VF_UI32 && i64cmpl(value, 0x7FFFFFFF) > 0) {
-        Text unsignedSuffix = "UL";
-        putF(file, prefix, i64tostr(value), (unsignedSuffix += orEmpty(suffix)));
     } else {
-        putF(file, prefix, i64tostr(value), suffix);
+        const bool isLarge = valueForm == VF_UI32 && i64cmpl(value, 0x7FFFFFFF) > 0;
+        putF(file, prefix, i64tostr(value), isLarge ? "UL" : "", suffix);
     }
 }

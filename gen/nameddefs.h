@@ -22,7 +22,7 @@ void genNamedDefCalls(AsnType *type, TypeFuncRun &run);
 
 /* The name under which a value is asked for or printed, as a C string: "\"name\"", or "NULL" for an
    element and for a type without a name. */
-void tstCompId(int file, const char *prefix, AsnType *type, const char *suffix);
+Text tstCompId(AsnType *type);
 
 /* One bound of a range in a call: "255", "MAXLONG", "4294967295UL", "i64make (...)". `valueForm` is
    that of the C type that takes it. */

@@ -80,8 +80,7 @@ void genObjectCompmask(AsnObject *object) {
 
 /* &mEntryDescr [0] / * Msg * / */
 void genEntryTypeReference(AsnType *type, int entryIndex) {
-    Text prefix;
-    cModulePrefix(prefix, nullptr, getModuleOfType(type), nullptr);
+    const Text prefix = cModulePrefix(getModuleOfType(type));
     putF(fiTab, "&", prefix, "EntryDescr [", entryIndex, "] /* ", getMetaTypeId(type), " */");
 }
 
@@ -206,14 +205,13 @@ void genPredefinedFields(AsnObject *object) {
 void declareArray(AsnModule *module, AsnObjClass *objClass, int count) {
     const bool exported = isExported(module);
     const int file = exported ? fiTabE : fiTab;
-    Text prefix;
-    cModulePrefix(prefix, nullptr, module, nullptr);
+    const Text prefix = cModulePrefix(module);
     putF(file, "\n");
     putF(file, exported ? "extern " : "ASN_DECL ");
     const char *classId = tableClassId(objClass);
     putF(file, cLoneName(classId, module));
     putF(file, " ", prefix, classId, " [",
-         exported ? "" : formatText("ASN_DECL_SIZE (%d)", count).c_str(), "];\n");
+         exported ? Text() : concat("ASN_DECL_SIZE (", count, ")"), "];\n");
     taviUseClassNode(objClass);
     taviAddItem(exported ? ITEM_EXTERN : ITEM_VARIABLE, file, {prefix, classId, "[]"});
 }
@@ -222,8 +220,7 @@ void declareArray(AsnModule *module, AsnObjClass *objClass, int count) {
 void genObjectTablePrefix(AsnModule *module, AsnObjClass *objClass, bool skipped) {
     if (skipped || isInNoObjectInstanceList(objClass))
         return;
-    Text prefix;
-    cModulePrefix(prefix, nullptr, module, nullptr);
+    const Text prefix = cModulePrefix(module);
     const char *classId = tableClassId(objClass);
     putF(fiTab, "\n", isExported(module) ? "" : "static ", cLoneName(classId, module), " ", prefix,
          classId, " [] = {\n");
@@ -297,9 +294,7 @@ void genObjectTables(AsnModule *module) {
 }
 
 void warnAtTableLine(const char *text) {
-    Text file;
-    nameOfF(file, nullptr, fiTab, nullptr);
-    std::printf("WARNING: %s:%lu: %s\n", file.c_str(),
+    std::printf("WARNING: %s:%lu: %s\n", nameOfF(fiTab).c_str(),
                 static_cast<unsigned long>(linesInF(fiTab)) + 1, text);
 }
 
@@ -321,8 +316,7 @@ void genObjObjectElement(AsnObject *object, const Text &pointed) {
         warnAtTableLine("Object without a row.");
         return;
     }
-    Text prefix;
-    cModulePrefix(prefix, nullptr, module, nullptr);
+    const Text prefix = cModulePrefix(module);
     const char *table = getMetaObjectTableId(object);
     if (cLoneName(table, module) != pointed && !isPredefinedObjClass(getObjClassOfObject(object)))
         putF(fiTab, "(", pointed, "*)");

@@ -2,11 +2,12 @@
 
 #include "base/files.h"
 #include "cbet/builtin.h"
+#include "cbet/builtintypes.h"
 #include "cbet/engine.h"
 #include "cbet/extensions.h"
+#include "cbet/forms.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
-#include "cbet/forms.h"
 #include "gen/fileset.h"
 #include "gen/leaves.h"
 #include "gen/nameddefs.h"
@@ -31,30 +32,28 @@ void priBegComp(AsnType *type, TypeFuncRun &run) {
     if (!hasBracket(type))
         return;
     const int file = run.outFile;
-    wToF(file, "pri_BegComp (");
-    tstCompId(file, nullptr, type, nullptr);
-    wToF(file, ", ");
+    putF(file, "pri_BegComp (");
+    putF(file, tstCompId(type));
+    putF(file, ", ");
     putF(file, getTypeCompStatusStri(type));
     putF(file, ", ", getTypeMainTypeStri(type), ");\n");
 }
 
 void priEndComp(AsnType *type, TypeFuncRun &run) {
     if (hasBracket(type))
-        wToF(run.outFile, "pri_EndComp ();\n");
+        putF(run.outFile, "pri_EndComp ();\n");
 }
 
 /* p_uint8 ("id" */
 void priName(int file, AsnType *type) {
-    Text text;
-    tstCompId(file, cBuiltinCFunc(text, "p_", type, " (").c_str(), type, nullptr);
+    putF(file, "p_", cBuiltinName(type), " (", tstCompId(type));
 }
 
 /* p_uint8 ("id", home->id); */
 void priScalar(int file, AsnType *type, bool addressOf) {
-    Text text;
     priName(file, type);
-    wToF(file, ",");
-    wToF(file, cHome(text, " ", addressOf, type, nullptr, ");\n"));
+    putF(file, ",");
+    putF(file, " ", cHome(type, addressOf ? HOME_ADDRESS : HOME_VALUE), ");\n");
 }
 
 void priByValue(AsnType *type, TypeFuncRun &run) {
@@ -72,16 +71,15 @@ void priNumber(AsnType *type, TypeFuncRun &run) {
 /* p_IA5String ("name", &home->name); */
 void priString(AsnType *type, TypeFuncRun &run) {
     const int file = run.outFile;
-    Text text;
-    tstCompId(file, cBuiltinStringTstCFunc(text, "p_", type, " (").c_str(), type, nullptr);
-    wToF(file, ",");
+    putF(file, "p_", cBuiltinStringTstCFunc(type), " (", tstCompId(type));
+    putF(file, ",");
     genFixedSize(file, type);
-    wToF(file, cHome(text, " ", true, type, nullptr, ");\n"));
+    putF(file, " ", cHome(type, HOME_ADDRESS), ");\n");
 }
 
 void priNull(AsnType *type, TypeFuncRun &run) {
     priName(run.outFile, type);
-    wToF(run.outFile, ");\n");
+    putF(run.outFile, ");\n");
 }
 
 constexpr LeafCalls leafCalls = {
@@ -100,9 +98,8 @@ constexpr LeafCalls leafCalls = {
 
 void priLeaf(AsnType *type, TypeFuncRun &run) {
     if (isTypeExtensionmarker(type)) {
-        Text text;
-        wToF(run.outFile,
-             cRefExtensionmarker(text, "p_Extensionmarker (", getFatherOfTypeComp(type), ");\n"));
+        putF(run.outFile, "p_Extensionmarker (", cRefExtensionmarker(getFatherOfTypeComp(type)),
+             ");\n");
         return;
     }
     genNamedDefCalls(type, run);
@@ -116,15 +113,14 @@ void priFrame(AsnType *type, TypeFuncRun &run) {
         genOpenFrame(file, "p_Frame_0 (", type);
         return;
     }
-    Text text;
-    wToF(file, "p_Frame (");
-    wToF(file, cHome(text, nullptr, true, type, nullptr, nullptr));
-    wToF(file, ", ");
+    putF(file, "p_Frame (");
+    putF(file, cHome(type, HOME_ADDRESS));
+    putF(file, ", ");
     putF(file, getTypeMainTypeStri(type), ");\n");
 }
 
 void priSkip(AsnType *type, TypeFuncRun &run) {
-    tstCompId(run.outFile, "p_NullType (", type, ");\n");
+    putF(run.outFile, "p_NullType (", tstCompId(type), ");\n");
 }
 
 /* What stands where in a printing function, in the order of its text. */

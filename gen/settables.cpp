@@ -41,8 +41,7 @@ int nrOfObjectsInField(AsnFieldValue *value) {
 
 /* mValueSet0 */
 Text tableName(AsnFieldValue *value, const char *word, int number) {
-    Text name;
-    cModulePrefix(name, nullptr, moduleOf(value), word);
+    Text name = concat(cModulePrefix(moduleOf(value)), word);
     return name += std::to_string(number);
 }
 
@@ -204,8 +203,7 @@ void genObjectSetTable(AsnObjectSet *objectSet, int) {
     AsnObjClass *governor = getObjClassOfObjectSet(objectSet);
     if (testObjClassOption(governor, OPT_SKIPPED))
         return;
-    Text prefix;
-    cModulePrefix(prefix, nullptr, getModuleOfObjectSet(objectSet), nullptr);
+    const Text prefix = cModulePrefix(getModuleOfObjectSet(objectSet));
     const Text table = concat(prefix, getDefObjectSetId(objectSet));
     const Text pointed = getMetaClassName(governor);
     const Text declarator = pointed + "* const " + table;

@@ -282,8 +282,7 @@ void genSetElementValue(AsnValue *value) {
     auto genChosen = [&](AsnValue *, AsnType *comp, int compNbr, AsnValue *present, int) {
         if (present == nullptr || !isSimpleComp(comp, &depth))
             return;
-        Text member;
-        putF(fiTab, "{ ", compNbr, ", { .", cMemberName(member, nullptr, comp, nullptr), " = ");
+        putF(fiTab, "{ ", compNbr, ", { .", cMemberName(comp), " = ");
         genFixedTypeValueFieldValue(present);
         putF(fiTab, " } }");
         written = true;

@@ -33,10 +33,9 @@ BETypMetaRec *takeMetaRec() {
 }
 
 BETypeInfo makeTypeInfo(AsnType *type) {
-    Text name;
     BETypeInfo info;
-    info.typeId = allocateUniqStri(cTypeId(name, "", type, ""));
-    info.baseTypeId = allocateUniqStri(cBaseTypeId(name, "", type, ""));
+    info.typeId = allocateUniqStri(cTypeId(type));
+    info.baseTypeId = allocateUniqStri(cBaseTypeId(type));
     info.homeTypeId = homeTypeId(type);
     return info;
 }

@@ -57,22 +57,21 @@ void warnOfUnknownLeaf(AsnType *type) {
 /* "argument_OPERATION": the component's name, or the field's for its own type, and the
    class. An element has no name of its own and keeps its place in the field. */
 Text fieldStructName(AsnType *type, ShapePlace &place) {
-    Text whole, name;
+    Text name;
     if (getFatherOfTypeComp(type) == nullptr)
         name = getObjClassFieldId(place.field);
     else
         name = getMetaCompId(type);
     if (name.empty())
-        return cTypeId(whole, nullptr, type, nullptr);
-    whole = concat((name + "_"), getDefObjClassId(place.objClass));
+        return cTypeId(type);
+    Text whole = name + "_" + getDefObjClassId(place.objClass);
     if (place.fieldStructs->insert(whole).second)
         return whole;
     /* Another field has a structure of this name, maybe of the same type. */
     const Text field = getObjClassFieldId(place.field);
-    whole = concat((name + "_" + field + "_"), getDefObjClassId(place.objClass));
+    whole = name + "_" + field + "_" + getDefObjClassId(place.objClass);
     for (int nr = 2; !place.fieldStructs->insert(whole).second; ++nr) {
-        const Text numbered = name + std::to_string(nr) + "_" + field + "_";
-        whole = concat(numbered, getDefObjClassId(place.objClass));
+        whole = concat(name, nr, "_", field, "_", getDefObjClassId(place.objClass));
     }
     return whole;
 }
@@ -153,14 +152,12 @@ void genNonLeafType(AsnType *type, ShapePlace &place) {
 
 /* "* val.stru;": the member of an ASNHOME, in a comment. */
 void genHomeMember(AsnType *son) {
-    Text text;
     if (cIsPtrAsnHomeMember(son))
         putF(fiTyp, "*");
-    putF(fiTyp, cAsnHomeMember(text, " val.", son, ";\n"));
+    putF(fiTyp, " val.", getAsnhomeMember(son), ";\n");
 }
 
 void genMemberType(AsnType *father, AsnType *son, ShapePlace &place) {
-    Text text;
     if (cIsLinkedList(father)) {
         putF(fiTyp, getMetaBaseTypeId(son));
     } else if (testTypeOption(son, OPT_HOME)) {
@@ -173,7 +170,7 @@ void genMemberType(AsnType *father, AsnType *son, ShapePlace &place) {
     } else if (getTypeMainType(son) == TYP_OPEN) {
         putF(fiTyp, cIsFrameType(son) ? "FRAME_PTR " : "ANY ");
     } else if (cIsDefinedBaseType(son)) {
-        putF(fiTyp, cTypeIdForTypeCompDef(text, nullptr, son, nullptr));
+        putF(fiTyp, cTypeIdForTypeCompDef(son));
     } else if (isTypeExtensionmarker(son)) {
         putF(fiTyp, getMetaBaseTypeId(son));
     } else if (isLeafType(son)) {
@@ -225,10 +222,8 @@ void genTypedefContents(AsnType *type, ShapePlace place) {
 }
 
 void genControlMember(AsnType *type) {
-    if (cHasControlMember(type)) {
-        Text text;
-        putF(fiTyp, getControlMemberDef(text, type));
-    }
+    if (cHasControlMember(type))
+        putF(fiTyp, getControlMemberDef(type));
     if (const int form = cIgnoredCountVF(type); form != VF_NONE)
         putF(fiTyp, getLangType(form), " nIgnored;\n");
 }

@@ -2,6 +2,7 @@
 
 #include "base/files.h"
 #include "cbet/builtin.h"
+#include "cbet/builtintypes.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/reports.h"
@@ -21,7 +22,7 @@ bool isAnyOrOpen(AsnType *type) {
 void genNoText(AsnType *, TypeFuncRun &) {}
 
 void genAnyFunction(AsnType *type, TypeFuncRun &run, const char *prefix) {
-    endlToF(run.extFile);
+    putF(run.extFile, "\n");
     cAnyFunctionProto(run.extFile, prefix, run.info.gIndex, type);
     bool called = false;
     auto callWithClassifier = [&called, &run, prefix](AsnType *, AsnType *classifier,
@@ -38,43 +39,38 @@ void genAnyFunction(AsnType *type, TypeFuncRun &run, const char *prefix) {
 
 /* a_Frame_0 (&home->x); */
 void genOpenFrame(int file, const char *call, AsnType *type) {
-    Text text;
-    wToF(file, call);
-    wToF(file, cHome(text, nullptr, true, type, nullptr, ");\n"));
+    putF(file, call);
+    putF(file, cHome(type, HOME_ADDRESS), ");\n");
 }
 
 /* d_Frame (&home->x, TYP_INTEGER); */
 void genTypedFrame(int file, const char *call, AsnType *type) {
-    Text text;
-    wToF(file, call);
-    wToF(file, cHome(text, nullptr, true, type, nullptr, ","));
+    putF(file, call);
+    putF(file, cHome(type, HOME_ADDRESS), ",");
     putF(file, " ", getTypeMainTypeStri(type), ");\n");
 }
 
 void genFillCall(int file, const char *prefix, AsnType *type, const char *postfix) {
-    Text text;
-    wToF(file, cBuiltinCFunc(text, prefix, type, " ("));
-    wToF(file, cHome(text, nullptr, true, type, nullptr, postfix));
+    putF(file, prefix, cBuiltinName(type), " (");
+    putF(file, cHome(type, HOME_ADDRESS), postfix);
 }
 
 void genNullCall(int file, const char *prefix, AsnType *type) {
-    Text text;
-    wToF(file, cBuiltinCFunc(text, prefix, type, " ("));
-    wToF(file, ");\n");
+    putF(file, prefix, cBuiltinName(type), " (");
+    putF(file, ");\n");
 }
 
 void genFillString(int file, const char *prefix, AsnType *type, bool unbounded) {
     sint64 low, high, alloc;
     getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
-    Text text;
-    wToF(file, cBuiltinStringCFunc(text, prefix, type, " ("));
-    wToF(file, cHome(text, nullptr, true, type, nullptr, ","));
-    printfToF(file, " %s,", i64tostr(low).c_str());
+    putF(file, prefix, cBuiltinStringCFunc(type), " (");
+    putF(file, cHome(type, HOME_ADDRESS), ",");
+    putF(file, " ", i64tostr(low), ",");
     if (unbounded)
-        wToF(file, " MAXLONG");
+        putF(file, " MAXLONG");
     else
-        printfToF(file, " %s", i64tostr(alloc).c_str());
-    wToF(file, ");\n");
+        putF(file, " ", i64tostr(alloc));
+    putF(file, ");\n");
 }
 
 void genNoFillCall(AsnType *type, TypeFuncRun &) {
@@ -96,7 +92,7 @@ void genFixedSize(int file, AsnType *type) {
         return;
     sint64 low, high, alloc;
     getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
-    printfToF(file, " %s,", i64tostr(low).c_str());
+    putF(file, " ", i64tostr(low), ",");
 }
 
 void warnOfNoCall(AsnType *type, TypeFuncRun &) {

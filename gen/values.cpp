@@ -22,11 +22,11 @@ namespace {
 void genValuePrefix(AsnValue *value) {
     AsnModule *module = getModuleOfValue(value);
     if (!getMetaIntroPrinted(module)) {
-        wToF(fiDef, "\n/* values */\n\n");
+        putF(fiDef, "\n/* values */\n\n");
         setMetaIntroPrinted(module, true);
     }
     const Text name = cLoneName(getValueId(value), module);
-    printfToF(fiDef, "#define %s ", name.c_str());
+    putF(fiDef, "#define ", name, " ");
     taviUseTypeNodeOfValue(value);
     taviAddItem(ITEM_DEFINE, fiDef, {name});
 }
@@ -59,20 +59,19 @@ void genObjectIdentifierDefine(AsnValue *value) {
         return;
     }
     genValuePrefix(value);
-    wToF(fiDef, "\\\n");
+    putF(fiDef, "\\\n");
     /* In one piece: a line may not end within it. */
     putF(fiDef, "  \"{", objectIdentifierValueStri(value, nullptr, nullptr, nullptr), "}\"\n");
 }
 
 void genRootValue(AsnValue *value, int) {
-    Text text;
     switch (getValueMainType(value)) {
     case TYP_BOOLEAN:
         genValue(value, nullptr, booleanValueStri(value).c_str(), nullptr);
         break;
     case TYP_INTEGER:
     case TYP_ENUM:
-        genValue(value, nullptr, cIntegerValue(text, nullptr, value, nullptr).c_str(), nullptr);
+        genValue(value, nullptr, cIntegerValue(value).c_str(), nullptr);
         break;
     case TYP_REAL:
         genValue(value, nullptr, doubleRealValueStri(value).c_str(), nullptr);
@@ -108,8 +107,5 @@ void generateValues(AsnModule *module) {
 
 void genValue(AsnValue *value, const char *before, const char *text, const char *after) {
     genValuePrefix(value);
-    putToF(fiDef, before);
-    putToF(fiDef, text);
-    putToF(fiDef, after);
-    putToF(fiDef, "\n");
+    putUnbroken(fiDef, before, text, after, "\n");
 }

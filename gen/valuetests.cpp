@@ -35,18 +35,18 @@ const char *closure(bool closed) {
 
 void genRealEndpoints(int file, AsnType *type, AsnValue *low, bool lowClosed, AsnValue *high,
                       bool highClosed) {
-    printfToF(file, " %s_%s,", closure(lowClosed), closure(highClosed));
+    putF(file, " ", closure(lowClosed), "_", closure(highClosed), ",");
     if (testCGenerationOption(getModuleOfType(type), CGEN_REAL)) {
         putF(file, " ", doubleRealValueStri(low), ",");
         putF(file, " ", doubleRealValueStri(high), ");\n");
         return;
     }
     if (isMinusInfinity(low))
-        wToF(file, " REAL_MINUS_INF, 0.0,");
+        putF(file, " REAL_MINUS_INF, 0.0,");
     else
         putF(file, " REAL_NORMAL, ", doubleRealValueStri(low), ",");
     if (isPlusInfinity(high))
-        wToF(file, " REAL_PLUS_INF, 0.0);\n");
+        putF(file, " REAL_PLUS_INF, 0.0);\n");
     else
         putF(file, " REAL_NORMAL, ", doubleRealValueStri(high), ");\n");
 }
@@ -72,38 +72,35 @@ void genRealBounds(int file, AsnType *type) {
 }
 
 void genExtendedMark(int file, AsnType *type) {
-    Text text;
-    wToF(file, cHome(text, nullptr, false, type, ".", "extended = TRUE;\n"));
+    putF(file, cHome(type, HOME_MEMBER), "extended = TRUE;\n");
 }
 
 void genNormalisedTrue(int file, AsnType *type) {
     if (!testTypeOption(type, OPT_NORMALISE_TRUE))
         return;
-    Text text;
-    wToF(file, cHome(text, "if (", false, type, nullptr, ")"));
+    putF(file, "if (", cHome(type, HOME_VALUE), ")");
     cOpenBrace(file);
-    wToF(file, cHome(text, nullptr, false, type, nullptr, " = 0xFF;\n"));
+    putF(file, cHome(type, HOME_VALUE), " = 0xFF;\n");
     cCloseBrace(file);
 }
 
 void genUpperBound(int file, const char *call, AsnType *list, AsnType *elem) {
-    Text text;
     sint64 low, high, alloc;
     getInt64SizeConstraintEndpoints(list, &low, &high, &alloc);
     /* d_UpperBound ((AsnAllocType **) &home->elem, 9, sizeof (uint8)); */
-    wToF(file, call);
+    putF(file, call);
     const char *cast = "(AsnAllocType **) ";
     if (testTypeOption(list, OPT_HOME)) /* in the block of that home */
-        wToF(file, cStructHomeMemberRef(text, cast, true, list, "elem,"));
+        putF(file, cast, cStructHome(list, HOME_MEMBER_ADDRESS), "elem,");
     else
-        wToF(file, cHome(text, cast, true, list, ".", "elem,"));
-    printfToF(file, " %s,", i64tostr(alloc).c_str());
+        putF(file, cast, cHome(list, HOME_MEMBER_ADDRESS), "elem,");
+    putF(file, " ", i64tostr(alloc), ",");
     const bool inHome = testTypeOption(elem, OPT_HOME);
     const bool isPointer =
         inHome || testTypeOption(elem, OPT_POINTER) || cIsFrameType(elem) || isRecursiveType(elem);
-    wToF(file, " sizeof (");
-    wToF(file, inHome ? Text("ASNHOME") : cBaseTypeId(text, nullptr, elem, nullptr));
+    putF(file, " sizeof (");
+    putF(file, inHome ? Text("ASNHOME") : cBaseTypeId(elem));
     if (isPointer)
-        wToF(file, " *");
-    wToF(file, "));\n");
+        putF(file, " *");
+    putF(file, "));\n");
 }

@@ -12,7 +12,6 @@ void warning(const char *text) {
 }
 
 void typeWarning(AsnType *type, const char *text) {
-    Text name;
     Text place = "Module " + getModuleRef(getModuleOfType(type)) + ", line ";
     place += formatText("%d, ", getTypeDefinitionLine(type));
     if (isDefinedType(type))
@@ -20,7 +19,7 @@ void typeWarning(AsnType *type, const char *text) {
     else if (isComponentType(type))
         place += "element " + convertUnderscores(getTypeCompRef(type));
     else
-        place += "element " + convertUnderscores(cTypeId(name, nullptr, type, nullptr));
+        place += "element " + convertUnderscores(cTypeId(type));
     warning(place.c_str());
     warning(text);
 }

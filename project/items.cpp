@@ -120,12 +120,11 @@ void taviAddItem(BrowserNode *parent, const char *kind, int file,
                  std::initializer_list<Part> name) {
     if (!taviIsActive() || file == 0)
         return;
-    Text whole, directory, fileName;
+    Text whole;
     appendParts(whole, name);
-    dirOfF(directory, nullptr, file, nullptr);
-    nameOfFnoDir(fileName, nullptr, file, nullptr);
-    BrowserNode *node = taviBrowserNewNode(whole.c_str(), directory.c_str(), fileName.c_str(),
-                                           lastLine(file), kind, nullptr, nullptr);
+    BrowserNode *node =
+        taviBrowserNewNode(whole.c_str(), dirOfF(file).c_str(), nameOfFnoDir(file).c_str(),
+                           lastLine(file), kind, nullptr, nullptr);
     taviBrowserInsertSubNode(parent, node, false);
 }
 

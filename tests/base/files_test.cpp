@@ -62,7 +62,7 @@ TEST_F(Files, LinesAreIndentedAndBrokenBeforeAPieceThatPassesTheLastColumn) {
         openFWithPrefix(SLOT, "my-mod");
         fArr[SLOT].indent = row.indent;
         for (const std::string &piece : row.pieces)
-            wToF(SLOT, piece);
+            putF(SLOT, piece);
         EXPECT_EQ(linesInF(SLOT), row.lines) << row.text;
         EXPECT_EQ(columnsInF(SLOT), row.columns) << row.text;
         EXPECT_EQ(readBack(), row.text);
@@ -71,103 +71,64 @@ TEST_F(Files, LinesAreIndentedAndBrokenBeforeAPieceThatPassesTheLastColumn) {
 
 TEST_F(Files, DirectivesKeepTheIndentAndOtherPiecesTheLine) {
     fArr[SLOT].indent = 3;
-    wDirectiveToF(SLOT, "#define X\n");
+    putDirective(SLOT, "#define X\n");
     EXPECT_EQ(fArr[SLOT].indent, 3);
-    endlToF(SLOT);
+    putF(SLOT, "\n");
     resetIndentLevel(SLOT);
     putF(SLOT, xs(15), xs(5));
     putUnbroken(SLOT, xs(30), xs(30));
-    putF(SLOT, xs(1), ";", "\n");
+    putF(SLOT, xs(1), ";\n");
     putF(SLOT, xs(40));
     putF(SLOT, " ", xs(20), xs(20));
     EXPECT_EQ(readBack(), "#define X\n      \n" + xs(81) + ";\n" + xs(40) + "\n  " + xs(40));
 }
 
 TEST_F(Files, SlotZeroAndNullTextWriteNothingAndNoTextIsCut) {
-    wToF(0, "lost");
-    printfToF(0, "%d", 1);
-    int64AsSint64ToF(0, "a", i64max(), "b");
-    wToF(SLOT, static_cast<const char *>(nullptr));
+    putF(0, "lost");
+    putF(0, 1);
+    putF(SLOT, static_cast<const char *>(nullptr));
     EXPECT_EQ(linesInF(0), 0u);
     EXPECT_EQ(columnsInF(0), 0);
     putF(SLOT);
-    putF(SLOT, xs(5000), static_cast<const char *>(nullptr), "", "!", INT32_MIN, " ", UINT64_MAX);
+    putF(SLOT, xs(5000), static_cast<const char *>(nullptr), "!", INT32_MIN, " ", UINT64_MAX);
     EXPECT_EQ(readBack(), xs(5000) + "!-2147483648 18446744073709551615");
 }
 
-TEST_F(Files, NumbersAsExpressionsOfTheRunTimeLibrary) {
-    const struct {
-        sint64 n;
-        const char *text;
-    } rows[] = {
-        {i64max(), "i64max ()"},
-        {i64min(), "i64min ()"},
-        {i64ltosint64(0), "i64ltosint64 (0L)"},
-        {i64ltosint64(2147483647), "i64ltosint64 (2147483647L)"},
-        {i64ltosint64(-2147483647), "i64ltosint64 (-2147483647L)"},
-        {i64ltosint64(-2147483647 - 1), "i64make (-1L, 2147483648UL)"},
-        {i64ultosint64(2147483648u), "i64make (0L, 2147483648UL)"},
-        {i64make(-2147483647 - 1, 1), "i64make (-2147483648L, 1UL)"},
-        {i64make(2147483647, 0xFFFFFFFEu), "i64make (2147483647L, 4294967294UL)"},
-    };
-    std::string expected;
-    for (const auto &row : rows) {
-        int64AsSint64ToF(SLOT, nullptr, row.n, nullptr);
-        endlToF(SLOT);
-        expected += std::string(row.text) + "\n";
-    }
-    int64AsSint64ToF(SLOT, "x = ", i64ltosint64(1), ";");
-    int32ToF(SLOT, "(", -2147483647 - 1, nullptr);
-    int64ToF(SLOT, nullptr, i64min(), ")");
-    EXPECT_EQ(readBack(), expected + "x = i64ltosint64 (1L);(-2147483648-9223372036854775808)");
-}
-
 TEST_F(Files, NamesAndGuards) {
-    Text text;
-    EXPECT_TRUE(nameOfF(text, "<", SLOT, ">"));
-    EXPECT_EQ(text, "<" + dir_ + "my-modenc.c>");
-    EXPECT_TRUE(nameOfFnoDir(text, nullptr, SLOT, nullptr));
-    EXPECT_EQ(text, "my-modenc.c");
-    EXPECT_TRUE(dirOfF(text, " ", SLOT, nullptr));
-    EXPECT_EQ(text, " " + dir_);
-    EXPECT_TRUE(defineGuardOfF(text, "#ifndef ", SLOT, "\n"));
-    EXPECT_EQ(text, "#ifndef MY_MODENC_C\n");
-    EXPECT_TRUE(defineGuardForFile(text, nullptr, "a-b.tab.ext", nullptr));
-    EXPECT_EQ(text, "A_B_TAB_EXT");
+    EXPECT_EQ(nameOfF(SLOT), dir_ + "my-modenc.c");
+    EXPECT_EQ(nameOfFnoDir(SLOT), "my-modenc.c");
+    EXPECT_EQ(dirOfF(SLOT), dir_);
+    EXPECT_EQ(defineGuardOfF(SLOT), "MY_MODENC_C");
+    EXPECT_EQ(defineGuardForFile("a-b.tab.ext"), "A_B_TAB_EXT");
+    EXPECT_EQ(defineGuardForFile("3g.typ"), "_3G_TYP");
 }
 
 TEST_F(Files, UnfinishedSlotsHaveNoNameAndDoNotOpen) {
-    Text text = "old";
     initF(4, dir_.c_str(), nullptr);
     openFWithPrefix(4, "p");
     EXPECT_EQ(fArr[4].stream, nullptr);
-    EXPECT_FALSE(nameOfF(text, "<", 4, ">"));
-    EXPECT_EQ(text, "");
-    EXPECT_FALSE(defineGuardOfF(text, "<", 4, ">"));
-    EXPECT_FALSE(nameOfF(text, "<", 0, ">"));
-    EXPECT_FALSE(defineGuardForFile(text, "<", nullptr, ">"));
+    EXPECT_EQ(nameOfF(4), "");
+    EXPECT_EQ(defineGuardOfF(4), "");
+    EXPECT_EQ(nameOfF(0), "");
     initF(4, nullptr, ".typ");
-    EXPECT_TRUE(dirOfF(text, nullptr, 4, nullptr));
-    EXPECT_FALSE(nameOfF(text, nullptr, 4, nullptr)) << "it has no prefix before it is opened";
+    EXPECT_EQ(nameOfF(4), "") << "it has no prefix before it is opened";
 }
 
 TEST_F(Files, OpenFileStaysAndAClosedOneIsWrittenAnew) {
-    wToF(SLOT, "one\ntwo");
+    putF(SLOT, "one\ntwo");
     openFWithPrefix(SLOT, "other");
     EXPECT_EQ(columnsInF(SLOT), 3);
     EXPECT_EQ(readBack(), "one\ntwo");
     closeF(SLOT);
     EXPECT_EQ(linesInF(SLOT), 0u);
     openFWithPrefix(SLOT, "my-mod");
-    wToF(SLOT, "three");
+    putF(SLOT, "three");
     openNamedF(5, dir_.c_str(), "free name");
     std::vector<int> open;
     forEachOpenFile([&](int slot) { open.push_back(slot); });
     EXPECT_EQ(open, (std::vector<int>{SLOT, 5}));
     EXPECT_EQ(readBack(), "three");
-    Text text;
-    EXPECT_TRUE(defineGuardOfF(text, nullptr, 5, nullptr));
-    EXPECT_EQ(text, "FREE_NAME");
+    EXPECT_EQ(defineGuardOfF(5), "FREE_NAME");
     closeF(5);
 }
 
@@ -175,7 +136,7 @@ using FilesDeathTest = Files;
 
 TEST_F(FilesDeathTest, FullDiskIsNoticedBeforeTheFileIsClosed) {
     openNamedF(4, "/dev/", "full");
-    EXPECT_EXIT(wToF(4, xs(1000000)), testing::ExitedWithCode(2),
+    EXPECT_EXIT(putF(4, xs(1000000)), testing::ExitedWithCode(2),
                 "Can not write into file\n              /dev/full\n");
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "cbet/builtin.h"
+#include "cbet/builtintypes.h"
 #include "cbet/functions.h"
 #include "tests/support/cbetrun.h"
 
@@ -33,18 +34,17 @@ TEST(Builtin, EveryKindHasItsName) {
         w.define("T" + std::to_string(row.kind), w.type(row.kind));
     w.define("Broken", w.integer().form(VF_STRU));
     CbetRun run(w);
-    Text text;
     for (bool old : {false, true}) {
         run.options().cGeneration =
             old ? 1u << CGEN_REAL | 1u << CGEN_COMMONTIME | 1u << CGEN_EXTERNAL : 0;
         for (const Row &row : rows)
             run.forType("T" + std::to_string(row.kind), [&](AsnType *type) {
                 const char *name = old && row.oldName != nullptr ? row.oldName : row.name;
-                EXPECT_EQ(cBuiltinCFunc(text, "d_", type, " ("), Text("d_") + name + " (");
+                EXPECT_STREQ(cBuiltinName(type), name);
             });
     }
     run.forType("Broken", [&](AsnType *type) {
-        EXPECT_EXIT(cBuiltinCFunc(text, "d_", type, ""), testing::ExitedWithCode(2),
+        EXPECT_EXIT(cBuiltinName(type), testing::ExitedWithCode(2),
                     "CBET: Unable to construct a function name");
     });
 }
@@ -54,11 +54,11 @@ TEST(Builtin, TagsOfBothWidths) {
         const char *name, *coding, *innermost, *outermost;
     };
     const Row rows[] = {
-        {"Wide", "e_uint8 (", "TAG(TAG_CTX, TAG_PRI, 40)", "TAG(TAG_CTX, TAG_STR, 40)"},
-        {"Narrow", "e_uint8_8 (", "TAG8(TAG_CTX8, TAG_PRI8, 30)", "TAG(TAG_CTX, TAG_STR, 30)"},
-        {"First", "e_uint8 (", "TAG(TAG_CTX, TAG_PRI, 31)", "TAG(TAG_CTX, TAG_STR, 31)"},
-        {"Chain", "e_uint8_8 (", "TAG8(TAG_UNI8, TAG_PRI8, 2)", "TAG(TAG_CTX, TAG_STR, 40)"},
-        {"Any", "e_Any (", "", ""},
+        {"Wide", "uint8", "TAG(TAG_CTX, TAG_PRI, 40)", "TAG(TAG_CTX, TAG_STR, 40)"},
+        {"Narrow", "uint8_8", "TAG8(TAG_CTX8, TAG_PRI8, 30)", "TAG(TAG_CTX, TAG_STR, 30)"},
+        {"First", "uint8", "TAG(TAG_CTX, TAG_PRI, 31)", "TAG(TAG_CTX, TAG_STR, 31)"},
+        {"Chain", "uint8_8", "TAG8(TAG_UNI8, TAG_PRI8, 2)", "TAG(TAG_CTX, TAG_STR, 40)"},
+        {"Any", "Any", "", ""},
     };
     TreeWriter w("Mod", "mod");
     w.define("Wide", w.integer(0, 9).implicit(40));
@@ -69,18 +69,15 @@ TEST(Builtin, TagsOfBothWidths) {
     CbetRun run(w);
     for (const Row &row : rows)
         run.forType(row.name, [&](AsnType *type) {
-            Text text = "old";
-            const auto framed = [](Text tag) { return tag.empty() ? tag : "<" + tag + ">"; };
-            EXPECT_EQ(cBuiltinCodCFunc(text, "e_", type, " ("), row.coding);
-            EXPECT_EQ(cOutermostTag32Stri(text, "<", type, true, ">"), framed(row.outermost));
-            cInnermostTagToF(BODY_FILE, "<", type, false, ">\n");
-            EXPECT_EQ(run.body(), *row.innermost != '\0' ? framed(row.innermost) + "\n" : "");
+            EXPECT_EQ(cBuiltinCodCFunc(type), row.coding);
+            EXPECT_EQ(cOutermostTag32Stri(type, true), row.outermost);
+            cInnermostTagToF(BODY_FILE, type, false, ",\n");
+            EXPECT_EQ(run.body(), *row.innermost != '\0' ? Text(row.innermost) + ",\n" : "");
         });
 }
 
 TEST(Builtin, Contexts) {
-    Text text;
-    EXPECT_EQ(cRawAsnutigPtr(text, "(", GIDX_CODING, ")"), "(asncodg_asnuti)");
+    EXPECT_EQ(cRawAsnutigPtr(GIDX_CODING), "asncodg_asnuti");
 }
 
 } // namespace

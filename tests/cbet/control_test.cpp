@@ -53,9 +53,8 @@ TEST(Control, DeclaresAndInitialises) {
     };
     for (const Row &row : rows)
         withType(row.type, [&](AsnType *type) {
-            Text text;
-            EXPECT_EQ(getControlMemberDef(text, type), row.definition) << row.type;
-            EXPECT_EQ(getControlMemberIni(text, "home->", type), row.first) << row.type;
+            EXPECT_EQ(getControlMemberDef(type), row.definition) << row.type;
+            EXPECT_EQ(getControlMemberIni("home->", type), row.first) << row.type;
         });
 }
 
@@ -73,29 +72,25 @@ TEST(Control, OperatesOnComponents) {
 
     const char *const rows[][4] = {
         {"Ten.b", "h->compmask |= BIT(1);\n", "h->compmask &= ~BIT(1);\n",
-         "if (h->compmask & BIT(1)) "},
+         "(h->compmask & BIT(1))"},
         {"Ten.a", "", "", ""},
         {"Wide.f31", "h->compmask |= BITL(31);\n", "h->compmask &= ~BITL(31);\n",
-         "if (h->compmask & BITL(31)) "},
+         "(h->compmask & BITL(31))"},
         {"Array.f33", "h->compmask [1] |= BITL(1);\n", "h->compmask [1] &= ~BITL(1);\n",
-         "if (h->compmask [1] & BITL(1)) "},
-        {"Pick.b", "h->choice = 1;\n", "h->choice = -1;\n", "if (h->choice == 1) "},
+         "(h->compmask [1] & BITL(1))"},
+        {"Pick.b", "h->choice = 1;\n", "h->choice = -1;\n", "(h->choice == 1)"},
     };
     for (const auto &[name, set, clear, test] : rows)
         withType(name, [&, s = set, c = clear, t = test](AsnType *comp) {
             AsnType *type = getFatherOfTypeComp(comp);
             const int nbr = getTypeCompNbr(comp);
-            Text text;
-            EXPECT_EQ(getControlMemberSet(text, "h->", type, comp, nbr), s);
-            EXPECT_EQ(getControlMemberRawClr(text, nullptr, "h->", type, comp, nbr, ";\n"),
-                      c);
-            EXPECT_EQ(getControlMemberTst(text, "if ", "h->", type, comp, nbr, " "), t);
+            const Text clearing = getControlMemberRaw("h->", CONTROL_CLEAR, type, comp, nbr);
+            EXPECT_EQ(getControlMemberSet("h->", type, comp, nbr), s);
+            EXPECT_EQ(clearing.empty() ? clearing : clearing + ";\n", c);
+            EXPECT_EQ(getControlMemberTst("h->", type, comp, nbr), t);
         });
     withType("Pick.a", [](AsnType *comp) {
-        Text text;
-        EXPECT_EQ(getControlMemberTst(text, nullptr, nullptr, getFatherOfTypeComp(comp), comp, 0,
-                                      nullptr),
-                  "(choice == 0)");
+        EXPECT_EQ(getControlMemberTst("", getFatherOfTypeComp(comp), comp, 0), "(choice == 0)");
     });
 }
 
@@ -115,12 +110,11 @@ TEST(Control, CountsSplicedComponents) {
     whole->nrOfComps = 3;
     startTool(dir, w);
     withType("Whole", [](AsnType *type) {
-        Text text;
-        EXPECT_EQ(getControlMemberDef(text, type), "sint32 compmask;\n");
+        EXPECT_EQ(getControlMemberDef(type), "sint32 compmask;\n");
         std::vector<int> numbers;
         forEachTypeComp(type, [&](AsnType *father, AsnType *comp, int nbr) {
-            getControlMemberSet(text, nullptr, father, comp, nbr);
-            EXPECT_EQ(text, nbr == 22 ? "" : "compmask |= BITL(" + std::to_string(nbr) + ");\n");
+            EXPECT_EQ(getControlMemberSet("", father, comp, nbr),
+                      nbr == 22 ? "" : "compmask |= BITL(" + std::to_string(nbr) + ");\n");
             numbers.push_back(nbr);
         });
         EXPECT_EQ(numbers.size(), 23u);

@@ -57,7 +57,7 @@ TEST(Engine, GenerateChoosesTheFunctions) {
 /* The generator's steps in the order of a decoder's run. */
 void step(const char *word, AsnType *type, TypeFuncRun &run) {
     const Text name = getTypeRef(type);
-    printfToF(run.outFile, "%s %s;\n", word, name.c_str());
+    putF(run.outFile, word, " ", name, ";\n");
 }
 
 TEST(Engine, StepsComeInTheirOrder) {

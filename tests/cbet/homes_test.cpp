@@ -21,12 +21,10 @@ struct Forms {
 
 void expectHome(AsnType *type, const char *path, const Forms &forms) {
     type->path = path;
-    Text text;
-    EXPECT_EQ(cHome(text, nullptr, true, type, nullptr, nullptr), forms.address) << path;
-    EXPECT_EQ(cHome(text, "", false, type, nullptr, ""), forms.value) << path;
-    EXPECT_EQ(cHome(text, "", false, type, ".", "m"), Text(forms.member) + "m") << path;
-    EXPECT_EQ(cHome(text, "<", true, type, "", ">"), Text("<") + forms.addressOfMember + ">")
-        << path;
+    EXPECT_EQ(cHome(type, HOME_ADDRESS), forms.address) << path;
+    EXPECT_EQ(cHome(type, HOME_VALUE), forms.value) << path;
+    EXPECT_EQ(cHome(type, HOME_MEMBER), forms.member) << path;
+    EXPECT_EQ(cHome(type, HOME_MEMBER_ADDRESS), forms.addressOfMember) << path;
 }
 
 void defineTypes(TreeWriter &w) {
@@ -221,13 +219,14 @@ TEST(Constants, Integers) {
         {i64ltosint64(INT32_MAX), VF_I64, "i64ltosint64 (2147483647L)"},
         {i64addl(i64ltosint64(INT32_MIN), -1), VF_I64, "i64make (-1L, 2147483647UL)"},
         {i64ultosint64(2147483648u), VF_I64, "i64make (0L, 2147483648UL)"},
+        {i64make(INT32_MIN, 1), VF_I64, "i64make (-2147483648L, 1UL)"},
     };
-    Text text;
     for (const Row &row : rows)
-        EXPECT_EQ(cInt64(text, "<", row.value, row.format, ">"), "<" + Text(row.text) + ">");
-    EXPECT_EXIT(cInt64(text, "", i64max(), VF_UI8, ""), testing::ExitedWithCode(2),
+        EXPECT_EQ(cInt64(row.value, row.format), row.text);
+    EXPECT_EQ(cSint64(i64ltosint64(INT32_MIN)), "i64make (-1L, 2147483648UL)");
+    EXPECT_EXIT(cInt64(i64max(), VF_UI8), testing::ExitedWithCode(2),
                 "CBET: Plus-infinity found as a non-long C type");
-    EXPECT_EXIT(cInt64(text, "", i64min(), VF_UI32, ""), testing::ExitedWithCode(2),
+    EXPECT_EXIT(cInt64(i64min(), VF_UI32), testing::ExitedWithCode(2),
                 "CBET: Minus-infinity found as a non-long C type");
 }
 

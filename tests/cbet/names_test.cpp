@@ -60,10 +60,9 @@ TEST(Names, TypesAndComponents) {
     };
     for (const Row &row : rows)
         withType(row.place, [&](AsnType *type) {
-            Text text;
-            EXPECT_EQ(cTypeId(text, "<", type, ">"), "<" + Text(row.typeId) + ">") << row.place;
-            EXPECT_EQ(cBaseTypeId(text, nullptr, type, ""), row.baseTypeId) << row.place;
-            EXPECT_EQ(cTypeIdForTypeCompDef(text, "", type, nullptr), row.compDef) << row.place;
+            EXPECT_EQ(cTypeId(type), row.typeId) << row.place;
+            EXPECT_EQ(cBaseTypeId(type), row.baseTypeId) << row.place;
+            EXPECT_EQ(cTypeIdForTypeCompDef(type), row.compDef) << row.place;
         });
 }
 
@@ -79,19 +78,18 @@ TEST(Names, Mnemonics) {
         {"Msg.a.b", "#define b_Msg 0\n"},
         {"Msg.a.u.x", "#define x_U 0\n"},
     };
-    Text text;
     for (const auto &[place, line] : rows)
-        withType(place,
-                 [&](AsnType *comp) { EXPECT_EQ(cDefineForComponentIndex(text, comp), line); });
+        withType(place, [&](AsnType *comp) { EXPECT_EQ(cDefineForComponentIndex(comp), line); });
     withType("Msg", [&](AsnType *type) {
+        Text text;
         forEachTypeComp(
-            type, [&](AsnType *, AsnType *comp, int) { cDefineForComponentIndex(text, comp); });
+            type, [&](AsnType *, AsnType *comp, int) { text = cDefineForComponentIndex(comp); });
         EXPECT_EQ(text, "#define extensionmarker_Msg 7\n");
     });
     withType("Colour", [&](AsnType *type) {
         Text all;
         forEachNamedNumberExtMark(type, [&](AsnType *, AsnValue *value, int) {
-            all += cDefineForNamedNumber(text, type, value);
+            all += cDefineForNamedNumber(type, value);
         });
         EXPECT_EQ(all, "#define red_Colour 1\n#define blue_Colour -7\n");
     });
@@ -105,13 +103,9 @@ TEST(Names, Variables) {
     w.option("-NAMELEN=8");
     w.option("-OPTVARS=yes");
     startTool(dir, w);
-    Text text;
-    withType("Long_Name", [&](AsnType *type) {
-        EXPECT_EQ(cASN1VariableName(text, "\"", type, "\""), "\"long_Nam\"");
-    });
+    withType("Long_Name", [&](AsnType *type) { EXPECT_EQ(cASN1VariableName(type), "long_Nam"); });
     /* With the option a synonym goes by what it stands for. */
-    withType("Other",
-             [&](AsnType *type) { EXPECT_EQ(cASN1VariableName(text, "", type, ""), "oCTET_ST"); });
+    withType("Other", [&](AsnType *type) { EXPECT_EQ(cASN1VariableName(type), "oCTET_ST"); });
 }
 
 /* "C-GENERATION=" replaces rows of the table of value forms. */
@@ -182,8 +176,7 @@ TEST(Names, AcrossModules) {
             EXPECT_EQ(cIsDefinedBaseType(type), row.defined) << row.place;
             EXPECT_EQ(cIsBaseTypeGeneratedInCurrentModule(type), row.generated) << row.place;
         });
-    Text text;
-    withType("Msg.crate", [&](AsnType *type) { EXPECT_EQ(cTypeId(text, "", type, ""), "Box"); });
+    withType("Msg.crate", [&](AsnType *type) { EXPECT_EQ(cTypeId(type), "Box"); });
 }
 
 TEST(NamesDeathTest, FormsOutOfRange) {
@@ -192,16 +185,15 @@ TEST(NamesDeathTest, FormsOutOfRange) {
     w.define("None", w.integer().form(VF_NONE));
     w.define("Wild", w.integer().form(static_cast<ValueForm>(200)));
     startTool(dir, w);
-    Text text;
     for (const char *name : {"None", "Wild"})
         withType(name, [&](AsnType *type) {
-            EXPECT_EXIT(cAsnHomeMember(text, "", type, ""), testing::ExitedWithCode(2),
+            EXPECT_EXIT(getAsnhomeMember(type), testing::ExitedWithCode(2),
                         "CBET: Unrecognized ASNHOME member indicator");
         });
     withType("Wild", [&](AsnType *type) {
         EXPECT_EQ(getPredefinedType(type), nullptr);
         EXPECT_STREQ(cGetVFStri(type), "?!?");
-        EXPECT_EXIT(cComponentIndexMnemonic(text, "", type, ""), testing::ExitedWithCode(2),
+        EXPECT_EXIT(cComponentIndexMnemonic(type), testing::ExitedWithCode(2),
                     "CBET: Invalid type for a component index.");
     });
 }

@@ -91,14 +91,13 @@ void CbetRun::forComp(const std::string &typeName, const std::string &compName,
 namespace {
 
 void note(const char *word, AsnType *type, TypeFuncRun &run) {
-    Text ref;
-    cHome(ref, "", false, type, nullptr, "");
-    printfToF(run.outFile, "%s %s;\n", word, ref.c_str());
+    const Text ref = cHome(type, HOME_VALUE);
+    putF(run.outFile, word, " ", ref, ";\n");
 }
 
 void noteLeaf(AsnType *type, TypeFuncRun &run) {
     if (isTypeExtensionmarker(type))
-        wToF(run.outFile, "leaf ...;\n");
+        putF(run.outFile, "leaf ...;\n");
     else
         note("leaf", type, run);
 }
@@ -110,7 +109,7 @@ void noteSkip(AsnType *type, TypeFuncRun &run) {
     note("skip", type, run);
 }
 void noteIgnore(AsnType *, TypeFuncRun &run) {
-    wToF(run.outFile, "ignore;\n");
+    putF(run.outFile, "ignore;\n");
 }
 
 /* The presence test that each kind of father has, where the engine opens a brace behind it. */
@@ -120,10 +119,10 @@ void noteIsComp(AsnType *comp, TypeFuncRun &run) {
     const bool several = nrOfWalkedComps(father) > 1;
     const Text name = getTypeCompRef(comp);
     if (isListType(father))
-        wToF(run.outFile, "if (end) break;\n");
+        putF(run.outFile, "if (end) break;\n");
     else if (getTypeCompStatus(comp) == TCS_OPTIONAL || (kind == TYP_CHOICE && several) ||
              (kind == TYP_SET && several && run.info.funcKind == decodingKind))
-        printfToF(run.outFile, "if (is %s)", name.c_str());
+        putF(run.outFile, "if (is ", name, ")");
 }
 
 struct KindTexts {
