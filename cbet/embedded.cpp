@@ -40,7 +40,7 @@ void printEntry(int slot, const DynaNode &entry, int place) {
 }
 
 /* The first `count` entries: outermost first in front of an item, outermost last behind it. */
-void printEntries(int slot, const std::vector<DynaNode> &entries, std::size_t count, int place) {
+void printEntries(int slot, const DynaNodes &entries, std::size_t count, int place) {
     if (!isBehind(place)) {
         for (std::size_t i = 0; i < count; ++i)
             printEntry(slot, entries[i], place);
@@ -95,7 +95,7 @@ void printTEDs(int slot, ModRec *module, RecNr first, RecNr last, int place) {
 }
 
 void printObjClassEmbeddingOptions(int slot, AsnObjClass *objClass, int place) {
-    const std::vector<DynaNode> &entries = objClass->embeddingEntries;
+    const DynaNodes &entries = objClass->embeddingEntries;
     printEntries(slot, entries, entries.size(), place);
 }
 

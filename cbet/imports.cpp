@@ -35,14 +35,13 @@ ImportTable readImports() {
     for (const auto &record : modRecList.records) {
         if (record->state == MOD_PREDEFINED)
             continue;
-        AsnModule *module = newAsnModule(record.get());
+        AsnModule *module = getAsnModule(record.get());
         const int row = getUniqueModuleNr(module);
         forEachExportingModule(module, [&](AsnModule *exporting) {
             const int target = getUniqueModuleNr(exporting);
             table[static_cast<std::size_t>(row)].imports.push_back({target, IMPORT_PLAIN});
             table[static_cast<std::size_t>(target)].importers.push_back(row);
         });
-        delAsnModule(module);
     }
     for (ImportRow &row : table)
         std::sort(row.imports.begin(), row.imports.end(),

@@ -40,16 +40,9 @@ void installHooks() {
     modelHooks.newBETypMetaRec = newBETypMetaRec;
     modelHooks.deleteBETypMetaRec = deleteBETypMetaRec;
     modelHooks.typeBEOptionOK = typeBEOptionOK;
-    modelHooks.newBEValMetaRec = newBEValMetaRec;
-    modelHooks.deleteBEValMetaRec = deleteBEValMetaRec;
-    modelHooks.valueBEOptionOK = valueBEOptionOK;
     modelHooks.newBEClassMetaRec = newBEClassMetaRec;
     modelHooks.deleteBEClassMetaRec = deleteBEClassMetaRec;
     modelHooks.classBEOptionOK = classBEOptionOK;
     modelHooks.newBEObjMetaRec = newBEObjMetaRec;
     modelHooks.deleteBEObjMetaRec = deleteBEObjMetaRec;
-    modelHooks.objectBEOptionOK = objectBEOptionOK;
-    modelHooks.newBEObjSetMetaRec = newBEObjSetMetaRec;
-    modelHooks.deleteBEObjSetMetaRec = deleteBEObjSetMetaRec;
-    modelHooks.objectSetBEOptionOK = objectSetBEOptionOK;
 }

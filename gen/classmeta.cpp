@@ -25,9 +25,7 @@ void numberObjectsOf(ModRec *modRec) {
     const NodeContext value(REC_VNODE);
     const NodeContext constraint(REC_SUB);
     const NodeContext step(REC_SNODE);
-    AsnModule *module = newAsnModule(modRec);
-    initializeObjects(module);
-    delAsnModule(module);
+    initializeObjects(getAsnModule(modRec));
 }
 
 } // namespace
@@ -47,14 +45,6 @@ BEObjMetaRec *newBEObjMetaRec(AsnObject *) {
 }
 
 void deleteBEObjMetaRec(BEObjMetaRec *meta) {
-    delete meta;
-}
-
-BEObjSetMetaRec *newBEObjSetMetaRec() {
-    return new BEObjSetMetaRec;
-}
-
-void deleteBEObjSetMetaRec(BEObjSetMetaRec *meta) {
     delete meta;
 }
 

@@ -13,8 +13,6 @@ BEClassMetaRec *newBEClassMetaRec(AsnObjClass *objClass);
 void deleteBEClassMetaRec(BEClassMetaRec *meta);
 BEObjMetaRec *newBEObjMetaRec(AsnObject *object);
 void deleteBEObjMetaRec(BEObjMetaRec *meta);
-BEObjSetMetaRec *newBEObjSetMetaRec();
-void deleteBEObjSetMetaRec(BEObjSetMetaRec *meta);
 
 /* C names of a class where it was met and in the end; empty for a nameless class. */
 Text getMetaClassId(AsnObjClass *objClass);

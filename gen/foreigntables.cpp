@@ -118,10 +118,9 @@ void forEachForeignTable(AsnModule *module,
     ForeignTables tables(module);
     tables.collect();
     for (const ForeignTable &table : tables.found()) {
-        AsnModule *other = newAsnModule(table.module);
+        AsnModule *other = getAsnModule(table.module);
         int first, second;
         if (getTableFileKind(other, getGenArr(other), &first, &second))
             func(other, table.entries, table.objects);
-        delAsnModule(other);
     }
 }

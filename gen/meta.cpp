@@ -46,14 +46,6 @@ void initBEModMetaRec(AsnModule *module, BEModMetaRec *meta) {
     meta->objectTableIds.resize(count);
 }
 
-BEValMetaRec *newBEValMetaRec() {
-    return new BEValMetaRec;
-}
-
-void deleteBEValMetaRec(BEValMetaRec *meta) {
-    delete meta;
-}
-
 bool getMetaIntroPrinted(AsnModule *module) {
     return getBEModMetaRec(module)->introPrinted;
 }

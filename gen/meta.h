@@ -62,18 +62,14 @@ struct BEClassMetaRec {
     int accessRoutines = ACCESS_MACROS;
 };
 
-/* Nothing is kept for objects, values and object sets. */
+/* Nothing is kept for objects. */
 struct BEObjMetaRec {};
-struct BEValMetaRec {};
-struct BEObjSetMetaRec {};
 
 /* A module's record lives until it is deleted or the run ends; others go with their handle. */
 BEModMetaRec *newBEModMetaRec();
 void deleteBEModMetaRec(BEModMetaRec *meta);
 /* Sizes the tables that depend on the module's tree. */
 void initBEModMetaRec(AsnModule *module, BEModMetaRec *meta);
-BEValMetaRec *newBEValMetaRec();
-void deleteBEValMetaRec(BEValMetaRec *meta);
 
 bool getMetaIntroPrinted(AsnModule *module);
 void setMetaIntroPrinted(AsnModule *module, bool printed);

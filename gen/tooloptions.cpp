@@ -235,15 +235,3 @@ bool typeBEOptionOK(AsnType *type, BETypMetaRec *meta, const char *option, bool)
 bool classBEOptionOK(AsnObjClass *, BEClassMetaRec *meta, const char *option, bool) {
     return meta == nullptr || definitionOptionOK(&meta->accessRoutines, option);
 }
-
-bool objectBEOptionOK(AsnObject *, BEObjMetaRec *, const char *) {
-    return true;
-}
-
-bool objectSetBEOptionOK(AsnObjectSet *, BEObjSetMetaRec *, const char *) {
-    return true;
-}
-
-bool valueBEOptionOK(AsnValue *, BEValMetaRec *, const char *) {
-    return true;
-}

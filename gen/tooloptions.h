@@ -1,16 +1,10 @@
 #pragma once
 
 struct AsnObjClass;
-struct AsnObject;
-struct AsnObjectSet;
 struct AsnType;
-struct AsnValue;
 struct BEClassMetaRec;
 struct BEModMetaRec;
-struct BEObjMetaRec;
-struct BEObjSetMetaRec;
 struct BETypMetaRec;
-struct BEValMetaRec;
 
 /* The options that belong to this generator alone. An option's text begins with a character that
    has no meaning; "BEO=" and a tool's name may follow, and then the option is for that tool.
@@ -25,6 +19,3 @@ bool typeBEOptionOK(AsnType *type, BETypMetaRec *meta, const char *option, bool 
 /* The same for a class. */
 bool classBEOptionOK(AsnObjClass *objClass, BEClassMetaRec *meta, const char *option, bool last);
 /* No options are defined for objects, object sets and values. */
-bool objectBEOptionOK(AsnObject *object, BEObjMetaRec *meta, const char *option);
-bool objectSetBEOptionOK(AsnObjectSet *objectSet, BEObjSetMetaRec *meta, const char *option);
-bool valueBEOptionOK(AsnValue *value, BEValMetaRec *meta, const char *option);

@@ -81,7 +81,7 @@ BETypMetaRec *newBETypMetaRec(AsnType *type) {
     return meta;
 }
 
-void deleteBETypMetaRec(AsnType *, BETypMetaRec *meta) {
+void deleteBETypMetaRec(BETypMetaRec *meta) {
     freeMetaRecs.emplace_back(meta);
 }
 

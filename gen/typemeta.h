@@ -23,7 +23,7 @@ struct BETypMetaRec {
 
 /* Null for a partial handle. */
 BETypMetaRec *newBETypMetaRec(AsnType *type);
-void deleteBETypMetaRec(AsnType *type, BETypMetaRec *meta);
+void deleteBETypMetaRec(BETypMetaRec *meta);
 
 /* The run-time library's word for the elements of a string type, such as "OCTET"; null for none. */
 const char *homeTypeId(AsnType *type);

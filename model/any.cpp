@@ -31,18 +31,20 @@ int classifierNumber(AsnType *father, const NodePlace &place) {
     return number;
 }
 
-/* `*number` is worked out unless it is known. */
-AsnType *makeClassifier(AsnType *father, AsnType *anyType, int *number) {
+/* Calls with the classifier, null for a type without one; `*number` is worked out unless it is known.
+ */
+void withClassifier(AsnType *father, AsnType *anyType, int *number,
+                    Call<void(AsnType *classifier)> func) {
     if (anyType->base.auxRecord == 0)
-        return nullptr;
+        return func(nullptr);
     const NodePlace place = classifierPlace(anyType);
     if (*number < 0)
         *number = classifierNumber(father, place);
     readRec(place.module, REC_TNODE, place.nr);
-    AsnType *classifier = newAsnType(anyType->ownerModule, anyType->ownerModule);
-    getTypePath(father, classifier);
-    classifier->compNbr = *number;
-    return classifier;
+    AsnType classifier(anyType->ownerModule, anyType->ownerModule);
+    getTypePath(father, &classifier);
+    classifier.compNbr = *number;
+    func(&classifier);
 }
 
 /* "value:Type" at the first colon; both parts must be there. */
@@ -55,59 +57,47 @@ bool parseAnyOption(const char *text, Text *valueName, const char **typeName) {
     return true;
 }
 
-/* Calls row(nr) for each TedRec of an ANY that is a row of its table; the result counts them. */
-template <typename Row> int forAnyRows(AsnType *anyType, Row row) {
+/* Makes the value and the type current that the option in the current TedRec names; false if it is no
+   row of the table of an ANY, or names nothing of the module. */
+bool readAnyRow(ModRec *module) {
+    const char *option =
+        tedRec.tedText == 0 ? nullptr : isOptionStri(getStri(module, tedRec.tedText), ANY_OPTION);
+    Text valueName;
+    const char *typeName = nullptr;
+    if (option == nullptr || !parseAnyOption(option, &valueName, &typeName) ||
+        !findValueById(module, valueName.c_str()))
+        return false;
+    skipValues(true);
+    const NodeContext value(REC_VNODE);
+    if (!findTypeById(module, typeName))
+        return false;
+    skipTypes(true);
+    return true;
+}
+
+using AnyRowCall = Call<void(AsnValue *value, AsnType *type, int nbr)>;
+
+/* The rows of the table of an ANY; the result counts them. */
+int forAnyRows(AsnType *anyType, AnyRowCall row) {
+    AsnModule *owner = anyType->ownerModule;
     const RecNr last = anyType->base.tedLast;
     int nbr = 0;
     for (RecNr nr = anyType->base.tedFirst == 0 ? 1 : anyType->base.tedFirst; nr <= last; ++nr) {
         readRec(anyType->contentModule, REC_TED, nr);
-        AsnValue *value = nullptr;
-        AsnType *type = nullptr;
-        if (!getDefValAndEntryType(anyType, &value, &type))
+        if (!readAnyRow(anyType->contentModule))
             continue;
-        row(value, type, nbr++);
-        delAsnValue(value);
-        delAsnType(type);
+        const NodePlace typePlace = saveNodeContext(REC_TNODE);
+        AsnValue value(owner, owner);
+        getValuePath(nullptr, &value, KIND_VALUE);
+        restoreNodeContext(REC_TNODE, typePlace);
+        AsnType type(owner, owner);
+        getTypePath(nullptr, &type);
+        row(&value, &type, nbr++);
     }
     return nbr;
 }
 
 } // namespace
-
-AsnType *getClassifier(AsnType *father, AsnType *anyType) {
-    int number = -1;
-    return makeClassifier(father, anyType, &number);
-}
-
-bool getDefValAndEntryType(AsnType *anyType, AsnValue **value, AsnType **type) {
-    *value = nullptr;
-    *type = nullptr;
-    ModRec *module = anyType->contentModule;
-    const char *option =
-        tedRec.tedText == 0 ? nullptr : isOptionStri(getStri(module, tedRec.tedText), ANY_OPTION);
-    Text valueName;
-    const char *typeName = nullptr;
-    if (option == nullptr || !parseAnyOption(option, &valueName, &typeName))
-        return false;
-
-    if (!findValueById(module, valueName.c_str()))
-        return false;
-    skipValues(true);
-    const NodePlace valuePlace = saveNodeContext(REC_VNODE);
-    if (!findTypeById(module, typeName))
-        return false;
-    skipTypes(true);
-    const NodePlace typePlace = saveNodeContext(REC_TNODE);
-
-    AsnModule *owner = anyType->ownerModule;
-    restoreNodeContext(REC_VNODE, valuePlace);
-    *value = newAsnValue(owner, owner);
-    getValuePath(nullptr, *value, KIND_VALUE);
-    restoreNodeContext(REC_TNODE, typePlace);
-    *type = newAsnType(owner, owner);
-    getTypePath(nullptr, *type);
-    return true;
-}
 
 int forAnyType(AsnType *anyType,
                Call<void(AsnType *anyType, AsnValue *value, AsnType *type, int nbr)> func) {
@@ -123,9 +113,9 @@ int forAnyDefinedByType(AsnType *father, AsnType *anyType,
     requireCall(func);
     int number = -1;
     return forAnyRows(anyType, [&](AsnValue *value, AsnType *type, int nbr) {
-        AsnType *classifier = makeClassifier(father, anyType, &number);
-        func(father, classifier, anyType, value, type, nbr);
-        delAsnType(classifier);
+        withClassifier(father, anyType, &number, [&](AsnType *classifier) {
+            func(father, classifier, anyType, value, type, nbr);
+        });
     });
 }
 
@@ -133,8 +123,9 @@ void forAnyDefinedByClassifierType(
     AsnType *father, AsnType *anyType,
     Call<void(AsnType *father, AsnType *classifier, AsnType *anyType)> func) {
     requireCall(func);
-    AsnType *classifier = getClassifier(father, anyType);
-    if (classifier != nullptr)
-        func(father, classifier, anyType);
-    delAsnType(classifier);
+    int number = -1;
+    withClassifier(father, anyType, &number, [&](AsnType *classifier) {
+        if (classifier != nullptr)
+            func(father, classifier, anyType);
+    });
 }

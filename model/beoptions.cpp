@@ -4,8 +4,7 @@
 #include "store/records.h"
 #include "store/strings.h"
 
-void forEachBEOption(ModRec *module, RecNr first, RecNr last,
-                     Call<void(const char *text, const char *comment)> func) {
+void forEachBEOption(ModRec *module, RecNr first, RecNr last, Call<void(const char *text)> func) {
     if (first == 0)
         return;
     for (RecNr nr = first; nr <= last; ++nr) {
@@ -13,15 +12,7 @@ void forEachBEOption(ModRec *module, RecNr first, RecNr last,
         if (tedRec.tedKind != TED_BACKEND_OPTION || tedRec.tedText == 0)
             continue;
         const char *text = getStri(module, tedRec.tedText);
-        func(text, parseBECommentOption(text));
+        if (parseBECommentOption(text) == nullptr)
+            func(text);
     }
-}
-
-void forEachBEComment(ModRec *module, RecNr first, RecNr last,
-                      Call<void(const char *comment, int nbr)> func) {
-    int nbr = 0;
-    forEachBEOption(module, first, last, [&](const char *, const char *comment) {
-        if (comment != nullptr)
-            func(comment, nbr++);
-    });
 }

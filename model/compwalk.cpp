@@ -6,59 +6,61 @@
 #include "model/typeextension.h"
 #include "model/typequeries.h"
 #include "model/typewalk.h"
+#include "model/walk.h"
 #include "store/ketramac.h"
-#include "store/records.h"
 
 namespace {
 
-/* Calls made for components inside one another; trees that people wrote need fewer than ten for
-   each record. */
-WalkBound compBound(100'000, 100);
+int compDepth = 0;
 
 bool isCompOf(const AsnType *type) {
     return type->compStatus == TCS_COMPOF;
 }
 
-RecNr &compCursor(AsnModule *module) {
-    return module->cursors[KIND_COMPONENT];
-}
-
 /* A synonym definition shows no components of its own; an element is no component. */
-bool hasComponents(const AsnType *type, bool compsOnly) {
+bool hasSons(const AsnType *type, bool compsOnly) {
     if (compsOnly && (type->base.nrOfComps == 0 || isListKind(type->base.mainType)))
         return false;
     return type->compStatus != TCS_HEADER || type->firstMainType != TYP_SYNONYM;
 }
 
-/* The extension marker ends what COMPONENTS OF brings in. */
-bool endsCompOf(const AsnType *walked) {
-    return isCompOf(walked) && tNode.mainType == TYP_EXTENSION_MARKER;
-}
-
-/* The next component of `walked` becomes the current TNode. */
-bool nextCompTNode(const AsnType *walked, AsnModule *module) {
-    if (nextTNode(module, KIND_COMPONENT, true) && !endsCompOf(walked))
-        return true;
-    compCursor(module) = 0;
-    return false;
-}
-
-AsnType *noComp(AsnModule *module) {
-    compCursor(module) = 0;
-    return nullptr;
-}
-
-/* The records that a walk over the list of `type` visits, in order; the cursor ends at 0. */
-std::vector<RecNr> collectComps(const AsnType *type) {
-    std::vector<RecNr> records;
-    compCursor(type->walkModule) = type->base.refRecord;
-    ChainGuard guard(REC_TNODE);
-    while (nextCompTNode(type, type->walkModule)) {
-        guard.step(type->walkModule->modRec);
-        records.push_back(recJustRead[REC_TNODE].nr);
+/* The records of the sons of one type, in the order of the walk. */
+class SonList {
+public:
+    SonList(const AsnType *walked, bool compsOnly, bool revOrd)
+        : isCompOf_(isCompOf(walked)), module_(walked->contentModule),
+          walk_(module_, KIND_COMPONENT,
+                hasSons(walked, compsOnly || revOrd) ? walked->base.refRecord : 0) {
+        if (!revOrd)
+            return;
+        while (nextForward())
+            reversed_.push_back(recJustRead[REC_TNODE].nr);
+        revOrd_ = true;
     }
-    return records;
-}
+
+    /* Makes the next one current; false at the end. */
+    bool next() {
+        if (!revOrd_)
+            return nextForward();
+        if (reversed_.empty())
+            return false;
+        readRec(module_, REC_TNODE, reversed_.back());
+        reversed_.pop_back();
+        return true;
+    }
+
+private:
+    /* The extension marker ends what COMPONENTS OF brings in. */
+    bool nextForward() {
+        return walk_.next() && !(isCompOf_ && tNode.mainType == TYP_EXTENSION_MARKER);
+    }
+
+    bool isCompOf_;
+    ModRec *module_;
+    ListWalk walk_;
+    bool revOrd_ = false;
+    std::vector<RecNr> reversed_; /* the next one last */
+};
 
 /* What all levels of one walk share; they differ inside COMPONENTS OF only. */
 struct SonWalk {
@@ -96,14 +98,11 @@ void callForSon(SonWalk *walk, AsnType *son, int *number) {
 /* The components that a COMPONENTS OF stands for. They belong to the C type of the structure. */
 void expandCompOf(SonWalk *walk, AsnType *walked, AsnType *son, int *number) {
     AsnModule *kept = son->walkModule;
-    AsnModule *module = newAsnModule(son->contentModule);
-    compCursor(module) = son->contentRecord;
-    son->walkModule = module;
+    son->walkModule = getAsnModule(son->contentModule);
     son->baseId = walked->baseId;
     walkSons(walk, son, true);
     *number = walk->owner->compCounter;
     son->walkModule = kept;
-    delAsnModule(module);
 }
 
 void visitSon(SonWalk *walk, AsnType *walked, AsnType *son, int *number) {
@@ -111,23 +110,15 @@ void visitSon(SonWalk *walk, AsnType *walked, AsnType *son, int *number) {
         son->father = walk->owner;
         son->inCompOf = true;
     }
-    AsnModule *module = son->walkModule;
-    const RecNr cursor = compCursor(module);
     if (!isCompOf(son))
         callForSon(walk, son, number);
     else if (son->base.refRecord != 0)
         expandCompOf(walk, walked, son, number);
-    compCursor(module) = cursor;
-    if (isCompOf(walked)) {
-        son->father = walked;
-        son->inCompOf = false;
-    }
 }
 
 /* The sons of `walked` as sons of the owner; its module handles are those of its components. */
 void visitSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
-    AsnType *son = walk->revOrd ? lastTypeComp(walked, *walk->nr)
-                                : firstTypeComp(walked, compsOnly, *walk->nr);
+    SonList sons(walked, compsOnly, walk->revOrd);
     if (!isCompOf(walked)) {
         walk->owner->lastCompOptional = false;
         /* The marker has a place among the components, but no tag number. */
@@ -135,22 +126,19 @@ void visitSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
             --*walk->nr;
     }
     int number = walk->owner->compCounter;
-    while (son != nullptr) {
+    while (sons.next()) {
+        AsnType son(walked->walkModule, walked->ownerModule);
+        getTypePathN(walked, &son, *walk->nr);
         walk->sons.step(walked->posModule);
-        compBound.step(walked->posModule);
-        visitSon(walk, walked, son, &number);
-        if (isListKind(walked->base.mainType)) {
-            compCursor(son->walkModule) = 0;
-            delAsnType(son);
+        visitSon(walk, walked, &son, &number);
+        if (isListKind(walked->base.mainType))
             return;
-        }
-        son = walk->revOrd ? prevTypeComp(son, *walk->nr) : nextTypeComp(son, *walk->nr);
     }
 }
 
-/* A base in another module is walked with a handle on that module. */
+/* A base in another module is walked with the handle on that module. */
 void walkSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
-    const WalkLevel level(&compBound, walked->posModule, nestingLimit);
+    const NestingGuard level(&compDepth, walked->posModule);
     ModRec *base = walked->contentModule;
     if (base == walked->posModule && base == walked->walkModule->modRec) {
         visitSons(walk, walked, compsOnly);
@@ -158,13 +146,20 @@ void walkSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
     }
     AsnModule *walkModule = walked->walkModule;
     AsnModule *ownerModule = walked->ownerModule;
-    AsnModule *module = newAsnModule(base);
-    walked->walkModule = module;
-    walked->ownerModule = module;
+    walked->walkModule = walked->ownerModule = getAsnModule(base);
     visitSons(walk, walked, compsOnly);
     walked->walkModule = walkModule;
     walked->ownerModule = ownerModule;
-    delAsnModule(module);
+}
+
+/* The engine of the walks: calls for the sons of `type`. `nr` counts automatic tags. One call-back is
+   given. */
+void forEachSon(AsnType *type, CompCall compFunc, ElemCall elemFunc, bool revOrd, bool compsOnly,
+                int nr) {
+    if (!compFunc && !elemFunc)
+        fatalError(FATAL_NO_CALLBACK, nullptr);
+    SonWalk walk{type, compFunc, elemFunc, revOrd, &nr};
+    walkSons(&walk, type, compsOnly);
 }
 
 /* Where a walk in reverse order starts. */
@@ -184,102 +179,17 @@ CompCounts countSons(AsnType *type) {
 
 } // namespace
 
-AsnType *firstTypeComp(AsnType *type, bool compsOnly, int nr) {
-    if (type == nullptr)
-        return nullptr;
-    AsnModule *module = type->walkModule;
-    if (!hasComponents(type, compsOnly))
-        return noComp(module);
-    compCursor(module) = type->base.refRecord;
-    if (!nextCompTNode(type, module))
-        return nullptr;
-    AsnType *comp = newAsnType(module, type->ownerModule);
-    getTypePathN(type, comp, nr);
-    return comp;
-}
-
-AsnType *nextTypeComp(AsnType *comp, int nr) {
-    AsnType *father = comp->father;
-    AsnModule *walkModule = comp->walkModule;
-    AsnModule *ownerModule = comp->ownerModule;
-    const RecNr steps = comp->walkSteps + 1;
-    if (steps > recCount(walkModule->modRec, REC_TNODE))
-        treeInconsistent(walkModule->modRec);
-    clearAsnType(comp);
-    if (!nextCompTNode(father, walkModule)) {
-        delAsnType(comp);
-        return nullptr;
-    }
-    comp->walkModule = walkModule;
-    comp->ownerModule = ownerModule;
-    comp->walkSteps = steps;
-    getTypePathN(father, comp, nr);
-    return comp;
-}
-
-AsnType *lastTypeComp(AsnType *type, int nr) {
-    AsnModule *module = type->walkModule;
-    if (!hasComponents(type, true))
-        return noComp(module);
-    std::vector<RecNr> siblings = collectComps(type);
-    if (siblings.empty())
-        return noComp(module);
-    readRec(module->modRec, REC_TNODE, siblings.back());
-    siblings.pop_back();
-    compCursor(module) = siblings.empty() ? 0 : siblings.back();
-    if (isTypeExtensionmarkerComp(type) && !isCompOf(type))
-        --nr;
-    AsnType *comp = newAsnType(module, type->ownerModule);
-    comp->siblings = std::move(siblings);
-    getTypePathN(type, comp, nr);
-    return comp;
-}
-
-AsnType *prevTypeComp(AsnType *comp, int nr) {
-    AsnType *father = comp->father;
-    AsnModule *walkModule = comp->walkModule;
-    AsnModule *ownerModule = comp->ownerModule;
-    std::vector<RecNr> siblings = std::move(comp->siblings);
-    clearAsnType(comp);
-    const RecNr rec = compCursor(father->walkModule);
-    while (!siblings.empty() && siblings.back() != rec)
-        siblings.pop_back();
-    if (rec == 0 || siblings.empty() || !takeTNode(walkModule, KIND_COMPONENT, rec, true)) {
-        compCursor(walkModule) = 0;
-        delAsnType(comp);
-        return nullptr;
-    }
-    siblings.pop_back();
-    compCursor(walkModule) = siblings.empty() ? 0 : siblings.back();
-    comp->walkModule = walkModule;
-    comp->ownerModule = ownerModule;
-    comp->siblings = std::move(siblings);
-    getTypePathN(father, comp, nr);
-    return comp;
-}
-
-void forEachSon(AsnType *owner, AsnType *walked, CompCall compFunc, ElemCall elemFunc, bool revOrd,
-                bool compsOnly, int *nr) {
-    if (!compFunc && !elemFunc)
-        fatalError(FATAL_NO_CALLBACK, nullptr);
-    SonWalk walk{owner, compFunc, elemFunc, revOrd, nr, ChainGuard(REC_TNODE)};
-    walkSons(&walk, walked, compsOnly);
-}
-
 void forEachTypeComp(AsnType *type, CompCall func) {
-    int nr = 0;
     type->compCounter = 0;
-    forEachSon(type, type, func, nullptr, false, true, &nr);
+    forEachSon(type, func, nullptr, false, true, 0);
 }
 
 void forEachTypeCompQuietly(AsnType *type, CompCall func) {
     const int compCounter = type->compCounter;
     const bool lastCompOptional = type->lastCompOptional;
-    const RecNr cursor = compCursor(type->walkModule);
     const bool createdMetaRecs = setCreateBETypMetaFlag(false);
     forEachTypeComp(type, func);
     setCreateBETypMetaFlag(createdMetaRecs);
-    compCursor(type->walkModule) = cursor;
     type->compCounter = compCounter;
     type->lastCompOptional = lastCompOptional;
 }
@@ -287,24 +197,22 @@ void forEachTypeCompQuietly(AsnType *type, CompCall func) {
 void forEachTypeCompRevOrd(AsnType *type, CompCall func) {
     requireCall(func);
     const CompCounts counts = countSons(type);
-    int nr = counts.tagged - 1 + (isTypeExtensionmarkerComp(type) ? 1 : 0);
     type->compCounter = counts.all - 1;
-    forEachSon(type, type, func, nullptr, true, true, &nr);
+    forEachSon(type, func, nullptr, true, true,
+               counts.tagged - 1 + (isTypeExtensionmarkerComp(type) ? 1 : 0));
 }
 
 void forTypeElem(AsnType *type, ElemCall func) {
     requireCall(func);
     if (!isListKind(type->base.mainType))
         return;
-    int nr = 0;
     type->compCounter = 0;
-    forEachSon(type, type, nullptr, func, false, false, &nr);
+    forEachSon(type, nullptr, func, false, false, 0);
 }
 
 void forEachTypeCompOrElem(AsnType *type, CompCall func) {
-    int nr = 0;
     type->compCounter = 0;
-    forEachSon(type, type, func, nullptr, false, !isListKind(type->base.mainType), &nr);
+    forEachSon(type, func, nullptr, false, !isListKind(type->base.mainType), 0);
 }
 
 int nrOfWalkedComps(AsnType *type) {

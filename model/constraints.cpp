@@ -14,11 +14,10 @@
 
 namespace {
 
-WalkBound constraintBound(250'000, 10);
+int constraintDepth = 0;
 
 /* Fills a handle from a record, whose number may lead nowhere. */
 void initAsnConstraint(AsnConstraint *handle, AsnType *type, ModRec *module, RecNr nr) {
-    constraintBound.step(module);
     readRec(module, REC_SUB, nr);
     handle->type = type;
     handle->module = module;
@@ -31,7 +30,7 @@ void forConstraint(AsnType *type, const AsnConstraint *constraint, int kind,
     requireCall(func);
     if (constraint->sub.subKind != kind)
         return;
-    const WalkLevel level(&constraintBound, constraint->module);
+    const NestingGuard level(&constraintDepth, constraint->module, MAX_NESTING);
     AsnConstraint child;
     initAsnConstraint(&child, type, constraint->module, constraint->sub.first);
     func(type, &child);
@@ -43,7 +42,7 @@ void forSetConstraint(AsnType *type, const AsnConstraint *constraint, int kind,
     if (constraint->sub.subKind != kind)
         return;
     ModRec *module = constraint->module;
-    const WalkLevel level(&constraintBound, module);
+    const NestingGuard level(&constraintDepth, module, MAX_NESTING);
     ChainGuard guard(REC_SUB);
     AsnConstraint element;
     int nbr = 0;
@@ -65,7 +64,6 @@ bool fillFromList(AsnConstraint *constraint, AsnType *type, int place) {
     constraint->type = type;
     constraint->module = node.module;
     constraint->sub = subRec;
-    constraint->listPlace = place;
     return true;
 }
 
@@ -86,11 +84,10 @@ int firstLocalPlace(const AsnType *type) {
 bool isSimpleElem(ModRec *module, const SubRec &sub);
 
 bool areSimpleElems(ModRec *module, const SubRec &sub) {
-    const WalkLevel level(&constraintBound, module);
+    const NestingGuard level(&constraintDepth, module, MAX_NESTING);
     ChainGuard guard(REC_SUB);
     for (RecNr nr = sub.first; nr != 0;) {
         guard.step(module);
-        constraintBound.step(module);
         readRec(module, REC_SUB, nr);
         const SubRec elem = subRec;
         if (!isSimpleElem(module, elem))
@@ -114,7 +111,7 @@ bool isSimpleElem(ModRec *module, const SubRec &sub) {
     }
 }
 
-AsnValue *asnValueFromConstraint(const AsnConstraint *constraint, RecNr record) {
+std::unique_ptr<AsnValue> asnValueFromConstraint(const AsnConstraint *constraint, RecNr record) {
     return record == 0 ? nullptr : newValueByNumber(constraint->module, record);
 }
 
@@ -130,19 +127,15 @@ VNode minMaxEnd(AsnType *type, bool isUpper) {
     return node;
 }
 
-AsnValue *asnValueForMinMaxValueRange(AsnType *type, const AsnConstraint *constraint,
-                                      bool isUpper) {
-    AsnModule *module = newAsnModule(constraint->module);
-    AsnValue *value = newAsnValue(module, module);
-    value->ownModule = module;
-    initInfinityValue(value, minMaxEnd(type, isUpper));
+std::unique_ptr<AsnValue> rangeEnd(AsnType *type, const AsnConstraint *constraint, bool isUpper) {
+    auto value = asnValueFromConstraint(constraint, isUpper ? constraint->sub.second
+                                                            : constraint->sub.first);
+    if (value != nullptr)
+        return value;
+    AsnModule *module = getAsnModule(constraint->module);
+    value = std::make_unique<AsnValue>(module, module);
+    initInfinityValue(value.get(), minMaxEnd(type, isUpper));
     return value;
-}
-
-AsnValue *rangeEnd(AsnType *type, const AsnConstraint *constraint, bool isUpper) {
-    AsnValue *value = asnValueFromConstraint(constraint, isUpper ? constraint->sub.second
-                                                                 : constraint->sub.first);
-    return value != nullptr ? value : asnValueForMinMaxValueRange(type, constraint, isUpper);
 }
 
 int synonymDepth = 0;
@@ -177,7 +170,6 @@ ComponentIndex indexComponents(const AsnConstraint *constraint) {
     ChainGuard guard(REC_SUB);
     for (RecNr nr = constraint->sub.first; nr != 0; nr = subRec.next) {
         guard.step(constraint->module);
-        constraintBound.step(constraint->module);
         readRec(constraint->module, REC_SUB, nr);
         index.emplace(std::pair(getModPtr(constraint->module, subRec.compModule), subRec.compTNode),
                       nr);
@@ -230,26 +222,6 @@ constexpr const char *subNameArr[] = {
 static_assert(std::size(subNameArr) == SUB_ALL_EXCEPT + SUB_EXTENDED_VALUE_SET - SUB_RANGE + 1);
 
 } // namespace
-
-AsnConstraint *firstConstraint(AsnType *type) {
-    auto *constraint = new AsnConstraint;
-    if (fillFromList(constraint, type, 0))
-        return constraint;
-    delAsnConstraint(constraint);
-    return nullptr;
-}
-
-AsnConstraint *nextConstraint(AsnConstraint *constraint) {
-    if (constraint == nullptr ||
-        fillFromList(constraint, constraint->type, constraint->listPlace + 1))
-        return constraint;
-    delAsnConstraint(constraint);
-    return nullptr;
-}
-
-void delAsnConstraint(AsnConstraint *constraint) {
-    delete constraint;
-}
 
 void forEachTypeConstraint(AsnType *type,
                            Call<void(AsnType *type, AsnConstraint *constraint)> func) {
@@ -337,7 +309,7 @@ void forExceptConstraint(
     requireCall(func);
     if (constraint->sub.subKind != SUB_EXCEPT)
         return;
-    const WalkLevel level(&constraintBound, constraint->module);
+    const NestingGuard level(&constraintDepth, constraint->module, MAX_NESTING);
     AsnConstraint included;
     AsnConstraint excluded;
     initAsnConstraint(&included, type, constraint->module, constraint->sub.first);
@@ -365,11 +337,10 @@ void forSingleValueConstraint(AsnType *type, AsnConstraint *constraint,
     requireCall(func);
     if (constraint->sub.subKind != SUB_SINGLE_VALUE)
         return;
-    AsnValue *value = asnValueFromConstraint(constraint, constraint->sub.first);
+    const auto value = asnValueFromConstraint(constraint, constraint->sub.first);
     if (value == nullptr)
         fatalError(FATAL_INTERNAL, "Unable to construct a value for a constraint.");
-    func(type, value);
-    delAsnValue(value);
+    func(type, value.get());
 }
 
 void forValueRangeConstraint(
@@ -379,12 +350,10 @@ void forValueRangeConstraint(
     requireCall(func);
     if (constraint->sub.subKind != SUB_RANGE)
         return;
-    AsnValue *low = rangeEnd(type, constraint, false);
-    AsnValue *high = rangeEnd(type, constraint, true);
-    func(type, low, (constraint->sub.subFlags & SUB_LOWER_CLOSED) != 0, high,
+    const auto low = rangeEnd(type, constraint, false);
+    const auto high = rangeEnd(type, constraint, true);
+    func(type, low.get(), (constraint->sub.subFlags & SUB_LOWER_CLOSED) != 0, high.get(),
          (constraint->sub.subFlags & SUB_UPPER_CLOSED) != 0);
-    delAsnValue(low);
-    delAsnValue(high);
 }
 
 sint64 getRangeEnd(AsnType *type, const AsnConstraint *constraint, bool isUpper) {
@@ -409,17 +378,14 @@ void forContSubtypeConstraint(
     requireCall(func);
     if (constraint->sub.subKind != SUB_INCLUDES)
         return;
-    const WalkLevel level(&constraintBound, constraint->module);
+    const NestingGuard level(&constraintDepth, constraint->module, MAX_NESTING);
     readRec(constraint->module, REC_VNODE, constraint->sub.first);
     readRec(constraint->module, REC_TNODE, vNode.refRecord);
-    AsnType *contained = newAsnType(type->ownerModule, type->ownerModule);
-    getTypePath(nullptr, contained);
+    AsnType contained(type->ownerModule, type->ownerModule);
+    getTypePath(nullptr, &contained);
     AsnConstraint inner;
-    for (int place = 0; fillFromList(&inner, contained, place); ++place) {
-        constraintBound.step(constraint->module);
-        func(type, contained, &inner);
-    }
-    delAsnType(contained);
+    for (int place = 0; fillFromList(&inner, &contained, place); ++place)
+        func(type, &contained, &inner);
 }
 
 void forWithComponentConstraint(
@@ -428,7 +394,7 @@ void forWithComponentConstraint(
     requireCall(func);
     if (constraint->sub.subKind != SUB_WITH_COMPONENT)
         return;
-    const WalkLevel level(&constraintBound, constraint->module);
+    const NestingGuard level(&constraintDepth, constraint->module, MAX_NESTING);
     AsnConstraint inner;
     initAsnConstraint(&inner, type, constraint->module, constraint->sub.first);
     constrainListType(type, [&](AsnType *, AsnType *elem) { func(type, elem, &inner); });
@@ -440,7 +406,7 @@ void forWithComponentsConstraint(
     requireCall(func);
     if (constraint->sub.subKind != SUB_WITH_COMPONENTS)
         return;
-    const WalkLevel level(&constraintBound, constraint->module);
+    const NestingGuard level(&constraintDepth, constraint->module, MAX_NESTING);
     const ComponentIndex index = indexComponents(constraint);
     constrainStructuredType(type, [&](AsnType *, AsnType *comp, int compNbr) {
         AsnConstraint inner;

@@ -19,16 +19,9 @@ struct AsnConstraint {
     AsnType *type = nullptr;  /* borrowed */
     ModRec *module = nullptr; /* of the node; null if the walk made the node up */
     SubRec sub;               /* a copy: flags may differ from the record's */
-    int listPlace = 0;        /* in a walk of the list: place from 0, the base's first */
 };
 
-/* The list, the base's constraints first. The handle is refilled by each step and deleted by the
-   last; a caller that leaves early deletes it. Null at the end, and for null. */
-AsnConstraint *firstConstraint(AsnType *type);
-AsnConstraint *nextConstraint(AsnConstraint *constraint);
-void delAsnConstraint(AsnConstraint *constraint);
-
-/* Each constraint of the list, or of its local part, that is not of the kind passed over. */
+/* Each constraint of the list, the base's first, or of its local part, that is not of the kind passed over. */
 void forEachTypeConstraint(AsnType *type,
                            Call<void(AsnType *type, AsnConstraint *constraint)> func);
 void forEachLocalTypeConstraint(AsnType *type,

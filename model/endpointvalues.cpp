@@ -24,29 +24,29 @@ bool isNumberCurrent(int kind) {
     return is;
 }
 
-/* One end of a type's values or sizes as a new value; `flag` tells whether it is closed. */
-AsnValue *newEndpointValue(AsnType *type, bool plus, std::uint8_t *flag) {
+/* Fills `value` with one end of a type's values or sizes; the result tells whether it is closed. */
+bool getEndpointValue(AsnValue *value, AsnType *type, bool plus) {
     const int kind = type->base.mainType == TYP_REAL ? TYP_REAL : TYP_INTEGER;
     readRec(type->contentModule, REC_TNODE, type->contentRecord);
     /* The record that gives the end is to be the one left current, not one of an earlier walk. */
     recJustRead[REC_VNODE] = NodePlace{};
     VNode end;
-    *flag = 0;
-    if (!getEndpoint(&end, flag, plus))
+    std::uint8_t flag = 0;
+    if (!getEndpoint(&end, &flag, plus))
         fatalError(FATAL_INTERNAL, "Cannot obtain endpoint for a type.");
+    const bool isClosed = (flag & (plus ? SUB_UPPER_CLOSED : SUB_LOWER_CLOSED)) != 0;
     const bool invalid = isInvalidEndpoint(end);
     end.valueKind = static_cast<std::uint8_t>(kind);
-    AsnValue *value = newAsnValue(type->walkModule, type->ownerModule);
     const bool infinite =
         !invalid && (testInfinity(end, true, kind) || testInfinity(end, false, kind));
     if (!infinite && isNumberCurrent(kind)) {
         getValuePath(nullptr, value, KIND_VALUE);
-        return value;
+        return isClosed;
     }
     if (invalid)
         setInfinity(&end, plus, kind);
     initInfinityValue(value, end);
-    return value;
+    return isClosed;
 }
 
 } // namespace
@@ -58,11 +58,9 @@ void forTypeEndpoints(
     requireCall(func);
     if (!hasEndpoints(type->base.mainType))
         return;
-    std::uint8_t lowFlag = 0;
-    std::uint8_t highFlag = 0;
-    AsnValue *low = newEndpointValue(type, false, &lowFlag);
-    AsnValue *high = newEndpointValue(type, true, &highFlag);
-    func(type, low, (lowFlag & SUB_LOWER_CLOSED) != 0, high, (highFlag & SUB_UPPER_CLOSED) != 0);
-    delAsnValue(low);
-    delAsnValue(high);
+    AsnValue low(type->walkModule, type->ownerModule);
+    AsnValue high(type->walkModule, type->ownerModule);
+    const bool lowClosed = getEndpointValue(&low, type, false);
+    const bool highClosed = getEndpointValue(&high, type, true);
+    func(type, &low, lowClosed, &high, highClosed);
 }

@@ -43,7 +43,7 @@ private:
 
     void enter(ModRec *modRec) {
         cMP = modRec;
-        AsnModule *handle = newAsnModule(modRec);
+        AsnModule *handle = getAsnModule(modRec);
         std::size_t firstImport =
             descends_ && !descends_(handle) ? modRec->imports.size() : std::size_t{0};
         open_.push_back({modRec, handle, firstImport});
@@ -56,7 +56,6 @@ private:
             return;
         cMP = done.modRec;
         func_(done.handle);
-        delAsnModule(done.handle);
     }
 
     Call<bool(AsnModule *)> descends_;

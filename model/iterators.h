@@ -5,17 +5,13 @@
 #include "model/compwalk.h"
 
 /* Walks over the types of a module, and from a type to what it is defined by. `nbr` counts calls
-   from 0. The place of a walk is a cursor of its module handle: the forEach functions put it back
-   around each call, users of first... and next... do so themselves. A missing call-back is fatal
-   error 18; a list without end is fatal error 15. */
+   from 0. A missing call-back is fatal error 18; a list without end is fatal error 15. */
 
 using TypeCall = Call<void(AsnType *type, int nbr)>;
 using BaseTypeCall = Call<void(AsnType *baseType)>;
 using TypePairCall = Call<void(AsnType *type, AsnType *baseType)>;
 
-/* The types of a module. nextType refills the handle; at the end it deletes it and gives null. */
-AsnType *firstType(AsnModule *module);
-AsnType *nextType(AsnType *type);
+/* The types of a module. */
 void forEachType(AsnModule *module, TypeCall func);
 /* These count only what they call for. */
 void forEachEntryType(AsnModule *module, TypeCall func);

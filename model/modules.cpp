@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "model/backvar.h"
-#include "model/beoptions.h"
 #include "model/hooks.h"
 #include "model/nametexts.h"
 #include "options/catalogue.h"
@@ -13,28 +12,23 @@
 
 ModelHooks modelHooks;
 
-namespace {
+void DropMeta::operator()(BETypMetaRec *meta) const {
+    if (modelHooks.deleteBETypMetaRec != nullptr)
+        modelHooks.deleteBETypMetaRec(meta);
+}
+void DropMeta::operator()(BEClassMetaRec *meta) const {
+    if (modelHooks.deleteBEClassMetaRec != nullptr)
+        modelHooks.deleteBEClassMetaRec(meta);
+}
+void DropMeta::operator()(BEObjMetaRec *meta) const {
+    if (modelHooks.deleteBEObjMetaRec != nullptr)
+        modelHooks.deleteBEObjMetaRec(meta);
+}
 
-/* Handles that were given back; their memory stays valid, so giving one back twice does no harm. */
-std::vector<std::unique_ptr<AsnModule>> allModules;
-std::vector<AsnModule *> freeModules;
+namespace {
 
 int exportingWalkDepth = 0;
 std::uint32_t exportingWalk = 0; /* number of the outermost walk */
-
-ModRec *moduleInList(std::size_t place) {
-    return place < modRecList.records.size() ? modRecList.records[place].get() : nullptr;
-}
-
-ModRec *lastNamedModule() {
-    return modRecList.namedCount == 0 ? nullptr : moduleInList(modRecList.namedCount - 1);
-}
-
-/* The record behind this one in the list of all modules. */
-ModRec *moduleBehind(const ModRec *modRec) {
-    const auto place = static_cast<std::size_t>(modRec->listPlace);
-    return moduleInList(place + 1);
-}
 
 void setCacheFlag(InfoCache *cache, int bit, bool value) {
     const std::uint32_t mask = 1u << (static_cast<unsigned>(bit) % 32u);
@@ -44,83 +38,35 @@ void setCacheFlag(InfoCache *cache, int bit, bool value) {
 
 } // namespace
 
-AsnModule *initAsnModule(AsnModule *module, ModRec *modRec) {
+AsnModule *getAsnModule(ModRec *modRec) {
     const MNode &header = storedMNode(modRec, 1);
-    module->modRec = modRec;
-    module->counts = &header.counts;
-    module->live = true;
-    if (!modRec->hadHandle) {
-        modRec->hadHandle = true;
+    if (modRec->handle == nullptr) {
+        modRec->handle = std::make_shared<AsnModule>(AsnModule{modRec});
         modRec->options->sourceDirectory = optionalStri(modRec, header.sourceDirectory);
         modRec->options->sourceFileName = optionalStri(modRec, header.sourceFileName);
         if (modelHooks.initBEModMetaRec != nullptr)
-            modelHooks.initBEModMetaRec(module, modRec->metaRec);
+            modelHooks.initBEModMetaRec(modRec->handle.get(), modRec->metaRec);
     }
-    return module;
-}
-
-AsnModule *newAsnModule(ModRec *modRec) {
-    if (freeModules.empty()) {
-        allModules.push_back(std::make_unique<AsnModule>());
-        freeModules.push_back(allModules.back().get());
-    }
-    AsnModule *module = freeModules.back();
-    freeModules.pop_back();
-    *module = AsnModule();
-    return initAsnModule(module, modRec);
-}
-
-void delAsnModule(AsnModule *module) {
-    if (module == nullptr || !module->live)
-        return;
-    module->live = false;
-    freeModules.push_back(module);
-}
-
-void saveAsnModState(const AsnModule *from, AsnModule *to) {
-    to->cursors = from->cursors;
-}
-
-AsnModule *firstModule(ModRec *modRec) {
-    cMP = modRec;
-    return modRec == nullptr ? nullptr : newAsnModule(modRec);
-}
-
-AsnModule *nextModule(AsnModule *module, ModRec *specific) {
-    if (module == nullptr) {
-        cMP = nullptr;
-        return nullptr;
-    }
-    if (specific == nullptr && module->modRec == lastNamedModule()) {
-        delAsnModule(module);
-        cMP = nullptr;
-        return nullptr;
-    }
-    cMP = specific != nullptr ? specific : moduleBehind(module->modRec);
-    *module = AsnModule();
-    return initAsnModule(module, cMP);
+    return modRec->handle.get();
 }
 
 void forEachModule(Call<void(AsnModule *module)> func) {
     requireCall(func);
     ModRec *before = cMP;
-    AsnModule *module = firstModule(modRecList.namedCount == 0 ? nullptr : moduleInList(0));
-    while (module != nullptr) {
-        ModRec *current = cMP;
-        func(module);
-        cMP = current;
-        module = nextModule(module, nullptr);
+    for (std::size_t place = 0; place < modRecList.namedCount; ++place) {
+        cMP = modRecList.records[place].get();
+        func(getAsnModule(cMP));
     }
     cMP = before;
 }
 
 void forFirstModule(Call<void(AsnModule *module)> func) {
     requireCall(func);
+    if (modRecList.namedCount == 0)
+        return;
     ModRec *before = cMP;
-    AsnModule *module = firstModule(modRecList.namedCount == 0 ? nullptr : moduleInList(0));
-    if (module != nullptr)
-        func(module);
-    delAsnModule(module);
+    cMP = modRecList.records[0].get();
+    func(getAsnModule(cMP));
     cMP = before;
 }
 
@@ -132,18 +78,17 @@ void forEachExportingModule(AsnModule *module, Call<void(AsnModule *exporting)> 
         if (exportingWalkDepth == 1)
             ++exportingWalk;
         module->modRec->exportingWalk = exportingWalk;
-        AsnModule *exporting = nullptr;
         for (const auto &import : module->modRec->imports.recs) {
             ModRec *modRec = import->picMod;
             if (modRec == nullptr || modRec->state == MOD_PREDEFINED)
                 continue;
-            exporting = exporting == nullptr ? firstModule(modRec) : nextModule(exporting, modRec);
+            AsnModule *exporting = getAsnModule(modRec);
             if (modRec->exportingWalk != exportingWalk && import->picMark != 0) {
+                cMP = modRec;
                 func(exporting);
                 modRec->exportingWalk = exportingWalk;
             }
         }
-        delAsnModule(exporting);
     }
     cMP = before;
 }
@@ -216,11 +161,11 @@ int getNrOfObjectSets(AsnModule *module) {
 }
 
 int getNrOfTypeNodes(AsnModule *module) {
-    return (*module->counts)[REC_TNODE];
+    return storedMNode(module->modRec, 1).counts[REC_TNODE];
 }
 
 int getNrOfValueNodes(AsnModule *module) {
-    return (*module->counts)[REC_VNODE];
+    return storedMNode(module->modRec, 1).counts[REC_VNODE];
 }
 
 int getUniqueModuleNr(AsnModule *module) {
@@ -241,20 +186,6 @@ bool isCombinedModules(AsnModule *module, AsnModule *other) {
 
 FixChain *globalFixRecForKind(AsnModule *module, int kind) {
     return fixRecForKind(getGlobalOptions(module), kind);
-}
-
-bool isGlobalCommentOption(AsnModule *module) {
-    return getGlobalOptions(module)->comments.first > 0;
-}
-
-void forEachGlobalCommentOption(AsnModule *module,
-                                Call<void(AsnModule *module, const char *text, int index)> func) {
-    requireCall(func);
-    if (!isGlobalCommentOption(module))
-        return;
-    const TedRange range = getGlobalOptions(module)->comments;
-    forEachBEComment(module->modRec, range.first, range.last,
-                     [&](const char *comment, int index) { func(module, comment, index); });
 }
 
 InfoCache *getModuleInfoCache(AsnModule *module) {

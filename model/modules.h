@@ -6,20 +6,9 @@
 /* Handles on modules, walks over modules, and questions asked of a module. Walks set cMP for each
    call and put it back; a missing call-back is fatal error 18. */
 
-/* Sets the handle up for `modRec`, notes its source file in the options and completes its meta
-   record. Fatal error 9 if the module is null or has no header. */
-AsnModule *initAsnModule(AsnModule *module, ModRec *modRec);
-AsnModule *newAsnModule(ModRec *modRec);
-/* Null, or a handle already given back, is left alone. */
-void delAsnModule(AsnModule *module);
-/* Copies the cursors. */
-void saveAsnModState(const AsnModule *from, AsnModule *to);
-
-/* A handle on `modRec`, which becomes cMP; null for null. */
-AsnModule *firstModule(ModRec *modRec);
-/* Moves the handle to `specific`, or without it to the next module of the list. Behind the last
-   named module the handle is deleted and the result null. Cursors start anew. */
-AsnModule *nextModule(AsnModule *module, ModRec *specific);
+/* The handle on `modRec`, always the same one. The first time its source file is noted in the options and
+   its meta record completed. Fatal error 9 if the module is null or has no header. */
+AsnModule *getAsnModule(ModRec *modRec);
 
 /* The modules named on the command line. */
 void forEachModule(Call<void(AsnModule *module)> func);
@@ -58,11 +47,6 @@ bool isCombinedModule(AsnModule *module);
 bool isCombinedModules(AsnModule *module, AsnModule *other);
 /* Names for a whole kind of definition; null for another kind. */
 FixChain *globalFixRecForKind(AsnModule *module, int kind);
-
-bool isGlobalCommentOption(AsnModule *module);
-/* `index` counts the comment options from 0. */
-void forEachGlobalCommentOption(AsnModule *module,
-                                Call<void(AsnModule *module, const char *text, int index)> func);
 
 /* Answers kept for the module, and for the record at which a type was met. */
 InfoCache *getModuleInfoCache(AsnModule *module);

@@ -2,8 +2,8 @@
 
 #include "model/modules.h"
 #include "model/typewalk.h"
+#include "model/walk.h"
 #include "store/classify.h"
-#include "store/records.h"
 
 namespace {
 
@@ -32,87 +32,61 @@ bool followReference(StopAt stopAt) {
     return false;
 }
 
-AsnModule *findOtherModule(AsnType *type, RecNr *recOut, StopAt stopAt) {
+NodePlace findEnd(AsnType *type, StopAt stopAt) {
     readRec(type->posModule, REC_TNODE, type->posRecord);
     ChainGuard guard(REC_TNODE);
     do
         guard.step(currModule(REC_TNODE));
     while (followReference(stopAt));
-    *recOut = recJustRead[REC_TNODE].nr;
-    return newAsnModule(currModule(REC_TNODE));
+    return saveNodeContext(REC_TNODE);
 }
 
 bool isReference(const AsnType *type) {
     return type->firstMainType == TYP_SYNONYM || type->firstMainType == TYP_FIELDLIST;
 }
 
-/* Builds a handle on record `rec` of `module`, calls, and deletes both. The record was asked for by
-   its number, so it may be one that walks leave out. */
-void callForRecord(AsnModule *module, RecNr rec, const char *failure,
-                   Call<void(AsnType *defined)> func) {
-    if (!takeTNode(module, KIND_TYPE, rec, true))
-        fatalError(FATAL_INTERNAL, failure);
-    AsnType *defined = newAsnType(module, module);
-    getTypePath(nullptr, defined);
-    func(defined);
-    delAsnType(defined);
-    delAsnModule(module);
+/* Calls with a handle on the record where the walk along the references ends, with the handle on its
+   module. It was asked for by its number, so it may be one that walks leave out. */
+void callForEnd(AsnType *type, StopAt stopAt, Call<void(AsnType *defined)> func) {
+    const NodePlace end = findEnd(type, stopAt);
+    if (!takeTNode(end.module, KIND_TYPE, end.nr))
+        fatalError(FATAL_INTERNAL, stopAt == StopAt::Definition
+                                       ? "Unable to construct AsnType for a type."
+                                       : "Unable to construct AsnType for a type defined in "
+                                         "another module.");
+    AsnModule *module = getAsnModule(end.module);
+    AsnType defined(module, module);
+    getTypePath(nullptr, &defined);
+    func(&defined);
 }
-
-constexpr const char *NOT_IN_OTHER_MODULE =
-    "Unable to construct AsnType for a type defined in another module.";
-constexpr const char *NOT_A_TYPE = "Unable to construct AsnType for a type.";
 
 } // namespace
 
-AsnModule *findTheAnotherModuleOfType(AsnType *type, RecNr *recOut) {
-    return findOtherModule(type, recOut, StopAt::ChainEnd);
-}
-
-AsnModule *findTheAnotherModuleOfSynType(AsnType *type, RecNr *recOut, bool nextDefined) {
-    return findOtherModule(type, recOut, nextDefined ? StopAt::Definition : StopAt::OtherModule);
-}
-
 void forTypeDefinedInAnotherModule(AsnType *type, Call<void(AsnType *defined)> func) {
     requireCall(func);
-    if (!isReference(type))
-        return;
-    RecNr rec = 0;
-    AsnModule *module = findTheAnotherModuleOfType(type, &rec);
-    callForRecord(module, rec, NOT_IN_OTHER_MODULE, func);
+    if (isReference(type))
+        callForEnd(type, StopAt::ChainEnd, func);
 }
 
 void forDefBaseTypeDefinedInAnotherModule(AsnType *type,
                                           Call<void(AsnType *type, AsnType *defined)> func) {
     requireCall(func);
-    if (!isReference(type) && !type->inCompOf)
-        return;
-    RecNr rec = 0;
-    AsnModule *module = findTheAnotherModuleOfType(type, &rec);
-    callForRecord(module, rec, NOT_IN_OTHER_MODULE, [&](AsnType *defined) { func(type, defined); });
+    if (isReference(type) || type->inCompOf)
+        callForEnd(type, StopAt::ChainEnd, [&](AsnType *defined) { func(type, defined); });
 }
 
 void forSynonymTypeInAnotherModule(AsnType *type, Call<void(AsnType *defined)> func) {
-    if (!isReference(type))
-        return;
-    RecNr rec = 0;
-    AsnModule *module = findTheAnotherModuleOfSynType(type, &rec, false);
-    callForRecord(module, rec, NOT_IN_OTHER_MODULE, func);
+    if (isReference(type))
+        callForEnd(type, StopAt::OtherModule, func);
 }
 
 void forNextDefinedType(AsnType *type, Call<void(AsnType *defined)> func) {
-    if (!isReference(type))
-        return;
-    RecNr rec = 0;
-    AsnModule *module = findTheAnotherModuleOfSynType(type, &rec, true);
-    callForRecord(module, rec, NOT_A_TYPE, func);
+    if (isReference(type))
+        callForEnd(type, StopAt::Definition, func);
 }
 
 void forNextDefinedTypeAndBaseType(AsnType *type,
                                    Call<void(AsnType *type, AsnType *defined)> func) {
-    if (!isReference(type))
-        return;
-    RecNr rec = 0;
-    AsnModule *module = findTheAnotherModuleOfSynType(type, &rec, true);
-    callForRecord(module, rec, NOT_A_TYPE, [&](AsnType *defined) { func(type, defined); });
+    if (isReference(type))
+        callForEnd(type, StopAt::Definition, [&](AsnType *defined) { func(type, defined); });
 }

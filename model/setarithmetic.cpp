@@ -196,10 +196,6 @@ void freeIntegerValueSet(IntegerValueSet *set) {
     dropIndex(set);
 }
 
-void delIntegerValueSet(IntegerValueSet *set) {
-    delete set;
-}
-
 void moveValueSet(IntegerValueSet *set, IntegerValueSet *from) {
     freeIntegerValueSet(set);
     set->segs.splice(set->segs.begin(), from->segs);

@@ -31,8 +31,6 @@ struct IntegerValueSet {
 
 /* Empties a set; null is left alone. */
 void freeIntegerValueSet(IntegerValueSet *set);
-/* Gives a set back that a type owned; null is left alone. */
-void delIntegerValueSet(IntegerValueSet *set);
 
 /* The ranges of `from`, which becomes empty, take the place of those of `set`. */
 void moveValueSet(IntegerValueSet *set, IntegerValueSet *from);

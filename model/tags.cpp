@@ -2,7 +2,6 @@
 
 #include "base/files.h"
 #include "model/iterators.h"
-#include "model/typechain.h"
 #include "model/typetables.h"
 #include "store/records.h"
 
@@ -15,8 +14,10 @@ const char *tagClassWord(int tagClass) {
 }
 
 const DynaNode &tagEntry(const AsnType *type, int nbr) {
-    const int place = type->tags[static_cast<std::size_t>(nbr)];
-    return type->tagEntries[static_cast<std::size_t>(place)];
+    const DynaNode *entry = type->tagEntries.begin();
+    while (entry->tag.tagClass == TAG_CLASS_NONE || nbr-- > 0)
+        ++entry;
+    return *entry;
 }
 
 bool isSelectedTag(const AsnType *type, int nbr, int mask) {
@@ -155,6 +156,11 @@ int universalTagOfBase(AsnType *type) {
         number = tagRec.tagClass == TAG_UNI ? tagRec.tagNumber : -1;
     }
     return number;
+}
+
+bool isLocalTag(const AsnType *type, const DynaNode &entry) {
+    return entry.module == type->posModule && entry.record == type->posRecord &&
+           entry.tag.tagClass != TAG_UNI;
 }
 
 int getNrOfTags(AsnType *type) {

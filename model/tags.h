@@ -30,6 +30,8 @@ void forEachLocalTagRevOrd(AsnType *type, TagCall func);
    builtin type of one that has no kind of its own: a UTF8String is an OCTET STRING under
    [UNIVERSAL 12]. */
 int universalTagOfBase(AsnType *type);
+/* Was the tag written on the position itself? Universal tags never are. */
+bool isLocalTag(const AsnType *type, const DynaNode &entry);
 int getNrOfTags(AsnType *type);
 int getNrOfLocalTags(AsnType *type);
 int getTagClass(const AsnTag *tag);

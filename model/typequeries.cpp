@@ -78,7 +78,7 @@ RecNr getUniqueBaseTypeNr(AsnType *type) {
 }
 
 BETypMetaRec *getBETypMetaRec(AsnType *type) {
-    return type->metaRec;
+    return type->metaRec.get();
 }
 
 AsnModule *getModuleOfType(AsnType *type) {
@@ -93,9 +93,6 @@ bool isPartialTypeInfo(AsnType *type) {
     return type->partial;
 }
 
-bool isTypeCommentOption(AsnType *type) {
-    return type->hasCommentOption;
-}
 
 TypeOptions *getTypeOptions(AsnType *type) {
     return &type->typeOptions;
@@ -330,14 +327,4 @@ bool isDefiniteLengthEncoding(AsnType *type) {
     if (ofType == LENGTH_FORM_NOT_SET)
         return isDefinedType(type) || form == LENGTH_DEFINITE_DEFINITE_COMPS;
     return ofType == 1;
-}
-
-void forEachTypeCommentOption(AsnType *type,
-                              Call<void(AsnType *type, const char *option, int nbr)> func) {
-    requireCall(func);
-    if (!type->hasCommentOption)
-        return;
-    readRec(type->posModule, REC_TNODE, type->posRecord);
-    forEachBEComment(type->posModule, tNode.tedFirst, tNode.tedLast,
-                     [&](const char *comment, int nbr) { func(type, comment, nbr); });
 }

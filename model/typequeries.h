@@ -23,7 +23,6 @@ BETypMetaRec *getBETypMetaRec(AsnType *type);
 AsnModule *getModuleOfType(AsnType *type);
 AsnType *getFatherOfTypeComp(AsnType *type);
 bool isPartialTypeInfo(AsnType *type);
-bool isTypeCommentOption(AsnType *type);
 TypeOptions *getTypeOptions(AsnType *type);
 /* `bit` is a TypeOption. */
 bool testTypeOption(AsnType *type, int bit);
@@ -96,7 +95,3 @@ Text getEntrySymbol(AsnType *type);
 
 /* Lengths are encoded in definite form. */
 bool isDefiniteLengthEncoding(AsnType *type);
-
-/* The comments that were written on the type itself. */
-void forEachTypeCommentOption(AsnType *type,
-                              Call<void(AsnType *type, const char *option, int nbr)> func);

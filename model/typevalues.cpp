@@ -3,16 +3,11 @@
 #include <algorithm>
 
 #include "model/bounds.h"
-#include "model/hooks.h"
 #include "model/modules.h"
 #include "model/typequeries.h"
 #include "model/valuequeries.h"
 
 namespace {
-
-RecNr &numberCursor(AsnModule *module) {
-    return module->cursors[KIND_NAMED_NUMBER];
-}
 
 /* Each value is one above the one before it. */
 bool isContinuedValueSet(const std::int32_t *array, std::size_t count) {
@@ -50,26 +45,16 @@ EnumItems collectItems(AsnType *type) {
 
 } // namespace
 
-AsnValue *firstNamedNumber(AsnType *type) {
-    const bool isElsewhere = type->walkModule->modRec != type->contentModule;
-    return firstListed(type->walkModule, isElsewhere ? nullptr : type->ownerModule,
-                       {type->contentModule, type->base.namedNumbersRec}, nullptr, KIND_NAMED_NUMBER);
-}
-
-AsnValue *nextNamedNumber(AsnValue *value) {
-    return nextListed(value, KIND_NAMED_NUMBER);
-}
-
 void forEachNamedNumberExtMark(AsnType *type,
                                Call<void(AsnType *type, AsnValue *value, int nbr)> func) {
     requireCall(func);
+    const bool isElsewhere = type->walkModule->modRec != type->contentModule;
+    ValueListWalk numbers(isElsewhere ? nullptr : type->ownerModule,
+                          {type->contentModule, type->base.namedNumbersRec}, nullptr,
+                          KIND_NAMED_NUMBER);
     int nbr = 0;
-    for (AsnValue *value = firstNamedNumber(type); value != nullptr;
-         value = nextNamedNumber(value)) {
-        const RecNr cursor = numberCursor(value->walkModule);
+    while (AsnValue *value = numbers.next())
         func(type, value, isValueExtensionmarker(value) ? -1 : nbr++);
-        numberCursor(value->walkModule) = cursor;
-    }
 }
 
 void forEachNamedNumber(AsnType *type, Call<void(AsnType *type, AsnValue *value, int nbr)> func) {
@@ -110,16 +95,14 @@ void forDefaultValue(AsnType *comp, Call<void(AsnType *comp, AsnValue *value)> f
     requireCall(func);
     if (comp->defaultValue == 0)
         return;
-    AsnValue *value = newValueByNumber(comp->posModule, comp->defaultValue);
+    const auto value = newValueByNumber(comp->posModule, comp->defaultValue);
     if (value == nullptr)
         fatalError(FATAL_INTERNAL, "Cannot obtain a default value.");
-    func(comp, value);
-    delAsnValue(value);
+    func(comp, value.get());
 }
 
 void initInfinityValue(AsnValue *value, const VNode &node) {
     value->posModule = value->baseModule = value->ownerModule->modRec;
     value->base = node;
     value->base.compStatus = VCS_DEFINITION;
-    value->metaRec = modelHooks.newBEValMetaRec == nullptr ? nullptr : modelHooks.newBEValMetaRec();
 }

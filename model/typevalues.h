@@ -4,10 +4,8 @@
 
 /* The values that belong to a type: its named numbers and its DEFAULT. */
 
-/* Named numbers, named bits or enumeration items; steps as in valuewalk.h. */
-AsnValue *firstNamedNumber(AsnType *type);
-AsnValue *nextNamedNumber(AsnValue *value);
-/* Without and with the extension marker; the marker has `nbr` -1 and isn't counted. */
+/* Named numbers, named bits or enumeration items, without and with the extension marker; the marker has
+   `nbr` -1 and isn't counted. */
 void forEachNamedNumber(AsnType *type, Call<void(AsnType *type, AsnValue *value, int nbr)> func);
 void forEachNamedNumberExtMark(AsnType *type,
                                Call<void(AsnType *type, AsnValue *value, int nbr)> func);

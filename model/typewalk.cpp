@@ -3,63 +3,68 @@
 #include "model/backvar.h"
 #include "model/hooks.h"
 #include "model/modules.h"
+#include "model/position.h"
+#include "model/setarithmetic.h"
+#include "model/tags.h"
 #include "model/typechain.h"
 #include "model/typepath.h"
 #include "model/typequeries.h"
-#include "model/valuesets.h"
-#include "store/classify.h"
-#include "store/ketramac.h"
-#include "store/records.h"
+#include "model/typetables.h"
+#include "model/walk.h"
 
 bool glbCreateBETypMetaRecFlag = true;
 
 namespace {
 
-/* All handles, and those that were given back; their memory stays valid, so giving one back twice
-   does no harm. A fatal error leaves some in use, with all that they own: the list is never
-   destroyed. */
-std::vector<std::unique_ptr<AsnType>> &allTypes = *new std::vector<std::unique_ptr<AsnType>>;
-std::vector<AsnType *> freeTypes;
-
 /* A meta record is being made, and no handle may be filled meanwhile. */
 bool constructingMetaRec = false;
 
-/* Everything back to its start, but the memory of the vectors is kept for the next use. */
-void emptyHandle(AsnType *type) {
-    AsnType empty;
-    empty.tagEntries = std::move(type->tagEntries);
-    empty.tags = std::move(type->tags);
-    empty.constraintList.places = std::move(type->constraintList.places);
-    empty.siblings = std::move(type->siblings);
-    empty.tagEntries.clear();
-    empty.tags.clear();
-    empty.constraintList.places.clear();
-    empty.siblings.clear();
-    *type = std::move(empty);
+/* The untagged types that get an automatic tag on top of what they have; FIELDLIST is one that
+   could not be resolved. */
+void addOutermostTag(AsnType *son, int compNr) {
+    DynaNode &entry = entryForTag(son);
+    entry.tag = {TAG_CTX, compNr};
+    son->nrOfTags = 1;
+    son->nrOfLocalTags = 1;
 }
 
-bool kindHasTypes(int kind) {
-    switch (kind) {
-    case KIND_TYPE:
-    case KIND_CLASS:
-    case KIND_VALUE_SET:
-    case KIND_OBJECT_SET:
-    case KIND_COMPONENT:
-    case KIND_FIELD:
-        return true;
-    default:
+void replaceOutermostTag(AsnType *son, int compNr) {
+    std::size_t outermost = 0;
+    while (son->tagEntries[outermost].tag.tagClass == TAG_CLASS_NONE)
+        ++outermost;
+    son->tagEntries[outermost].tag = {TAG_CTX, compNr};
+    son->nrOfLocalTags = 1;
+}
+
+/* Do AUTOMATIC TAGS apply to the sons of `father`? What COMPONENTS OF brings in follows the
+   structure in which that stands. */
+bool hasAutomaticTags(const AsnType *father) {
+    if (father == nullptr)
         return false;
+    if (father->compStatus == TCS_COMPOF)
+        father = father->father;
+    return father != nullptr && (father->base.typeFlags & TYPE_AUTOMATIC_TAGS) != 0;
+}
+
+void initSonTags(AsnType *father, AsnType *son, int tagState, int compNr) {
+    const int mainType = tNode.mainType;
+    const bool untagged = mainType == TYP_CHOICE || mainType == TYP_ANY || mainType == TYP_OPEN;
+    if (tagState == TAG_MODE_EXPLICIT && !untagged && mainType != TYP_FIELDLIST &&
+        mainType != TYP_EXTENSION_MARKER) {
+        const TypeRow &row = typeRow(mainType);
+        entryForTag(son).tag = {row.tagClass, row.tagNumber};
     }
-}
+    for (const DynaNode &entry : son->tagEntries) {
+        son->nrOfTags += entry.tag.tagClass != TAG_CLASS_NONE;
+        son->nrOfLocalTags += entry.tag.tagClass != TAG_CLASS_NONE && isLocalTag(son, entry);
+    }
 
-/* Does a walk of `kind` take the current TNode? It moves. */
-bool isTNodeOfKind(int kind) {
-    const bool setLike = kind == KIND_VALUE_SET || kind == KIND_OBJECT_SET;
-    const bool classLike = kind == KIND_CLASS || kind == KIND_OBJECT_SET;
-    if (kind != KIND_TYPE && setLike != isSetTNode())
-        return false;
-    skipTypes(true);
-    return classLike == isClassKind(tNode.mainType);
+    if (!hasAutomaticTags(father) || mainType == TYP_EXTENSION_MARKER)
+        return;
+    if (son->nrOfTags == 0)
+        addOutermostTag(son, compNr);
+    else
+        replaceOutermostTag(son, compNr);
 }
 
 std::uint32_t fatherOptions(const AsnType *father) {
@@ -80,7 +85,6 @@ void takeOverSelection(AsnType *son) {
 /* The copy of the base record: its status as the position sees it, without the option bits that
    speak of the record alone. */
 void initSonTNode(AsnType *son) {
-    const bool instantiated = (son->firstTypeFlags & TYPE_INSTANTIATED) != 0;
     TNode &base = son->base;
     base = tNode;
     if (isSelectedContent(son))
@@ -90,15 +94,8 @@ void initSonTNode(AsnType *son) {
     if (const TNode &position = storedTNode(son->posModule, son->posRecord);
         position.mainType == TYP_SELECTION)
         base.lineNr = position.lineNr;
-    if ((son->firstTypeFlags & TYPE_TOP_LEVEL_INSTANTIATED) != 0) {
-        base.compStatus = son->compStatus;
-    } else if (base.compStatus == TCS_PARAM_HEAD && !instantiated &&
-               (son->firstMainType == TYP_SYNONYM || son->firstMainType == TYP_SELECTION ||
-                son->firstMainType == TYP_FIELDLIST)) {
-        base.compStatus = TCS_HEADER;
-    }
-    base.optionBits &=
-        ~(optionMask(OPT_EMBEDDED_TEXT) | optionMask(OPT_BIT_2) | optionMask(OPT_NAMING));
+    settleBaseStatus(son);
+    base.optionBits = inheritedBits(base.optionBits);
 }
 
 /* Option bits that follow from the type itself and from the records passed on the chain. */
@@ -124,8 +121,7 @@ void countInlineLevels(AsnType *son, const AsnType *father) {
 void inheritFatherNames(AsnType *son, const AsnType *father) {
     if (son->base.compStatus == TCS_HEADER)
         return;
-    const bool instantiated = (son->firstTypeFlags & TYPE_INSTANTIATED) != 0;
-    if (son->base.compStatus == TCS_MULTIPLE || (instantiated && son->compStatus == TCS_MULTIPLE)) {
+    if (son->base.compStatus == TCS_MULTIPLE || (isInstance(son) && son->compStatus == TCS_MULTIPLE)) {
         /* The levels of a definition count from itself, whatever refers to it. */
         son->defLevel = (father->base.compStatus == TCS_HEADER ? 0 : father->defLevel) + 1;
         if (father->base.compStatus != TCS_HEADER)
@@ -165,60 +161,27 @@ void inheritFatherOptions(AsnType *son, const AsnType *father, std::uint32_t cha
 }
 
 void makeMetaRec(AsnType *son) {
-    son->metaRec = nullptr;
     if (!glbCreateBETypMetaRecFlag)
         return;
     if (constructingMetaRec)
         fatalError(FATAL_INTERNAL, "Type iterator called inside BETypMetaRec constructor.");
-    const WalkCursors kept = son->walkModule->cursors;
     constructingMetaRec = true;
     if (modelHooks.newBETypMetaRec != nullptr)
-        son->metaRec = modelHooks.newBETypMetaRec(son);
+        son->metaRec.reset(modelHooks.newBETypMetaRec(son));
     constructingMetaRec = false;
-    son->walkModule->cursors = kept;
 }
 
 } // namespace
 
-AsnType *newAsnType(AsnModule *walkModule, AsnModule *ownerModule) {
-    if (freeTypes.empty()) {
-        allTypes.push_back(std::make_unique<AsnType>());
-        freeTypes.push_back(allTypes.back().get());
-    }
-    AsnType *type = freeTypes.back();
-    freeTypes.pop_back();
-    type->walkModule = walkModule;
-    type->ownerModule = ownerModule;
-    type->live = true;
-    return type;
-}
-
-void clearAsnType(AsnType *type) {
-    type->live = false;
-    if (type->metaRec != nullptr && modelHooks.deleteBETypMetaRec != nullptr)
-        modelHooks.deleteBETypMetaRec(type, type->metaRec);
-    delIntegerValueSet(type->valueSet);
-    emptyHandle(type);
-    type->live = true;
-}
-
-void delAsnType(AsnType *type) {
-    if (type == nullptr || !type->live)
-        return;
-    clearAsnType(type);
-    type->live = false;
-    freeTypes.push_back(type);
-}
+AsnType::AsnType(AsnModule *walked, AsnModule *owner) : TypePosition(walked, owner) {}
+AsnType::~AsnType() = default;
 
 void getTypePathN(AsnType *father, AsnType *son, int compNr) {
     const NodePlace position = saveNodeContext(REC_TNODE);
-    int tagState = TAG_MODE_EXPLICIT;
-    const ChainOptions chain = initSon(son, father, &tagState);
+    const ChainOptions chain = initSon(son, father);
     const NodePlace content = saveNodeContext(REC_TNODE);
-    getTagsAndEmbeddingOpts(son, &tagState);
-    initSonTags(father, son, tagState, compNr);
+    initSonTags(father, son, chain.tagState, compNr);
     initSonTNode(son);
-    addConstraint(son);
     inheritChainOptions(&son->base, chain.bits);
     if (father != nullptr) {
         countInlineLevels(son, father);
@@ -234,45 +197,15 @@ void getTypePathN(AsnType *father, AsnType *son, int compNr) {
         restoreNodeContext(REC_TNODE, content);
 }
 
-bool nextTNode(AsnModule *module, int kind, bool withSkipped) {
-    if (!kindHasTypes(kind))
-        return false;
-    RecNr &cursor = module->cursors[static_cast<std::size_t>(kind)];
-    ChainGuard guard(REC_TNODE);
-    while (cursor != 0) {
-        guard.step(module->modRec);
-        const RecNr rec = cursor;
-        if (takeTNode(module, kind, rec, withSkipped))
-            return true;
-        readRec(module->modRec, REC_TNODE, rec);
-        cursor = tNode.next;
-    }
-    return false;
-}
-
-bool takeTNode(AsnModule *module, int kind, RecNr rec, bool withSkipped) {
-    if (!kindHasTypes(kind) || rec == 0)
-        return false;
-    readRec(module->modRec, REC_TNODE, rec);
-    if (tNode.skipInWalk != 0 && !withSkipped)
-        return false;
-    if (!isTNodeOfKind(kind))
-        return false;
-    readRec(module->modRec, REC_TNODE, rec);
-    module->cursors[static_cast<std::size_t>(kind)] = tNode.next;
-    return true;
-}
-
-AsnType *governorForAsnValue(ModRec *valueModule, std::int32_t moduleNr, RecNr typeRec) {
-    AsnModule *module = newAsnModule(getModPtr(valueModule, moduleNr));
-    if (!takeTNode(module, KIND_TYPE, typeRec, true) &&
-        !takeTNode(module, KIND_VALUE_SET, typeRec, true)) {
-        delAsnModule(module);
+std::unique_ptr<AsnType> governorForAsnValue(ModRec *valueModule, std::int32_t moduleNr,
+                                             RecNr typeRec) {
+    AsnModule *module = getAsnModule(getModPtr(valueModule, moduleNr));
+    if (!takeTNode(module->modRec, KIND_TYPE, typeRec) &&
+        !takeTNode(module->modRec, KIND_VALUE_SET, typeRec))
         return nullptr;
-    }
-    AsnType *governor = newAsnType(module, module);
+    auto governor = std::make_unique<AsnType>(module, module);
     governor->partial = true;
-    getTypePath(nullptr, governor);
+    getTypePath(nullptr, governor.get());
     return governor;
 }
 

@@ -40,7 +40,7 @@ const char *specialRealText(const realVal &real, const char *plus, const char *m
 } // namespace
 
 AsnType *getTypeOfValue(AsnValue *value) {
-    return value->governor;
+    return value->governor.get();
 }
 AsnModule *getModuleOfValue(AsnValue *value) {
     return value->ownerModule;
@@ -59,12 +59,6 @@ std::int32_t getValueDefinitionLine(AsnValue *value) {
     const NodeContext kept(REC_VNODE);
     readRec(value->posModule, REC_VNODE, value->posRecord);
     return vNode.lineNr;
-}
-BEValMetaRec *getBEValMetaRec(AsnValue *value) {
-    return value->metaRec;
-}
-bool isValueCommentOption(AsnValue *value) {
-    return value->hasCommentOption;
 }
 bool isValueExtensionmarker(AsnValue *value) {
     return value->base.valueKind == TYP_EXTENSION_MARKER;
@@ -111,11 +105,11 @@ std::int32_t characterStringLength(AsnValue *value) {
 }
 
 Text getValueRef(AsnValue *value) {
-    return orEmpty(value->valueId.id);
+    return orEmpty(value->compId.id);
 }
 
 Text getValueId(AsnValue *value) {
-    return printFixRec(value->valueId);
+    return printFixRec(value->compId);
 }
 
 Text getBaseValueId(AsnValue *value) {

@@ -11,8 +11,6 @@ int getValueMainType(AsnValue *value); /* MainType: the form in which the value 
 int getValueCompStatus(AsnValue *value);
 int getBaseValueCompStatus(AsnValue *value);
 std::int32_t getValueDefinitionLine(AsnValue *value);
-BEValMetaRec *getBEValMetaRec(AsnValue *value);
-bool isValueCommentOption(AsnValue *value);
 bool isValueExtensionmarker(AsnValue *value);
 /* Other modules see the value. */
 bool isVisibleValue(AsnValue *value);

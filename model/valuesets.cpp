@@ -166,7 +166,7 @@ const IntegerValueSet *valueSetOf(AsnType *type) {
         return nullptr;
     if (type->valueSet == nullptr)
         initValueSet(type);
-    return type->valueSet;
+    return type->valueSet.get();
 }
 
 const IntegerValueSet *sizeSetOf(AsnType *type) {
@@ -174,7 +174,7 @@ const IntegerValueSet *sizeSetOf(AsnType *type) {
         return nullptr;
     if (type->valueSet == nullptr)
         initSizeValueSet(type);
-    return type->valueSet;
+    return type->valueSet.get();
 }
 
 /* Either, if it isn't empty. */
@@ -231,17 +231,17 @@ bool beginsLike(const Int64Range &seg, const Int32Range *range) {
 } // namespace
 
 void initValueSet(AsnType *type) {
-    type->valueSet = new IntegerValueSet;
+    type->valueSet = std::make_unique<IntegerValueSet>();
     if (getTypeMainType(type) == TYP_INTEGER)
-        makeIntegerValueSet(type, type->valueSet);
+        makeIntegerValueSet(type, type->valueSet.get());
     else
-        makeEnumeratedValueSet(type, type->valueSet);
+        makeEnumeratedValueSet(type, type->valueSet.get());
 }
 
 void initSizeValueSet(AsnType *type) {
-    type->valueSet = new IntegerValueSet;
+    type->valueSet = std::make_unique<IntegerValueSet>();
     forEachTypeConstraint(type, [&](AsnType *, AsnConstraint *constraint) {
-        addSizeConstraint(type->valueSet, type, constraint);
+        addSizeConstraint(type->valueSet.get(), type, constraint);
     });
 }
 

@@ -1,6 +1,7 @@
 #include "base/fatal.h"
 #include "model/modules.h"
 #include "model/typewalk.h"
+#include "model/walk.h"
 #include "objects/classchain.h"
 #include "objects/classes.h"
 
@@ -42,21 +43,38 @@ void forClassField(AsnObjClassField *field, int kind,
     if (field->fieldKind != kind)
         return;
     readFieldTNode(field);
-    AsnModule *module = newAsnModule(currModule(REC_TNODE));
-    AsnObjClass *governor = newAsnObjClass(module, module);
+    AsnModule *module = getAsnModule(currModule(REC_TNODE));
+    AsnObjClass governor(module, module);
     goToGovernorClass();
-    getClassPath(nullptr, governor);
-    func(field, governor);
-    delGovernorClass(governor);
+    getClassPath(&governor);
+    func(field, &governor);
 }
 
-/* A handle on the current TNode for the time of a call. */
-void callWithType(AsnObjClassField *field, AsnModule *module,
+/* A handle on the current TNode for the time of a call. The parts of a type are walked in the module that
+   has them. */
+void callWithType(AsnObjClassField *field,
                   Call<void(AsnObjClassField *field, AsnType *type)> func) {
-    AsnType *type = newAsnType(module, module);
-    getTypePath(nullptr, type);
-    func(field, type);
-    delAsnType(type);
+    AsnModule *module = getAsnModule(currModule(REC_TNODE));
+    AsnType type(module, module);
+    getTypePath(nullptr, &type);
+    func(field, &type);
+}
+
+void findFields(AsnObjClass *objClass) {
+    ChainGuard guard(REC_TNODE);
+    for (RecNr nr = objClass->base.refRecord; nr != 0;) {
+        guard.step(objClass->baseModule);
+        readRec(objClass->baseModule, REC_TNODE, nr);
+        AsnObjClassField &field = objClass->fields.emplace_back();
+        field.fieldClass = objClass;
+        field.fieldNr = static_cast<int>(objClass->fields.size()) - 1;
+        field.posModule = objClass->baseModule;
+        field.posRecord = nr;
+        field.base = tNode;
+        getFixRec(&field.compId, KIND_FIELD);
+        field.fieldKind = currentFieldKind();
+        nr = field.base.next;
+    }
 }
 
 } // namespace
@@ -67,22 +85,10 @@ void forEachObjClassField(
     requireCall(func);
     if (isPredefinedObjClass(objClass))
         return;
-    int nbr = 0;
-    ChainGuard guard(REC_TNODE);
-    for (RecNr nr = objClass->base.refRecord; nr != 0;) {
-        guard.step(objClass->baseModule);
-        readRec(objClass->baseModule, REC_TNODE, nr);
-        AsnObjClassField field;
-        field.fieldClass = objClass;
-        field.fieldNr = nbr;
-        field.posModule = objClass->baseModule;
-        field.posRecord = nr;
-        field.base = tNode;
-        getFixRec(&field.compId, KIND_FIELD);
-        field.fieldKind = currentFieldKind();
-        nr = field.base.next;
-        func(objClass, &field, nbr++);
-    }
+    if (objClass->fields.empty())
+        findFields(objClass);
+    for (AsnObjClassField &field : objClass->fields)
+        func(objClass, &field, field.fieldNr);
 }
 
 void forFixedTypeValueField(AsnObjClassField *field,
@@ -92,10 +98,7 @@ void forFixedTypeValueField(AsnObjClassField *field,
         return;
     readFieldTNode(field);
     skipTypes(true);
-    /* The parts of a type are walked in the module that has them. */
-    AsnModule *module = newAsnModule(currModule(REC_TNODE));
-    callWithType(field, module, func);
-    delAsnModule(module);
+    callWithType(field, func);
 }
 
 void forFixedTypeValueSetField(AsnObjClassField *field,
@@ -109,11 +112,9 @@ void forFixedTypeValueSetField(AsnObjClassField *field,
         guard.step(currModule(REC_TNODE));
         followSynonymType();
     }
-    const RecNr nr = saveNodeContext(REC_TNODE).nr;
-    AsnModule *module = newAsnModule(currModule(REC_TNODE));
-    if (takeTNode(module, KIND_VALUE_SET, nr, true) || takeTNode(module, KIND_TYPE, nr, true))
-        callWithType(field, module, func);
-    delAsnModule(module);
+    const NodePlace set = saveNodeContext(REC_TNODE);
+    if (takeTNode(set.module, KIND_VALUE_SET, set.nr) || takeTNode(set.module, KIND_TYPE, set.nr))
+        callWithType(field, func);
 }
 
 void forObjectField(AsnObjClassField *field,

@@ -52,12 +52,6 @@ bool isTheSameObjClass(const AsnObjClass *a, const AsnObjClass *b) {
 bool isInstantiatedClass(AsnObjClass *objClass) {
     return (objClass->firstTypeFlags & TYPE_INSTANTIATED) != 0;
 }
-bool isPartialClassInfo(AsnObjClass *objClass) {
-    return !objClass->live;
-}
-bool isObjClassCommentOption(AsnObjClass *objClass) {
-    return objClass->hasCommentOption;
-}
 bool isOptionalObjClassFields(AsnObjClass *objClass) {
     requireClass(objClass, NO_CLASS);
     return (objClass->base.typeFlags & TYPE_HAS_OPTIONAL) != 0;
@@ -79,30 +73,26 @@ AsnModule *getModuleOfObjClass(AsnObjClass *objClass) {
     return objClass->ownerModule;
 }
 BEClassMetaRec *getBEClassMetaRec(AsnObjClass *objClass) {
-    return objClass->metaRec;
+    return objClass->metaRec.get();
 }
 bool testObjClassOption(AsnObjClass *objClass, int bit) {
     return testOptionBit(objClass->base.optionBits, bit);
 }
 
 int getObjClassStamp(AsnObjClass *objClass) {
-    objClass->stamp = storedTNode(objClass->posModule, objClass->posRecord).stamp;
-    return objClass->stamp;
+    return storedTNode(objClass->posModule, objClass->posRecord).stamp;
 }
 
 int getBaseObjClassStamp(AsnObjClass *objClass) {
-    objClass->base.stamp = storedTNode(objClass->baseModule, objClass->baseRecord).stamp;
-    return objClass->base.stamp;
+    return storedTNode(objClass->baseModule, objClass->baseRecord).stamp;
 }
 
 void setObjClassStamp(AsnObjClass *objClass, int stamp) {
     stampRecord(objClass->posModule, objClass->posRecord, stamp);
-    objClass->stamp = tNode.stamp;
 }
 
 void setBaseObjClassStamp(AsnObjClass *objClass, int stamp) {
     stampRecord(objClass->baseModule, objClass->baseRecord, stamp);
-    objClass->base.stamp = tNode.stamp;
 }
 
 Text getObjClassRef(AsnObjClass *objClass) {

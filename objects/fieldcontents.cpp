@@ -144,13 +144,10 @@ void forTypeFieldValue(AsnFieldValue *value, FieldTypeCall func) {
         return;
     AsnModule *owner =
         value->isDefault ? value->field->fieldClass->ownerModule : value->fieldObject->ownerModule;
-    AsnModule *own = newAsnModule(currModule(REC_TNODE));
-    AsnType *type = newAsnType(own, owner);
-    type->partial = true;
-    getTypePath(nullptr, type);
-    func(value, type);
-    delAsnType(type);
-    delAsnModule(own);
+    AsnType type(getAsnModule(currModule(REC_TNODE)), owner);
+    type.partial = true;
+    getTypePath(nullptr, &type);
+    func(value, &type);
 }
 
 bool isEntryTypeFieldValue(AsnFieldValue *value) {
@@ -162,10 +159,9 @@ void forEntryTypeFieldValue(AsnFieldValue *value, FieldEntryTypeCall func) {
     if (!readEntryType(value))
         return;
     const RecNr nr = saveNodeContext(REC_TNODE).nr;
-    AsnModule *module = newAsnModule(currModule(REC_TNODE));
+    AsnModule *module = getAsnModule(currModule(REC_TNODE));
     forEntryTypeByRecNr(
         module, [&](AsnType *type, int entryIndex) { func(value, type, entryIndex); }, nr);
-    delAsnModule(module);
 }
 
 void forFixedTypeValueFieldValue(AsnFieldValue *value, FieldAsnValueCall func) {
@@ -174,10 +170,9 @@ void forFixedTypeValueFieldValue(AsnFieldValue *value, FieldAsnValueCall func) {
         return;
     const RecNr nr = saveNodeContext(REC_VNODE).nr;
     const int kind = vNode.compStatus > 1 ? KIND_VALUE : KIND_NAMED_NUMBER;
-    AsnModule *module = newAsnModule(currModule(REC_VNODE));
+    AsnModule *module = getAsnModule(currModule(REC_VNODE));
     forValueByRecNr(
         module, [&](AsnValue *asnValue, int) { func(value, asnValue); }, nr, kind);
-    delAsnModule(module);
 }
 
 void forFixedTypeValueSetFieldValue(AsnFieldValue *value, FieldValueSetCall func) {
@@ -189,7 +184,7 @@ void forFixedTypeValueSetFieldValue(AsnFieldValue *value, FieldValueSetCall func
     if (tNode.constraintRec == 0)
         return;
     const RecNr nr = saveNodeContext(REC_TNODE).nr;
-    AsnModule *module = newAsnModule(currModule(REC_TNODE));
+    AsnModule *module = getAsnModule(currModule(REC_TNODE));
     ValueSetWalk walk{value, func};
     forTypeByRecNr(
         module,
@@ -200,7 +195,6 @@ void forFixedTypeValueSetFieldValue(AsnFieldValue *value, FieldValueSetCall func
             });
         },
         KIND_VALUE_SET, nr);
-    delAsnModule(module);
 }
 
 int getFixedTypeValueSetFieldSize(AsnFieldValue *value) {
@@ -214,10 +208,9 @@ void forObjectFieldValue(AsnFieldValue *value, FieldObjectCall func) {
     if (value->field->fieldKind != FIELD_OBJECT || !readMeantValue(value))
         return;
     const RecNr nr = saveNodeContext(REC_VNODE).nr;
-    AsnModule *module = newAsnModule(currModule(REC_VNODE));
+    AsnModule *module = getAsnModule(currModule(REC_VNODE));
     forObjectByRecNr(
         module, [&](AsnObject *object, int) { func(value, object); }, nr);
-    delAsnModule(module);
 }
 
 NodePlace findFieldSetConstraint(const AsnFieldValue *value) {

@@ -68,10 +68,6 @@ private:
         int depth;
     };
 
-    /* Objects can hold one another along so many ways that the list of all would never end. */
-    static constexpr std::int64_t MAX_BUILTINS = 1'000'000;
-    static constexpr std::int64_t BUILTINS_PER_RECORD = 10;
-
     /* Collects the inline objects that stand in the fields of an object. */
     void visitFields(AsnObject *object, int depth) {
         forEachPossibleObjectFieldValue(object, [&](AsnObject *, AsnFieldValue *value, int) {
@@ -119,7 +115,7 @@ private:
         while (!open.empty()) {
             const Met next = open.back();
             open.pop_back();
-            if (next.depth > MAX_NESTING || ++builtins_ > maxBuiltins())
+            if (next.depth > MAX_NESTING)
                 treeInconsistent(module_->modRec);
             forObjectByRecNr(
                 module_,
@@ -137,15 +133,10 @@ private:
         met_.clear();
     }
 
-    std::int64_t maxBuiltins() const {
-        return MAX_BUILTINS + BUILTINS_PER_RECORD * recCount(module_->modRec, REC_VNODE);
-    }
-
     AsnModule *module_;
     ObjClassList *found_;
     std::vector<Met> met_; /* in the object or set that is being visited, in order */
     std::unordered_map<NodePlace, std::vector<RecNr>, PlaceHash> builtinsOfSets_;
-    std::int64_t builtins_ = 0;
 };
 
 /* Shows the objects of one class. */
@@ -171,7 +162,7 @@ private:
         skipped_ = testObjClassOption(objClass_, OPT_SKIPPED);
         tableIndex_ = 0;
         if (prefixFunc_)
-            inOrder([&] { prefixFunc_(objClass_, skipped_); });
+            prefixFunc_(objClass_, skipped_);
         const std::size_t inFront = builtinsBehindFirst ? 1 : 0;
         for (std::size_t i = 0; i < inFront; ++i)
             show(info.defined[i], false);
@@ -180,7 +171,7 @@ private:
         for (std::size_t i = inFront; i < info.defined.size(); ++i)
             show(info.defined[i], false);
         if (postfixFunc_)
-            inOrder([&] { postfixFunc_(objClass_, tableIndex_, skipped_); });
+            postfixFunc_(objClass_, tableIndex_, skipped_);
     }
 
     void show(RecNr nr, bool fieldSkipped) {
@@ -189,18 +180,11 @@ private:
             forObjectByRecNr(
                 module_,
                 [&](AsnObject *object, int) {
-                    inOrder([&] { objectFunc_(objClass_, object, tableIndex_, skipped); });
+                    objectFunc_(objClass_, object, tableIndex_, skipped);
                 },
                 nr);
         if (!skipped)
             ++tableIndex_;
-    }
-
-    /* Call-backs may walk the module themselves. */
-    void inOrder(Call<void()> call) {
-        const WalkCursors kept = module_->cursors;
-        call();
-        module_->cursors = kept;
     }
 
     AsnModule *module_;
@@ -256,7 +240,6 @@ void forEachObjectInClassOrder(AsnModule *module, ClassPrefixCall prefixFunc,
                                bool withBuiltins) {
     if (!prefixFunc && !objectFunc && !postfixFunc)
         fatalError(FATAL_NO_CALLBACK, nullptr);
-    const WalkCursors kept = module->cursors;
     const ObjectOrder order = orderOf(module, withBuiltins);
     ClassPass pass(module, prefixFunc, objectFunc, postfixFunc);
     for (std::size_t i = 0; i < order->infos.size(); ++i) {
@@ -265,5 +248,4 @@ void forEachObjectInClassOrder(AsnModule *module, ClassPrefixCall prefixFunc,
         const bool ownsFirstObject = i == 0 && !order->infos[i].defined.empty();
         pass.run(order->infos[i], ownsFirstObject);
     }
-    module->cursors = kept;
 }

@@ -4,32 +4,13 @@
 #include <utility>
 
 #include "base/fatal.h"
-#include "model/hooks.h"
 #include "model/modules.h"
 #include "model/typetables.h"
-#include "model/typewalk.h"
+#include "model/walk.h"
 #include "objects/classchain.h"
 #include "objects/setobjects.h"
 
 namespace {
-
-bool constructingMetaRec = false;
-
-RecNr &setCursor(AsnModule *module) {
-    return module->cursors[KIND_OBJECT_SET];
-}
-
-void clearAsnObjectSet(AsnObjectSet *objectSet) {
-    if (objectSet->metaRec != nullptr && modelHooks.deleteBEObjSetMetaRec != nullptr)
-        modelHooks.deleteBEObjSetMetaRec(objectSet->metaRec);
-    delGovernorClass(objectSet->governor);
-    AsnObjectSet empty;
-    empty.walkModule = objectSet->walkModule;
-    empty.ownerModule = objectSet->ownerModule;
-    empty.walkSteps = objectSet->walkSteps;
-    empty.live = true;
-    *objectSet = std::move(empty);
-}
 
 /* The number under which the set's module knows the current TNode's; 0 if it doesn't import it. */
 std::int32_t getModNrOfGoverningClass(const AsnObjectSet *objectSet) {
@@ -48,16 +29,14 @@ AsnObjClass *governorAtCurrent(AsnObjectSet *objectSet) {
     const NodePlace place = saveNodeContext(REC_TNODE);
     const std::int32_t moduleNr = getModNrOfGoverningClass(objectSet);
     if (moduleNr != 0)
-        return governorForAsnObjectSet(objectSet, moduleNr, place.nr);
-    AsnObjectSet there;
-    there.posModule = place.module;
-    return governorForAsnObjectSet(&there, 1, place.nr);
+        return governorForAsnObjectSet(objectSet->posModule, moduleNr, place.nr);
+    return governorForAsnObjectSet(place.module, 1, place.nr);
 }
 
 /* An instance of a parameterised class lends the set its name. */
 AsnObjClass *findGovernor(AsnObjectSet *objectSet) {
     readRec(objectSet->posModule, REC_TNODE, objectSet->posRecord);
-    readBeginOfClassChain();
+    readBeginOfChain();
     NodePlace instance;
     skipTypesCatchInst(true, &instance);
     const NodePlace end = saveNodeContext(REC_TNODE);
@@ -75,19 +54,6 @@ AsnObjClass *findGovernor(AsnObjectSet *objectSet) {
     return governor;
 }
 
-void makeMetaRec(AsnObjectSet *objectSet) {
-    if (constructingMetaRec)
-        fatalError(FATAL_INTERNAL,
-                   "Object set iterator called inside BEObjSetMetaRec constructor.");
-    if (modelHooks.newBEObjSetMetaRec == nullptr)
-        return;
-    const WalkCursors kept = objectSet->walkModule->cursors;
-    constructingMetaRec = true;
-    objectSet->metaRec = modelHooks.newBEObjSetMetaRec();
-    constructingMetaRec = false;
-    objectSet->walkModule->cursors = kept;
-}
-
 /* Base record and module of each class on the list. */
 std::set<std::pair<RecNr, int>> noObjectInstances;
 
@@ -97,75 +63,13 @@ std::pair<RecNr, int> instanceKey(AsnObjClass *objClass) {
 
 } // namespace
 
-void constructAsnObjectSet(AsnObjectSet *objectSet, AsnModule *walkModule, AsnModule *ownerModule) {
-    *objectSet = AsnObjectSet();
-    objectSet->walkModule = walkModule;
-    objectSet->ownerModule = ownerModule;
-    objectSet->live = true;
-}
-
-void destructAsnObjectSet(AsnObjectSet *objectSet) {
-    if (objectSet == nullptr || !objectSet->live)
-        return;
-    clearAsnObjectSet(objectSet);
-    objectSet->live = false;
-}
-
-AsnObjectSet *newAsnObjectSet(AsnModule *walkModule, AsnModule *ownerModule) {
-    auto *objectSet = new AsnObjectSet;
-    constructAsnObjectSet(objectSet, walkModule, ownerModule);
-    return objectSet;
-}
-
-void delAsnObjectSet(AsnObjectSet *objectSet) {
-    destructAsnObjectSet(objectSet);
-    delete objectSet;
-}
-
-void getObjectSetPath(AsnObjectSet *father, AsnObjectSet *objectSet) {
-    fillClassPath(objectSet, father, false);
+void getObjectSetPath(AsnObjectSet *objectSet) {
+    fillClassPath(objectSet, false, [] {});
     objectSet->governor = findGovernor(objectSet);
-    makeMetaRec(objectSet);
-    applyClassOptions(objectSet, false, [&](const char *option, bool) {
-        if (modelHooks.objectSetBEOptionOK != nullptr)
-            modelHooks.objectSetBEOptionOK(objectSet, objectSet->metaRec, option);
-    });
-}
-
-AsnObjectSet *firstObjectSet(AsnModule *module) {
-    setCursor(module) = module->modRec->firstType;
-    if (!nextTNode(module, KIND_OBJECT_SET, false)) {
-        setCursor(module) = 0;
-        return nullptr;
-    }
-    AsnObjectSet *objectSet = newAsnObjectSet(module, module);
-    getObjectSetPath(nullptr, objectSet);
-    return objectSet;
-}
-
-AsnObjectSet *nextObjectSet(AsnObjectSet *objectSet) {
-    AsnModule *module = objectSet->walkModule;
-    clearAsnObjectSet(objectSet);
-    if (!nextTNode(module, KIND_OBJECT_SET, false)) {
-        setCursor(module) = 0;
-        delAsnObjectSet(objectSet);
-        return nullptr;
-    }
-    if (++objectSet->walkSteps > recCount(module->modRec, REC_TNODE))
-        treeInconsistent(module->modRec);
-    getObjectSetPath(nullptr, objectSet);
-    return objectSet;
 }
 
 void forEachObjectSet(AsnModule *module, Call<void(AsnObjectSet *objectSet, int nbr)> func) {
-    requireCall(func);
-    int nbr = 0;
-    for (AsnObjectSet *objectSet = firstObjectSet(module); objectSet != nullptr;
-         objectSet = nextObjectSet(objectSet)) {
-        const RecNr cursor = setCursor(module);
-        func(objectSet, nbr++);
-        setCursor(module) = cursor;
-    }
+    forEachDefinition<AsnObjectSet>(module, KIND_OBJECT_SET, getObjectSetPath, func);
 }
 
 void forObjectSet(AsnObjectSet *objectSet,
@@ -183,12 +87,6 @@ AsnObjClass *getObjClassOfObjectSet(AsnObjectSet *objectSet) {
 }
 AsnModule *getModuleOfObjectSet(AsnObjectSet *objectSet) {
     return objectSet->ownerModule;
-}
-BEObjSetMetaRec *getBEObjSetMetaRec(AsnObjectSet *objectSet) {
-    return objectSet->metaRec;
-}
-bool isObjectSetCommentOption(AsnObjectSet *objectSet) {
-    return objectSet->hasCommentOption;
 }
 std::int32_t getObjectSetDefinitionLine(AsnObjectSet *objectSet) {
     /* The base is the class. */

@@ -7,27 +7,21 @@
 
 namespace {
 
-/* Sets may contain others twice over and over. */
-constexpr std::int64_t MAX_SET_STEPS = 250'000;
-constexpr std::int64_t STEPS_PER_RECORD = 10;
-
 int setDepth = 0;
 
 struct SetWalk {
     Call<void(AsnObject *object, int index)> func;
     bool withMarker = false;
     int index = 0;
-    WalkBound bound{MAX_SET_STEPS, STEPS_PER_RECORD};
 };
 
 void showObject(SetWalk *walk, ModRec *module, RecNr valueRec) {
     readRec(module, REC_VNODE, valueRec);
     skipValues(true);
     const RecNr nr = saveNodeContext(REC_VNODE).nr;
-    AsnModule *own = newAsnModule(currModule(REC_VNODE));
+    AsnModule *own = getAsnModule(currModule(REC_VNODE));
     forObjectByRecNr(
         own, [&](AsnObject *object, int) { walk->func(object, walk->index++); }, nr);
-    delAsnModule(own);
 }
 
 /* The constraint of a contained set; none if the set has no constraint. */
@@ -47,7 +41,6 @@ void constructSetObjects(SetWalk *walk, const NodePlace &place) {
     if (place.nr == 0)
         return;
     NestingGuard nesting(&setDepth, place.module, MAX_NESTING);
-    walk->bound.step(place.module);
     readRec(place.module, REC_SUB, place.nr);
     const SubRec sub = subRec;
     switch (sub.subKind) {

@@ -60,10 +60,8 @@ Text fieldPresenceText(AsnObjClassField *field) {
         return isOptionalField(field) ? " OPTIONAL" : "";
     Text text = "record " + std::to_string(field->base.defaultValue);
     if (isFixedTypeValueField(field))
-        if (AsnValue *value = newValueByNumber(field->posModule, field->base.defaultValue)) {
-            text = valueText(value);
-            delAsnValue(value);
-        }
+        if (const auto value = newValueByNumber(field->posModule, field->base.defaultValue))
+            text = valueText(value.get());
     return " DEFAULT " + text;
 }
 
@@ -87,14 +85,13 @@ Text valueSetSetting(const AsnFieldValue *value) {
     if (setting.refRecord == 0)
         return "a value set";
     AsnModule *module =
-        newAsnModule(setting.refModule < 2 ? value->valueModule
+        getAsnModule(setting.refModule < 2 ? value->valueModule
                                            : getModPtr(value->valueModule, setting.refModule));
     Text text;
     const auto add = [&](AsnType *set, int) { text = setText(set); };
     forTypeByRecNr(module, add, KIND_VALUE_SET, setting.refRecord);
     if (text.empty())
         forTypeByRecNr(module, add, KIND_TYPE, setting.refRecord);
-    delAsnModule(module);
     return text.empty() ? "a value set" : text;
 }
 
@@ -177,7 +174,7 @@ void showValueSet(AsnType *set) {
 
 void showValue(AsnValue *value) {
     const Text name = getValueRef(value) + " ";
-    const Text governor = value->governor == nullptr ? "" : typeInShort(value->governor);
+    const Text governor = value->governor == nullptr ? "" : typeInShort(value->governor.get());
     showLine(0, name + governor + " ::= " + valueText(value));
     showValueRecordFacts(value->posModule, value->posRecord, "value ");
 }

@@ -99,7 +99,7 @@ void showChosen(AsnModule *module, Choice &choice) {
     if (!choice.part.empty())
         return;
     forEachValue(module, [&](AsnValue *value, int) {
-        if (isChosen(choice, value->valueId))
+        if (isChosen(choice, value->compId))
             showValue(value);
     });
     forEachObjClass(module, [&](AsnObjClass *objClass, int) {

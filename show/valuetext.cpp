@@ -20,7 +20,7 @@ Text integerText(AsnValue *value) {
     const sint64 number = int64Value(value);
     Text text;
     if (isEnumerated(value))
-        forEachNamedNumber(value->governor, [&](AsnType *, AsnValue *item, int) {
+        forEachNamedNumber(value->governor.get(), [&](AsnType *, AsnValue *item, int) {
             if (text.empty() && int64Value(item) == number)
                 text = getValueRef(item);
         });

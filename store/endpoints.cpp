@@ -7,28 +7,10 @@
 
 namespace {
 
-/* Operators share parts, so a small constraint can describe a walk without end. No type that was
-   written by people comes near so many parts. */
-constexpr int MAX_WORK = 1 << 21;
-/* The same for the whole run, since any number of types may share one such constraint. */
-std::int64_t runWorkLeft = std::int64_t{1} << 28;
-
 /* What one computation carries along. */
 struct EndpointWalk {
-    WalkBound bound{MAX_WORK, 0};
+    int depth = 0;
     int subCode = 0; /* kind of the size operator whose members are walked, 0 outside */
-};
-
-/* One level of the recursion. */
-class EndpointLevel {
-public:
-    EndpointLevel(EndpointWalk *walk, const ModRec *module) : level_(&walk->bound, module) {
-        if (--runWorkLeft < 0)
-            treeInconsistent(module);
-    }
-
-private:
-    WalkLevel level_;
 };
 
 /* An end, with the record that has its value; no record for an infinite one. */
@@ -127,7 +109,7 @@ int finalMainType() {
    current; if not, any SubRec may be. */
 bool isRangeInSub(EndpointWalk *walk) {
     ModRec *module = currModule(REC_SUB);
-    const EndpointLevel level(walk, module);
+    const NestingGuard level(&walk->depth, module, MAX_NESTING);
     if (subRec.subKind != SUB_CATENATION)
         return subRec.subKind == SUB_RANGE;
     return forMembersUntil(module, SubRec(subRec), [&] { return isRangeInSub(walk); });
@@ -186,7 +168,7 @@ bool explicitRangeEndpoint(EndpointWalk *walk, ModRec *module, const SubRec &ran
 /* The current TNode is the type of the range and stays current. */
 void getRangeEndpoint(EndpointWalk *walk, ModRec *module, const SubRec &range, Endpoint *dst,
                       bool plus) {
-    const EndpointLevel level(walk, currModule(REC_TNODE));
+    const NestingGuard level(&walk->depth, currModule(REC_TNODE), MAX_NESTING);
     const NodeContext keepType(REC_TNODE);
     const int kind = finalMainType();
 
@@ -251,7 +233,7 @@ bool numberOperatorEndpoint(EndpointWalk *walk, ModRec *module, const SubRec &su
    `dst` comes with the end so far. */
 bool getNumberEndpoint(EndpointWalk *walk, Endpoint *dst, int kind, bool plus) {
     ModRec *module = currModule(REC_SUB);
-    const EndpointLevel level(walk, module);
+    const NestingGuard level(&walk->depth, module, MAX_NESTING);
     const SubRec sub = subRec;
     if (isOperator(sub.subKind))
         return numberOperatorEndpoint(walk, module, sub, dst, kind, plus);
@@ -315,7 +297,7 @@ bool getSingleValueSizeEndpoint(EndpointWalk *walk, Endpoint *dst, bool plus) {
 /* The same as getNumberEndpoint for the size of a string or list. */
 bool getSizeEndpoint(EndpointWalk *walk, Endpoint *dst, bool plus) {
     ModRec *module = currModule(REC_SUB);
-    const EndpointLevel level(walk, module);
+    const NestingGuard level(&walk->depth, module, MAX_NESTING);
     if (isOperator(subRec.subKind))
         return getUnionIntersectionCatenationSizeEndpoint(walk, module, dst, plus);
     switch (subRec.subKind) {
@@ -367,7 +349,7 @@ bool readConstraint() {
 
 /* The end of the current TNode; false, and an invalid end, if it has none. */
 bool endpointOfType(EndpointWalk *walk, Endpoint *dst, bool plus) {
-    const EndpointLevel level(walk, currModule(REC_TNODE));
+    const NestingGuard level(&walk->depth, currModule(REC_TNODE), MAX_NESTING);
     const NodeContext keepType(REC_TNODE);
     /* A synonym that was not followed has the ends of its own constraint. */
     const int mainType = tNode.mainType == TYP_SYNONYM ? finalMainType() : tNode.mainType;

@@ -384,6 +384,7 @@ struct ModRec;
 struct GlobalOptions; /* options/ketracnf.h */
 struct BEModMetaRec;  /* the generator's */
 struct BETypeInfo;    /* the generator's */
+struct AsnModule;
 struct ObjClassList;  /* the model's */
 
 /* One import of a module. */
@@ -433,7 +434,7 @@ struct ModRec {
     Text genPrefix;  /* of generated identifiers; names the tree file and finds the record */
     std::int32_t moduleValue = 0;
     std::uint8_t state = MOD_NAMED;
-    bool hadHandle = false; /* what the first handle on the module settles is settled */
+    std::shared_ptr<AsnModule> handle; /* how the model shows it; null before use */
     std::uint32_t exportingWalk = 0; /* the last walk over exporting modules that came here */
 
     std::vector<MNode> mNodes; /* record n is element n - 1 */

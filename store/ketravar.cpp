@@ -9,7 +9,7 @@ TedRec tedRec;
 SNode sNode;
 
 NodePlace recJustRead[REC_STRI8];
-std::int64_t recReadsLeft = std::int64_t{1} << 30;
+std::int64_t workLeft = std::int64_t{1} << 20;
 
 ModRecList &modRecList = *new ModRecList;
 

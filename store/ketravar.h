@@ -46,8 +46,8 @@ struct NodeList {
     void addFstNode() { places.push_back(recJustRead[kind]); }
 };
 
-/* So many records may still be read, and then as many more as the trees account for (readRec). */
-extern std::int64_t recReadsLeft;
+/* So much work may still be done, and then as much more as the trees account for (spendWork). */
+extern std::int64_t workLeft;
 
 /* Module of the current record of a kind, null before the first. */
 inline ModRec *currModule(RecKind kind) {

@@ -51,7 +51,7 @@ constexpr RecNr MAX_REC_NR = 2147483640;
 
 /* A run reads each record some hundred times. Trees in which everything refers to everything, so
    that work grows with the square of their size, come to an end here. */
-constexpr std::int64_t READS_PER_RECORD = 10000;
+constexpr std::int64_t WORK_PER_RECORD = 10000;
 
 std::int64_t recCountOfAll(RecKind kind) {
     std::int64_t count = 0;
@@ -60,13 +60,14 @@ std::int64_t recCountOfAll(RecKind kind) {
     return count;
 }
 
-void extendReads(const ModRec *module) {
+void extendWork(const ModRec *module) {
     static bool extended = false;
-    if (extended)
-        treeInconsistent(module);
+    if (!extended)
+        for (int kind = REC_MNODE; kind < REC_STRI8; ++kind)
+            workLeft += WORK_PER_RECORD * recCountOfAll(static_cast<RecKind>(kind));
     extended = true;
-    for (int kind = REC_MNODE; kind < REC_STRI8; ++kind)
-        recReadsLeft += READS_PER_RECORD * recCountOfAll(static_cast<RecKind>(kind));
+    if (workLeft < 0)
+        treeInconsistent(module);
 }
 
 } // namespace
@@ -77,8 +78,7 @@ void readRec(ModRec *module, RecKind kind, RecNr nr) {
     const NodePlace place{module, nr};
     if (module != nullptr && recJustRead[kind] == place)
         return;
-    if (--recReadsLeft < 0)
-        extendReads(module);
+    spendWork(module, 1);
     withStore(kind, [&](auto store) { *store.current = storedRec(module, store.records, nr); });
     recJustRead[kind] = place;
 }
@@ -148,22 +148,9 @@ NestingGuard::NestingGuard(int *depth, const ModRec *module, int limit) : depth_
         treeInconsistent(module);
 }
 
-WalkLevel::WalkLevel(WalkBound *bound, const ModRec *module, int limit)
-    : nesting_(&bound->depth_, module, limit) {
-    if (bound->depth_ == 1)
-        bound->steps_ = 0;
-    bound->step(module);
-}
-
-void WalkBound::checkSteps(const ModRec *module) const {
-    /* Every so often is enough: counting looks at all modules. */
-    constexpr std::int64_t INTERVAL = 1024;
-    if (steps_ % INTERVAL != 0)
-        return;
-    const std::int64_t records =
-        recCountOfAll(REC_TNODE) + recCountOfAll(REC_VNODE) + recCountOfAll(REC_SUB);
-    if (steps_ > stepsPerRecord_ * records)
-        treeInconsistent(module);
+void spendWork(const ModRec *module, std::int64_t pieces) {
+    if ((workLeft -= pieces) < 0)
+        extendWork(module);
 }
 
 void treeInconsistent(const ModRec *module) {

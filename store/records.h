@@ -90,38 +90,10 @@ private:
     int *depth_;
 };
 
-/* Bounds the work of a walk that goes down a tree. Parts may be shared, so that a few records can
-   describe more paths than anyone could follow, each of them short. One walk takes `minSteps`, or
-   `stepsPerRecord` for each TNode, VNode and SubRec there is if that is more; then it is fatal
-   error 15. All levels of a walk share one bound. */
-class WalkBound {
-public:
-    WalkBound(std::int64_t minSteps, std::int64_t stepsPerRecord)
-        : minSteps_(minSteps), stepsPerRecord_(stepsPerRecord) {}
-    /* `module` is the one to blame; null names none. */
-    void step(const ModRec *module) {
-        if (++steps_ > minSteps_)
-            checkSteps(module);
-    }
-
-private:
-    friend class WalkLevel;
-    void checkSteps(const ModRec *module) const;
-    std::int64_t minSteps_;
-    std::int64_t stepsPerRecord_;
-    std::int64_t steps_ = 0;
-    int depth_ = 0;
-};
-
-/* One level of such a walk, which is a step of it, bounded in depth as by NestingGuard. The
-   outermost level begins to count anew. */
-class WalkLevel {
-public:
-    WalkLevel(WalkBound *bound, const ModRec *module, int limit = MAX_NESTING);
-
-private:
-    NestingGuard nesting_;
-};
+/* Bounds all work of the run: a read is a piece of it. Parts of a tree may be shared, so that a few
+   records can describe more paths than anyone could follow, each of them short. Fatal error 15 beyond
+   what trees written by people need. */
+void spendWork(const ModRec *module, std::int64_t pieces);
 
 /* Fatal error 15 with the file prefix of `module` (or none for null). */
 [[noreturn]] void treeInconsistent(const ModRec *module);

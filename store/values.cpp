@@ -131,24 +131,23 @@ bool testInfinity(const VNode &node, bool plus, int kind) {
 
 namespace {
 
-/* Segments and characters of one value. References let a small tree describe a text of any size, so
-   more than this is a fault of the tree. */
-constexpr std::int64_t MAX_TEXT_WORK = std::int64_t{1} << 22;
-/* The same for the segments of all values of a run, since any number of values may share them. */
-std::int64_t runTextWorkLeft = std::int64_t{1} << 29;
+/* Characters of one value. References let a small tree describe a text of any size, so more than this
+   is a fault of the tree. */
+constexpr std::int64_t MAX_TEXT = std::int64_t{1} << 22;
+/* So many of them are as much work as a read. */
+constexpr int CHARACTERS_PER_READ = 64;
 
 /* A walk over the segments of one value. */
 struct SegmentWalk {
     RestrCharStri *dst; /* null: only the length is asked for */
-    std::int64_t workLeft = MAX_TEXT_WORK;
+    std::int64_t length = 0;
     int depth = 0;
 };
 
-void spend(SegmentWalk *walk, std::int64_t work, const ModRec *module) {
-    walk->workLeft -= work;
-    if (walk->depth > 1)
-        runTextWorkLeft -= work;
-    if (walk->workLeft < 0 || runTextWorkLeft < 0)
+void addLength(SegmentWalk *walk, int length, const ModRec *module) {
+    walk->length += length;
+    spendWork(module, 1 + length / CHARACTERS_PER_READ);
+    if (walk->length > MAX_TEXT)
         treeInconsistent(module);
 }
 
@@ -189,14 +188,14 @@ void appendLeaf(ModRec *module, const VNode &node, RestrCharStri *dst) {
 std::int32_t walkSegments(ModRec *module, const VNode &node, SegmentWalk *walk) {
     NestingGuard nesting(&walk->depth, module);
     if (node.refRecord == 0) {
-        spend(walk, valueLength(node), module);
+        addLength(walk, valueLength(node), module);
         if (walk->dst != nullptr)
             appendLeaf(module, node, walk->dst);
         return valueLength(node);
     }
     std::int32_t length = 0;
     for (RecNr nr = node.refRecord; nr != 0;) {
-        spend(walk, 1, module);
+        addLength(walk, 0, module);
         readRec(module, REC_VNODE, nr);
         nr = vNode.next;
         skipValues(false);

@@ -108,7 +108,7 @@ TEST_F(Embedded, MemberHasTheTextOfItsWholeChainOnce) {
     EXPECT_EQ(written(), "base\n");
     /* A base without text of its own. */
     other_.tNodes[2].optionBits = 0;
-    type_.tagEntries.pop_back();
+    type_.tagEntries.back().flags = 0;
     printTypeEmbeddingOptions(SLOT, &type_, TED_TYP_BEFORE);
     printBaseTypeEmbeddingOptions(SLOT, &type_, TED_TYP_BEFORE);
     EXPECT_EQ(written(), "position\nmiddle\n");

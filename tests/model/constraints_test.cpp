@@ -134,13 +134,6 @@ TEST(Constraints, BaseComesFirstAndLocalOnesAreTold) {
         EXPECT_EQ(local, "range(1..3)");
         EXPECT_TRUE(isLocalTypeConstraints(type));
         EXPECT_EQ(getNrOfTypeConstraints(type) * 10 + getNrOfLocalTypeConstraints(type), 21);
-        /* Step by step the list is the same, and a walk inside doesn't disturb it. */
-        AsnConstraint *constraint = firstConstraint(type);
-        EXPECT_EQ(shownTree(type, constraint), "range(1..10)");
-        shownConstraints(type);
-        constraint = nextConstraint(constraint);
-        EXPECT_EQ(shownTree(type, constraint), "range(1..3)");
-        EXPECT_EQ(nextConstraint(constraint), nullptr);
     });
     m.withType("Plain", [](AsnType *type) {
         EXPECT_FALSE(isLocalTypeConstraints(type));

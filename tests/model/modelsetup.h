@@ -21,13 +21,12 @@ public:
         treeHooks.deleteOptions = deleteGlobalOptions;
         treeHooks.settleStoredOptions = settleStoredOptions;
     }
-    ~ModelSetup() { delAsnModule(module); }
     ModelSetup(const ModelSetup &) = delete;
     ModelSetup &operator=(const ModelSetup &) = delete;
 
     /* The module under work; imported trees are saved before. */
     void load(TreeWriter &tree) {
-        module = newAsnModule(loadTree(dir, tree));
+        module = getAsnModule(loadTree(dir, tree));
         cMP = module->modRec;
     }
     void import(TreeWriter &tree, const std::string &prefix) {

@@ -55,7 +55,6 @@ TEST(Modules, NamedModulesInOrder) {
     std::string text;
     forEachModule([&](AsnModule *module) {
         text += module->modRec->filePrefix;
-        module->cursors[KIND_TYPE] = 3;
         cMP = nullptr;
     });
     EXPECT_EQ(text, "a"); /* the others came in through imports */
@@ -64,16 +63,6 @@ TEST(Modules, NamedModulesInOrder) {
     EXPECT_EQ(text, "aa");
     EXPECT_EXIT(forEachModule(nullptr), testing::ExitedWithCode(2),
                 "Call-back function not defined");
-
-    AsnModule *module = firstModule(modRecList.records[0].get());
-    module->cursors[KIND_VALUE] = 7;
-    AsnModule *moved = nextModule(module, modRecList.records[1].get());
-    EXPECT_EQ(moved, module);
-    EXPECT_EQ(moved->cursors[KIND_VALUE], 0); /* a walk doesn't go on in another module */
-    EXPECT_EQ(getUniqueModuleNr(moved), 1);
-    EXPECT_TRUE(isCurrentModule(moved));
-    delAsnModule(moved);
-    delAsnModule(moved);
 }
 
 TEST(Modules, Questions) {

@@ -181,35 +181,6 @@ TEST(Values, ComponentsPresentAndAbsent) {
     });
 }
 
-TEST(Values, CommentsOfTheDefinitionItself) {
-    ModelSetup m;
-    TreeWriter w("Vals", "vals");
-    TypeNode type = w.define("T", w.integer());
-    ValueNode value = w.defineValue("v", type, w.intValue(1));
-    ValueNode reference = w.defineValue("r", type, w.valueRef("v"));
-    w.finish();
-    for (const char *text : {"-// first", "-BEO=OTHER=1", "-BEO=// second"})
-        w.tedRecs.push_back({TED_BACKEND_OPTION, w.str(text)});
-    value->tedFirst = reference->tedFirst = reference->tedLast = 1;
-    value->tedLast = 3;
-    m.load(w);
-    static std::string options;
-    modelHooks.valueBEOptionOK = [](AsnValue *, BEValMetaRec *, const char *option) {
-        options += option;
-        return true;
-    };
-    const auto comments = [](AsnValue *v) {
-        std::string text = isValueCommentOption(v) ? "has " : "";
-        forEachValueCommentOption(v, [&](AsnValue *, const char *option, int nbr) {
-            text += std::to_string(nbr) + option + ";";
-        });
-        return text;
-    };
-    m.expectValues(comments, {{"v", "has 0// first;1 second;"}});
-    EXPECT_EQ(options, "-BEO=OTHER=1-BEO=OTHER=1"); /* those of the base apply to "r" too */
-    m.expectValues(comments, {{"r", ""}});
-}
-
 /* --- values that belong to types --- */
 
 std::string numbersOf(AsnType *type) {

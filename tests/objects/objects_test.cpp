@@ -196,9 +196,8 @@ TEST(ObjectOrder, InlineObjectsOfOtherModulesBelongToThose) {
     setup.import(other, "far");
     setup.load(w);
     EXPECT_EQ(inClassOrder(setup.module, true), "");
-    AsnModule *module = newAsnModule(modRecList.records.back().get());
+    AsnModule *module = getAsnModule(modRecList.records.back().get());
     EXPECT_EQ(inClassOrder(module, true), "OP[ <>0 ]1 ");
-    delAsnModule(module);
 }
 
 /* A class with a type field, values and sets of values, some of them optional. */

@@ -97,7 +97,6 @@ TEST(ObjectSets, NamesAndOptions) {
         EXPECT_EQ(getDefObjectSetId(objectSet), "OpSet");
         EXPECT_EQ(getDefBaseObjectSetId(objectSet), "OP");
         EXPECT_EQ(getBaseObjectSetRef(objectSet), "OP");
-        EXPECT_TRUE(isObjectSetCommentOption(objectSet));
         objectSet->compStatus = objectSet->base.compStatus = TCS_MANDATORY;
         EXPECT_EQ(getDefObjectSetId(objectSet), "?!?");
         EXPECT_EQ(getDefBaseObjectSetId(objectSet), "?!?NOT-A-DEFINED-OBJECT-SET");
@@ -145,11 +144,10 @@ TEST(ObjectSets, ClassAndObjectsOfOtherModules) {
     for (const auto &record : modRecList.records) {
         if (record->moduleName != "User")
             continue;
-        AsnModule *module = newAsnModule(record.get());
+        AsnModule *module = getAsnModule(record.get());
         forEachObjectSet(module, [](AsnObjectSet *objectSet, int) {
             EXPECT_EQ(getDefObjClassId(getObjClassOfObjectSet(objectSet)), "OP");
         });
-        delAsnModule(module);
     }
 }
 

@@ -133,13 +133,13 @@ TEST(Records, GuardsAllowWhatAFiniteTreeCanHave) {
     EXPECT_EXIT(steps(3001), exitsWith2, "^\nFATAL ERROR : Syntax tree inconsistent\n +loopy\n\n$");
     module->tNodes.resize(2);
     const auto read = [module](int count) {
-        recReadsLeft = 0;
+        workLeft = 0;
         for (int i = 0; i < count; ++i)
             readRec(module, REC_TNODE, 1 + i % 2);
     };
     EXPECT_EXIT(read(20001), exitsWith2, "^\nFATAL ERROR : Syntax tree inconsistent\n +loopy\n\n$");
     read(20000);
-    recReadsLeft = 1000;
+    workLeft = 1000;
     int depth = 0;
     const auto nest = [&](auto &&self, int levels) -> void {
         const NestingGuard guard(&depth, module);

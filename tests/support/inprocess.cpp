@@ -63,9 +63,8 @@ void withModule(const std::string &genPrefix, Call<void(AsnModule *)> func) {
     for (const auto &record : modRecList.records) {
         if (record->genPrefix != genPrefix)
             continue;
-        AsnModule *module = firstModule(record.get());
-        func(module);
-        delAsnModule(module);
+        cMP = record.get();
+        func(getAsnModule(record.get()));
         return;
     }
     std::fprintf(stderr, "no module %s\n", genPrefix.c_str());
