@@ -66,7 +66,7 @@ static BOOLE buildReal (ASN_BUILDER *b, const ASN_JSON_NODE *node)
     BYTE_TYPE octet;
   } words[] = { { "PLUS-INFINITY", 0x40 }, { "MINUS-INFINITY", 0x41 }, { "NOT-A-NUMBER", 0x42 } };
   REAL64 value;
-  uint32 used;
+  uint32 used, length;
   if (node->kind != JSON_NUMBER) {
     for (size_t i = 0; takeText (b, node) && i < sizeof words / sizeof *words; i++)
       if (strcmp (b->text.text, words[i].text) == 0) {
@@ -83,8 +83,11 @@ static BOOLE buildReal (ASN_BUILDER *b, const ASN_JSON_NODE *node)
     return FALSE;
   used = asnUsed (&b->g);
   asnPutReal (&b->g, (REAL128)value, BIN_ENC, 0);
-  asnAdd (&b->octets, b->g.front, asnUsed (&b->g) - used);
-  b->g.front += asnUsed (&b->g) - used;
+  length = asnUsed (&b->g) - used;
+  if (length > 0) { /* zero has no contents, and there may be no buffer yet */
+    asnAdd (&b->octets, b->g.front, length);
+    b->g.front += length;
+  }
   return TRUE;
 }
 

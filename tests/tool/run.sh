@@ -105,6 +105,7 @@ testForms() {
   same "a SET OF in order" 310602010102010A "$(echo '[ 10, 1 ]' | "$tool" encode --der --out=hex Fields)"
   same "a SET OF nothing" 3100 "$(echo '[]' | "$tool" encode --der --out=hex Fields)"
   same "a long number" '"1208925819614629174706175"' "$(echo 020B00FFFFFFFFFFFFFFFFFFFF | "$tool" decode --json Serial)"
+  same "a zero" "0900" "$(echo 0 | "$tool" encode --out=hex Measured --in=json)"
 }
 
 # What is wrong, where, and what should be there.
