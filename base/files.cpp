@@ -120,6 +120,13 @@ void initF(int slot, const char *directory, const char *suffix) {
     file.named = true;
 }
 
+bool isFilePrefix(std::string_view prefix) {
+    return std::none_of(prefix.begin(), prefix.end(), [](char c) {
+        return c == '/' || c == '\\' || c == '"' || static_cast<unsigned char>(c) < ' ' ||
+               c == '\x7F';
+    });
+}
+
 void openFWithPrefix(int slot, const char *prefix) {
     if (slot == 0 || !fArr[slot].named || fArr[slot].stream != nullptr)
         return;
@@ -127,7 +134,7 @@ void openFWithPrefix(int slot, const char *prefix) {
     file.prefix = orEmpty(prefix);
     file.hasPrefix = true;
     /* A prefix may come from a tree. The directories are the user's choice alone. */
-    if (file.prefix.find('/') != Text::npos)
+    if (!isFilePrefix(file.prefix))
         fatalError(FATAL_OPEN_WRITE, ("Not a valid file prefix: " + file.prefix).c_str());
     startStream(slot, file.prefix + file.suffix);
 }

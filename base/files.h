@@ -30,6 +30,10 @@ extern FileSlot fArr[FILE_SLOTS];
 /* Forgets all slots. */
 void initFiles();
 
+/* A prefix names files and stands in the includes of generated code: it leads to no other directory,
+   nor out of the name. */
+bool isFilePrefix(std::string_view prefix);
+
 /* Stores directory (null: empty) and suffix in a slot, unless `suffix` is null. */
 void initF(int slot, const char *directory, const char *suffix);
 /* Opens a slot set by initF with the given middle part of the name; an open file stays as it is.

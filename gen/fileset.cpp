@@ -15,29 +15,13 @@
 #include "options/ketracnf.h"
 
 int fiTyp, fiDef, fiTab, fiTabE;
-int fiEnc, fiEncE, fiEncU, fiDec, fiDecE, fiDecU;
-int fiAsk, fiAskE, fiAskU, fiPri, fiPriE, fiPriU;
+int fiEnc, fiEncE, fiDec, fiDecE;
+int fiAsk, fiAskE, fiPri, fiPriE;
 
 namespace {
 
-/* Words of the categories in file names: where two categories share a file, and where they don't.
- */
-constexpr const char *category1[CATEGORIES] = {
-    "",    "",    "",    /* none, types, defines */
-    "",    "tab",        /* tables */
-    "cod", "cod", "cod", /* encoding */
-    "tst", "tst", "tst", /* asking */
-    "cod", "cod", "cod", /* decoding */
-    "tst", "tst", "tst", /* printing */
-};
-constexpr const char *category2[CATEGORIES] = {
-    "",    "",    "",    /* in the order of category1 */
-    "",    "tab",        /* */
-    "enc", "enc", "enc", /* */
-    "ask", "ask", "ask", /* */
-    "dec", "dec", "dec", /* */
-    "pri", "pri", "pri", /* */
-};
+/* "tab", "enc" ... of a category whose file a module has. */
+const char *categoryWord(AsnModule *module, int category);
 
 /* By FileKind. */
 constexpr const char *fileSuff[] = {".typ", ".def", ".c", ".ext", ".tab"};
@@ -49,10 +33,6 @@ constexpr const char *TESTING_OF_RTS = "asntst.ext";
 /* The log file is emptied by the first module that opens it. */
 bool logFileCreated = false;
 std::FILE *logFile = nullptr;
-
-const char *categoryWord(AsnModule *module, int category) {
-    return getGenArr(module)[category] == GEN_SEPARATE ? category2[category] : category1[category];
-}
 
 bool hasFunctions(AsnModule *module) {
     return getNrOfEntryTypes(module) > 0 || getNrOfVisibleTypes(module) > 0;
@@ -70,13 +50,10 @@ void writeGuardStart(int file) {
 }
 
 /* Creates a file with its header comment and guard. */
-void openFile(int file, AsnModule *module, int kind, int category) {
-    if (kind == FILE_NONE)
-        return;
-    if (kind > FILE_NONE)
-        fatalError(FATAL_INTERNAL, "Unknown file type.");
+void openFile(int file, AsnModule *module, FileKind kind) {
     const GlobalOptions *options = getGlobalOptions(module);
-    Text name = categoryWord(module, category);
+    /* A source of tables is named as their declarations are. */
+    Text name = categoryWord(module, file == CAT_TAB && kind == FILE_C ? CAT_TAB_EXT : file);
     name += fileSuff[kind];
     const Text &directory = kind == FILE_C ? options->codeDirectory : options->headerDirectory;
     initF(file, directory.c_str(), name.c_str());
@@ -98,21 +75,17 @@ void writeLinkageEnd(int file) {
     putF(file, "\n#ifdef __cplusplus\n}\n#endif\n");
 }
 
-/* Ends a file, unless the other one of its pair was the same. */
-void closeFile(int *file, int kind) {
-    if (*file != 0 && fArr[*file].stream != nullptr) {
-        assert(fArr[*file].indent == 0);
-        if (kind == FILE_EXT)
-            writeLinkageEnd(*file);
-        if (kind != FILE_C) {
-            putF(*file, "\n");
-            putF(*file, "#endif /*");
-            putF(*file, defineGuardOfF(*file));
-            putF(*file, "*/\n");
-        }
-        closeF(*file);
+void closeFile(int file, FileKind kind) {
+    assert(fArr[file].indent == 0);
+    if (kind == FILE_EXT)
+        writeLinkageEnd(file);
+    if (kind != FILE_C) {
+        putF(file, "\n");
+        putF(file, "#endif /*");
+        putF(file, defineGuardOfF(file));
+        putF(file, "*/\n");
     }
-    *file = 0;
+    closeF(file);
 }
 
 /* --- hooks of a preprocessor that some users run over the code --- */
@@ -208,101 +181,142 @@ void includeGeneratedFunctionHeaders(AsnModule *module, const std::uint8_t *genA
     }
 }
 
-/* --- opening, file by file --- */
+/* --- how each file begins --- */
 
-void openTypeFile(AsnModule *module, const std::uint8_t *genArr) {
-    fiTyp = 0;
-    if (genArr[CAT_TYP] == GEN_NONE)
-        return;
-    fiTyp = CAT_TYP;
-    openFile(fiTyp, module, FILE_TYP, CAT_TYP);
-    includeRtsFile(fiTyp, TYPES_OF_RTS);
-    includeReferencedTypes(module, fiTyp);
-}
-
-void openDefineFile(AsnModule *module, const std::uint8_t *genArr) {
-    if (genArr[CAT_DEF] == GEN_NONE)
-        return;
-    fiDef = CAT_DEF;
-    openFile(fiDef, module, FILE_DEF, CAT_DEF);
-}
-
-void openTableFiles(AsnModule *module, const std::uint8_t *genArr) {
-    fiTab = 0;
-    fiTabE = 0;
-    int first, second;
-    if (!getTableFileKind(module, genArr, &first, &second))
-        return;
-    fiTab = CAT_TAB;
-    if (first == FILE_C) {
-        openFile(fiTab, module, FILE_C, CAT_TAB_EXT);
-        includeBrunSpecificFiles(fiTab, module);
-    } else {
-        openFile(fiTab, module, FILE_TAB, CAT_TAB);
-    }
-    if (second == FILE_EXT) {
-        fiTabE = CAT_TAB_EXT;
-        openFile(fiTabE, module, FILE_EXT, CAT_TAB_EXT);
-    }
-    includeGeneratedFile(fiTab, module, CAT_TYP, FILE_TYP);
-    if (fiTabE != 0) {
-        includeReferencedTableExts(module, fiTabE);
-        includeGeneratedFile(fiTabE, module, CAT_TYP, FILE_TYP);
-        writeLinkageStart(fiTabE);
-        includeGeneratedFile(fiTab, module, CAT_TAB_EXT, FILE_EXT);
-    }
-    includeForeignTables(module, fiTab);
-    if (getNrOfEntryTypes(module) > 0) {
-        includeGeneratedFunctionHeaders(module, genArr, fiTab, CAT_ENC_EXT, CAT_DEC_EXT);
-        includeGeneratedFunctionHeaders(module, genArr, fiTab, CAT_ASK_EXT, CAT_PRI_EXT);
-    }
-    generateBrunSpecificModuleId(fiTab, module);
-}
-
-/* The files of a pair of generators: none, one for both, or one for each. */
-void assignPair(int *one, int *other, int category, std::uint8_t choice) {
-    *one = choice == GEN_COMBINED || choice == GEN_SEPARATE ? category : 0;
-    *other = choice == GEN_SEPARATE ? category + CAT_PAIR_DISTANCE : *one;
-}
-
-void openPrototypeF(AsnModule *module, int category) {
-    int file = category;
-    openFile(file, module, FILE_EXT, category);
+void beginTypes(int file, AsnModule *module) {
     includeRtsFile(file, TYPES_OF_RTS);
-    includeRtsFile(file, isCodingCategory(category) ? CODING_OF_RTS : TESTING_OF_RTS);
-    includeReferencedDeclarations(module, file, category);
+    includeReferencedTypes(module, file);
+}
+
+void beginTables(int file, AsnModule *module) {
+    const std::uint8_t *genArr = getGenArr(module);
+    int first, second;
+    getTableFileKind(module, genArr, &first, &second);
+    if (first == FILE_C)
+        includeBrunSpecificFiles(file, module);
+    includeGeneratedFile(file, module, CAT_TYP, FILE_TYP);
+    if (second == FILE_EXT)
+        includeGeneratedFile(file, module, CAT_TAB_EXT, FILE_EXT);
+    includeForeignTables(module, file);
+    if (getNrOfEntryTypes(module) > 0) {
+        includeGeneratedFunctionHeaders(module, genArr, file, CAT_ENC_EXT, CAT_DEC_EXT);
+        includeGeneratedFunctionHeaders(module, genArr, file, CAT_ASK_EXT, CAT_PRI_EXT);
+    }
+    generateBrunSpecificModuleId(file, module);
+}
+
+void beginTableDeclarations(int file, AsnModule *module) {
+    includeReferencedTableExts(module, file);
     includeGeneratedFile(file, module, CAT_TYP, FILE_TYP);
     writeLinkageStart(file);
 }
 
-void openPrototypeFiles(AsnModule *module, const std::uint8_t *genArr, int category, int *one,
-                        int *other) {
-    assignPair(one, other, category, genArr[category]);
-    if (*one != 0)
-        openPrototypeF(module, *one);
-    if (*other != *one)
-        openPrototypeF(module, *other);
+void beginPrototypes(int file, AsnModule *module) {
+    includeRtsFile(file, TYPES_OF_RTS);
+    includeRtsFile(file, isCodingCategory(file) ? CODING_OF_RTS : TESTING_OF_RTS);
+    includeReferencedDeclarations(module, file, file);
+    includeGeneratedFile(file, module, CAT_TYP, FILE_TYP);
+    writeLinkageStart(file);
 }
 
-void openFunctionF(AsnModule *module, const std::uint8_t *genArr, int category) {
-    int file = category;
-    int prototypes = category + 1;
-    openFile(file, module, FILE_C, category);
+/* A source of both functions of a pair includes both of their prototype files. */
+void beginFunctions(int file, AsnModule *module) {
+    const std::uint8_t *genArr = getGenArr(module);
+    const int prototypes = file + 1;
     includeBrunSpecificFiles(file, module);
     includeGeneratedFile(file, module, prototypes, FILE_EXT);
-    if (genArr[category] == GEN_COMBINED && genArr[prototypes] == GEN_SEPARATE)
+    if (genArr[file] == GEN_COMBINED && genArr[prototypes] == GEN_SEPARATE)
         includeGeneratedFile(file, module, prototypes + CAT_PAIR_DISTANCE, FILE_EXT);
     generateBrunSpecificModuleId(file, module);
 }
 
-void openFunctionFiles(AsnModule *module, const std::uint8_t *genArr, int category, int *one,
-                       int *other) {
-    assignPair(one, other, category, genArr[category]);
-    if (*one != 0)
-        openFunctionF(module, genArr, *one);
-    if (*other != *one)
-        openFunctionF(module, genArr, *other);
+/* --- the categories --- */
+
+/* One category of file: its words in file names, its contents, who writes to it. */
+struct FileRow {
+    FileCategory category;
+    const char *word = "";         /* where two categories share a file */
+    const char *ownWord = "";      /* where they don't */
+    FileKind kind = FILE_NONE;     /* that of a table file depends on the module */
+    int *slot = nullptr;           /* the generator's number; null for what is never opened */
+    FileCategory shared = CAT_NONE; /* holds both of a pair if they share one */
+    void (*begin)(int file, AsnModule *module) = nullptr; /* includes and the like */
+};
+
+/* ORDER CATEGORIES */
+constexpr FileRow fileRows[] = {
+    {CAT_NONE},
+    {CAT_TYP, "", "", FILE_TYP, &fiTyp, CAT_TYP, beginTypes},
+    {CAT_DEF, "", "", FILE_DEF, &fiDef, CAT_DEF},
+    {CAT_TAB, "", "", FILE_TAB, &fiTab, CAT_TAB, beginTables},
+    {CAT_TAB_EXT, "tab", "tab", FILE_EXT, &fiTabE, CAT_TAB_EXT, beginTableDeclarations},
+    {CAT_ENC, "cod", "enc", FILE_C, &fiEnc, CAT_ENC, beginFunctions},
+    {CAT_ENC_EXT, "cod", "enc", FILE_EXT, &fiEncE, CAT_ENC_EXT, beginPrototypes},
+    {CAT_ENC_U},
+    {CAT_ASK, "tst", "ask", FILE_C, &fiAsk, CAT_ASK, beginFunctions},
+    {CAT_ASK_EXT, "tst", "ask", FILE_EXT, &fiAskE, CAT_ASK_EXT, beginPrototypes},
+    {CAT_ASK_U},
+    {CAT_DEC, "cod", "dec", FILE_C, &fiDec, CAT_ENC, beginFunctions},
+    {CAT_DEC_EXT, "cod", "dec", FILE_EXT, &fiDecE, CAT_ENC_EXT, beginPrototypes},
+    {CAT_DEC_U},
+    {CAT_PRI, "tst", "pri", FILE_C, &fiPri, CAT_ASK, beginFunctions},
+    {CAT_PRI_EXT, "tst", "pri", FILE_EXT, &fiPriE, CAT_ASK_EXT, beginPrototypes},
+    {CAT_PRI_U},
+};
+
+constexpr bool isInOrder() {
+    for (int category = 0; category < CATEGORIES; ++category)
+        if (fileRows[category].category != category)
+            return false;
+    return true;
 }
+static_assert(std::size(fileRows) == CATEGORIES && isInOrder());
+
+const char *categoryWord(AsnModule *module, int category) {
+    const FileRow &row = fileRows[category];
+    return getGenArr(module)[category] == GEN_SEPARATE ? row.ownWord : row.word;
+}
+
+/* FILE_NONE for a file that the module doesn't have, whatever its options say. */
+FileKind fileKind(const FileRow &row, AsnModule *module) {
+    int first, second;
+    switch (row.category) {
+    case CAT_TYP:
+    case CAT_DEF:
+        return row.kind;
+    case CAT_TAB:
+    case CAT_TAB_EXT:
+        getTableFileKind(module, getGenArr(module), &first, &second);
+        return static_cast<FileKind>(row.category == CAT_TAB ? first : second);
+    default:
+        return hasFunctions(module) ? row.kind : FILE_NONE;
+    }
+}
+
+/* The number of the file that the category's generator writes to; 0 for none. */
+int fileNumber(const FileRow &row, AsnModule *module) {
+    if (fileKind(row, module) == FILE_NONE)
+        return 0;
+    if (row.category == CAT_TAB || row.category == CAT_TAB_EXT)
+        return row.category;
+    switch (getGenArr(module)[row.shared]) {
+    case GEN_COMBINED:
+        return row.shared;
+    case GEN_SEPARATE:
+        return row.category;
+    default:
+        return 0;
+    }
+}
+
+/* Calls func for each file that the module has open. */
+void forEachFileOfModule(Call<void(const FileRow &row)> func) {
+    for (const FileRow &row : fileRows)
+        if (row.slot != nullptr && *row.slot == row.category)
+            func(row);
+}
+
+/* --- the log file --- */
 
 void openLogFile(AsnModule *module) {
     const char *name = getMetaLogFile(module);
@@ -378,37 +392,23 @@ bool getTableFileKind(AsnModule *module, const std::uint8_t *genArr, int *first,
 }
 
 void openModuleFiles(AsnModule *module) {
-    const std::uint8_t *genArr = getGenArr(module);
-    fiDef = 0;
-    openTypeFile(module, genArr);
-    openDefineFile(module, genArr);
-    openTableFiles(module, genArr);
-    fiEnc = fiDec = fiEncE = fiDecE = fiAsk = fiPri = fiAskE = fiPriE = 0;
-    if (hasFunctions(module)) {
-        openPrototypeFiles(module, genArr, CAT_ENC_EXT, &fiEncE, &fiDecE);
-        openPrototypeFiles(module, genArr, CAT_ASK_EXT, &fiAskE, &fiPriE);
-        openFunctionFiles(module, genArr, CAT_ENC, &fiEnc, &fiDec);
-        openFunctionFiles(module, genArr, CAT_ASK, &fiAsk, &fiPri);
-    }
+    for (const FileRow &row : fileRows)
+        if (row.slot != nullptr)
+            *row.slot = fileNumber(row, module);
+    forEachFileOfModule([module](const FileRow &row) {
+        openFile(row.category, module, fileKind(row, module));
+        if (row.begin != nullptr)
+            row.begin(row.category, module);
+    });
     openLogFile(module);
 }
 
 void closeModuleFiles(AsnModule *module) {
-    closeFile(&fiTyp, FILE_TYP);
-    closeFile(&fiDef, FILE_DEF);
-    int first, second;
-    if (getTableFileKind(module, getGenArr(module), &first, &second)) {
-        closeFile(&fiTab, first);
-        closeFile(&fiTabE, FILE_EXT);
-    }
-    closeFile(&fiEnc, FILE_C);
-    closeFile(&fiDec, FILE_C);
-    closeFile(&fiEncE, FILE_EXT);
-    closeFile(&fiDecE, FILE_EXT);
-    closeFile(&fiAsk, FILE_C);
-    closeFile(&fiPri, FILE_C);
-    closeFile(&fiAskE, FILE_EXT);
-    closeFile(&fiPriE, FILE_EXT);
+    forEachFileOfModule(
+        [module](const FileRow &row) { closeFile(row.category, fileKind(row, module)); });
+    for (const FileRow &row : fileRows)
+        if (row.slot != nullptr)
+            *row.slot = 0;
     closeLogFile(module);
 }
 

@@ -16,8 +16,8 @@ enum FileKind : int { FILE_TYP = 0, FILE_DEF, FILE_C, FILE_EXT, FILE_TAB, FILE_N
 /* The file that each generator writes to, 0 for none. Where both of a pair share a file, both hold
    its number. */
 extern int fiTyp, fiDef, fiTab, fiTabE;
-extern int fiEnc, fiEncE, fiEncU, fiDec, fiDecE, fiDecU;
-extern int fiAsk, fiAskE, fiAskU, fiPri, fiPriE, fiPriU;
+extern int fiEnc, fiEncE, fiDec, fiDecE;
+extern int fiAsk, fiAskE, fiPri, fiPriE;
 
 /* Opens all files of the module, each with its header comment, guard and includes. Fatal error 2.
  */

@@ -1,10 +1,10 @@
 #include "store/tree.h"
 
-#include <algorithm>
 #include <ctime>
 #include <limits>
 
 #include "base/fatal.h"
+#include "base/files.h"
 #include "store/records.h"
 #include "store/strings.h"
 #include "store/treefile.h"
@@ -58,15 +58,6 @@ TreeStatus readOneTree(ModRec *module, Text *message) {
     initModRec(module);
     stampNodes(module);
     return TREE_READ;
-}
-
-/* A prefix names files and stands in the includes of generated code, so a tree may not lead to
-   another directory with it, nor out of the name. */
-bool isFilePrefix(std::string_view prefix) {
-    return std::none_of(prefix.begin(), prefix.end(), [](char c) {
-        return c == '/' || c == '\\' || c == '"' || static_cast<unsigned char>(c) < ' ' ||
-               c == '\x7F';
-    });
 }
 
 /* The import that MNode `nr` of a module describes. */
