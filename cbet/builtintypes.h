@@ -7,7 +7,7 @@ struct AsnType;
 /* What C and the run-time library make of each builtin type. What is known of it apart from C
    stands in store/typetable.h. */
 
-/* Sorts of values without components that generated functions tell apart (gen/leaves.h). */
+/* Sorts of values without components that generated functions tell apart (gen/leafcalls.h). */
 enum class LeafSort : std::uint8_t {
     BOOLEAN,
     INTEGER,

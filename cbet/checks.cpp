@@ -7,10 +7,10 @@
 #include "cbet/builtintypes.h"
 #include "cbet/comptests.h"
 #include "cbet/constants.h"
-#include "cbet/engine.h"
-#include "cbet/homes.h"
-#include "cbet/listsizes.h"
+#include "cbet/engineparts.h"
 #include "cbet/forms.h"
+#include "cbet/homes.h"
+#include "cbet/lists.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
 #include "model/constraints.h"
@@ -412,13 +412,4 @@ void cCheckConstraints(int file, AsnType *type) {
         checkLeaf(check, type);
     }
     checkOk(check);
-}
-
-int cTableAccessFunctionIndexVF(AsnModule *module, long n) {
-    constexpr long BYTE_VALUES = 256, SHORT_VALUES = 65536;
-    if (testCGenerationOption(module, CGEN_OLD))
-        return n <= SHORT_VALUES ? VF_I16 : VF_I32;
-    if (n <= BYTE_VALUES)
-        return VF_UI8;
-    return n <= SHORT_VALUES ? VF_UI16 : VF_UI32;
 }

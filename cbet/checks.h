@@ -1,6 +1,5 @@
 #pragma once
 
-struct AsnModule;
 struct AsnType;
 
 /* Checks of constraints that the run-time functions can't make by themselves. */
@@ -10,6 +9,3 @@ struct AsnType;
    file and a warning on the standard error stream. Writes nothing if nothing remains to be checked.
  */
 void cCheckConstraints(int file, AsnType *type);
-
-/* The value form of an index into a table of `n` entries. */
-int cTableAccessFunctionIndexVF(AsnModule *module, long n);

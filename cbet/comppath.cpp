@@ -1,4 +1,4 @@
-#include "cbet/comppath.h"
+#include "cbet/homes.h"
 
 #include <cstring>
 

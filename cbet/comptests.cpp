@@ -2,9 +2,9 @@
 
 #include "base/files.h"
 #include "cbet/control.h"
-#include "cbet/homes.h"
-#include "cbet/listsizes.h"
 #include "cbet/forms.h"
+#include "cbet/homes.h"
+#include "cbet/lists.h"
 #include "cbet/vars.h"
 #include "model/iterators.h"
 #include "model/typeextension.h"

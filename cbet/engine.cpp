@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "base/files.h"
-#include "cbet/entryfuncs.h"
-#include "cbet/functions.h"
+#include "cbet/engineparts.h"
 #include "cbet/forms.h"
+#include "cbet/functions.h"
 #include "cbet/vars.h"
 #include "model/backvar.h"
 #include "model/iterators.h"
@@ -72,6 +72,7 @@ bool wantsFunc(AsnType *type) {
 }
 
 /* A type on the way down carries stampGIP and isn't entered again, so recursive types end here. */
+void genNormalFunc(AsnType *type, bool generateBody, TypeFuncRun &run);
 void funcForReferredType(AsnType *type, TypeFuncRun &run);
 
 void funcForReferredTypes(AsnType *type, TypeFuncRun &run) {
@@ -136,8 +137,8 @@ void writeNormalFunc(AsnType *type, TypeFuncRun &run) {
     cCloseBrace(run.outFile);
 }
 
-} // namespace
-
+/* The normal function of a type after those of the types that it refers to. Without `generateBody`
+   only the latter. */
 void genNormalFunc(AsnType *type, bool generateBody, TypeFuncRun &run) {
     if (!isFuncGeneratedInThisModuleFile(type))
         return;
@@ -163,8 +164,6 @@ void genNormalFunc(AsnType *type, bool generateBody, TypeFuncRun &run) {
 
 /* --- the functions of a module --- */
 
-namespace {
-
 void normalFuncOfDefinition(AsnType *type, bool generateBody, TypeFuncRun &run) {
     resetPath();
     if (testTypeOption(type, OPT_SKIPPED))
@@ -179,8 +178,7 @@ void entryFuncOfDefinition(AsnType *type, TypeFuncRun &run) {
     genEntryFunc(type, run);
 }
 
-} // namespace
-
+/* The functions of one entry or visible type, by "GENERATE=". */
 void genFunc(AsnType *type, TypeFuncRun &run) {
     int generate = getGlobalOptions(getModuleOfType(type))->generate;
     bool visible = isVisibleType(type);
@@ -195,6 +193,8 @@ void genFunc(AsnType *type, TypeFuncRun &run) {
         normalFuncOfDefinition(type, isSeparateNormalFunction(type), run);
     entryFuncOfDefinition(type, run);
 }
+
+} // namespace
 
 void cGenerateTypeFunctions(AsnModule *module, TypeFuncRun run) {
     initStamps();

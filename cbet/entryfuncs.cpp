@@ -1,16 +1,14 @@
-#include "cbet/entryfuncs.h"
+#include "cbet/engineparts.h"
 
 #include "base/files.h"
 #include "cbet/checks.h"
 #include "cbet/engine.h"
-#include "cbet/foreignfuncs.h"
+#include "cbet/forms.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "cbet/memory.h"
 #include "cbet/names.h"
-#include "cbet/forms.h"
 #include "cbet/reports.h"
-#include "cbet/skipped.h"
 #include "cbet/vars.h"
 #include "model/constraints.h"
 #include "model/iterators.h"
@@ -74,11 +72,7 @@ void genBodyBehindSynonym(AsnType *type, TypeFuncRun &run) {
         forTypeDefinedInAnotherModule(type, genBody);
 }
 
-} // namespace
-
 /* --- parts of an entry function --- */
-
-namespace {
 
 /* The last argument of the call, the value itself: "home);\n". */
 void homeArgument(int file, AsnType *type, const char *end) {
@@ -93,9 +87,7 @@ void homeArgument(int file, AsnType *type, const char *end) {
     }
 }
 
-} // namespace
-
-/* dMsg (ASNG_F(asncodg) home); */
+/* The call of the type's normal function from its entry function: dMsg (ASNG_F(asncodg) home); */
 void cCallSeprNormFuncFromEntryFunc(AsnType *type, TypeFuncRun &run) {
     cDeclareForeignFunction(type, run);
     putF(run.outFile, run.funcPrefix, getDefBaseTypeId(type), " (");
@@ -103,6 +95,7 @@ void cCallSeprNormFuncFromEntryFunc(AsnType *type, TypeFuncRun &run) {
     homeArgument(run.outFile, type, ");\n");
 }
 
+/* Nothing but the entry function can check the constraints of the type. */
 bool mustCheckConstraintsInEntryFunction(AsnType *type) {
     if (!isConstraints(type) || testTypeOption(type, OPT_SKIPPED) || cIsFrameType(type))
         return false;
@@ -117,8 +110,6 @@ bool mustCheckConstraintsInEntryFunction(AsnType *type) {
 }
 
 /* --- entry functions --- */
-
-namespace {
 
 /* The variables of an application hold the components of a structure, and none holds it whole. */
 void genFrameContent(AsnType *type, TypeFuncRun &run) {

@@ -1,14 +1,13 @@
-#include "cbet/foreignfuncs.h"
+#include "cbet/engine.h"
 
 #include <map>
 #include <unordered_set>
 #include <utility>
 
 #include "base/files.h"
-#include "cbet/engine.h"
-#include "cbet/entryfuncs.h"
-#include "cbet/functions.h"
+#include "cbet/engineparts.h"
 #include "cbet/forms.h"
+#include "cbet/functions.h"
 #include "model/backvar.h"
 #include "model/iterators.h"
 #include "model/modules.h"

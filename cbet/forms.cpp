@@ -10,8 +10,8 @@
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/othermodule.h"
-#include "model/typequeries.h"
 #include "model/typeextension.h"
+#include "model/typequeries.h"
 #include "model/typetables.h"
 #include "model/typewalk.h"
 #include "options/ketracnf.h"
@@ -74,6 +74,15 @@ bool cIsFrameType(AsnType *type) {
         return false;
     AsnModule *module = getModuleOfType(type);
     return isMorlaApplication(module) || !testCGenerationOption(module, CGEN_ANY_FUNCTIONS);
+}
+
+int cTableAccessFunctionIndexVF(AsnModule *module, long n) {
+    constexpr long BYTE_VALUES = 256, SHORT_VALUES = 65536;
+    if (testCGenerationOption(module, CGEN_OLD))
+        return n <= SHORT_VALUES ? VF_I16 : VF_I32;
+    if (n <= BYTE_VALUES)
+        return VF_UI8;
+    return n <= SHORT_VALUES ? VF_UI16 : VF_UI32;
 }
 
 bool cIsHeldInStructure(AsnType *type) {

@@ -2,6 +2,7 @@
 
 #include "base/call.h"
 
+struct AsnModule;
 struct AsnType;
 
 /* How a type is held in C, by its value form and options. None of these changes anything. */
@@ -14,6 +15,8 @@ int cGetVF(AsnType *type);
 int cGetHomeVF(AsnType *type);
 /* The value form's name in run-time calls, such as "VF_UI8". */
 const char *cGetVFStri(AsnType *type);
+/* The value form of an index into a table of `n` entries. */
+int cTableAccessFunctionIndexVF(AsnModule *module, long n);
 /* A number, BOOLEAN or NULL. */
 bool cIsSimpleType(AsnType *type);
 /* The run-time library has a C type for it. */

@@ -1,8 +1,8 @@
 #include "cbet/homes.h"
 
 #include "base/files.h"
-#include "cbet/names.h"
 #include "cbet/forms.h"
+#include "cbet/names.h"
 #include "cbet/vars.h"
 #include "model/backend.h"
 #include "model/typeextension.h"

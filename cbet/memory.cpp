@@ -2,9 +2,9 @@
 
 #include "base/files.h"
 #include "cbet/builtin.h"
+#include "cbet/forms.h"
 #include "cbet/homes.h"
 #include "cbet/names.h"
-#include "cbet/forms.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
 #include "model/modules.h"

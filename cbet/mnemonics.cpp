@@ -1,6 +1,6 @@
 #include "base/fatal.h"
-#include "cbet/names.h"
 #include "cbet/forms.h"
+#include "cbet/names.h"
 #include "model/backend.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"

@@ -4,7 +4,6 @@
 
 #include "base/fatal.h"
 #include "cbet/forms.h"
-#include "cbet/reserved.h"
 #include "model/backend.h"
 #include "model/backvar.h"
 #include "model/modules.h"

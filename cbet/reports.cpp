@@ -5,7 +5,7 @@
 
 #include "base/fatal.h"
 #include "base/files.h"
-#include "cbet/listsizes.h"
+#include "cbet/lists.h"
 #include "cbet/vars.h"
 #include "model/modules.h"
 #include "model/typenames.h"

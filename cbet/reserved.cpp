@@ -1,4 +1,4 @@
-#include "cbet/reserved.h"
+#include "cbet/names.h"
 
 #include <unordered_set>
 

@@ -1,10 +1,9 @@
-#include "cbet/skipped.h"
+#include "cbet/engineparts.h"
 
 #include "base/fatal.h"
 #include "base/files.h"
-#include "cbet/engine.h"
 #include "cbet/homes.h"
-#include "cbet/listsizes.h"
+#include "cbet/lists.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
 #include "model/bounds.h"

@@ -1,7 +1,7 @@
 #include "driver/wiring.h"
 
 #include "base/fatal.h"
-#include "cbet/reserved.h"
+#include "cbet/names.h"
 #include "gen/classmeta.h"
 #include "gen/meta.h"
 #include "gen/tooloptions.h"

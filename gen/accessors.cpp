@@ -2,8 +2,8 @@
 
 #include "base/files.h"
 #include "cbet/control.h"
-#include "cbet/names.h"
 #include "cbet/forms.h"
+#include "cbet/names.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "gen/typeshape.h"

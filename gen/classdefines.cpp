@@ -1,9 +1,7 @@
-#include "gen/classdefines.h"
+#include "gen/classes.h"
 
 #include "base/files.h"
 #include "cbet/names.h"
-#include "cbet/reserved.h"
-#include "gen/classes.h"
 #include "gen/classmeta.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"

@@ -2,10 +2,8 @@
 
 #include "base/files.h"
 #include "cbet/embedded.h"
-#include "cbet/names.h"
 #include "cbet/forms.h"
-#include "cbet/reserved.h"
-#include "gen/classdefines.h"
+#include "cbet/names.h"
 #include "gen/classmeta.h"
 #include "gen/defines.h"
 #include "gen/fileset.h"

@@ -1,6 +1,6 @@
 #include "gen/classmeta.h"
 
-#include "cbet/reserved.h"
+#include "cbet/names.h"
 #include "model/modules.h"
 #include "objects/classes.h"
 #include "objects/objectorder.h"

@@ -1,8 +1,8 @@
 #include "gen/defines.h"
 
 #include "base/files.h"
-#include "cbet/names.h"
 #include "cbet/forms.h"
+#include "cbet/names.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "model/iterators.h"

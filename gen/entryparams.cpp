@@ -1,4 +1,4 @@
-#include "gen/entryparams.h"
+#include "gen/entrytable.h"
 
 #include <algorithm>
 

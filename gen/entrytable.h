@@ -1,12 +1,12 @@
 #pragma once
 
+#include "base/text.h"
+
 struct AsnModule;
+struct AsnType;
 struct BrowserNode;
 
-/* The tables of a module: the entry table, through which a program reaches an entry type by number,
-   and those of values, objects and sets. They come after the coding functions, because a row names
-   those that exist. */
-void generateTables(AsnModule *module);
+/* The entry table of a module (generateTables writes it), and what other tables take from it. */
 
 /* The function that gives a row of a table by its index, and its declaration, where the module has
    such functions ("TABF="). `elementType` is the C type of a row, `tableName` the table's name
@@ -14,3 +14,14 @@ void generateTables(AsnModule *module);
    browser tree. */
 void genTableAccessFunction(AsnModule *module, const char *elementType, const char *tableName,
                             int count, BrowserNode *browserParent);
+
+/* The components of an entry type as variables of a MORLA application, which its row names. */
+
+/* Their number, 1 for a type that has none. */
+int nrOfEntryParams(AsnType *type);
+/* Their names, with ",\n" between them. */
+void genETabElemCompsContents(AsnType *type);
+/* The name of the list to which the entry's row refers: mEntryParam0. */
+Text entryParamName(AsnType *type, int index);
+/* The list of them as a table of its own, unless an entry in front of this one has the same. */
+void genETabSeparateAsnParams(AsnType *type, int index);

@@ -2,7 +2,7 @@
 
 #include "base/files.h"
 #include "cbet/constants.h"
-#include "cbet/foreignfuncs.h"
+#include "cbet/engine.h"
 #include "cbet/forms.h"
 #include "cbet/functions.h"
 #include "cbet/names.h"

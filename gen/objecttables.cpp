@@ -6,8 +6,6 @@
 #include "base/fatal.h"
 #include "base/files.h"
 #include "cbet/names.h"
-#include "cbet/reserved.h"
-#include "gen/classdefines.h"
 #include "gen/classes.h"
 #include "gen/classmeta.h"
 #include "gen/entrytable.h"

@@ -1,4 +1,4 @@
-#include "gen/print.h"
+#include "gen/generators.h"
 
 #include "base/files.h"
 #include "cbet/builtin.h"
@@ -9,9 +9,8 @@
 #include "cbet/functions.h"
 #include "cbet/homes.h"
 #include "gen/fileset.h"
-#include "gen/leaves.h"
+#include "gen/leafcalls.h"
 #include "gen/nameddefs.h"
-#include "gen/valuecalls.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"

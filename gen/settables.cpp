@@ -1,9 +1,9 @@
 #include "gen/settables.h"
 
 #include "base/files.h"
-#include "cbet/names.h"
 #include "cbet/forms.h"
-#include "gen/classdefines.h"
+#include "cbet/names.h"
+#include "gen/classes.h"
 #include "gen/classmeta.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"

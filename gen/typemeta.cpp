@@ -5,9 +5,8 @@
 #include <vector>
 
 #include "cbet/builtintypes.h"
-#include "cbet/names.h"
 #include "cbet/forms.h"
-#include "cbet/reserved.h"
+#include "cbet/names.h"
 #include "gen/meta.h"
 #include "model/backend.h"
 #include "model/modules.h"

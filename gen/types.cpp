@@ -4,11 +4,12 @@
 
 #include "base/files.h"
 #include "cbet/embedded.h"
-#include "cbet/imports.h"
 #include "cbet/forms.h"
+#include "cbet/imports.h"
 #include "gen/classes.h"
 #include "gen/defines.h"
 #include "gen/fileset.h"
+#include "gen/generators.h"
 #include "gen/meta.h"
 #include "gen/typeshape.h"
 #include "model/iterators.h"

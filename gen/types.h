@@ -1,14 +1,10 @@
 #pragma once
 
-struct AsnModule;
 struct AsnType;
 
-/* C types: one definition in the ".typ" file for each type of a module that is to be generated,
-   then one for each class. A definition stands behind those of all that it needs. Fatal error 15
-   for definitions that nest without end. */
-void generateTypes(AsnModule *module);
+/* Definitions of C types with all that they need (generateTypes writes those of a module). */
 
-/* One such pass. */
+/* One pass over the types of a module. */
 struct TypesRun {
     int depth = 0; /* of definitions that need one another */
 };

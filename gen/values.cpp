@@ -1,9 +1,9 @@
-#include "gen/values.h"
+#include "gen/generators.h"
 
 #include "base/files.h"
 #include "cbet/builtintypes.h"
 #include "cbet/constants.h"
-#include "cbet/reserved.h"
+#include "cbet/names.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "gen/warnings.h"
@@ -29,6 +29,13 @@ void genValuePrefix(AsnValue *value) {
     putF(fiDef, "#define ", name, " ");
     taviUseTypeNodeOfValue(value);
     taviAddItem(ITEM_DEFINE, fiDef, {name});
+}
+
+/* One line: "#define", the value's name, and the three texts (each may be null), never broken. */
+void genValue(AsnValue *value, const char *before, const char *text, const char *after) {
+    genValuePrefix(value);
+    putUnbroken(fiDef, before, text, after, "
+");
 }
 
 void genStringDefine(AsnValue *value, int, const char *text) {
@@ -103,9 +110,4 @@ void generateValues(AsnModule *module) {
         return;
     initStamps();
     forEachVisValue(module, genRootValue);
-}
-
-void genValue(AsnValue *value, const char *before, const char *text, const char *after) {
-    genValuePrefix(value);
-    putUnbroken(fiDef, before, text, after, "\n");
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "cbet/checks.h"
+#include "cbet/forms.h"
 #include "cbet/vars.h"
 #include "model/modules.h"
 #include "tests/support/cbetrun.h"

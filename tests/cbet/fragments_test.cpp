@@ -6,7 +6,7 @@
 #include "cbet/comptests.h"
 #include "cbet/extensions.h"
 #include "cbet/functions.h"
-#include "cbet/listsizes.h"
+#include "cbet/lists.h"
 #include "cbet/memory.h"
 #include "tests/support/cbetrun.h"
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/files.h"
-#include "gen/decode.h"
+#include "gen/generators.h"
 #include "gen/fileset.h"
 #include "model/modules.h"
 #include "tests/support/cbetrun.h"

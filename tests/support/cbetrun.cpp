@@ -3,7 +3,6 @@
 #include <sstream>
 
 #include "base/files.h"
-#include "cbet/comppath.h"
 #include "cbet/engine.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"

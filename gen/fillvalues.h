@@ -3,6 +3,7 @@
 #include "base/i64.h"
 
 struct AsnType;
+struct TypeFuncRun;
 
 /* What the functions that fill a value, decoding and asking, write alike: the bounds that they give
    to run-time functions, and the tests behind the call. */
@@ -20,3 +21,11 @@ void genExtendedMark(int file, AsnType *type);
 void genNormalisedTrue(int file, AsnType *type);
 /* Makes room for the elements of a dynamic array; `call` is the function's name with " (". */
 void genUpperBound(int file, const char *call, AsnType *list, AsnType *elem);
+
+/* The run-time call that decodes a value without components, with its bounds and the tests that the
+   call can't make itself. */
+void decLeaf(AsnType *type, TypeFuncRun &run);
+
+/* A warning and a comment in the generated code: the constraint can be extended, and what lies
+   outside of its root isn't decoded rightly. */
+void decWarnOfExtendedConstraint(int file, AsnType *type, const char *what);

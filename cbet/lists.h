@@ -5,7 +5,7 @@
 
 struct AsnType;
 
-/* Sizes of lists and strings, and their bounds. */
+/* Sizes of lists and strings, their bounds, and loops over lists. */
 
 /* "listInit (home);" or what the form of the list asks for. */
 void cInitList(int file, AsnType *type);
@@ -24,3 +24,10 @@ void cIncListSize(int file, AsnType *list, AsnType *elem);
 void cCheckListUpperBound(int file, AsnType *elem);
 void cCheckListUpperBoundWithBreak(int file, AsnType *elem);
 void cCheckListUpperBoundWithActionAndBreak(int file, AsnType *elem, const char *action);
+
+/* Loops over the elements of a list that exists. Each opens a block for its variable and one for
+   the loop's body. */
+
+/* A for loop in either direction; within it the n or a variable of the loop is the current one. */
+void cBeginForLoop(int file, AsnType *list, AsnType *elem, bool reverse);
+void cEndForLoop(int file, AsnType *list);

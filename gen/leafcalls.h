@@ -1,7 +1,6 @@
 #pragma once
 
-struct AsnType;
-struct TypeFuncRun;
+#include "cbet/typefuncinfo.h"
 
 /* The calls that the four kinds of function make alike. `prefix` is that of the kind's run-time
    functions: "e_", "d_", "a_", "p_". */
@@ -33,3 +32,22 @@ void genNoFillCall(AsnType *type, TypeFuncRun &run);
 void genFixedSize(int file, AsnType *type);
 /* The warning that takes the place of the call where the run-time library has none. */
 void warnOfNoCall(AsnType *type, TypeFuncRun &run);
+
+/* Which call a value without components gets. All kinds of function tell the same sorts of value
+   apart; each has a table of what it writes for them. */
+
+struct LeafCalls {
+    TypeFunc boolean;
+    TypeFunc integer;
+    TypeFunc enumerated;
+    TypeFunc real;
+    TypeFunc string; /* bit, octet and character strings, but for the next sort */
+    TypeFunc null;
+    TypeFunc emptyStructure;
+    const char *anyPrefix; /* of the application's function for an ANY or open type */
+    TypeFunc simple;       /* OBJECT IDENTIFIER and times */
+    TypeFunc external;
+    TypeFunc other; /* what the run-time library has no function for */
+};
+
+void genLeaf(AsnType *type, TypeFuncRun &run, const LeafCalls &calls);
