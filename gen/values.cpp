@@ -34,8 +34,7 @@ void genValuePrefix(AsnValue *value) {
 /* One line: "#define", the value's name, and the three texts (each may be null), never broken. */
 void genValue(AsnValue *value, const char *before, const char *text, const char *after) {
     genValuePrefix(value);
-    putUnbroken(fiDef, before, text, after, "
-");
+    putUnbroken(fiDef, before, text, after, "\n");
 }
 
 void genStringDefine(AsnValue *value, int, const char *text) {
