@@ -49,16 +49,19 @@ const char *fullName(AsnType *type) {
     return row.call != nullptr ? row.call : cBuiltinName(type);
 }
 
+/* Strings in segments have functions of their own. */
 const char *segment(AsnType *type) {
     return getVF(type) == VF_LIST ? "Seg" : "";
 }
 
 } // namespace
 
+/* uint8_8, for functions that take a tag */
 Text cBuiltinCodCFunc(AsnType *type) {
     return concat(cBuiltinName(type), cTagFuncSuff(type));
 }
 
+/* DynIA5String8, IA5String0: what fills a string knows how its length is held */
 Text cBuiltinStringCFunc(AsnType *type) {
     if (const char *name = nameInPlaceOfString(type))
         return name;
@@ -66,6 +69,7 @@ Text cBuiltinStringCFunc(AsnType *type) {
     return concat(form, cBuiltinName(type), sizeSuffix(type, false));
 }
 
+/* IA5String_8, SegIA5String_8: what encodes one finds its length in it */
 Text cBuiltinStringCodCFunc(AsnType *type) {
     if (const char *name = nameInPlaceOfString(type))
         return name;
@@ -78,6 +82,7 @@ Text cBuiltinStringTstCFunc(AsnType *type) {
     return concat(segment(type), fullName(type), sizeSuffix(type, true));
 }
 
+/* Functions for tag numbers that fit the narrow form end so. */
 const char *cTagFuncSuff(AsnType *type) {
     bool narrow = false;
     forInnermostTag(type, [&](AsnType *, const AsnTag *tag, int) {
@@ -99,10 +104,12 @@ Text tagStri(const AsnTag *tag, bool constructed, bool narrow) {
 
 } // namespace
 
+/* TAG8(TAG_CTX8, TAG_PRI8, 3) */
 Text cTagStri(const AsnTag *tag, bool constructed) {
     return tagStri(tag, constructed, true);
 }
 
+/* TAG(TAG_CTX, TAG_PRI, 3) */
 Text cTag32Stri(const AsnTag *tag, bool constructed) {
     return tagStri(tag, constructed, false);
 }
@@ -122,6 +129,7 @@ Text cOutermostTag32Stri(AsnType *type, bool constructed) {
 
 /* --- contexts --- */
 
+/* asncodg_asnuti */
 Text cRawAsnutigPtr(GIndex gIndex) {
     return concat(cGetGName(gIndex), "_asnuti");
 }

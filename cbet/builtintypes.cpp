@@ -16,6 +16,7 @@ bool hasSwitch(AsnType *type, CGenerationBit bit) {
     return testCGenerationOption(getModuleOfType(type), bit);
 }
 
+/* The width and sign that the form has: e_uint8, d_sint64. */
 const char *integerCall(AsnType *type) {
     switch (getVF(type)) {
     case VF_UI8:
@@ -39,10 +40,12 @@ const char *integerCall(AsnType *type) {
     }
 }
 
+/* An enumeration that can be extended also holds numbers that it doesn't know. */
 const char *enumCall(AsnType *type) {
     return isExtensibleEnumeratedList(type) ? "XEnum" : integerCall(type);
 }
 
+/* One C type for all widths, or one for each. */
 const char *realCall(AsnType *type) {
     if (hasSwitch(type, CGEN_REAL))
         return "Real";
@@ -58,6 +61,7 @@ const char *realCall(AsnType *type) {
     }
 }
 
+/* Times as one structure for both kinds (CT), or as a date and time with a zone (DT). */
 const char *generalizedTimeCall(AsnType *type) {
     return hasSwitch(type, CGEN_COMMONTIME) ? "GeneralizedTimeCT" : "GeneralizedTimeDT";
 }
@@ -115,6 +119,7 @@ constexpr BuiltinType builtinTypes[] = {
     {TYP_NONE},
 };
 
+/* The rows are found by number. */
 constexpr bool isInOrder() {
     for (int i = 0; i < TYP_COUNT; ++i)
         if (builtinTypes[i].mainType != i)

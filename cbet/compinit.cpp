@@ -27,6 +27,8 @@ GlobalOptions *optionsOf(AsnType *type) {
 
 namespace {
 
+/* "ZEROHOME=" says that the caller clears values, so that only a CHOICE, whose first number isn't 0,
+   is set here. */
 bool needsFirstValue(AsnType *type) {
     bool zeroHome = optionsOf(type)->zeroHome != 0;
     switch (getTypeMainType(type)) {
@@ -59,6 +61,7 @@ void initControlMember(AsnType *type, TypeFuncRun &run) {
 
 } // namespace
 
+/* home->compmask = 0; or memset (home, 0, sizeof (Msg)); or listInit (home); */
 void initComponents(AsnType *type, TypeFuncRun &run) {
     if (isListType(type)) {
         cInitList(run.outFile, type);
@@ -70,6 +73,7 @@ void initComponents(AsnType *type, TypeFuncRun &run) {
     }
 }
 
+/* uint8 compmask; in a block of its own: decoding marks each component that came */
 bool generateDummyCompmask(AsnType *type, const TypeFuncRun &run) {
     return run.info.funcKind == decodingKind && getTypeMainType(type) == TYP_SET &&
            nrOfWalkedComps(type) >= 2 && (!isOptionalTypeComps(type) || cHasCompHomes(type));
@@ -79,6 +83,7 @@ bool generateDummyCompmask(AsnType *type, const TypeFuncRun &run) {
 
 namespace {
 
+/* appendList (...), createHome (...) or allocAsn (...), whichever holds the component */
 void allocateComp(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     const int file = run.outFile;
     const GIndex gIndex = run.info.gIndex;
@@ -102,6 +107,7 @@ bool isMarkedAlways(AsnType *set, const TypeFuncRun &run) {
     return run.info.funcKind != askingKind && nrOfWalkedComps(set) > 1;
 }
 
+/* What may be missing is marked where it comes, a CHOICE with the alternative that came. */
 bool needsControlMember(AsnType *father, AsnType *comp, const TypeFuncRun &run) {
     int kind = getTypeMainType(father);
     if (cHasCompHomes(father))
@@ -127,6 +133,7 @@ void initializeComp(AsnType *father, AsnType *comp, TypeFuncRun &run) {
         cSetControlMember(run.outFile, comp);
 }
 
+/* Encoding frees what it has written; decoding and asking step back from the home. */
 void releaseComp(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     if (run.info.funcKind == printingKind || getVF(father) == VF_LIST ||
         !cIsAsnHomeComp(father, comp) || isTypeExtensionmarker(comp) || optionsOf(comp)->memory == 0)
@@ -137,6 +144,7 @@ void releaseComp(AsnType *father, AsnType *comp, TypeFuncRun &run) {
         cPopHome(run.outFile, comp, run.info.gIndex);
 }
 
+/* if (staArrLen (home) >= 9) with a report, or with the mark that elements follow to be passed over */
 void checkListUpperBound(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     if (!isConstructingKind(run) || !isListType(father))
         return;

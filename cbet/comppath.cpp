@@ -10,6 +10,8 @@
 #include "model/typepath.h"
 #include "model/typequeries.h"
 
+/* --- elements of the path --- */
+
 const char *cGetSeparatorInTypePath(AsnType *comp) {
     AsnType *father = getFatherOfTypeComp(comp);
     if (father == nullptr)
@@ -26,6 +28,7 @@ void cAddNameToPath(AsnType *comp, const char *name) {
 
 namespace {
 
+/* What is reached through a list item, or as a whole marker, is not a member of a structure. */
 bool standsInPath(AsnType *comp) {
     AsnType *father = getFatherOfTypeComp(comp);
     return !isTypeExtensionmarker(comp) && !(father != nullptr && getVF(father) == VF_LIST);
@@ -52,6 +55,8 @@ Text pathElement(AsnType *comp) {
 }
 
 } // namespace
+
+/* --- one component, for the time of its text --- */
 
 void addCompNameToPath(AsnType *comp) {
     if (standsInPath(comp))

@@ -13,6 +13,7 @@
 
 /* --- optional and duplicate components --- */
 
+/* if (home->compmask & BIT(1)){ or if (hometab [1]){ or if (home->b){ */
 void cBeginTestOptionalComp(int file, AsnType *father, AsnType *comp) {
     if (getTypeCompStatus(comp) != TCS_OPTIONAL)
         return;
@@ -81,6 +82,7 @@ void testMandatoryBits(int file, AsnType *set, const Text &mask) {
     putF(file, ")))");
 }
 
+/* Bits of the mask's C type. */
 int maskWidth(AsnType *set) {
     switch (getVFSize(set)) {
     case VF_UI8:
@@ -124,6 +126,7 @@ void testMaskWords(int file, AsnType *set, const Text &mask) {
 
 } // namespace
 
+/* Bits of optional components are left out of the test; without any the whole mask is tested. */
 void cBeginTestMissingSetMandatoryComps(int file, AsnType *set) {
     if (!isMandatoryTypeComps(set))
         return;

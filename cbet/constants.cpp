@@ -17,6 +17,7 @@ Text cIntegerValue64(sint64 value) {
     return value == i64ltosint64(INT32_MIN) ? "i64ltosint64 (-2147483648L)" : cSint64(value);
 }
 
+/* Infinity is the limit of a long; a number beyond its range says that it is unsigned. */
 Text cIntegerValue32(sint64 value, int format) {
     if (i64ismax(value)) {
         if (format != VF_I32 && format != VF_UI32)
@@ -35,6 +36,8 @@ Text cIntegerValue32(sint64 value, int format) {
 }
 
 } // namespace
+
+/* --- literals --- */
 
 Text cStringText(std::string_view text) {
     constexpr char FIRST_PRINTABLE = ' ', DELETE = '\x7F';
@@ -56,6 +59,8 @@ Text cStringText(std::string_view text) {
     }
     return literal;
 }
+
+/* --- numbers in the form of the C type that takes them --- */
 
 Text cSint64(sint64 value) {
     if (i64ismax(value))

@@ -9,6 +9,8 @@
 
 namespace {
 
+/* --- the mask of a SEQUENCE or SET --- */
+
 bool isMaskType(AsnType *type) {
     return isSequenceOrSetKind(getTypeMainType(type));
 }
@@ -49,6 +51,7 @@ Text cMaskBit(AsnType *type, int compNbr) {
     return concat(cBitMacro(type), "(", compNbr % CONTROL_WORD_BITS, ")");
 }
 
+/* uint8 compmask; sint8 choice; uint16 n; */
 Text getControlMemberDef(AsnType *type) {
     const bool array = isMaskArray(type);
     const int form = array ? static_cast<int>(VF_I32) : getVFSize(type);
@@ -60,6 +63,7 @@ Text getControlMemberDef(AsnType *type) {
     return unlessEmpty(concat(targetLangType(form), " ").c_str(), controlMember(type, size), ";\n");
 }
 
+/* home->choice = -1; */
 Text getControlMemberIni(std::string_view home, AsnType *type) {
     if (isMaskArray(type)) {
         /* home->compmask [0] = home->compmask [1] = 0; */
@@ -85,10 +89,12 @@ Text getControlMemberRaw(std::string_view home, ControlOper oper, AsnType *type,
     return concat(home, cMaskWord(type, compNbr), " ", op, cMaskBit(type, compNbr));
 }
 
+/* home->compmask |= BIT(3); */
 Text getControlMemberSet(std::string_view home, AsnType *type, AsnType *comp, int compNbr) {
     return unlessEmpty("", getControlMemberRaw(home, CONTROL_SET, type, comp, compNbr), ";\n");
 }
 
+/* (home->compmask & BIT(3)) */
 Text getControlMemberTst(std::string_view home, AsnType *type, AsnType *comp, int compNbr) {
     return unlessEmpty("(", getControlMemberRaw(home, CONTROL_TEST, type, comp, compNbr), ")");
 }

@@ -18,6 +18,8 @@
 #include "project/ketratavi.h"
 #include "store/records.h"
 
+/* --- questions that the engine's sources share --- */
+
 void callTypeFunc(TypeFunc func, AsnType *type, TypeFuncRun &run) {
     if (func != nullptr)
         func(type, run);
@@ -65,6 +67,7 @@ namespace {
 
 constexpr int MORLA_ENTRY_BIT = 6;
 
+/* The stamp tells what this run has written, or is writing, already. */
 bool wantsFunc(AsnType *type) {
     const bool isDone = cIsDefinedBaseType(type) && getBaseTypeStamp(type) >= stampGIP;
     return isFuncGeneratedInThisModuleFile(type) && !isDone && !cIsFrameType(type) &&
@@ -80,6 +83,7 @@ void funcForReferredTypes(AsnType *type, TypeFuncRun &run) {
         type, [&run](AsnType *, AsnType *comp, int) { funcForReferredType(comp, run); });
 }
 
+/* What a type refers to is written in front of it, however deep inside it is named. */
 void funcForReferredType(AsnType *type, TypeFuncRun &run) {
     NestingGuard guard(&run.depth, type->posModule);
     if (!wantsFunc(type) || testTypeOption(type, OPT_SKIPPED))
@@ -109,6 +113,7 @@ void funcForReferredBaseType(AsnType *type, bool isBodyInEntry, TypeFuncRun &run
         funcForReferredTypes(type, run);
 }
 
+/* Its components are variables of the application; nobody calls a function for the whole. */
 bool isNonVisibleMorlaEntry(AsnType *type) {
     AsnModule *module = getModuleOfType(type);
     return !isVisibleType(type) && isMorlaApplication(module) && getNrOfEntryTypes(module) > 0 &&
@@ -125,6 +130,10 @@ void genReferredTypes(AsnType *type, TypeFuncRun &run) {
 
 /* --- normal functions --- */
 
+/* void eMsg (ASNG_F(ASNCODG *asncodg) Msg *home)
+   {
+     ... the components
+   } */
 void writeNormalFunc(AsnType *type, TypeFuncRun &run) {
     putF(run.extFile, "\n");
     putF(run.outFile, "\n");
@@ -164,6 +173,7 @@ void genNormalFunc(AsnType *type, bool generateBody, TypeFuncRun &run) {
 
 /* --- the functions of a module --- */
 
+/* Each definition begins a path of its own. */
 void normalFuncOfDefinition(AsnType *type, bool generateBody, TypeFuncRun &run) {
     resetPath();
     if (testTypeOption(type, OPT_SKIPPED))

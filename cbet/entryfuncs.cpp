@@ -41,6 +41,7 @@ EntryInformation entryInformation(const AsnType *type) {
             type->base.entryCategories};
 }
 
+/* The handle and its copy of the record both answer whether a type is an entry. */
 void setEntryInformation(AsnType *type, const EntryInformation &with) {
     type->entryFlags = with.entryFlags;
     type->entryCategories = with.entryCategories;
@@ -119,6 +120,7 @@ void genFrameContent(AsnType *type, TypeFuncRun &run) {
         callTypeFunc(run.info.frameFunc, type, run);
 }
 
+/* What stands between the tags: a call where there is a function, else the text in line. */
 void genEntryContent(AsnType *type, TypeFuncRun &run) {
     if (testTypeOption(type, OPT_SKIPPED))
         skipType(type, run);
@@ -150,6 +152,7 @@ void endLeafHome(AsnType *type, TypeFuncRun &run) {
         cPopHome(run.outFile, type, run.info.gIndex);
 }
 
+/* pushPath (ASNG_F(asncodg) "Msg"); and popPath at the end */
 void pushEntryPath(AsnType *type, TypeFuncRun &run) {
     if (run.info.trackPath)
         cPushEntryPath(run.outFile, type);
@@ -160,6 +163,8 @@ void popEntryPath(AsnType *type, TypeFuncRun &run) {
         cPopEntryPath(run.outFile, type);
 }
 
+/* void encMsg (ASNG_F(ASNCODG *asncodg) Msg *home)
+   { */
 void writeEntryHead(AsnType *type, TypeFuncRun &run) {
     int file = run.outFile;
     putF(run.extFile, "\n");
@@ -169,6 +174,7 @@ void writeEntryHead(AsnType *type, TypeFuncRun &run) {
     cOpenBrace(file);
 }
 
+/* Embedded text stands here for bodies that no normal function has. */
 void writeEntryBody(AsnType *type, TypeFuncRun &run) {
     bool leafHome = isMorlaApplication(getModuleOfType(type)) && isMorlaLeafType(type);
     bool teds = !isSeparateNormalFunction(type) || cIsPredefinedType(type) || cIsStaticString(type);
@@ -185,6 +191,7 @@ void writeEntryBody(AsnType *type, TypeFuncRun &run) {
 
 } // namespace
 
+/* Head, path, the generator's own text around the body, and the checks that nothing inside makes. */
 void genEntryFunc(AsnType *type, TypeFuncRun &run) {
     taviUseTypeNode(type);
     const EntryFunctionScope scope;

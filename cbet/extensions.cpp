@@ -71,6 +71,7 @@ Text maskTest(AsnType *type) {
     return cMaskWord(type, number) + " & " + cMaskBit(type, number) + ")";
 }
 
+/* if (home->extensionmarker){ or if (home->compmask & BIT(2)){ or case 2: */
 void testExtensionmarker(int file, AsnType *type, bool present) {
     if (!isTypeExtensionmarkerComp(type))
         return;
@@ -106,6 +107,7 @@ void cEndTestExtensionmarker(int file, AsnType *type) {
     }
 }
 
+/* &home->extensionmarker */
 Text cRefExtensionmarker(AsnType *type) {
     return isTypeExtensionmarkerComp(type) ? extensionmarkerPath(type, true, true) : "";
 }
@@ -128,6 +130,7 @@ void createHomeForExtensionmarker(int file, AsnType *type, GIndex gIndex) {
     }
 }
 
+/* initExtensionmarker (&home->extensionmarker); */
 void initContent(int file, AsnType *type) {
     putF(file, "initExtensionmarker (");
     putF(file, extensionmarkerPath(type, true, true), ");\n");
@@ -151,6 +154,7 @@ void cInitExtensionmarker(int file, AsnType *type, GIndex gIndex, bool structPre
         initContent(file, type);
 }
 
+/* freeAsn (&hometab [2], FREE_STG); */
 void cFreeAsnExtensionmarker(int file, AsnType *type) {
     if (!isTypeExtensionmarkerComp(type) || !cHasCompHomes(type))
         return;

@@ -36,6 +36,7 @@ NodePlace placeOf(const AsnType *type) {
 
 void reachType(AsnType *type, bool withBody, Reach *reach);
 
+/* As funcForReferredType of the engine decides, without writing anything. */
 void reachPart(AsnType *part, Reach *reach) {
     if (!isFuncGeneratedInThisModuleFile(part) || cIsFrameType(part) || isTypeExtensionmarker(part) ||
         testTypeOption(part, OPT_SKIPPED))
@@ -63,6 +64,7 @@ void reachType(AsnType *type, bool withBody, Reach *reach) {
         forEachTypeCompOrElem(type, [reach](AsnType *, AsnType *part, int) { reachPart(part, reach); });
 }
 
+/* Worked out once for a module and kind: trees don't change while C is written. */
 const Reach &reachOf(AsnModule *module, int entryBit) {
     Reach &reach = reaches[{module->modRec, entryBit}];
     if (std::exchange(reach.isKnown, true))
@@ -75,6 +77,7 @@ const Reach &reachOf(AsnModule *module, int entryBit) {
     return reach;
 }
 
+/* By "GENERATE=" of the module that has the definition. */
 bool isDeclaredByItsModule(AsnType *definition, int entryBit) {
     AsnModule *module = getModuleOfType(definition);
     const int generate = getGlobalOptions(module)->generate;

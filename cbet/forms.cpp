@@ -39,6 +39,7 @@ bool isArray(AsnType *type) {
 
 /* --- values --- */
 
+/* A frame counts as one whatever form the type would have. */
 int cGetVF(AsnType *type) {
     return cIsFrameType(type) ? static_cast<int>(VF_FRM) : getVF(type);
 }
@@ -47,6 +48,7 @@ int cGetHomeVF(AsnType *type) {
     return getVF(type) == VF_STRU ? static_cast<int>(VF_STRU) : cGetVF(type);
 }
 
+/* VF_UI8 */
 const char *cGetVFStri(AsnType *type) {
     if (getTypeMainType(type) == TYP_REAL &&
         testCGenerationOption(getModuleOfType(type), CGEN_REAL))
@@ -60,12 +62,15 @@ bool cIsSimpleType(AsnType *type) {
     return isAnyForm(form, VF_BOOL, VF_REAL128) || form == VF_NULL;
 }
 
+/* Value forms stand in groups: numbers, static strings, dynamic strings and lists, the rest. */
 bool cIsPredefinedType(AsnType *type) {
     const int form = getVF(type);
     return isAnyForm(form, VF_BOOL, VF_REAL128) || isAnyForm(form, VF_DYNS0, VF_NULL) ||
            isAnyForm(form, VF_ANY, VF_BMPSTR);
 }
 
+/* Without "C-GENERATION=ANY-FUNCTIONS" an ANY is carried as it stands, as are those of a MORLA
+   application. */
 bool cIsFrameType(AsnType *type) {
     const int form = getVF(type);
     if (form == VF_FRM || testTypeOption(type, OPT_FRAME))
@@ -97,6 +102,7 @@ bool cIsNumberByAddress(AsnType *type) {
 
 /* --- strings and lists --- */
 
+/* The characters lie in the structure, or behind a pointer in it. */
 bool cIsStaticString(AsnType *type) {
     return isStringType(type) && isAnyForm(getVF(type), VF_STAS0, VF_STAS);
 }
@@ -107,6 +113,7 @@ bool cIsDynamicString(AsnType *type) {
            (isAnyForm(form, VF_DYNS0, VF_DYNS) || isAnyForm(form, VF_BMPSTR0, VF_BMPSTR));
 }
 
+/* The elements lie in the structure, behind a pointer, or each in an ASNHOME of a linked list. */
 bool cIsStaticArray(AsnType *type) {
     return isArray(type) && !testTypeOption(type, OPT_DYNAMIC_ARRAY);
 }
@@ -135,6 +142,7 @@ bool isCountedString(AsnType *type) {
 
 } // namespace
 
+/* compmask, choice or n */
 bool cHasControlMember(AsnType *type) {
     switch (getTypeMainType(type)) {
     case TYP_SEQ:
@@ -154,6 +162,7 @@ bool cIsControlMember(AsnType *type) {
     return cHasControlMember(type) && !cIsHometab(type);
 }
 
+/* Components count as a walk shows them, those of COMPONENTS OF too. */
 int cNrOfMaskWords(AsnType *type) {
     if (!isSequenceOrSetKind(getTypeMainType(type)))
         return 0;
@@ -169,6 +178,7 @@ const char *cControlSuffix(AsnType *type) {
     return getVFSize(type) == VF_I32 ? "L" : "";
 }
 
+/* Wide enough for the greatest size that the constraint lets through. */
 int cIgnoredCountVF(AsnType *type) {
     const bool isArrayOrString = cIsStaticString(type) || cIsDynamicString(type) || isArray(type);
     if (!isArrayOrString || getTypeOptions(type)->sizeLimitMode != 0)
@@ -184,6 +194,7 @@ int cIgnoredCountVF(AsnType *type) {
 
 /* --- homes --- */
 
+/* An ASNHOME holds numbers, strings and lists itself. */
 bool cIsPtrAsnHomeMember(AsnType *type) {
     const int form = cGetHomeVF(type);
     return isAnyForm(form, VF_STAS0, VF_STAS) || form == VF_STRU ||
@@ -194,6 +205,7 @@ bool cIsHomeComponent(AsnType *type) {
     return testTypeOption(type, OPT_COMPS_AS_POINTERS);
 }
 
+/* The entry functions of such an application take their variables one by one. */
 bool cIsHometab(AsnType *type) {
     return cIsInEntryFunction() && isEntryType(type) && isMorlaApplication(getModuleOfType(type));
 }
@@ -293,6 +305,7 @@ void cForTypeGeneratedInCurrentModule(AsnType *type, Call<void(AsnType *defined)
         forDefinedBaseType(type, [&](AsnType *base) { func(base); });
 }
 
+/* An ASNHOME says nothing of what it holds, so that its structure needs a name. */
 bool cHasOwnDefinition(AsnType *father, AsnType *comp) {
     if (cIsPredefinedType(comp))
         return false;

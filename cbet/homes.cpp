@@ -53,6 +53,8 @@ Text asnHomeContainer(AsnType *type) {
     return cHomeRef(type, HOME_VALUE);
 }
 
+/* A structure, and what lies behind a pointer, is reached with "->"; what the ASNHOME itself holds
+   with ".". */
 const char *asnHomeSeparator(AsnType *type) {
     const int form = cGetHomeVF(type);
     if (form == VF_STRU)
@@ -69,6 +71,7 @@ bool isBlockHome(AsnType *type) {
 
 } // namespace
 
+/* home->a.b, and h1->a.b within a block that has a home of its own */
 Text cHomeRef(AsnType *type, HomeForm form) {
     const std::string_view path = pathOf(*type);
     const bool isPointer =
@@ -80,12 +83,14 @@ Text cHomeRef(AsnType *type, HomeForm form) {
                                       : ".");
 }
 
+/* (Elem *)a1->val.stru */
 Text cAsnHomeCompRef(AsnType *type, HomeForm form) {
     return concat(operatorBefore(form, cIsPtrAsnHomeMember(type)), asnHomeCompTypecast(type, form),
                   asnHomeContainer(type), "->val.", getAsnhomeMember(type),
                   isMemberForm(form) ? asnHomeSeparator(type) : "");
 }
 
+/* An ASNHOME holds components of a MORLA entry, elements of linked lists, and what is marked so. */
 Text cHome(AsnType *type, HomeForm form) {
     AsnType *father = getFatherOfTypeComp(type);
     bool inAsnHome = false;
@@ -98,12 +103,14 @@ Text cHome(AsnType *type, HomeForm form) {
     return inAsnHome ? cAsnHomeCompRef(type, form) : cHomeRef(type, form);
 }
 
+/* h1, where the block that is open begins at this very structure */
 Text cStructHome(AsnType *type, HomeForm form) {
     if (!isBlockHome(type))
         return cHomeRef(type, form);
     return concat(operatorBefore(form, true), cHomeVarRef(), isMemberForm(form) ? "->" : "");
 }
 
+/* &home->id of "value ANY DEFINED BY id" */
 Text cAnyDefinedByClassifierTypeHome(AsnType *classifier) {
     return cHome(getFatherOfTypeComp(classifier), HOME_MEMBER_ADDRESS) + cMemberName(classifier);
 }

@@ -11,6 +11,7 @@
 
 namespace {
 
+/* A value among the items of an INTEGER, ENUMERATED or BIT STRING, not one of that type. */
 bool isNamedNumberOf(AsnType *type, AsnValue *value) {
     const int status = getValueCompStatus(value);
     const int kind = getValueMainType(value);
@@ -26,6 +27,7 @@ Text baseName(AsnType *type) {
 
 } // namespace
 
+/* Fathers without a C name of their own are passed over, since no mnemonic can end in it. */
 AsnType *cDefinedAncestor(AsnType *comp) {
     AsnType *father = getFatherOfTypeComp(comp);
     while (father != nullptr && !cIsDefinedBaseType(father))
@@ -33,12 +35,14 @@ AsnType *cDefinedAncestor(AsnType *comp) {
     return father;
 }
 
+/* red_Color */
 Text cNamedNumberMnemonic(AsnType *type, AsnValue *value) {
     if (!isNamedNumberOf(type, value))
         fatalError(FATAL_INTERNAL, "CBET: Invalid value for a #define for a named number/bit.");
     return getValueId(value) + "_" + cTypeId(type);
 }
 
+/* #define red_Color 1 */
 Text cDefineForNamedNumber(AsnType *type, AsnValue *value) {
     if (isValueExtensionmarker(value))
         return "";
@@ -46,6 +50,7 @@ Text cDefineForNamedNumber(AsnType *type, AsnValue *value) {
                   "\n");
 }
 
+/* a_Msg, and extensionmarker_Msg for what stands behind "..." */
 Text cComponentIndexMnemonic(AsnType *comp) {
     if (!isComponentType(comp))
         fatalError(FATAL_INTERNAL, "CBET: Invalid type for a component index.");
@@ -56,10 +61,12 @@ Text cComponentIndexMnemonic(AsnType *comp) {
            (father != nullptr && !cIsDefinedBaseType(father) ? cTypeId(father) : baseName(comp));
 }
 
+/* a_inner_Msg */
 Text cComponentPathMnemonic(AsnType *comp) {
     return getTypeCompId(comp) + "_" + cTypeId(getFatherOfTypeComp(comp));
 }
 
+/* #define a_Msg 0 */
 Text cDefineForComponentIndex(AsnType *comp, bool withPath) {
     return concat("#define ",
                   withPath ? cComponentPathMnemonic(comp) : cComponentIndexMnemonic(comp), " ",

@@ -12,6 +12,8 @@
 #include "model/typequeries.h"
 #include "options/ketracnf.h"
 
+/* --- what the run says --- */
+
 void cSayAtType(AsnType *type, const char *text) {
     static std::set<Text> said;
     const Text path = getModuleFilePath(getModuleOfType(type));
@@ -25,6 +27,8 @@ void cRefuseType(AsnType *type, const char *text) {
     glbExitCode = 1;
 }
 
+/* --- what generated code says --- */
+
 void cReportError(int file, const char *name) {
     putF(file, "reportError (ASNG_F(asncodg) ", name, ");\n");
 }
@@ -37,14 +41,17 @@ void cReportFatalError(int file, const char *name) {
 
 namespace {
 
+/* The option "PUSHPATH=" of the module in which the type stands. */
 bool tracksPath(AsnType *type) {
     return getGlobalOptions(getModuleOfType(type))->pushPath != 0;
 }
 
+/* pushPath (ASNG_F(asncodg) "Msg"); */
 void pushName(int file, const Text &name) {
     putF(file, "pushPath (ASNG_F(asncodg) \"", name, "\");\n");
 }
 
+/* popPath (ASNG_F(asncodg) 4); takes off the name and the "." in front of it */
 void popLength(int file, std::size_t length) {
     putF(file, "popPath (ASNG_F(asncodg) ", static_cast<int>(length), ");\n");
 }
@@ -58,6 +65,7 @@ Text compPathName(AsnType *comp) {
 
 } // namespace
 
+/* The way begins with the name of the entry type ... */
 void cPushEntryPath(int file, AsnType *type) {
     if (tracksPath(type))
         pushName(file, getDefTypeId(type));
@@ -68,6 +76,7 @@ void cPopEntryPath(int file, AsnType *type) {
         popLength(file, getDefTypeId(type).size() + 1);
 }
 
+/* ... goes on with each component ... */
 void cPushPath(int file, AsnType *comp) {
     if (tracksPath(comp))
         pushName(file, compPathName(comp));
@@ -79,6 +88,7 @@ void cPopPath(int file, AsnType *comp) {
                   getTypeCompStatus(comp) == TCS_MULTIPLE ? 0 : compPathName(comp).size() + 1);
 }
 
+/* ... and counts the elements of a list: pushElem (ASNG_F(asncodg) n1); */
 void cPushElem(int file, AsnType *list) {
     if (!tracksPath(list))
         return;

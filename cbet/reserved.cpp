@@ -93,10 +93,12 @@ bool cIsReservedWord(std::string_view word, bool cPlusPlus) {
     return keywords.contains(word) || (cPlusPlus && cPlusPlusKeywords.contains(word));
 }
 
+/* An option of the tool, which stands in a room below. */
 bool cAvoidsCPlusPlusWords(AsnModule *module) {
     return nameHooks.avoidsCPlusPlusWords != nullptr && nameHooks.avoidsCPlusPlusWords(module);
 }
 
+/* int_ for a member that is called int */
 Text cLoneName(std::string_view name, AsnModule *module) {
     Text lone(name);
     if (cIsReservedWord(name, cAvoidsCPlusPlusWords(module)))

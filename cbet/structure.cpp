@@ -36,6 +36,7 @@ bool hasSeveralComps(AsnType *type) {
 
 /* --- around a structure or list --- */
 
+/* switch (home->choice){ */
 void traverseStructPref(AsnType *type, TypeFuncRun &run) {
     callTypeFunc(run.info.struPrefixFunc, type, run);
     if (getTypeMainType(type) != TYP_CHOICE || !cIsControlMember(type))
@@ -67,6 +68,9 @@ void closeListBlock(AsnType *type, TypeFuncRun &run) {
     cCloseBrace(run.outFile);
 }
 
+/* {
+   uint8 compmask;
+   compmask = 0; */
 void openDummyCompmask(AsnType *type, TypeFuncRun &run) {
     int file = run.outFile;
     cOpenBrace(file);
@@ -74,6 +78,7 @@ void openDummyCompmask(AsnType *type, TypeFuncRun &run) {
     putF(file, getControlMemberIni("", type));
 }
 
+/* First values come before anything is read, then the variables of the walk. */
 void constructStructPref(AsnType *type, TypeFuncRun &run) {
     initComponents(type, run);
     if (isTypeExtensionmarkerComp(type) && !cHasCompHomes(type))
@@ -85,6 +90,7 @@ void constructStructPref(AsnType *type, TypeFuncRun &run) {
     callTypeFunc(run.info.struPrefixFunc, type, run);
 }
 
+/* Constraints of the whole are checked when all its components are there. */
 void structPost(AsnType *type, TypeFuncRun &run) {
     int file = run.outFile;
     if (!isConstructingKind(run)) {
@@ -103,10 +109,12 @@ void structPost(AsnType *type, TypeFuncRun &run) {
 
 /* --- around a component: traversing kinds --- */
 
+/* Of the traversing kinds only printing shows a marker in its place; encoding writes it first. */
 bool printsMarker(AsnType *father, const TypeFuncRun &run) {
     return run.info.funcKind == printingKind && testTypeOption(father, OPT_SAVE_EXTENSIONS);
 }
 
+/* The one that stands without "else". */
 bool isTheFirstChoiceComp(AsnType *father, AsnType *comp, const TypeFuncRun &run) {
     if (!run.info.reverseComps)
         return getTypeCompNbr(comp) == 0 ||
@@ -134,6 +142,8 @@ void beginAlternative(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     cOpenBrace(file);
 }
 
+/* }
+   break; */
 void endAlternative(AsnType *father, TypeFuncRun &run) {
     int file = run.outFile;
     cCloseBrace(file);
@@ -183,6 +193,7 @@ void traverseCompPostfix(AsnType *father, AsnType *comp, TypeFuncRun &run) {
 
 /* --- around a component: constructing kinds --- */
 
+/* while (TRUE){ */
 void constructBeforeIsComp(AsnType *father, TypeFuncRun &run) {
     if (!isListType(father))
         return;
@@ -202,6 +213,7 @@ void beginDecodedSetComp(AsnType *comp, TypeFuncRun &run) {
     cEndTestDuplicateSetComp(file);
 }
 
+/* The brace behind the generator's "if", if it wrote one. */
 void constructCompPrefix(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     switch (getTypeMainType(father)) {
     case TYP_SEQ:
@@ -289,6 +301,7 @@ void compPostFunc(AsnType *father, AsnType *comp, TypeFuncRun &run) {
 
 /* --- extension markers --- */
 
+/* if (home->compmask & BIT(2)){ around what prints the marker's content */
 void extensionmarkerPrefFunc(AsnType *father, AsnType *marker, TypeFuncRun &run) {
     if (!printsMarker(father, run))
         return;
@@ -310,6 +323,7 @@ void funcForExtensionmarkerComponent(AsnType *father, AsnType *comp, TypeFuncRun
 
 /* --- the content of a component --- */
 
+/* pushPath (ASNG_F(asncodg) "a"); so that an error report says where it was */
 void pushCompPath(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     if (!run.info.trackPath)
         return;
@@ -344,6 +358,7 @@ void funcForBuiltinComponent(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     comp->pathLength = savedLength;
 }
 
+/* A call for what has a function of its own, else the text in line. */
 void compContent(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     if (testTypeOption(comp, OPT_SKIPPED))
         skipType(comp, run);
@@ -357,6 +372,7 @@ void compContent(AsnType *father, AsnType *comp, TypeFuncRun &run) {
         cCallNormalFunc(comp, run);
 }
 
+/* Memory and marks first, then the value, then the home is given back. */
 void funcForNormalComponentOrElement(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     if (isConstructingKind(run))
         initializeComp(father, comp, run);
@@ -396,6 +412,8 @@ void funcForComponentOrElement(AsnType *father, AsnType *comp, TypeFuncRun &run)
 }
 
 } // namespace
+
+/* --- the whole --- */
 
 void funcForStructuredTypeAndCompsOrElems(AsnType *type, TypeFuncRun &run) {
     NestingGuard guard(&run.depth, type->posModule);

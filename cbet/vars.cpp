@@ -17,6 +17,7 @@ struct LocalVar {
 LocalVar localVars[VAR_KINDS];
 bool isInEntryFunction = false;
 
+/* The one place that a kind's number is looked up; fatal error 13 for another one. */
 LocalVar &localVar(int kind) {
     if (kind < 0 || kind >= VAR_KINDS)
         fatalError(FATAL_INTERNAL, "CBET variable index overflow.");
@@ -24,6 +25,8 @@ LocalVar &localVar(int kind) {
 }
 
 } // namespace
+
+/* --- the function under work --- */
 
 void cInitVars() {
     bool signedCounter = false;
@@ -51,6 +54,8 @@ bool cIsInEntryFunction() {
     return isInEntryFunction;
 }
 
+/* --- counts: the number in a name is that of the blocks which have such a variable --- */
+
 int cVarCount(int kind) {
     return localVar(kind).count;
 }
@@ -61,6 +66,7 @@ void cDecVarCount(int kind) {
     --localVar(kind).count;
 }
 
+/* uint32 n1 = 0; */
 void cVarDef(int file, int kind, const char *init) {
     const LocalVar &var = localVar(kind);
     putF(file, var.type, var.name, var.count, init != nullptr ? " = " : "", init, ";\n");
@@ -76,14 +82,18 @@ void cOkVarDef(int file) {
     cVarDef(file, VAR_OK, nullptr);
 }
 
+/* Msg *h1 = */
 void cHomeVarDef(int file, AsnType *type) {
     putF(file, cBaseTypeId(type), " *", cHomeVarRef(), " =");
 }
 
+/* n1 */
 Text cVarRef(int kind) {
     const LocalVar &var = localVar(kind);
     return concat(var.name, var.count);
 }
+
+/* --- braces and blocks --- */
 
 void cOpenBrace(int file) {
     putF(file, "{\n");

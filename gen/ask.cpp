@@ -44,11 +44,13 @@ void askBegComp(int file, AsnType *type, const char *postfix) {
     putF(file, postfix);
 }
 
+/* ask_EndComp (); */
 void askEndComp(int file, AsnType *type) {
     if (!isSkipped(type))
         putF(file, "ask_EndComp ();\n");
 }
 
+/* ask_EndAnyChoiceComp (); */
 void askEndAnyChoiceComp(int file, AsnType *type) {
     if (isOpenOrChoice(type) && !isSkipped(type))
         putF(file, "ask_EndAnyChoiceComp ();\n");
@@ -61,6 +63,7 @@ bool isOnlyAlternative(AsnType *father) {
 /* Presence tests. Each component is a block that the user may enter or leave out; the engine opens
    those that may be absent, and the alternatives of a CHOICE that has several. */
 
+/* if (ask_BegComp ("id", TCS_MANDATORY, TYP_INTEGER)){ */
 void askIsSeqComp(int file, AsnType *comp) {
     putF(file, "if (");
     askBegComp(file, comp, ")");
@@ -68,6 +71,7 @@ void askIsSeqComp(int file, AsnType *comp) {
         cOpenBrace(file);
 }
 
+/* else if (ask_BegComp ("id", TCS_CHOICE, TYP_INTEGER)){ */
 void askIsChoiceComp(int file, AsnType *comp) {
     putF(file, isFirstActualTypeComp(comp) ? "" : "else ", "if (");
     askBegComp(file, comp, ")");
@@ -75,6 +79,9 @@ void askIsChoiceComp(int file, AsnType *comp) {
         cOpenBrace(file);
 }
 
+/* if (!ask_BegComp (NULL, TCS_MULTIPLE, TYP_INTEGER)){
+     break;
+   } */
 void askIsSeqOfComp(int file, AsnType *elem) {
     cCheckListUpperBoundWithBreak(file, elem);
     putF(file, "if (!");
@@ -102,6 +109,7 @@ void askIsComp(AsnType *comp, TypeFuncRun &run) {
     }
 }
 
+/* Closes what the presence test opened, where the engine doesn't. */
 void askCompPostfix(AsnType *comp, TypeFuncRun &run) {
     const int file = run.outFile;
     AsnType *father = getFatherOfTypeComp(comp);
@@ -113,6 +121,7 @@ void askCompPostfix(AsnType *comp, TypeFuncRun &run) {
         cCloseBrace(file);
 }
 
+/* Around a structure or list, and around an entry function's body. */
 void askStruPrefix(AsnType *type, TypeFuncRun &run) {
     const int file = run.outFile;
     if (isListType(type) && cIsDynamicArray(type))
@@ -200,6 +209,8 @@ constexpr LeafCalls leafCalls = {
     .external = askSimple,
     .other = genNoFillCall,
 };
+
+/* --- the other values --- */
 
 void askLeaf(AsnType *type, TypeFuncRun &run) {
     genNamedDefCalls(type, run);

@@ -13,6 +13,7 @@ namespace {
 /* What is known of an object in a table of its own module: null for a record that the table has no
    place for. */
 template <typename Entry>
+/* Tables by unique object number are as long as the module has values; null beyond. */
 Entry *placeOfObject(const AsnObject *object, std::vector<Entry> BEModMetaRec::*table) {
     std::vector<Entry> &entries = object->posModule->metaRec->*table;
     const auto index = static_cast<std::size_t>(object->posRecord) - 1;
@@ -29,6 +30,8 @@ void numberObjectsOf(ModRec *modRec) {
 }
 
 } // namespace
+
+/* --- records of handles --- */
 
 BEClassMetaRec *newBEClassMetaRec(AsnObjClass *objClass) {
     auto *meta = new BEClassMetaRec;
@@ -47,6 +50,8 @@ BEObjMetaRec *newBEObjMetaRec(AsnObject *) {
 void deleteBEObjMetaRec(BEObjMetaRec *meta) {
     delete meta;
 }
+
+/* --- names --- */
 
 Text getMetaClassId(AsnObjClass *objClass) {
     if (getBEClassMetaRec(objClass) == nullptr)
@@ -72,6 +77,8 @@ Text getMetaObjectId(AsnObject *object) {
     return getBEObjMetaRec(object) == nullptr ? "" : getObjectId(object);
 }
 
+/* --- rows: set by the first pass over all modules, asked by the second --- */
+
 void setMetaObjectNr(AsnObject *object, int nr) {
     if (std::uint32_t *place = placeOfObject(object, &BEModMetaRec::objectNrs))
         *place = static_cast<std::uint32_t>(nr) + 1;
@@ -90,6 +97,7 @@ bool hasObjectRows(AsnModule *module) {
     return getBEModMetaRec(module)->hasObjectRows;
 }
 
+/* A class that only names another one has no structure, but the other one's. */
 bool hasOwnStructure(AsnObjClass *objClass) {
     return isBaseObjClassInCurrentModule(objClass) ||
            (objClass->compStatus == TCS_HEADER &&
@@ -112,6 +120,7 @@ const char *getMetaObjectTableId(AsnObject *object) {
                                                  : *place;
 }
 
+/* Each object gets the number of its row, in the order of the tables. */
 void initializeObjects(AsnModule *module) {
     BEModMetaRec *meta = getBEModMetaRec(module);
     meta->objectsNumbered = true;

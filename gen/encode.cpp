@@ -28,6 +28,7 @@ namespace {
 /* Tags beyond this number don't fit the narrow form. */
 constexpr int LAST_NARROW_TAG = 30;
 
+/* What extends a constraint needs an encoding that isn't written yet; the code says so too. */
 void warningForExtendedConstraints(int file, AsnType *type, const char *what) {
     notYetSupported(type, formatText("Encoding of extended %s constraint", what).c_str());
     putF(file, " /*?!?: Invalid encoding follows - extended ", what, " constraint. */\n");
@@ -39,6 +40,7 @@ bool encodeUsingDefiniteLength(AsnType *type) {
     return cIsSimpleType(type) || isDefiniteLengthEncoding(type);
 }
 
+/* e_StoreEOC (); in front of a definite length, e_EOC (); of an indefinite one */
 void encEOC(int file, AsnType *type) {
     putF(file, encodeUsingDefiniteLength(type) ? "e_StoreEOC ();\n" : "e_EOC ();\n");
 }
@@ -49,6 +51,8 @@ void encTagLen(int file, AsnType *type, const AsnTag *tag) {
          encodeUsingDefiniteLength(type) ? "" : "Indef", "Len (");
     putF(file, cTagStri(tag, true), ");\n");
 }
+
+/* --- all tags, the innermost, or all but that --- */
 
 void encOuterEOCs(int file, AsnType *type) {
     forOutermostTags(type, [file](AsnType *tagged, const AsnTag *, int) { encEOC(file, tagged); });
@@ -83,6 +87,8 @@ bool theInnermostTagIsNotGivenAsArgument(AsnType *type) {
     return !skipped;
 }
 
+/* --- around a component or an entry --- */
+
 void encTagsPrefix(AsnType *type, TypeFuncRun &run) {
     encOuterEOCs(run.outFile, type);
     if (theInnermostTagIsNotGivenAsArgument(type))
@@ -115,6 +121,8 @@ void encKeptExtensions(AsnType *type, TypeFuncRun &run) {
         putF(file, "else ");
 }
 
+/* --- around a structure or list --- */
+
 void encStruPrefix(AsnType *type, TypeFuncRun &run) {
     if (isTypeExtensionmarkerComp(type) && testTypeOption(type, OPT_SAVE_EXTENSIONS))
         encKeptExtensions(type, run);
@@ -145,10 +153,12 @@ void encName(int file, AsnType *type, bool constructed, const char *behindTag) {
     cInnermostTagToF(file, type, constructed, behindTag);
 }
 
+/* " home->id);" */
 void encRef(int file, AsnType *type, bool addressOf, const char *postfix) {
     putF(file, " ", cHome(type, addressOf ? HOME_ADDRESS : HOME_VALUE), postfix);
 }
 
+/* e_uint8_8 (TAG8(TAG_UNI8, TAG_PRI8, 2), home->id); */
 void encScalar(int file, AsnType *type, bool addressOf) {
     encName(file, type, false, ",");
     encRef(file, type, addressOf, ");\n");
@@ -168,6 +178,7 @@ void encInteger(AsnType *type, TypeFuncRun &run) {
     encScalar(run.outFile, type, cIsNumberByAddress(type));
 }
 
+/* e_Real64_8 (TAG8(TAG_UNI8, TAG_PRI8, 9), home->x, BIN_ENC, 0); */
 void encReal(AsnType *type, TypeFuncRun &run) {
     const int file = run.outFile;
     const int decimals = getGlobalOptions(getModuleOfType(type))->decimals;

@@ -19,6 +19,8 @@ void genVariable(AsnType *type) {
     putF(fiTab, "asn_", cASN1VariableName(type));
 }
 
+/* asn_a,
+   asn_b */
 void genComponentVariables(AsnType *type) {
     bool first = true;
     auto genComp = [&first](AsnType *, AsnType *comp, int) {
@@ -40,10 +42,13 @@ void forTypeBehindSynonym(AsnType *type, BaseTypeCall func) {
 
 } // namespace
 
+/* mEntryParam0 */
 Text entryParamName(AsnType *type, int index) {
     return concat(cModulePrefix(getModuleOfType(type)), "EntryParam",
                   getMetaAsnParamIndex(type, index));
 }
+
+/* --- what a row says of them --- */
 
 int nrOfEntryParams(AsnType *type) {
     int params = 0;

@@ -131,6 +131,8 @@ void genAlternativeColumns(AsnType *type) {
     putDirective(fiTab, "#endif\n");
 }
 
+/* "COD-FUNC-PREF=" isn't asked: rows name the plain functions, which an application with prefixed ones
+   writes around those; "TAB-CODFUNC=" names others. */
 void genETabElemFunctions(AsnType *type) {
     const BEModMetaRec *meta = getBEModMetaRec(getModuleOfType(type));
     const TabFuncNames &cod = meta->tabCodFunc;

@@ -30,6 +30,7 @@ Text versionAndTime(int version, int patchLevel, const TimeStamp &stamp) {
     return printVersionStri(version, patchLevel) + " " + printTimeStamp(stamp);
 }
 
+/* One line, framed as the kind of file has its comments. */
 void writeInfo(const CommentLines &lines, const Text &info) {
     Text intro = "INFO = ";
     for (std::size_t place = 0; place < info.size(); place += INFO_WIDTH) {
@@ -65,6 +66,7 @@ void printFileHeader(int slot, const char *start, const char *end, const char *l
     putF(slot, "\n");
 }
 
+/* 24.12.2026 at 12:30:00 */
 Text printTimeStamp(const TimeStamp &stamp) {
     const int date = stamp.date;
     const int time = stamp.time;

@@ -60,6 +60,7 @@ void genRealEndpoints(int file, AsnType *type, AsnValue *low, bool lowClosed, As
 
 } // namespace
 
+/* " 0, 255);" */
 void genIntegerBounds(int file, AsnType *type) {
     const Int64Range bounds = outerBounds(type);
     printIntEndpoint(file, " ", getVF(type), bounds.lower, ",");
@@ -70,6 +71,7 @@ sint64 leastValue(AsnType *type) {
     return outerBounds(type).lower;
 }
 
+/* " CLOS_OPEN, REAL_NORMAL, 0.0, REAL_PLUS_INF, 0.0);" */
 void genRealBounds(int file, AsnType *type) {
     auto genEndpoints = [file](AsnType *real, AsnValue *low, bool lowClosed, AsnValue *high,
                                bool highClosed) {
@@ -78,10 +80,14 @@ void genRealBounds(int file, AsnType *type) {
     forTypeEndpoints(type, genEndpoints);
 }
 
+/* home->x.extended = TRUE; */
 void genExtendedMark(int file, AsnType *type) {
     putF(file, cHome(type, HOME_MEMBER), "extended = TRUE;\n");
 }
 
+/* if (home->ok){
+     home->ok = 0xFF;
+   } */
 void genNormalisedTrue(int file, AsnType *type) {
     if (!testTypeOption(type, OPT_NORMALISE_TRUE))
         return;
@@ -132,12 +138,14 @@ void decNumber(int file, AsnType *type) {
     genIntegerBounds(file, type);
 }
 
+/* What an extension adds to the range can't be told from a value that is out of it. */
 void decInteger(AsnType *type, TypeFuncRun &run) {
     if (isExtensibleIntegerValueSet(type))
         decWarnOfExtendedConstraint(run.outFile, type, "INTEGER");
     decNumber(run.outFile, type);
 }
 
+/* The bounds leave holes, which the test behind the call finds. */
 void decEnum(AsnType *type, TypeFuncRun &run) {
     const int file = run.outFile;
     decNumber(file, type);
@@ -151,6 +159,7 @@ void decEnum(AsnType *type, TypeFuncRun &run) {
     cCloseBrace(file);
 }
 
+/* d_Real64 (&home->x, CLOS_CLOS, 0.0, 1.0); */
 void decReal(AsnType *type, TypeFuncRun &run) {
     decCall(run.outFile, type, ",");
     genRealBounds(run.outFile, type);

@@ -107,6 +107,7 @@ void collectReferredTypes(AsnType *type, ReferredModules &modules) {
 
 } // namespace
 
+/* Types come through classes and objects too, so that imports alone don't tell. */
 std::unordered_set<const ModRec *> modulesOfReferredTypes(AsnModule *module) {
     ReferredModules modules;
     forEachEntryVisType(module, [&](AsnType *type, int) { collectReferredTypes(type, modules); });

@@ -14,6 +14,8 @@
 #include "model/typequeries.h"
 #include "model/valuesets.h"
 
+/* --- calls that kinds of function make alike --- */
+
 bool isAnyOrOpen(AsnType *type) {
     const int mainType = getTypeMainType(type);
     return mainType == TYP_ANY || mainType == TYP_OPEN;
@@ -21,6 +23,8 @@ bool isAnyOrOpen(AsnType *type) {
 
 void genNoText(AsnType *, TypeFuncRun &) {}
 
+/* extern void anyEncValue_Msg (ASNG_F(ASNCODG *asncodg) ANY *, BYTE_TYPE *);
+   anyEncValue_Msg (ASNG_F(asncodg) &home->value, (BYTE_TYPE *)(&home->id)); */
 void genAnyFunction(AsnType *type, TypeFuncRun &run, const char *prefix) {
     putF(run.extFile, "\n");
     cAnyFunctionProto(run.extFile, prefix, run.info.gIndex, type);
@@ -50,16 +54,21 @@ void genTypedFrame(int file, const char *call, AsnType *type) {
     putF(file, " ", getTypeMainTypeStri(type), ");\n");
 }
 
+/* --- decoding and asking --- */
+
+/* d_uint8 (&home->id, and what the caller puts behind it */
 void genFillCall(int file, const char *prefix, AsnType *type, const char *postfix) {
     putF(file, prefix, cBuiltinName(type), " (");
     putF(file, cHome(type, HOME_ADDRESS), postfix);
 }
 
+/* d_NullType (); */
 void genNullCall(int file, const char *prefix, AsnType *type) {
     putF(file, prefix, cBuiltinName(type), " (");
     putF(file, ");\n");
 }
 
+/* d_IA5String8 (&home->name, 1, 8); */
 void genFillString(int file, const char *prefix, AsnType *type, bool unbounded) {
     sint64 low, high, alloc;
     getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
@@ -73,6 +82,7 @@ void genFillString(int file, const char *prefix, AsnType *type, bool unbounded) 
     putF(file, ");\n");
 }
 
+/* The library can read no EMBEDDED PDV and the like; the run says so and goes on. */
 void genNoFillCall(AsnType *type, TypeFuncRun &) {
     switch (getTypeMainType(type)) {
     case TYP_EMB_PDV:
@@ -87,6 +97,9 @@ void genNoFillCall(AsnType *type, TypeFuncRun &) {
     }
 }
 
+/* --- encoding and printing --- */
+
+/* " 16,": the size that the string has no member for */
 void genFixedSize(int file, AsnType *type) {
     if (getVFSize(type) != VF_NONE || getVF(type) == VF_LIST)
         return;
@@ -116,6 +129,7 @@ void warnOfNoCall(AsnType *type, TypeFuncRun &) {
 
 namespace {
 
+/* The column for a sort of value. */
 TypeFunc callFor(LeafSort sort, const LeafCalls &calls) {
     switch (sort) {
     case LeafSort::BOOLEAN:

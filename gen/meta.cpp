@@ -27,6 +27,8 @@ AsnParamRec findAsnParamRec(AsnType *type) {
 
 } // namespace
 
+/* --- records of modules, and of what keeps nothing --- */
+
 BEModMetaRec *newBEModMetaRec() {
     auto record = std::make_unique<BEModMetaRec>();
     BEModMetaRec *meta = record.get();
@@ -45,6 +47,8 @@ void initBEModMetaRec(AsnModule *module, BEModMetaRec *meta) {
     meta->objectNrs.resize(count);
     meta->objectTableIds.resize(count);
 }
+
+/* --- options and marks of a module --- */
 
 bool getMetaIntroPrinted(AsnModule *module) {
     return getBEModMetaRec(module)->introPrinted;
@@ -74,6 +78,8 @@ bool avoidsCPlusPlusWords(AsnModule *module) {
 const char *getMetaCodFuncPref(AsnModule *module) {
     return getBEModMetaRec(module)->codFuncPref.c_str();
 }
+
+/* --- parameter lists of entries: each type has one, whatever number of entries name it --- */
 
 void resetMetaAsnParams(AsnModule *module) {
     BEModMetaRec *meta = getBEModMetaRec(module);
@@ -105,6 +111,7 @@ int getMetaAsnParamIndex(AsnType *type, int entryNr) {
     return getMetaAsnParams(getModuleOfType(type))[static_cast<std::size_t>(entryNr)].listIndex;
 }
 
+/* VELMO>>> generating Mod */
 void verboseMsg(AsnModule *module, int level, const char *text) {
     const int verbosity = getMetaVerbosity(module);
     if (verbosity != VERBOSITY_QUIET && verbosity >= level)
@@ -114,6 +121,8 @@ void verboseMsg(AsnModule *module, int level, const char *text) {
 const char *getLangType(int valueForm) {
     return valueForm >= 0 && valueForm < VF_COUNT ? targetLangTypeArr[valueForm] : nullptr;
 }
+
+/* --- what options ask of the generators, where there is a file for it --- */
 
 bool needsTableMacros(AsnModule *module) {
     return fiDef != 0 && getGlobalOptions(module)->tDefs != 0;

@@ -23,6 +23,7 @@ void callSetNamedDef(TypeFuncRun &run, const Text &name, sint64 value) {
     putF(run.outFile, "setNamedDef (ASNG_F(asntstg) ", name, ", ", number, ");\n");
 }
 
+/* setNamedDef (ASNG_F(asntstg) "red", 1L); cut to "NAMELEN=" characters */
 void setNamedDef(AsnType *type, AsnValue *value, TypeFuncRun &run) {
     const Text name = cCutName(convertUnderscores(getValueRef(value)), type);
     callSetNamedDef(run, "\"" + name + "\"", int64Value(value));
@@ -38,6 +39,12 @@ bool needsSetNamedDefs(AsnType *type) {
            (getTypeMainType(type) == TYP_BITSTR ? SETN_NAMED_NUMBERS_AND_BITS : SETN_NAMED_NUMBERS);
 }
 
+/* void aColor (ASNG_F(ASNTSTG *asntstg) Color *home)
+   {
+     setNamedDef (ASNG_F(asntstg) NULL, 2L);
+     setNamedDef (ASNG_F(asntstg) "red", 1L);
+     ...
+   } */
 void genNamedDefFunc(AsnType *type, TypeFuncRun &run) {
     if (!isDefinedType(type) || !needsSetNamedDefs(type))
         return;
@@ -52,6 +59,7 @@ void genNamedDefFunc(AsnType *type, TypeFuncRun &run) {
     putF(run.outFile, "}\n");
 }
 
+/* The first call, without a name, says how many follow. */
 void tstInitTypeWithNamedNumbers(AsnType *type, TypeFuncRun &run) {
     callSetNamedDef(run, "NULL", i64ltosint64(getNrOfNamedNumbers(type)));
     auto callForEach = [&run](AsnType *numbered, AsnValue *value, int) {
@@ -60,6 +68,7 @@ void tstInitTypeWithNamedNumbers(AsnType *type, TypeFuncRun &run) {
     forEachNamedNumber(type, callForEach);
 }
 
+/* aColor (ASNG_F(asntstg) NULL); */
 void callSeprSetNamedDefFunc(AsnType *type, TypeFuncRun &run) {
     cDeclareForeignFunction(type, run);
     /* aColor (ASNG_F(asntstg) NULL); */
@@ -76,6 +85,7 @@ void genNamedDefCalls(AsnType *type, TypeFuncRun &run) {
         tstInitTypeWithNamedNumbers(type, run);
 }
 
+/* "name", in the ASN.1 spelling, or NULL */
 Text tstCompId(AsnType *type) {
     Text name;
     if (isComponentType(type))

@@ -38,6 +38,8 @@ bool isExported(AsnModule *module) {
     return isMorlaApplication(module) || needsTableAccessFuncs(module);
 }
 
+/* --- names and masks in a row --- */
+
 Text nameOf(AsnObject *object) {
     const Text id = getMetaObjectId(object);
     return id.empty() ? NAMELESS : id;
@@ -86,6 +88,8 @@ bool hasTables(AsnModule *module) {
     int first, second;
     return getTableFileKind(module, getGenArr(module), &first, &second);
 }
+
+/* --- fields --- */
 
 /* A setting that leads to nothing leaves what a field without one does: each member of the
    structure has its place in the row. */
@@ -227,6 +231,8 @@ void genObjectTablePrefix(AsnModule *module, AsnObjClass *objClass, bool skipped
     ++fArr[fiTab].indent;
 }
 
+/* --- rows and tables --- */
+
 void genObjectTableElement(AsnObject *object, int tableIndex, bool skipped, RowPass *pass) {
     if (skipped)
         return;
@@ -265,6 +271,7 @@ void genObjectTablePostfix(AsnModule *module, AsnObjClass *objClass, int count, 
 
 } // namespace
 
+/* Rows point at one another, also at tables further down. */
 void declareObjectInstanceArrays(AsnModule *module) {
     auto declare = [module](AsnObjClass *objClass, int count, bool skipped) {
         if (skipped)

@@ -38,6 +38,7 @@ void priBegComp(AsnType *type, TypeFuncRun &run) {
     putF(file, ", ", getTypeMainTypeStri(type), ");\n");
 }
 
+/* pri_EndComp (); */
 void priEndComp(AsnType *type, TypeFuncRun &run) {
     if (hasBracket(type))
         putF(run.outFile, "pri_EndComp ();\n");
@@ -54,6 +55,8 @@ void priScalar(int file, AsnType *type, bool addressOf) {
     putF(file, ",");
     putF(file, " ", cHome(type, addressOf ? HOME_ADDRESS : HOME_VALUE), ");\n");
 }
+
+/* --- leaves --- */
 
 void priByValue(AsnType *type, TypeFuncRun &run) {
     priScalar(run.outFile, type, false);
@@ -76,6 +79,7 @@ void priString(AsnType *type, TypeFuncRun &run) {
     putF(file, " ", cHome(type, HOME_ADDRESS), ");\n");
 }
 
+/* p_NullType ("nothing"); */
 void priNull(AsnType *type, TypeFuncRun &run) {
     priName(run.outFile, type);
     putF(run.outFile, ");\n");
@@ -94,6 +98,8 @@ constexpr LeafCalls leafCalls = {
     .external = priByAddress,
     .other = warnOfNoCall,
 };
+
+/* --- one value of any sort --- */
 
 void priLeaf(AsnType *type, TypeFuncRun &run) {
     if (isTypeExtensionmarker(type)) {
@@ -118,6 +124,7 @@ void priFrame(AsnType *type, TypeFuncRun &run) {
     putF(file, getTypeMainTypeStri(type), ");\n");
 }
 
+/* p_NullType ("left"); for what C doesn't hold */
 void priSkip(AsnType *type, TypeFuncRun &run) {
     putF(run.outFile, "p_NullType (", tstCompId(type), ");\n");
 }

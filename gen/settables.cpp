@@ -20,6 +20,7 @@
 
 namespace {
 
+/* "TABO=": sets stand in tables of their own, to which rows point. */
 bool hasSeparateTables(AsnModule *module) {
     return getGlobalOptions(module)->tabO != 0;
 }
@@ -45,6 +46,8 @@ Text tableName(AsnFieldValue *value, const char *word, int number) {
     return name += std::to_string(number);
 }
 
+/* --- one table --- */
+
 void beginTable() {
     putF(fiTab, "{\n");
     ++fArr[fiTab].indent;
@@ -64,6 +67,7 @@ void genSetObject(AsnObject *object, const Text &pointed) {
 /* A row has room for so many elements of a set, unless the compiler is given MAX_ASN_SET_ELEMS. */
 constexpr int ROOM_IN_ROW = 16;
 
+/* Without tables of their own, sets have MAX_ASN_SET_ELEMS places in each row. */
 void warnOfLargeSet(int size) {
     if (size > ROOM_IN_ROW)
         warnAtTableLine(
@@ -91,6 +95,8 @@ void genValueSetTablePrefix(AsnFieldValue *value, int number) {
     beginTable();
     taviAddItem(ITEM_VARIABLE, fiTab, {name, "[]"});
 }
+
+/* --- sets in fields of objects --- */
 
 void genFieldValueSetTable(AsnFieldValue *value, SetTableNumbers *numbers) {
     const char *note = nullptr;
@@ -177,6 +183,8 @@ void genInlineValueSet(AsnFieldValue *value, int size) {
 
 } // namespace
 
+/* --- all sets of a module --- */
+
 void genFixedTypeValueSetTables(AsnModule *module) {
     if (!hasSeparateTables(module))
         return;
@@ -219,6 +227,8 @@ void genObjectSetTable(AsnObjectSet *objectSet, int) {
     endTable();
     genObjectSetTableDefines(objectSet);
 }
+
+/* --- what a row says of a set: its table, or the elements themselves --- */
 
 void genObjectFixedTypeValueSetField(AsnFieldValue *value, SetTableNumbers *numbers) {
     AsnModule *module = moduleOf(value);

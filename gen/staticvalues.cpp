@@ -78,6 +78,7 @@ void genObjectIdentifierFieldValue(AsnValue *value) {
 
 /* --- what an initialiser can hold --- */
 
+/* What has a pointer in it would need another constant to point to. */
 bool isSimpleLeafComp(AsnType *comp) {
     switch (const int mainType = getTypeMainType(comp)) {
     case TYP_BOOLEAN:
@@ -161,6 +162,7 @@ void genCompmask(AsnValue *value, AsnType *type) {
     putF(fiTab, ",\n");
 }
 
+/* { BIT(1), 5, { 0 } } */
 void genSeqFieldValue(AsnValue *value, int *depth) {
     AsnType *type = getTypeOfValue(value);
     if (!isSimpleSequence(type)) {
@@ -190,6 +192,7 @@ void genChosenAlternative(AsnValue *value) {
     forEachPresentOrAbsentValueComp(value, genChosen);
 }
 
+/* { 1, { 0 }, 5 }: the alternatives stand side by side here */
 void genChoiceFieldValue(AsnValue *value, int *depth) {
     if (!isSimpleChoice(getTypeOfValue(value))) {
         putF(fiTab, "{ 0 } /* Complex choice: NOT YET IMPLEMENTED!! */");
@@ -208,6 +211,7 @@ void genChoiceFieldValue(AsnValue *value, int *depth) {
     putF(fiTab, "}");
 }
 
+/* 5, or { FALSE, 5 } for an enumeration that can be extended */
 void genNumber(AsnValue *value) {
     const bool extensible = isExtensibleEnumeratedList(getTypeOfValue(value));
     if (extensible)
@@ -272,6 +276,7 @@ void genFixedTypeValueFieldValue(AsnValue *value) {
     genValue(value, &depth);
 }
 
+/* { 1, { .number = 5 } } */
 void genSetElementValue(AsnValue *value) {
     if (getValueMainType(value) != TYP_CHOICE) {
         genFixedTypeValueFieldValue(value);
@@ -292,6 +297,8 @@ void genSetElementValue(AsnValue *value) {
     if (!written)
         putF(fiTab, "{ 0 } /* Complex choice: NOT YET IMPLEMENTED!! */");
 }
+
+/* --- places without a value --- */
 
 void genEmptyFieldValue(AsnType *type) {
     switch (const int mainType = getTypeMainType(type)) {

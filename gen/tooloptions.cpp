@@ -36,6 +36,8 @@ constexpr OptionWord accessWords[] = {{ACCESS_NONE, "NONE"},
     std::exit(EXIT_SUCCESS);
 }
 
+/* --- plain values --- */
+
 bool verboseOption(BEModMetaRec *meta, const char *value) {
     return byteOptionOK(&meta->verbosity, value, VERBOSITY_QUIET, VERBOSITY_VERBOSE,
                         verbosityWords);
@@ -75,6 +77,8 @@ bool tabFuncNameOptionOK(TabFuncNames *dst, const char *value) {
     return true;
 }
 
+/* --- names for tables: "TAB-CODFUNC=enc,dec,file" --- */
+
 bool tabCodFuncOption(BEModMetaRec *meta, const char *value) {
     return tabFuncNameOptionOK(&meta->tabCodFunc, value);
 }
@@ -82,6 +86,8 @@ bool tabCodFuncOption(BEModMetaRec *meta, const char *value) {
 bool tabTstFuncOption(BEModMetaRec *meta, const char *value) {
     return tabFuncNameOptionOK(&meta->tabTstFunc, value);
 }
+
+/* --- switches --- */
 
 bool boolOptionOK(bool *dst, const char *value) {
     std::uint8_t truth = 0;
@@ -143,6 +149,7 @@ bool brunWord(std::string_view word, bool *includeHook, bool *moduleId) {
     return true;
 }
 
+/* A list of words, each of which sets one switch. */
 bool brunGenerationOption(BEModMetaRec *meta, const char *value) {
     bool includeHook = meta->brunIncludeHook;
     bool moduleId = meta->brunModuleId;
@@ -166,6 +173,8 @@ bool treeFileSuffixOption(BEModMetaRec *, const char *value) {
     return alnumSpecialStriOptionOK(&g_taviTreeFileSuffix, value, ".", 1, MAX_LENGTH);
 }
 
+/* The word goes in front of encoding and decoding functions alone; entry tables go on naming plain
+   "enc" and "dec", which "TAB-CODFUNC=" replaces. */
 bool codFuncPrefOption(BEModMetaRec *meta, const char *value) {
     constexpr std::size_t MAX_LENGTH = 5;
     return alnumSpecialStriOptionOK(&meta->codFuncPref, value, "_", 1, MAX_LENGTH);
@@ -204,6 +213,8 @@ constexpr ToolOption toolOptions[] = {
     {"COD-FUNC-PREF=", codFuncPrefOption},
     {"CPLUSPLUS=", cPlusPlusOption},
 };
+
+/* --- the ways in: options of modules, types and classes --- */
 
 bool toolOptionOK(BEModMetaRec *meta, const char *text) {
     for (const ToolOption &row : toolOptions)

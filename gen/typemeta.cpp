@@ -23,6 +23,8 @@ std::deque<BETypeInfo> typeInfos;
 /* A handle takes one each time it is filled. */
 std::vector<std::unique_ptr<BETypMetaRec>> freeMetaRecs;
 
+/* --- records of handles, and names of types --- */
+
 BETypMetaRec *takeMetaRec() {
     if (freeMetaRecs.empty())
         return new BETypMetaRec;
@@ -66,6 +68,8 @@ void replaceTypeInfo(AsnType *type, const BETypeInfo &info) {
 
 } // namespace
 
+/* --- the ways in --- */
+
 BETypMetaRec *newBETypMetaRec(AsnType *type) {
     if (isPartialTypeInfo(type))
         return nullptr;
@@ -88,6 +92,7 @@ const char *homeTypeId(AsnType *type) {
     return cIsPredefinedType(type) ? nullptr : cBuiltinType(getTypeMainType(type)).character;
 }
 
+/* Kept with the record of the type, whatever handle asks. */
 const BETypeInfo *getBETypeInfoCache(AsnType *type) {
     TypeInfoCache *cache = getTypeInfoCache(type);
     if (cache->generatorInfo == nullptr)
@@ -99,12 +104,15 @@ void renewBETypeInfo(AsnType *type) {
     replaceTypeInfo(type, makeTypeInfo(type));
 }
 
+/* struct t_argument_OPERATION for a structure that stands in a field of a class */
 void setBETypeInfoNames(AsnType *type, const char *name) {
     BETypeInfo info = makeTypeInfo(type);
     info.typeId = allocateUniqStri(name);
     info.baseTypeId = allocateUniqStri((Text("struct t_") + name).c_str());
     replaceTypeInfo(type, info);
 }
+
+/* --- what generators ask --- */
 
 const char *getMetaTypeId(AsnType *type) {
     const BETypMetaRec *meta = getBETypMetaRec(type);

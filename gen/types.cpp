@@ -23,6 +23,7 @@
 
 namespace {
 
+/* SKIPPED or FRAME_PTR stands for the type, which needs no definition of its own. */
 bool isCarriedAsItIs(AsnType *type) {
     return testTypeOption(type, OPT_SKIPPED) || cIsFrameType(type);
 }
@@ -47,6 +48,7 @@ bool isNameOfSelected(AsnType *type) {
     return isSelectionType(type) && isSynonymType(type);
 }
 
+/* typedef Msg MsgOfChoice; */
 void genNameOfSelected(AsnType *type) {
     const bool hasName = !isCarriedAsItIs(type) ||
                          (isEntryBaseType(type) && !isMorlaApplication(getModuleOfType(type)));
@@ -83,6 +85,7 @@ void genEntryTypedef(AsnType *type) {
     genTypedefPostfix(type);
 }
 
+/* One component: the definition that it names, or what its own structure needs. */
 void genReferredType(AsnType *father, AsnType *son, TypesRun &run) {
     if (!cIsBaseTypeGeneratedInCurrentModule(son) || isCarriedAsItIs(son))
         return;
@@ -101,6 +104,7 @@ void genReferredType(AsnType *father, AsnType *son, TypesRun &run) {
     genDefines(son);
 }
 
+/* Includes can't go in a circle, so that one of the files lacks types of another. */
 void warnOfCircularImports(AsnModule *module) {
     std::fprintf(stderr,
                  "%s:1: warning: Circular ASN.1 module imports detected.\n"
@@ -134,6 +138,7 @@ void genType(AsnType *type, TypesRun &run) {
         popPath();
 }
 
+/* What a definition needs goes first, so that C knows it. */
 void genReferredTypes(AsnType *type, TypesRun &run) {
     const NestingGuard guard(&run.depth, type->posModule);
     if (!cIsBaseTypeGeneratedInCurrentModule(type) || isCarriedAsItIs(type))
