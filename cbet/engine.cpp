@@ -7,7 +7,6 @@
 #include "cbet/forms.h"
 #include "cbet/functions.h"
 #include "cbet/vars.h"
-#include "model/backvar.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/stamps.h"

@@ -8,7 +8,7 @@
 #include "cbet/engineparts.h"
 #include "cbet/forms.h"
 #include "cbet/functions.h"
-#include "model/backvar.h"
+#include "model/stamps.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/othermodule.h"

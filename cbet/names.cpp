@@ -5,7 +5,6 @@
 #include "base/fatal.h"
 #include "cbet/forms.h"
 #include "model/backend.h"
-#include "model/backvar.h"
 #include "model/modules.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
@@ -115,7 +114,7 @@ const char *getPredefinedType(AsnType *type) {
     if (isFramedAny(type))
         return cSpecialType(SPECIAL_FRAME_PTR);
     const int form = getVF(type);
-    return form < VF_COUNT ? targetLangTypeArr[form] : nullptr;
+    return form < VF_COUNT ? defaultCTypeArr[form] : nullptr;
 }
 
 const char *getAsnhomeMember(AsnType *type) {

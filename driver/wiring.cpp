@@ -43,6 +43,4 @@ void installHooks() {
     modelHooks.newBEClassMetaRec = newBEClassMetaRec;
     modelHooks.deleteBEClassMetaRec = deleteBEClassMetaRec;
     modelHooks.classBEOptionOK = classBEOptionOK;
-    modelHooks.newBEObjMetaRec = newBEObjMetaRec;
-    modelHooks.deleteBEObjMetaRec = deleteBEObjMetaRec;
 }

@@ -10,7 +10,6 @@
 #include "gen/meta.h"
 #include "gen/types.h"
 #include "gen/typeshape.h"
-#include "model/backvar.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/stamps.h"

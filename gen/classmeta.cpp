@@ -43,14 +43,6 @@ void deleteBEClassMetaRec(BEClassMetaRec *meta) {
     delete meta;
 }
 
-BEObjMetaRec *newBEObjMetaRec(AsnObject *) {
-    return new BEObjMetaRec;
-}
-
-void deleteBEObjMetaRec(BEObjMetaRec *meta) {
-    delete meta;
-}
-
 /* --- names --- */
 
 Text getMetaClassId(AsnObjClass *objClass) {
@@ -74,7 +66,7 @@ int getMetaClassAccessRoutines(AsnObjClass *objClass) {
 }
 
 Text getMetaObjectId(AsnObject *object) {
-    return getBEObjMetaRec(object) == nullptr ? "" : getObjectId(object);
+    return getObjectId(object);
 }
 
 /* --- rows: set by the first pass over all modules, asked by the second --- */

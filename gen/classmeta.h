@@ -11,8 +11,6 @@ struct AsnObject;
 
 BEClassMetaRec *newBEClassMetaRec(AsnObjClass *objClass);
 void deleteBEClassMetaRec(BEClassMetaRec *meta);
-BEObjMetaRec *newBEObjMetaRec(AsnObject *object);
-void deleteBEObjMetaRec(BEObjMetaRec *meta);
 
 /* C names of a class where it was met and in the end; empty for a nameless class. */
 Text getMetaClassId(AsnObjClass *objClass);

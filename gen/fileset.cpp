@@ -10,7 +10,6 @@
 #include "gen/fileheader.h"
 #include "gen/foreigntables.h"
 #include "gen/meta.h"
-#include "model/exporters.h"
 #include "model/modules.h"
 #include "options/ketracnf.h"
 

@@ -12,7 +12,7 @@
 #include "gen/leafcalls.h"
 #include "gen/nameddefs.h"
 #include "gen/warnings.h"
-#include "model/endpointvalues.h"
+#include "model/typevalues.h"
 #include "model/modules.h"
 #include "model/typeextension.h"
 #include "model/typequeries.h"

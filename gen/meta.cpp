@@ -7,9 +7,9 @@
 #include "base/toolinfo.h"
 #include "gen/fileset.h"
 #include "model/backend.h"
-#include "model/backvar.h"
 #include "model/modules.h"
 #include "model/typequeries.h"
+#include "model/typetables.h"
 #include "options/ketracnf.h"
 
 namespace {
@@ -119,7 +119,7 @@ void verboseMsg(AsnModule *module, int level, const char *text) {
 }
 
 const char *getLangType(int valueForm) {
-    return valueForm >= 0 && valueForm < VF_COUNT ? targetLangTypeArr[valueForm] : nullptr;
+    return valueForm >= 0 && valueForm < VF_COUNT ? defaultCTypeArr[valueForm] : nullptr;
 }
 
 /* --- what options ask of the generators, where there is a file for it --- */

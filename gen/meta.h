@@ -62,9 +62,6 @@ struct BEClassMetaRec {
     int accessRoutines = ACCESS_MACROS;
 };
 
-/* Nothing is kept for objects. */
-struct BEObjMetaRec {};
-
 /* A module's record lives until it is deleted or the run ends; others go with their handle. */
 BEModMetaRec *newBEModMetaRec();
 void deleteBEModMetaRec(BEModMetaRec *meta);

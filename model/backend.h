@@ -18,7 +18,6 @@
 /* The generator's records. */
 struct BETypMetaRec;
 struct BEClassMetaRec;
-struct BEObjMetaRec;
 struct IntegerValueSet; /* model/valuesets.h */
 
 /* A module as generators see it: one handle for each, which lives as long as the module does. */
@@ -51,7 +50,6 @@ using DynaNodes = ShortList<DynaNode, 2>;
 struct DropMeta {
     void operator()(BETypMetaRec *meta) const;
     void operator()(BEClassMetaRec *meta) const;
-    void operator()(BEObjMetaRec *meta) const;
 };
 template <typename Meta> using MetaOwner = std::unique_ptr<Meta, DropMeta>;
 

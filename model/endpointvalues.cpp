@@ -1,6 +1,5 @@
-#include "model/endpointvalues.h"
-
 #include "model/typevalues.h"
+
 #include "store/classify.h"
 #include "store/endpoints.h"
 #include "store/ketramac.h"

@@ -1,8 +1,6 @@
-#include "model/exporters.h"
+#include "model/modules.h"
 
 #include <unordered_set>
-
-#include "model/modules.h"
 
 namespace {
 
@@ -72,4 +70,9 @@ void forEachExporterFirst(AsnModule *module, Call<bool(AsnModule *)> descends,
     ModRec *current = cMP;
     ExporterWalk(descends, func).run(module->modRec);
     cMP = current;
+}
+
+void forEachExportingModule(AsnModule *module, Call<void(AsnModule *exporting)> func) {
+    forEachExporterFirst(
+        module, [](AsnModule *) { return false; }, func);
 }

@@ -3,7 +3,6 @@
 #include "model/backend.h"
 
 struct AsnObjClass;
-struct AsnObject;
 
 /* What the model needs of the generator that is built on it; the tool sets them before the first
    handle is made. A null hook does nothing, and makes no record. */
@@ -20,12 +19,10 @@ struct ModelHooks {
     bool (*typeBEOptionOK)(AsnType *type, BETypMetaRec *meta, const char *option,
                            bool last) = nullptr;
 
-    /* The same for classes, whose record may not start a walk of classes, and for objects. */
+    /* The same for classes, whose record may not start a walk of classes. */
     BEClassMetaRec *(*newBEClassMetaRec)(AsnObjClass *objClass) = nullptr;
     void (*deleteBEClassMetaRec)(BEClassMetaRec *meta) = nullptr;
     bool (*classBEOptionOK)(AsnObjClass *objClass, BEClassMetaRec *meta, const char *option,
                             bool last) = nullptr;
-    BEObjMetaRec *(*newBEObjMetaRec)(AsnObject *object) = nullptr;
-    void (*deleteBEObjMetaRec)(BEObjMetaRec *meta) = nullptr;
 };
 extern ModelHooks modelHooks;

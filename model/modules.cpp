@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "model/backvar.h"
 #include "model/hooks.h"
 #include "model/nametexts.h"
 #include "options/catalogue.h"
@@ -20,15 +19,8 @@ void DropMeta::operator()(BEClassMetaRec *meta) const {
     if (modelHooks.deleteBEClassMetaRec != nullptr)
         modelHooks.deleteBEClassMetaRec(meta);
 }
-void DropMeta::operator()(BEObjMetaRec *meta) const {
-    if (modelHooks.deleteBEObjMetaRec != nullptr)
-        modelHooks.deleteBEObjMetaRec(meta);
-}
 
 namespace {
-
-int exportingWalkDepth = 0;
-std::uint32_t exportingWalk = 0; /* number of the outermost walk */
 
 void setCacheFlag(InfoCache *cache, int bit, bool value) {
     const std::uint32_t mask = 1u << (static_cast<unsigned>(bit) % 32u);
@@ -67,29 +59,6 @@ void forFirstModule(Call<void(AsnModule *module)> func) {
     ModRec *before = cMP;
     cMP = modRecList.records[0].get();
     func(getAsnModule(cMP));
-    cMP = before;
-}
-
-void forEachExportingModule(AsnModule *module, Call<void(AsnModule *exporting)> func) {
-    requireCall(func);
-    ModRec *before = cMP;
-    {
-        NestingGuard guard(&exportingWalkDepth, module->modRec);
-        if (exportingWalkDepth == 1)
-            ++exportingWalk;
-        module->modRec->exportingWalk = exportingWalk;
-        for (const auto &import : module->modRec->imports.recs) {
-            ModRec *modRec = import->picMod;
-            if (modRec == nullptr || modRec->state == MOD_PREDEFINED)
-                continue;
-            AsnModule *exporting = getAsnModule(modRec);
-            if (modRec->exportingWalk != exportingWalk && import->picMark != 0) {
-                cMP = modRec;
-                func(exporting);
-                modRec->exportingWalk = exportingWalk;
-            }
-        }
-    }
     cMP = before;
 }
 
@@ -202,8 +171,4 @@ TypeInfoCache *getTypeInfoCache(AsnType *type) {
 
 void setTypeInfoCacheBetFlag(TypeInfoCache *cache, int bit, bool value) {
     setCacheFlag(cache, bit, value);
-}
-
-void setTargetLangTypes(const char *const *table) {
-    targetLangTypeArr = table;
 }

@@ -13,9 +13,13 @@ AsnModule *getAsnModule(ModRec *modRec);
 /* The modules named on the command line. */
 void forEachModule(Call<void(AsnModule *module)> func);
 void forFirstModule(Call<void(AsnModule *module)> func);
-/* The modules that `module` imports from through imports marked for it, each at most once, also
-   over calls of this function that `func` makes itself. */
+/* The modules that `module` imports from through imports marked for it, each once. */
 void forEachExportingModule(AsnModule *module, Call<void(AsnModule *exporting)> func);
+/* The whole graph of imports below a module, each module behind those that it imports from itself, in
+   the order of the imports. `descends` says whether the imports of a module count too; null means that
+   all do. The depth of the graph costs no stack. */
+void forEachExporterFirst(AsnModule *module, Call<bool(AsnModule *exporter)> descends,
+                          Call<void(AsnModule *exporter)> func);
 
 Text getModuleRef(AsnModule *module);
 /* The prefix of generated identifiers. */
@@ -53,6 +57,3 @@ InfoCache *getModuleInfoCache(AsnModule *module);
 void setModuleInfoCacheBetFlag(InfoCache *cache, int bit, bool value);
 TypeInfoCache *getTypeInfoCache(AsnType *type);
 void setTypeInfoCacheBetFlag(TypeInfoCache *cache, int bit, bool value);
-
-/* Replaces the table of C types; VF_COUNT entries, borrowed for the rest of the run. */
-void setTargetLangTypes(const char *const *table);

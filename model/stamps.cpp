@@ -1,6 +1,5 @@
 #include "model/stamps.h"
 
-#include "model/backvar.h"
 #include "model/iterators.h"
 #include "model/typequeries.h"
 #include "store/records.h"

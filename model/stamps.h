@@ -5,6 +5,12 @@
 /* Marks that generators set on types. They stand in the stored records: all handles on a record
    share them, and they outlive the handles. */
 
+/* The present marks: a type below stampGHD is untouched in this pass, stampGIP marks work that is going
+   on, stampGAD finished work. */
+extern int stampGHD;
+extern int stampGIP;
+extern int stampGAD;
+
 /* Before a module is worked on; before each pass over its types. */
 void resetStamps();
 void initStamps();

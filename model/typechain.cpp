@@ -1,13 +1,11 @@
 #include "model/typechain.h"
 
-#include "model/backvar.h"
-#include "model/beoptions.h"
 #include "model/hooks.h"
 #include "model/modules.h"
 #include "model/position.h"
+#include "options/catalogue.h"
 #include "options/ketracnf.h"
 #include "store/classify.h"
-#include "store/plainchain.h"
 #include "store/records.h"
 #include "store/strings.h"
 
@@ -92,7 +90,7 @@ void gatherLink(AsnType *son, ChainOptions *options) {
 
 /* The options written on the current record. */
 void getTypeSpecificBEOpts(AsnType *son, bool last) {
-    if (!glbCreateBETypMetaRecFlag || modelHooks.typeBEOptionOK == nullptr)
+    if (modelHooks.typeBEOptionOK == nullptr)
         return;
     forEachBEOption(currModule(REC_TNODE), tNode.tedFirst, tNode.tedLast, [&](const char *text) {
         modelHooks.typeBEOptionOK(son, son->metaRec.get(), text, last);
@@ -228,4 +226,17 @@ void applyChainOptions(AsnType *son, const NodePlace &position) {
     goThroughSynonymChain(&walk);
     const NodeContext base(REC_TNODE);
     getTypeSpecificBEOpts(son, true);
+}
+
+void forEachBEOption(ModRec *module, RecNr first, RecNr last, Call<void(const char *text)> func) {
+    if (first == 0)
+        return;
+    for (RecNr nr = first; nr <= last; ++nr) {
+        readRec(module, REC_TED, nr);
+        if (tedRec.tedKind != TED_BACKEND_OPTION || tedRec.tedText == 0)
+            continue;
+        const char *text = getStri(module, tedRec.tedText);
+        if (parseBECommentOption(text) == nullptr)
+            func(text);
+    }
 }

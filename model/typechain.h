@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/call.h"
 #include "model/backend.h"
 
 /* The part of getTypePathN that follows the synonym chain up to where it ends, and gathers what stands
@@ -20,3 +21,7 @@ void applyChainOptions(AsnType *son, const NodePlace &position);
 
 /* The innermost entry if it holds no tag yet, else a new one of the current record. */
 DynaNode &entryForTag(AsnType *son);
+
+/* Each back-end option among the TedRecs `first` (0: there are none) to `last` of a module, as stored;
+   comments aren't options. Fatal error 9 for records that don't exist. */
+void forEachBEOption(ModRec *module, RecNr first, RecNr last, Call<void(const char *text)> func);

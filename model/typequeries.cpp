@@ -1,6 +1,5 @@
 #include "model/typequeries.h"
 
-#include "model/beoptions.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/nametexts.h"

@@ -1,6 +1,5 @@
 #include "model/typetables.h"
 
-#include "model/backvar.h"
 
 const char *const compStatusArr[COMP_STATUS_WORDS] = {
     "TCS_MANDATORY", "TCS_OPTIONAL", "TCS_COMPOF", "TCS_CHOICE",
@@ -96,10 +95,8 @@ const char *const asnhomeMemberArr[VF_COUNT] = {
     "bmpstr",
 };
 
-const char *const *targetLangTypeArr = defaultCTypeArr;
-
 const char *targetLangType(int valueForm) {
     const bool inTable = valueForm >= 0 && valueForm < VF_COUNT;
-    const char *word = inTable ? targetLangTypeArr[valueForm] : nullptr;
+    const char *word = inTable ? defaultCTypeArr[valueForm] : nullptr;
     return word == nullptr ? "?!?" : word;
 }

@@ -16,5 +16,5 @@ extern const char *const vfIdArr[VF_COUNT];
 extern const char *const defaultCTypeArr[VF_COUNT];
 extern const char *const asnhomeMemberArr[VF_COUNT];
 
-/* The C type in the table that is installed; "?!?" for a form without one. */
+/* The C type; "?!?" for a form without one. */
 const char *targetLangType(int valueForm);

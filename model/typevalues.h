@@ -29,3 +29,10 @@ void forDefaultValue(AsnType *comp, Call<void(AsnType *comp, AsnValue *value)> f
 /* Fills an empty handle with an infinity or another number that stands in no tree; only kind and
    value of `node` count. */
 void initInfinityValue(AsnValue *value, const VNode &node);
+
+/* Least and greatest value or size of a type that has such; other types make no call. An end
+   without a bound is an infinity value, which has no governor. Fatal error 13 if there is no
+   endpoint. */
+void forTypeEndpoints(
+    AsnType *type,
+    Call<void(AsnType *type, AsnValue *low, bool lowClosed, AsnValue *high, bool highClosed)> func);

@@ -1,6 +1,5 @@
 #include "model/typewalk.h"
 
-#include "model/backvar.h"
 #include "model/hooks.h"
 #include "model/modules.h"
 #include "model/position.h"
@@ -10,11 +9,11 @@
 #include "model/typepath.h"
 #include "model/typequeries.h"
 #include "model/typetables.h"
-#include "model/walk.h"
-
-bool glbCreateBETypMetaRecFlag = true;
 
 namespace {
+
+/* Handles of types get a meta record. */
+bool createsMetaRecs = true;
 
 /* A meta record is being made, and no handle may be filled meanwhile. */
 bool constructingMetaRec = false;
@@ -161,7 +160,7 @@ void inheritFatherOptions(AsnType *son, const AsnType *father, std::uint32_t cha
 }
 
 void makeMetaRec(AsnType *son) {
-    if (!glbCreateBETypMetaRecFlag)
+    if (!createsMetaRecs)
         return;
     if (constructingMetaRec)
         fatalError(FATAL_INTERNAL, "Type iterator called inside BETypMetaRec constructor.");
@@ -191,26 +190,14 @@ void getTypePathN(AsnType *father, AsnType *son, int compNr) {
     }
     makeMetaRec(son);
     /* Options are applied last, since the meta record that takes them needs the finished handle. */
-    if (chain.written)
+    if (chain.written && createsMetaRecs)
         applyChainOptions(son, position);
     else
         restoreNodeContext(REC_TNODE, content);
 }
 
-std::unique_ptr<AsnType> governorForAsnValue(ModRec *valueModule, std::int32_t moduleNr,
-                                             RecNr typeRec) {
-    AsnModule *module = getAsnModule(getModPtr(valueModule, moduleNr));
-    if (!takeTNode(module->modRec, KIND_TYPE, typeRec) &&
-        !takeTNode(module->modRec, KIND_VALUE_SET, typeRec))
-        return nullptr;
-    auto governor = std::make_unique<AsnType>(module, module);
-    governor->partial = true;
-    getTypePath(nullptr, governor.get());
-    return governor;
-}
-
 bool setCreateBETypMetaFlag(bool flag) {
-    const bool before = glbCreateBETypMetaRecFlag;
-    glbCreateBETypMetaRecFlag = flag;
+    const bool before = createsMetaRecs;
+    createsMetaRecs = flag;
     return before;
 }

@@ -14,10 +14,5 @@ inline void getTypePath(AsnType *father, AsnType *son) {
     getTypePathN(father, son, 0);
 }
 
-/* The type at `typeRec` of module number `moduleNr`, as seen from `valueModule`: a partial handle, null
-   if it is no type or value set. */
-std::unique_ptr<AsnType> governorForAsnValue(ModRec *valueModule, std::int32_t moduleNr,
-                                             RecNr typeRec);
-
 /* Whether handles get meta records; returns the old setting. */
 bool setCreateBETypMetaFlag(bool flag);

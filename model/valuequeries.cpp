@@ -39,9 +39,6 @@ const char *specialRealText(const realVal &real, const char *plus, const char *m
 
 } // namespace
 
-AsnType *getTypeOfValue(AsnValue *value) {
-    return value->governor.get();
-}
 AsnModule *getModuleOfValue(AsnValue *value) {
     return value->ownerModule;
 }

@@ -14,6 +14,12 @@
 
 namespace {
 
+/* Makes the governor current, which is a type or a set of values; false if it is neither. */
+bool takeGovernor(const NodePlace &place) {
+    return takeTNode(place.module, KIND_TYPE, place.nr) ||
+           takeTNode(place.module, KIND_VALUE_SET, place.nr);
+}
+
 /* The length depends on the type that governs the base, as it finally is. */
 std::int32_t baseStringLength(const AsnValue &value) {
     readRec(value.baseModule, REC_VNODE, value.baseRecord);
@@ -40,14 +46,24 @@ void fillDefinition(AsnValue *value) {
 } // namespace
 
 void getValuePath(AsnValue *father, AsnValue *value, int kind) {
-    const RecNr governorRec = vNode.governorRec;
-    const std::int32_t governorModule = vNode.governorModule;
+    value->governorPlace = {getModPtr(currModule(REC_VNODE), vNode.governorModule),
+                            vNode.governorRec};
     takeValue(value, father, kind);
-    value->governor = governorForAsnValue(value->posModule, governorModule, governorRec);
-    if (value->governor == nullptr)
+    if (!takeGovernor(value->governorPlace))
         fatalError(FATAL_INTERNAL, nullptr);
-    if (isStringKind(value->governor->base.mainType))
+    skipTypes(true);
+    if (isStringKind(tNode.mainType))
         value->stringLength = baseStringLength(*value);
+}
+
+AsnType *getTypeOfValue(AsnValue *value) {
+    if (value->governor == nullptr && takeGovernor(value->governorPlace)) {
+        AsnModule *module = getAsnModule(value->governorPlace.module);
+        value->governor = std::make_unique<AsnType>(module, module);
+        value->governor->partial = true;
+        getTypePath(nullptr, value->governor.get());
+    }
+    return value->governor.get();
 }
 
 std::unique_ptr<AsnValue> newValueByNumber(ModRec *modRec, RecNr nr) {
@@ -109,7 +125,8 @@ void forEachPresentOrAbsentValueComp(
     Call<void(AsnValue *value, AsnType *comp, int compNbr, AsnValue *compValue, int presentNbr)>
         func) {
     requireCall(func);
-    if (value->governor == nullptr)
+    AsnType *governor = getTypeOfValue(value);
+    if (governor == nullptr)
         return;
     const NestingGuard level(&valueDepth, value->posModule, MAX_NESTING);
     ValueListWalk comps = walkComps(value);
@@ -123,7 +140,6 @@ void forEachPresentOrAbsentValueComp(
         func(value, comp, compNbr, next, presentNbr++);
         next = comps.next();
     };
-    AsnType *governor = value->governor.get();
     if (isBaseTypeInCurrentModule(governor))
         forEachTypeComp(governor, visit);
     else

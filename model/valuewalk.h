@@ -15,7 +15,8 @@
 struct AsnValue : Position<AsnValue, VNode> {
     using Position::Position;
 
-    std::unique_ptr<AsnType> governor; /* partial; null in an infinity value */
+    NodePlace governorPlace;           /* of its type; none in an infinity value */
+    std::unique_ptr<AsnType> governor; /* partial; made by getTypeOfValue at the first question */
     std::int32_t stringLength = 0;     /* bits, octets or characters; 0 for other values */
 };
 

@@ -3,7 +3,7 @@
 #include <unordered_map>
 
 #include "base/fatal.h"
-#include "model/beoptions.h"
+#include "model/typechain.h"
 #include "model/hooks.h"
 #include "model/modules.h"
 #include "model/walk.h"

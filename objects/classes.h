@@ -17,15 +17,18 @@ enum FieldKind : int {
     FIELD_OBJECT_SET,
 };
 
+struct AsnObjClass;
+
 /* One field of a class. */
 struct AsnObjClassField {
-    struct AsnObjClass *fieldClass = nullptr;
+    AsnObjClass *fieldClass = nullptr;
     int fieldKind = FIELD_TYPE; /* FieldKind */
     int fieldNr = 0;            /* from 0 */
     ModRec *posModule = nullptr;
     RecNr posRecord = 0;
     FixRec compId;
     TNode base; /* a copy of the field's record */
+    std::shared_ptr<AsnObjClass> governor; /* of an object or object set, once it was asked for */
 };
 
 /* A class as it was met (its position) and as it is in the end (its base). */

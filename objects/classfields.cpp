@@ -42,12 +42,14 @@ void forClassField(AsnObjClassField *field, int kind,
     requireCall(func);
     if (field->fieldKind != kind)
         return;
-    readFieldTNode(field);
-    AsnModule *module = getAsnModule(currModule(REC_TNODE));
-    AsnObjClass governor(module, module);
-    goToGovernorClass();
-    getClassPath(&governor);
-    func(field, &governor);
+    if (field->governor == nullptr) {
+        readFieldTNode(field);
+        AsnModule *module = getAsnModule(currModule(REC_TNODE));
+        field->governor = std::make_shared<AsnObjClass>(module, module);
+        goToGovernorClass();
+        getClassPath(field->governor.get());
+    }
+    func(field, field->governor.get());
 }
 
 /* A handle on the current TNode for the time of a call. The parts of a type are walked in the module that

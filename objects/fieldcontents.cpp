@@ -1,4 +1,4 @@
-#include "objects/fieldcontents.h"
+#include "objects/fieldvalues.h"
 
 #include <algorithm>
 
@@ -9,7 +9,7 @@
 #include "model/typequeries.h"
 #include "model/typewalk.h"
 #include "model/valuequeries.h"
-#include "objects/setobjects.h"
+#include "objects/objectsets.h"
 #include "store/classify.h"
 #include "store/records.h"
 

@@ -54,6 +54,9 @@ int getFixedTypeValueSetFieldSize(AsnFieldValue *value);
 void forObjectFieldValue(AsnFieldValue *value, FieldObjectCall func);
 /* Fatal error 13 for a set that is no list of objects. `index` counts from 0. */
 void forObjectSetFieldValue(AsnFieldValue *value, FieldObjectSetCall func);
+/* The place of the constraint that holds the objects of an object set field; none if the field is absent
+   or its set has no constraint. Moves the current records. */
+NodePlace findFieldSetConstraint(const AsnFieldValue *value);
 
 AsnObject *getObjectOfFieldValue(AsnFieldValue *value);
 AsnObjClassField *getObjClassFieldOfFieldValue(AsnFieldValue *value);

@@ -4,9 +4,8 @@
 
 #include "base/fatal.h"
 #include "model/modules.h"
-#include "objects/fieldcontents.h"
+#include "objects/fieldvalues.h"
 #include "objects/objectsets.h"
-#include "objects/setobjects.h"
 #include "store/records.h"
 
 /* An inline object, as it was met. */

@@ -1,7 +1,6 @@
 #include "objects/objects.h"
 
 #include "base/fatal.h"
-#include "model/hooks.h"
 #include "model/modules.h"
 #include "model/nametexts.h"
 #include "model/position.h"
@@ -15,8 +14,6 @@ void getObjectPath(AsnObject *object) {
     object->governor = governorForAsnObject(object->posModule, governorModule, governorRec);
     if (object->governor == nullptr)
         fatalError(FATAL_INTERNAL, "Using class method with a non-class construct.");
-    if (modelHooks.newBEObjMetaRec != nullptr)
-        object->metaRec.reset(modelHooks.newBEObjMetaRec(object));
 }
 
 void forEachObject(AsnModule *module, Call<void(AsnObject *object, int nbr)> func) {
@@ -37,9 +34,6 @@ AsnObjClass *getObjClassOfObject(AsnObject *object) {
 }
 AsnModule *getModuleOfObject(AsnObject *object) {
     return object->ownerModule;
-}
-BEObjMetaRec *getBEObjMetaRec(AsnObject *object) {
-    return object->metaRec.get();
 }
 std::int32_t getObjectCompStatus(AsnObject *object) {
     return object->compStatus;

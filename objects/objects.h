@@ -12,8 +12,7 @@
 struct AsnObject : Position<AsnObject, VNode> {
     using Position::Position;
 
-    AsnObjClass *governor = nullptr;  /* kept for the run; never null once filled */
-    MetaOwner<BEObjMetaRec> metaRec;
+    AsnObjClass *governor = nullptr; /* kept for the run; never null once filled */
 };
 
 /* Fills the handle from the current VNode. Fatal error 13 for an object without a class, 15 for
@@ -27,7 +26,6 @@ void forObjectByRecNr(AsnModule *module, Call<void(AsnObject *object, int nbr)> 
 
 AsnObjClass *getObjClassOfObject(AsnObject *object);
 AsnModule *getModuleOfObject(AsnObject *object);
-BEObjMetaRec *getBEObjMetaRec(AsnObject *object);
 std::int32_t getObjectCompStatus(AsnObject *object);
 std::int32_t getBaseObjectCompStatus(AsnObject *object);
 bool isDefinedObject(AsnObject *object);

@@ -8,7 +8,6 @@
 #include "model/typetables.h"
 #include "model/walk.h"
 #include "objects/classchain.h"
-#include "objects/setobjects.h"
 
 namespace {
 

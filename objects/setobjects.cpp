@@ -1,4 +1,4 @@
-#include "objects/setobjects.h"
+#include "objects/objectsets.h"
 
 #include "base/fatal.h"
 #include "model/modules.h"

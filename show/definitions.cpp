@@ -174,7 +174,7 @@ void showValueSet(AsnType *set) {
 
 void showValue(AsnValue *value) {
     const Text name = getValueRef(value) + " ";
-    const Text governor = value->governor == nullptr ? "" : typeInShort(value->governor.get());
+    const Text governor = getTypeOfValue(value) == nullptr ? "" : typeInShort(getTypeOfValue(value));
     showLine(0, name + governor + " ::= " + valueText(value));
     showValueRecordFacts(value->posModule, value->posRecord, "value ");
 }

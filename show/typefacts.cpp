@@ -3,7 +3,7 @@
 #include "model/any.h"
 #include "model/compwalk.h"
 #include "model/constraints.h"
-#include "model/endpointvalues.h"
+#include "model/typevalues.h"
 #include "model/setarithmetic.h"
 #include "model/tags.h"
 #include "model/typenames.h"

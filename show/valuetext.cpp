@@ -11,8 +11,8 @@
 
 namespace {
 
-bool isEnumerated(const AsnValue *value) {
-    return value->governor != nullptr && value->governor->base.mainType == TYP_ENUM;
+bool isEnumerated(AsnValue *value) {
+    return getTypeOfValue(value) != nullptr && getTypeOfValue(value)->base.mainType == TYP_ENUM;
 }
 
 /* The number, and of an enumeration its item. */
@@ -20,7 +20,7 @@ Text integerText(AsnValue *value) {
     const sint64 number = int64Value(value);
     Text text;
     if (isEnumerated(value))
-        forEachNamedNumber(value->governor.get(), [&](AsnType *, AsnValue *item, int) {
+        forEachNamedNumber(getTypeOfValue(value), [&](AsnType *, AsnValue *item, int) {
             if (text.empty() && int64Value(item) == number)
                 text = getValueRef(item);
         });

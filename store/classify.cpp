@@ -5,7 +5,6 @@
 
 #include "base/fatal.h"
 #include "store/ketramac.h"
-#include "store/plainchain.h"
 #include "store/records.h"
 #include "store/strings.h"
 #include "store/values.h"

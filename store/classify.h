@@ -65,3 +65,11 @@ bool findValueCompById(ModRec *module, RecNr first, const char *name);
 int compareValue(const VNode &a, const VNode &b);
 /* The same for values of which the caller knows the kind, as ends of ranges are. */
 int compareNumber(const VNode &a, const VNode &b, int kind);
+
+/* So many references are followed one by one; nearly every chain is shorter. */
+inline constexpr int FEW_REFERENCES = 16;
+
+/* Moves the current TNode along plain references: from a definition that has nothing of its own, no
+   tag, constraint, option, text or narrower range, to another definition that is no instantiation.
+   Answers how many were passed, at once if the way was known before. Fatal error 15 in a circle. */
+int leapOverPlainReferences();

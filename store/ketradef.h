@@ -435,7 +435,6 @@ struct ModRec {
     std::int32_t moduleValue = 0;
     std::uint8_t state = MOD_NAMED;
     std::shared_ptr<AsnModule> handle; /* how the model shows it; null before use */
-    std::uint32_t exportingWalk = 0; /* the last walk over exporting modules that came here */
 
     std::vector<MNode> mNodes; /* record n is element n - 1 */
     std::vector<TNode> tNodes;

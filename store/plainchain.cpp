@@ -1,9 +1,8 @@
-#include "store/plainchain.h"
+#include "store/classify.h"
 
 #include <unordered_map>
 #include <vector>
 
-#include "store/classify.h"
 #include "store/ketramac.h"
 #include "store/records.h"
 

@@ -7,7 +7,6 @@
 #include "base/files.h"
 #include "store/records.h"
 #include "store/strings.h"
-#include "store/treefile.h"
 
 TreeHooks treeHooks;
 

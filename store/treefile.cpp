@@ -1,4 +1,4 @@
-#include "store/treefile.h"
+#include "store/tree.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -7,7 +7,6 @@
 #include "base/toolinfo.h"
 #include "store/layout.h"
 #include "store/strings.h"
-#include "store/tree.h"
 
 namespace {
 

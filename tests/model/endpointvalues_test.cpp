@@ -1,4 +1,4 @@
-#include "model/endpointvalues.h"
+#include "model/typevalues.h"
 
 #include "tests/model/modelsetup.h"
 

@@ -1,7 +1,7 @@
 #include "model/typequeries.h"
 
 #include "model/any.h"
-#include "model/backvar.h"
+#include "model/stamps.h"
 #include "model/bounds.h"
 #include "model/othermodule.h"
 #include "model/typetables.h"
@@ -133,11 +133,6 @@ TEST(TypeQueries, Names) {
         EXPECT_EQ(getTypeCompId(comp), "my_comp");
         EXPECT_EQ(getDefTypeId(comp), "Leaf");
     });
-    std::vector<const char *> types(defaultCTypeArr, defaultCTypeArr + VF_COUNT);
-    types[VF_UI16] = "USHORT";
-    setTargetLangTypes(types.data());
-    setup.expectTypes(namesOf, {{"Leaf", "USHORT INTEGER <TYP_INTEGER> TCS_HEADER"}});
-    setTargetLangTypes(defaultCTypeArr);
 }
 
 TEST(TypeQueries, SameTypes) {

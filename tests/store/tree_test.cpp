@@ -5,7 +5,6 @@
 
 #include "store/records.h"
 #include "store/strings.h"
-#include "store/treefile.h"
 #include "tests/support/loadtree.h"
 
 namespace {
