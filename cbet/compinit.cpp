@@ -112,17 +112,9 @@ bool needsControlMember(AsnType *father, AsnType *comp, const TypeFuncRun &run) 
     int kind = getTypeMainType(father);
     if (cHasCompHomes(father))
         return kind == TYP_SET && isMarkedAlways(father, run);
-    bool optional = getTypeCompStatus(comp) == TCS_OPTIONAL;
-    switch (kind) {
-    case TYP_SET:
-        return optional || isMarkedAlways(father, run);
-    case TYP_SEQ:
-        return optional;
-    case TYP_CHOICE:
+    if (kind == TYP_CHOICE || getTypeCompStatus(comp) == TCS_OPTIONAL)
         return true;
-    default:
-        return false;
-    }
+    return kind == TYP_SET && isMarkedAlways(father, run);
 }
 
 } // namespace

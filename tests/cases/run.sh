@@ -11,6 +11,7 @@
 #     -- show: FILE [pattern]         a generated file, or the items of it whose first line has a name that
 #                                     the pattern is; or the lines that sed selects by /from/,/to/
 #     -- diff: FILE [pattern]         how a generated file differs from what the first run of velmo wrote
+#     -- tree: Type.comp ...          what velmo-show tells of the last module, or of these parts
 #     -- compile: flags               for generated C; "no" where it is none
 # or, where two hyphens would end the comment, "/* asntree: options */". FILE may be what follows the prefix of the last module.
 # The expected text has what the programs said, and what was to be shown. All generated C is compiled
@@ -154,7 +155,7 @@ setBits() {
 need() {
   case $1 in asntree | files | modules | compile) return ;; esac
   [ "$compiled" ] || compileText
-  case $1 in bits | velmo | with) return ;; esac
+  case $1 in bits | velmo | with | tree) return ;; esac
   [ "$ran" ] || generate
 }
 
@@ -171,6 +172,9 @@ run() {
       asntree) options=("${words[@]}"); compileText "${words[@]}" ;;
       bits) bits+=("${words[*]}"); setBits "${words[@]}" ;;
       velmo) generate "${words[@]}" ;;
+      tree)
+        "$build/velmo-show" -PREFIXLEN=32 "$prefix" "${words[@]}" 2>&1 | section "tree${words[*]:+ ${words[*]}}"
+        ran=${ran:-shown} ;;
       with)
         echo "== with ${words[*]}"
         compileText "${options[@]}" "${words[@]}" | sed '/^== /d'

@@ -63,8 +63,9 @@ void expectCircles(const Graph &graph, const std::string &expected) {
         trees.emplace_back("M" + std::to_string(m), names.back());
     }
     for (std::size_t m = 0; m < graph.size(); ++m) {
-        for (const int target : graph[m])
-            trees[m].import(trees[static_cast<std::size_t>(target)]);
+        /* The last one first, since the order of imports makes no difference. */
+        for (auto target = graph[m].rbegin(); target != graph[m].rend(); ++target)
+            trees[m].import(trees[static_cast<std::size_t>(*target)]);
         ASSERT_TRUE(trees[m].save(dir.path(names[m] + ".stx")));
     }
     startTool(dir, names);

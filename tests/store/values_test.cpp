@@ -134,7 +134,11 @@ TEST(Values, SegmentsAreJoinedAcrossModules) {
     EXPECT_EQ(text.length(), 9);
     EXPECT_EQ(makeRestrCharStri(module, storedVNode(module, wide.nr)).text16, u"\u00E4\u00DF");
 
-    /* A length beyond the text is kept, filled with zeros. */
+    /* Of a text that is longer than said, the beginning counts; a length beyond the text is kept,
+       filled with zeros. */
+    VNode shorter = module->vNodes[static_cast<std::size_t>(storedVNode(module, joined.nr).refRecord - 1)];
+    setValueStri(&shorter, 2, valueStri(shorter));
+    EXPECT_EQ(makeRestrCharStri(module, shorter).text8, "ai");
     VNode longer = storedVNode(module, wide.nr);
     longer.refRecord = 0;
     setValueStri(

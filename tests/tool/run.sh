@@ -29,7 +29,7 @@ gives() {
 examples=$source/examples
 maker=$1
 gives "a full disk" 2 "the standard output can't be written" sh -c "'$maker' --help >/dev/full"
-"$maker" --output=all-tool "$examples"/{basic,stock,shop,forms,value,operations}.asn -- -A="$examples" \
+"$maker" --output=all-tool ${VELMO_COUNTS:+--keep="$VELMO_COUNTS"} "$examples"/{basic,stock,shop,forms,value,operations}.asn -- -A="$examples" \
   -PREFIX=Library-Desk:desk || exit 1
 tool=$work/all-tool
 

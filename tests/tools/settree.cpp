@@ -81,6 +81,8 @@ bool setField(TNode &node, const std::string &field, const std::string &text) {
         return put(node.mainType, numberOf(text, typeWord, TYP_COUNT));
     if (field == "entryFlags")
         return put(node.entryFlags, std::atoi(text.c_str()));
+    if (field == "auxRecord")
+        return put(node.auxRecord, std::atoi(text.c_str()));
     if (field == "nrOfComps")
         return put(node.nrOfComps, std::atoi(text.c_str()));
     return false;
