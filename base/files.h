@@ -73,6 +73,38 @@ template <typename... Parts> void putDirective(int slot, const Parts &...parts) 
     fArr[slot].indent = indent;
 }
 
+/* One level of indentation more until the end of the scope. */
+class Indent {
+public:
+    explicit Indent(int slot) : slot_(slot) { ++fArr[slot_].indent; }
+    ~Indent() { --fArr[slot_].indent; }
+    Indent(const Indent &) = delete;
+    Indent &operator=(const Indent &) = delete;
+
+private:
+    int slot_;
+};
+/* What is written until the end of the scope stands between two pieces, a level further in. The
+   texts are borrowed. */
+class Block {
+public:
+    explicit Block(int slot, const char *open = "{\n", const char *close = "}\n")
+        : slot_(slot), close_(close) {
+        putF(slot_, open);
+        ++fArr[slot_].indent;
+    }
+    ~Block() {
+        --fArr[slot_].indent;
+        putF(slot_, close_);
+    }
+    Block(const Block &) = delete;
+    Block &operator=(const Block &) = delete;
+
+private:
+    int slot_;
+    const char *close_;
+};
+
 std::uint32_t linesInF(int slot);
 int columnsInF(int slot);
 /* Calls func(slot) for each open slot, in order. */

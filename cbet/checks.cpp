@@ -54,9 +54,8 @@ void assignOk(Check &check) {
 }
 
 void report(int file) {
-    cOpenBrace(file);
+    const Block block(file);
     cReportError(file, "CONSTRAINT_FAIL");
-    cCloseBrace(file);
 }
 
 /* if (!ok1){

@@ -26,12 +26,11 @@ bool isBehind(int place) {
 }
 
 void printLine(int slot, const char *line) {
-    int indent = fArr[slot].indent;
     if (*line == '#')
-        fArr[slot].indent = 0;
-    putF(slot, line);
+        putDirective(slot, line);
+    else
+        putF(slot, line);
     putF(slot, "\n");
-    fArr[slot].indent = indent;
 }
 
 void printEntry(int slot, const DynaNode &entry, int place) {

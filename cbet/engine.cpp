@@ -138,11 +138,10 @@ void writeNormalFunc(AsnType *type, TypeFuncRun &run) {
     putF(run.outFile, "\n");
     cFunctionProto(run.extFile, run.funcPrefix.c_str(), run.info.gIndex, type);
     cFunctionDef(run.outFile, run.funcPrefix.c_str(), run.info.gIndex, type);
-    cOpenBrace(run.outFile);
+    const Block body(run.outFile);
     printLocalTEDs(type, run.info.tedBefore, run);
     funcForStructuredTypeAndCompsOrElems(type, run);
     printLocalTEDs(type, run.info.tedAfter, run);
-    cCloseBrace(run.outFile);
 }
 
 /* The normal function of a type after those of the types that it refers to. Without `generateBody`

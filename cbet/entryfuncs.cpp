@@ -91,7 +91,7 @@ void homeArgument(int file, AsnType *type, const char *end) {
 /* The call of the type's normal function from its entry function: dMsg (ASNG_F(asncodg) home); */
 void cCallSeprNormFuncFromEntryFunc(AsnType *type, TypeFuncRun &run) {
     cDeclareForeignFunction(type, run);
-    putF(run.outFile, run.funcPrefix, getDefBaseTypeId(type), " (");
+    putF(run.outFile, cFunctionName(run.funcPrefix, type), " (");
     putF(run.outFile, "ASNG_F(", cGetGName(run.info.gIndex), ") ");
     homeArgument(run.outFile, type, ");\n");
 }
@@ -171,7 +171,6 @@ void writeEntryHead(AsnType *type, TypeFuncRun &run) {
     putF(file, "\n");
     cEntryFunctionProto(run.extFile, run.entryFuncPrefix.c_str(), run.info.gIndex, type);
     cEntryFunctionDef(file, run.entryFuncPrefix.c_str(), run.info.gIndex, type);
-    cOpenBrace(file);
 }
 
 /* Embedded text stands here for bodies that no normal function has. */
@@ -196,6 +195,7 @@ void genEntryFunc(AsnType *type, TypeFuncRun &run) {
     taviUseTypeNode(type);
     const EntryFunctionScope scope;
     writeEntryHead(type, run);
+    const Block body(run.outFile);
     pushEntryPath(type, run);
     callTypeFunc(run.info.entryPrefixFunc, type, run);
     writeEntryBody(type, run);
@@ -203,5 +203,4 @@ void genEntryFunc(AsnType *type, TypeFuncRun &run) {
     if (run.info.funcKind == decodingKind && mustCheckConstraintsInEntryFunction(type))
         cCheckConstraints(run.outFile, type);
     popEntryPath(type, run);
-    cCloseBrace(run.outFile);
 }

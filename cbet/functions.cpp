@@ -37,33 +37,37 @@ Parameter entryParameter(AsnType *type) {
     return homeParameter(type);
 }
 
+/* The function that tells the type of an ANY, which is the user's. */
+Text cAnyFunctionName(const char *prefix, AsnType *type) {
+    return concat(prefix, cTypeId(type));
+}
+
 /* "ASNG_F(ASNCODG *asncodg) " */
 Text contextParameter(GIndex gIndex) {
-    return formatText("ASNG_F(%s *%s) ", cGetGType(gIndex), cGetGName(gIndex));
+    return concat("ASNG_F(", cGetGType(gIndex), " *", cGetGName(gIndex), ") ");
 }
 
 /* "ASNG_F(asncodg)" */
 Text contextArgument(GIndex gIndex) {
-    return formatText("ASNG_F(%s)", cGetGName(gIndex));
+    return concat("ASNG_F(", cGetGName(gIndex), ")");
 }
 
 /* A head up to its ")"; an empty context is left out. */
-void writeHead(int file, bool isProto, const char *prefix, const Text &name, const Text &context,
+void writeHead(int file, bool isProto, const Text &name, const Text &context,
                const Text &parameter) {
-    putF(file, isProto ? "extern " : "", "void ", prefix, name, " (");
-    taviAddItem(isProto ? ITEM_EXTERN : ITEM_FUNCTION, file, {prefix, name, "()"});
+    putF(file, isProto ? "extern " : "", "void ", name, " (");
+    taviAddItem(isProto ? ITEM_EXTERN : ITEM_FUNCTION, file, {name, "()"});
     putF(file, context);
     putF(file, parameter);
 }
 
 /* extern void eMsg (ASNG_F(ASNCODG *asncodg) Msg *home); */
-void writeProto(int file, const char *prefix, const Text &name, GIndex gIndex, AsnType *type,
-                const Text &parameter) {
+void writeProto(int file, const Text &name, GIndex gIndex, AsnType *type, const Text &parameter) {
     resetIndentLevel(file);
     if (isAnsiC(type))
-        writeHead(file, true, prefix, name, contextParameter(gIndex), parameter);
+        writeHead(file, true, name, contextParameter(gIndex), parameter);
     else
-        writeHead(file, true, prefix, name, "", "/* " + parameter + " */");
+        writeHead(file, true, name, "", "/* " + parameter + " */");
     putF(file, ");\n");
 }
 
@@ -74,13 +78,13 @@ void writeProto(int file, const char *prefix, const Text &name, GIndex gIndex, A
    Msg *home; */
 void writeDef(int file, const char *prefix, GIndex gIndex, AsnType *type,
               const Parameter &parameter) {
-    const Text name = getDefTypeId(type);
+    const Text name = prefix + getDefTypeId(type);
     resetIndentLevel(file);
     if (isAnsiC(type)) {
-        writeHead(file, false, prefix, name, contextParameter(gIndex), parameter.text());
+        writeHead(file, false, name, contextParameter(gIndex), parameter.text());
         putF(file, ")\n");
     } else {
-        writeHead(file, false, prefix, name, contextArgument(gIndex) + " ", parameter.name);
+        writeHead(file, false, name, contextArgument(gIndex) + " ", parameter.name);
         putF(file, ")\n");
         putF(file, "ASNG_DEF(", cGetGType(gIndex), " *", cGetGName(gIndex), ")\n");
         putF(file, parameter.text(), ";\n");
@@ -97,14 +101,17 @@ const char *cGetGName(GIndex gIndex) {
     return reEntrantName[gIndex];
 }
 
+Text cFunctionName(std::string_view prefix, AsnType *type) {
+    return concat(prefix, getDefBaseTypeId(type));
+}
+
 void cFunctionProto(int file, const char *prefix, GIndex gIndex, AsnType *type) {
-    const Text name = getDefTypeId(type);
-    writeProto(file, prefix, name, gIndex, type, homeParameter(type).text());
+    const Text name = prefix + getDefTypeId(type);
+    writeProto(file, name, gIndex, type, homeParameter(type).text());
 }
 
 void cBaseFunctionProto(int file, const char *prefix, GIndex gIndex, AsnType *type) {
-    const Text name = getDefBaseTypeId(type);
-    writeProto(file, prefix, name, gIndex, type, cDefBaseTypeName(type) + " *home");
+    writeProto(file, cFunctionName(prefix, type), gIndex, type, cDefBaseTypeName(type) + " *home");
 }
 
 void cFunctionDef(int file, const char *prefix, GIndex gIndex, AsnType *type) {
@@ -112,15 +119,15 @@ void cFunctionDef(int file, const char *prefix, GIndex gIndex, AsnType *type) {
 }
 
 void cFunctionRef(int file, const char *prefix, GIndex gIndex, AsnType *type) {
-    putF(file, prefix, getDefBaseTypeId(type), " (");
+    putF(file, cFunctionName(prefix, type), " (");
     putF(file, contextArgument(gIndex));
     putF(file, " ", cHome(type, HOME_ADDRESS));
     putF(file, ");\n");
 }
 
 void cEntryFunctionProto(int file, const char *prefix, GIndex gIndex, AsnType *type) {
-    const Text name = getDefTypeId(type);
-    writeProto(file, prefix, name, gIndex, type, entryParameter(type).text());
+    const Text name = prefix + getDefTypeId(type);
+    writeProto(file, name, gIndex, type, entryParameter(type).text());
 }
 
 void cEntryFunctionDef(int file, const char *prefix, GIndex gIndex, AsnType *type) {
@@ -128,13 +135,12 @@ void cEntryFunctionDef(int file, const char *prefix, GIndex gIndex, AsnType *typ
 }
 
 void cAnyFunctionProto(int file, const char *prefix, GIndex gIndex, AsnType *type) {
-    const Text name = cTypeId(type);
-    writeProto(file, prefix, name, gIndex, type, "ANY *, BYTE_TYPE *");
+    writeProto(file, cAnyFunctionName(prefix, type), gIndex, type, "ANY *, BYTE_TYPE *");
 }
 
 void cAnyFunctionRef(int file, const char *prefix, GIndex gIndex, AsnType *type,
                      AsnType *classifier) {
-    putF(file, prefix, cTypeId(type), " (");
+    putF(file, cAnyFunctionName(prefix, type), " (");
     putF(file, contextArgument(gIndex));
     putF(file, " ", cHome(type, HOME_ADDRESS), ",");
     if (classifier == nullptr) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/text.h"
+
 struct AsnType;
 
 /* Heads, prototypes and calls of generated functions, in ANSI C and without it as the module's
@@ -13,6 +15,8 @@ enum GIndex : int {
 const char *cGetGType(GIndex gIndex);
 const char *cGetGName(GIndex gIndex);
 
+/* The name under which the function of the definition behind `type` is called: "eMsg". */
+Text cFunctionName(std::string_view prefix, AsnType *type);
 /* "extern void eMsg (ASNG_F(ASNCODG *asncodg) Msg *home);\n" */
 void cFunctionProto(int file, const char *prefix, GIndex gIndex, AsnType *type);
 /* The same for the definition behind `type`, as cFunctionRef names it. */

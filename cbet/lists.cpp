@@ -108,14 +108,12 @@ void cCheckListUpperBoundEngine(int file, AsnType *elem, const char *action, boo
     const Text number = cSizeBoundText(list, limit);
     putF(file, "if (", cGetSize(list, false), " >=");
     putF(file, " ", number, getVFSize(list) == VF_I32 ? "L" : "", ")");
-    cOpenBrace(file);
-    if (action != nullptr)
-        putF(file, action);
+    const Block block(file);
+    putF(file, action);
     if (isError)
         cReportError(file, "AM_FAIL");
     else
         putF(file, "break;\n");
-    cCloseBrace(file);
 }
 
 } // namespace

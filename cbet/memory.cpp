@@ -52,9 +52,8 @@ void cAllocComp(int file, AsnType *comp, GIndex gIndex) {
     putF(file, cGetHome(comp, gIndex), ",");
     putF(file, " MB_STG,");
     putF(file, " sizeof (", cBaseTypeId(comp), "))))");
-    cOpenBrace(file);
+    const Block block(file);
     cReportFatalError(file, "LACK_OF_MEMORY");
-    cCloseBrace(file);
 }
 
 Text cGetHome(AsnType *type, GIndex gIndex) {

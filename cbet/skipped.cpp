@@ -63,14 +63,12 @@ namespace {
    } */
 void testIfTooManyExtraElems(AsnType *father, sint64 upper, TypeFuncRun &run) {
     int file = run.outFile;
-    Text counter, bound = cSizeBoundText(father, upper);
-    putF(file, "if (", cNVarRef(), " >= ", bound, ")");
-    cOpenBrace(file);
+    putF(file, "if (", cNVarRef(), " >= ", cSizeBoundText(father, upper), ")");
+    const Block block(file);
     if (run.info.funcKind == decodingKind)
         cReportError(file, "AM_FAIL");
     else
         putF(file, "break;\n");
-    cCloseBrace(file);
 }
 
 } // namespace
@@ -96,14 +94,12 @@ void ignoreTrailingListElems(AsnType *father, AsnType *elem, TypeFuncRun &run) {
     const Text ignored = cHomeRef(father, HOME_MEMBER) + "nIgnored";
     putF(file, ignored, " = 0;\n");
     putF(file, "if (", cExtraElemsVarRef(), ")");
-    cOpenBrace(file);
+    const Block extra(file);
     putF(file, "while (TRUE)");
-    cOpenBrace(file);
+    const Block loop(file);
     testIfTooManyExtraElems(father, upper, run);
     callTypeFunc(run.info.ignoreFunc, elem, run);
     putF(file, ignored, "++;\n");
     putF(file, cNVarRef(), "++;\n");
     callTypeFunc(run.info.extraMoreFunc, elem, run);
-    cCloseBrace(file);
-    cCloseBrace(file);
 }

@@ -88,8 +88,7 @@ inline Text cExtraElemsVarRef() {
     return concat("extraElems", cVarCount(VAR_N));
 }
 
-/* "{\n" and "}\n", with the file's level of indentation. All braces of generated functions come
-   from here. */
+/* The two ends of a Block, for braces that one function opens and another one closes. */
 void cOpenBrace(int file);
 void cCloseBrace(int file);
 /* A block with a home of its own: "{\n" and "Msg *h1 = (Msg *)home->x->val.stru;\n". */

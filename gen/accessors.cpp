@@ -25,23 +25,15 @@ void genIntro(AsnType *type) {
     putF(fiDef, "\n/* accessors for ", cTypeId(type), " */\n\n");
 }
 
-/* #define is_b_Msg(home) \ */
-void genCompMacroPrefix(AsnType *father, AsnType *comp, const char *word) {
-    const Text id = cTypeId(father);
-    putF(fiDef, "#define ", word, "_", getMetaCompId(comp), "_", id, "(home) \\\n");
-    taviAddItem(ITEM_MACRO, fiDef, {word, "_", getMetaCompId(comp), "_", id});
-    ++fArr[fiDef].indent;
-}
-
-void genMacroPostfix() {
-    --fArr[fiDef].indent;
-    putF(fiDef, "\n");
-}
-
+/* #define is_b_Msg(home) \
+     ((home)->compmask & BIT(1)) */
 void genMacro(AsnType *father, AsnType *comp, const char *word, const Text &body) {
-    genCompMacroPrefix(father, comp, word);
+    const Text name = concat(word, "_", getMetaCompId(comp), "_", cTypeId(father));
+    putF(fiDef, "#define ", name, "(home) \\\n");
+    taviAddItem(ITEM_MACRO, fiDef, {name});
+    const Indent indent(fiDef);
     putF(fiDef, body);
-    genMacroPostfix();
+    putF(fiDef, "\n");
 }
 
 bool compsAreHeldAsPointers(AsnType *father) {
@@ -134,7 +126,7 @@ void genElemMacro(AsnType *father, AsnType *elem) {
     const Text id = cTypeId(father);
     putF(fiDef, "#define item_", id, "(elem) \\\n");
     taviAddItem(ITEM_DEFINE, fiDef, {"item_", id});
-    ++fArr[fiDef].indent;
+    const Indent indent(fiDef);
     const bool isPointer = cIsPtrAsnHomeMember(elem);
     const Text member = "((elem)->val." + homeMember(elem) + ")";
     if (isPointer) {
@@ -146,7 +138,7 @@ void genElemMacro(AsnType *father, AsnType *elem) {
     putF(fiDef, member);
     if (isPointer)
         putF(fiDef, ")");
-    genMacroPostfix();
+    putF(fiDef, "\n");
 }
 
 void genListAccessRoutines(AsnType *type) {

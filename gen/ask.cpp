@@ -86,9 +86,8 @@ void askIsSeqOfComp(int file, AsnType *elem) {
     cCheckListUpperBoundWithBreak(file, elem);
     putF(file, "if (!");
     askBegComp(file, elem, ")");
-    cOpenBrace(file);
+    const Block block(file);
     putF(file, "break;\n");
-    cCloseBrace(file);
 }
 
 void askIsComp(AsnType *comp, TypeFuncRun &run) {
@@ -166,14 +165,13 @@ void askEnum(AsnType *type, TypeFuncRun &run) {
     askInteger(type, run);
     if (isSimpleIntegerValueSet(type) || !cCheckIntegerValueSet(file, type))
         return;
-    cOpenBrace(file);
+    const Block block(file);
     if (isExtensibleEnumeratedList(type)) {
         genExtendedMark(file, type);
     } else {
         putF(file, cHome(type, HOME_VALUE), " = ");
         printIntEndpoint(file, nullptr, getVF(type), leastValue(type), ";\n");
     }
-    cCloseBrace(file);
 }
 
 void askReal(AsnType *type, TypeFuncRun &run) {

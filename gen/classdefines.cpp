@@ -5,6 +5,7 @@
 #include "gen/classmeta.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
+#include "gen/settables.h"
 #include "model/modules.h"
 #include "objects/classes.h"
 #include "objects/objects.h"
@@ -27,14 +28,13 @@ void genPresenceTest(AsnObjClass *objClass, AsnObjClassField *field, int number)
         putUnbroken(fiDef, "TRUE\n");
         return;
     }
-    ++fArr[fiDef].indent;
+    const Indent indent(fiDef);
     putUnbroken(fiDef, "\\\n((obj)->compmask");
     if (getClassCompmaskWords(objClass) > 1) {
         putUnbroken(fiDef, " [", number / WORD_BITS, "]");
         number %= WORD_BITS;
     }
     putUnbroken(fiDef, " & ", getClassCompmaskBit(objClass), "(", number, "))\n");
-    --fArr[fiDef].indent;
 }
 
 void genFieldDefines(AsnObjClass *objClass, AsnObjClassField *field, int number) {
@@ -60,28 +60,27 @@ void genObjectDefines(AsnObject *object, int row) {
     if (!needsTableMacros(module))
         return;
     const Text prefix = cModulePrefix(module);
-    const char *classId = getMetaObjectTableId(object);
+    const Text table = objectTableName(module, getMetaObjectTableId(object));
     const Text objectId = getMetaObjectId(object);
-    const long nr = row;
-    if (nr == 0)
-        putF(fiDef, "\n/* objects in ", prefix, classId, " */\n\n");
+    if (row == 0)
+        putF(fiDef, "\n/* objects in ", table, " */\n\n");
     if (objectId.empty()) {
-        putF(fiDef, "/* <nameless> ", nr, " */\n");
+        putF(fiDef, "/* <nameless> ", row, " */\n");
         return;
     }
     /* #define mlogin 0
        #define login (mOPERATION + 0) */
-    putF(fiDef, "#define ", prefix, objectId, " ", nr, "\n");
+    putF(fiDef, "#define ", prefix, objectId, " ", row, "\n");
     taviAddItem(ITEM_DEFINE, fiDef, {prefix, objectId});
     const Text name = cLoneName(objectId, module);
-    putF(fiDef, "#define ", name, " (", prefix, classId, " + ", nr, ")\n");
+    putF(fiDef, "#define ", name, " (", table, " + ", row, ")\n");
     taviAddItem(ITEM_DEFINE, fiDef, {name});
 }
 
 void genObjectTableDefines(AsnModule *module, AsnObjClass *objClass, int count) {
     if (getMetaClassAccessRoutines(objClass) != ACCESS_MACROS)
         return;
-    const Text table = concat(cModulePrefix(module), tableClassId(objClass));
+    const Text table = objectTableName(module, tableClassId(objClass));
     Text walked = table + "Obj";
     walked[0] = upperFirstChar(walked[0]);
     putF(fiDef, "\n/* iterators for ", table, " table */\n\n");
@@ -93,14 +92,13 @@ void genObjectTableDefines(AsnModule *module, AsnObjClass *objClass, int count) 
     taviAddItem(ITEM_MACRO, fiDef, {"first", walked, "()"});
     putF(fiDef, "#define next", walked, "(iter) \\\n");
     taviAddItem(ITEM_MACRO, fiDef, {"next", walked, "()"});
-    ++fArr[fiDef].indent;
+    const Indent indent(fiDef);
     putF(fiDef, "((iter) < ", table, " + ", count - 1, " ? (iter) + 1 : NULL)\n");
-    --fArr[fiDef].indent;
 }
 
 void genObjectSetTableDefines(AsnObjectSet *objectSet) {
     const Text set = getDefObjectSetId(objectSet);
-    const Text table = concat(cModulePrefix(getModuleOfObjectSet(objectSet)), set);
+    const Text table = objectSetTableName(objectSet);
     putF(fiDef, "\n/* iterators for ", set, " table */\n\n");
     putF(fiDef, "#define first", set, "Obj() (", table, ")\n");
     taviAddItem(ITEM_MACRO, fiDef, {"first", set, "Obj()"});

@@ -150,16 +150,13 @@ constexpr const char *GOVERNOR_SKIPPED = "GOVERNOR SKIPPED";
 void genClassFieldChoiceTypedefContents(AsnObjClassField *field, AsnType *type,
                                         FieldStructs &structs) {
     const Text classId = getDefObjClassId(getObjClassOfField(field));
-    putF(fiTyp, "struct t_", fieldId(field), "_", classId, " ");
-    putF(fiTyp, "{\n");
-    ++fArr[fiTyp].indent;
+    putF(fiTyp, cStructTag(fieldId(field) + "_" + classId), " ");
+    const Block structure(fiTyp, "{\n", "}");
     genControlMember(type);
     ShapePlace place{getObjClassOfField(field), field, &structs};
     forEachTypeComp(type, [&place](AsnType *father, AsnType *son, int) {
         genNonLeafContents(father, son, place);
     });
-    --fArr[fiTyp].indent;
-    putF(fiTyp, "}");
 }
 
 /* The governor's name, or the whole type where it has none. */
@@ -201,25 +198,21 @@ void genFixedTypeValueSetField(AsnObjClassField *field, AsnType *type, FieldStru
     if (!separate)
         pointer = "";
     if (counted) {
-        putF(fiTyp, "struct {\n");
-        ++fArr[fiTyp].indent;
+        const Text close = "} " + fieldName(field) + ";\n";
+        const Block structure(fiTyp, "struct {\n", close.c_str());
         putF(fiTyp, "uint16 n;\n");
-    }
-    genGovernorType(field, type, structs);
-    if (counted) {
+        genGovernorType(field, type, structs);
         putF(fiTyp, pointer, " elem", array, ";\n");
-        --fArr[fiTyp].indent;
-        putF(fiTyp, "} ", fieldName(field), ";\n");
     } else {
+        genGovernorType(field, type, structs);
         putF(fiTyp, pointer, " ", fieldName(field), array, ";\n");
     }
 }
 
 /* A class that is just being written is known by its tag only. */
 Text classRef(AsnObjClass *governor) {
-    return getObjClassStamp(governor) == stampGIP
-               ? Text("const struct t_") + getMetaClassId(governor)
-               : getMetaClassName(governor);
+    return getObjClassStamp(governor) == stampGIP ? "const " + cStructTag(getMetaClassId(governor))
+                                                  : getMetaClassName(governor);
 }
 
 /* ERROR* next; */
@@ -266,24 +259,29 @@ void genClassTypedefContents(AsnObjClassField *field, FieldStructs &structs) {
 
 /* --- the class --- */
 
+/* {
+     sint8 compmask;
+     ...
+   } OPERATION; */
+void genClassMembers(AsnObjClass *objClass) {
+    const Text close = "} " + getMetaClassName(objClass) + ";\n";
+    const Block structure(fiTyp, "{\n", close.c_str());
+    if (isOptionalObjClassFields(objClass))
+        putF(fiTyp, getClassCompmaskField(objClass), ";\n");
+    FieldStructs structs;
+    forEachObjClassField(objClass, [&structs](AsnObjClass *, AsnObjClassField *field, int) {
+        genClassTypedefContents(field, structs);
+    });
+}
+
 /* typedef const struct t_OPERATION {
      ...
    } OPERATION; */
 void genClassStructure(AsnObjClass *objClass) {
     putF(fiTyp, "\n");
     printObjClassEmbeddingOptions(fiTyp, objClass, TED_TYP_BEFORE);
-    putF(fiTyp, "typedef const struct t_", getMetaClassId(objClass), " ");
-    putF(fiTyp, "{\n");
-    ++fArr[fiTyp].indent;
-    if (isOptionalObjClassFields(objClass)) {
-        putF(fiTyp, getClassCompmaskField(objClass), ";\n");
-    }
-    FieldStructs structs;
-    forEachObjClassField(objClass, [&structs](AsnObjClass *, AsnObjClassField *field, int) {
-        genClassTypedefContents(field, structs);
-    });
-    --fArr[fiTyp].indent;
-    putF(fiTyp, "} ", getMetaClassName(objClass), ";\n");
+    putF(fiTyp, "typedef const ", cStructTag(getMetaClassId(objClass)), " ");
+    genClassMembers(objClass);
     taviAddItem(ITEM_TYPEDEF, fiTyp, {getMetaClassName(objClass)});
     printObjClassEmbeddingOptions(fiTyp, objClass, TED_TYP_BEHIND);
 }

@@ -105,6 +105,10 @@ const char *tableClassId(AsnObjClass *objClass) {
     return id;
 }
 
+Text objectTableName(AsnModule *module, const char *classId) {
+    return concat(cModulePrefix(module), classId);
+}
+
 const char *getMetaObjectTableId(AsnObject *object) {
     getMetaObjectNr(object);
     const auto *place = placeOfObject(object, &BEModMetaRec::objectTableIds);

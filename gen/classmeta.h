@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "base/text.h"
 #include "gen/meta.h"
 
 /* What this generator keeps for each handle of a class, an object or an object set. */
@@ -28,6 +29,8 @@ bool hasOwnStructure(AsnObjClass *objClass);
    prefix: that of the class where it was met, but of its base if the module has no structure for
    it. The text stays valid. */
 const char *tableClassId(AsnObjClass *objClass);
+/* The name of the table: "mOPERATION". */
+Text objectTableName(AsnModule *module, const char *classId);
 /* The same of the table that has the object's row, which is named by the class of its first row: an
    object may speak of its class by another name. */
 const char *getMetaObjectTableId(AsnObject *object);

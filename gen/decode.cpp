@@ -35,9 +35,8 @@ bool hasSeveralComps(AsnType *type) {
 
 /* "{", the report, "}" behind an "if (...)". */
 void decReport(int file, const char *error) {
-    cOpenBrace(file);
+    const Block block(file);
     cReportError(file, error);
-    cCloseBrace(file);
 }
 
 /* Tags. After a component of a SEQUENCE the next tag is in hand if and only if the component was
@@ -103,17 +102,15 @@ void decIsSeqComp(int file, AsnType *comp) {
 
 /* The end of a list's loop. An ANY may begin with anything, so the tag is only peeked at. */
 void decIsSeqOfComp(int file, AsnType *elem) {
-    if (isAnyOrOpen(elem) && !isSkippedWithoutTag(elem)) {
+    const bool peeks = isAnyOrOpen(elem) && !isSkippedWithoutTag(elem);
+    if (peeks)
         putF(file, "peekT (*asncodg_frame, &asncodg_tag);\n");
-        putF(file, "if (asncodg_tag == EOC_TAG)");
-        cOpenBrace(file);
-        putF(file, LOOK);
-    } else {
-        putF(file, "if (d_LookTagLen () == EOC_TAG)");
-        cOpenBrace(file);
+    putF(file, peeks ? "if (asncodg_tag == EOC_TAG)" : "if (d_LookTagLen () == EOC_TAG)");
+    {
+        const Block block(file);
+        putF(file, peeks ? LOOK : "");
+        putF(file, "break;\n");
     }
-    putF(file, "break;\n");
-    cCloseBrace(file);
     if (getNrOfTags(elem) == 0)
         return;
     putF(file, "if (d_CurrTag () != ", cOutermostTag32Stri(elem, false), ")");
@@ -233,14 +230,13 @@ void decNoneAbove(AsnType *type, TypeFuncRun &run) {
     const int file = run.outFile;
     const bool isOnlyMarker = isTypeExtensionmarkerComp(type) && nrOfWalkedComps(type) == 1;
     putF(file, isOnlyMarker ? "" : "else ");
-    cOpenBrace(file);
+    const Block block(file);
     if (isTypeExtensionmarkerComp(type)) {
         decPrepareExtensionmarker(type, run);
         decExtensionmarker(file, type);
     } else {
         cReportError(file, "TAG_FAIL");
     }
-    cCloseBrace(file);
 }
 
 void decExpectEOC(int file, AsnType *type) {
@@ -258,17 +254,15 @@ void decSeqExtendedCompsUntilEOC(AsnType *type, TypeFuncRun &run) {
     if (!lastTypeCompIsOptional(type))
         putF(file, LOOK);
     putF(file, "if (d_CurrTag ())");
-    cOpenBrace(file);
+    const Block block(file);
     if (cHasCompHomes(type))
         cInitExtensionmarker(file, type, run.info.gIndex, false);
     else
         cSetExtensionmarkerControlMember(file, type);
     putF(file, "while (d_CurrTag ())");
-    cOpenBrace(file);
+    const Block loop(file);
     decExtensionmarker(file, type);
     putF(file, LOOK);
-    cCloseBrace(file);
-    cCloseBrace(file);
 }
 
 void decSetPostfix(AsnType *type, TypeFuncRun &run) {

@@ -3,6 +3,7 @@
 #include "base/files.h"
 #include "cbet/forms.h"
 #include "cbet/names.h"
+#include "gen/entrytable.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "model/iterators.h"
@@ -114,7 +115,7 @@ void genDefines(AsnType *type, Alternatives alternatives) {
 void genEntryTablePrefixDefine(AsnModule *module) {
     if (!needsTableMacros(module))
         return;
-    putF(fiDef, "\n/* entries in ", cModulePrefix(module), "EntryDescr */\n\n");
+    putF(fiDef, "\n/* entries in ", entryTableName(module), " */\n\n");
 }
 
 void genEntryTableElementDefine(AsnType *type, int index) {
@@ -131,7 +132,7 @@ void genEntryTablePostfixDefine(AsnModule *module) {
     if (!needsTableMacros(module))
         return;
     /* #define mEntryDescr_cnt 4 */
-    const Text name = cModulePrefix(module) + "EntryDescr_cnt";
+    const Text name = entryTableName(module) + "_cnt";
     putF(fiDef, "#define ", name, " ", getNrOfEntryTypes(module), "\n");
     taviAddItem(g_taviModuleNode, ITEM_DEFINE, fiDef, {name});
 }

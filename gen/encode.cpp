@@ -137,12 +137,12 @@ void encStruPostfix(AsnType *type, TypeFuncRun &run) {
         !isTypeExtensionmarkerComp(type) || testTypeOption(type, OPT_SAVE_EXTENSIONS))
         return;
     putF(run.outFile, "default:\n");
-    ++fArr[run.outFile].indent;
-    cOpenBrace(run.outFile);
-    cReportError(run.outFile, "VALUE_FAIL");
-    cCloseBrace(run.outFile);
+    const Indent indent(run.outFile);
+    {
+        const Block block(run.outFile);
+        cReportError(run.outFile, "VALUE_FAIL");
+    }
     putF(run.outFile, "break;\n");
-    --fArr[run.outFile].indent;
 }
 
 /* Leaves. */

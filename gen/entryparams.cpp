@@ -78,11 +78,9 @@ void genETabSeparateAsnParams(AsnType *type, int index) {
     putF(fiTab, "\nstatic const ", getLangType(VF_I16), " ", name, " [] = {\n");
     taviUseTypeNode(type);
     taviAddItem(ITEM_VARIABLE, fiTab, {name, "[]"});
-    ++fArr[fiTab].indent;
+    const Block table(fiTab, "", "\n};\n");
     if (isStructuredType(type))
         genETabElemCompsContents(type);
     else
         genVariable(type);
-    --fArr[fiTab].indent;
-    putF(fiTab, "\n};\n");
 }

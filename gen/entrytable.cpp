@@ -37,10 +37,8 @@ void genETabPrefix(AsnModule *module) {
         resetMetaAsnParams(module);
         forEachEntryType(module, genETabSeparateAsnParams);
     }
-    const Text table = cModulePrefix(module) + "EntryDescr";
+    const Text table = entryTableName(module);
     putF(fiTab, "\n", exported ? "" : "static ", "ENTRYDESCR ", table, " [] = ");
-    putF(fiTab, "{\n");
-    ++fArr[fiTab].indent;
     if (exported)
         putF(fiTabE, "\nextern ENTRYDESCR ", table, " [];\n");
     taviAddItem(g_taviModuleNode, ITEM_VARIABLE, fiTab, {table, "[]"});
@@ -105,8 +103,7 @@ void genFunctionColumn(AsnType *type, int file, int function, const TabFuncNames
    }, */
 void genAlternativeBlock(AsnType *type, const char *word, int count,
                          const std::array<std::uint8_t, MAX_ALTERNATIVES> &sets) {
-    putF(fiTab, "{\n");
-    ++fArr[fiTab].indent;
+    const Block block(fiTab, "{\n", "},\n");
     for (int i = 0; i < count; ++i) {
         if (isInCategorySet(type, sets[static_cast<std::size_t>(i)]))
             putF(fiTab, "(ENTRYFUNC)alt", word, i, getMetaTypeId(type));
@@ -116,8 +113,6 @@ void genAlternativeBlock(AsnType *type, const char *word, int count,
             putF(fiTab, ",");
         putF(fiTab, "\n");
     }
-    --fArr[fiTab].indent;
-    putF(fiTab, "},\n");
 }
 
 void genAlternativeColumns(AsnType *type) {
@@ -170,11 +165,8 @@ void genETabElemContents(AsnType *type, int index) {
         putF(fiTab, entryParamName(type, index));
         return;
     }
-    putF(fiTab, "{\n");
-    ++fArr[fiTab].indent;
+    const Block list(fiTab, "{\n", "\n}");
     genETabElemCompsContents(type);
-    --fArr[fiTab].indent;
-    putF(fiTab, "\n}");
 }
 
 /* ,
@@ -198,8 +190,7 @@ void genETabElement(AsnType *type, int index) {
         putF(fiTab, ",\n\n");
     putF(fiTab, "/* ", cCutName(reference, type), " ", index, " */\n");
     taviAddItem(ITEM_TABLE_ITEM, fiTab, {reference});
-    putF(fiTab, "{\n");
-    ++fArr[fiTab].indent;
+    const Block row(fiTab, "{\n", "\n}");
     genNameColumn(type, reference);
     putF(fiTab, getTypeMainTypeStri(type), ",\n");
     genTagColumn(type);
@@ -207,14 +198,10 @@ void genETabElement(AsnType *type, int index) {
     genETabElemContents(type, index);
     genTableReference(type);
     genEntryTableElementDefine(type, index);
-    --fArr[fiTab].indent;
-    putF(fiTab, "\n}");
 }
 
 void genETabPostfix(AsnModule *module) {
-    --fArr[fiTab].indent;
-    putF(fiTab, "\n};\n");
-    genTableAccessFunction(module, "ENTRYDESCR", "EntryDescr", getNrOfEntryTypes(module),
+    genTableAccessFunction(module, "ENTRYDESCR", entryTableName(module), getNrOfEntryTypes(module),
                            g_taviModuleNode);
     genEntryTablePostfixDefine(module);
 }
@@ -223,7 +210,10 @@ void genEntryTable(AsnModule *module) {
     if (getNrOfEntryTypes(module) == 0)
         return;
     genETabPrefix(module);
-    forEachEntryType(module, genETabElement);
+    {
+        const Block table(fiTab, "{\n", "\n};\n");
+        forEachEntryType(module, genETabElement);
+    }
     genETabPostfix(module);
 }
 
@@ -242,27 +232,29 @@ void generateTables(AsnModule *module) {
     resetNoObjectInstanceList();
 }
 
-void genTableAccessFunction(AsnModule *module, const char *elementType, const char *tableName,
+Text entryTableName(AsnModule *module) {
+    return cModulePrefix(module) + "EntryDescr";
+}
+
+void genTableAccessFunction(AsnModule *module, const Text &elementType, const Text &table,
                             int count, BrowserNode *browserParent) {
     if (!needsTableAccessFuncs(module))
         return;
-    const Text name = concat(cModulePrefix(module), tableName);
-    Text indexType = orEmpty(getLangType(cTableAccessFunctionIndexVF(module, count)));
-    indexType += ' ';
+    const Text name = "asn" + table;
+    const Text indexType = concat(getLangType(cTableAccessFunctionIndexVF(module, count)), " ");
     const bool ansi = getGlobalOptions(module)->ansiC != 0;
     /* extern ENTRYDESCR* asnmEntryDescr (uint8 index); */
-    putF(fiTabE, "\nextern ", elementType, "* asn", name, " (", ansi ? "" : "/* ", indexType,
-         "index", ansi ? "" : " */", ");\n");
+    putF(fiTabE, "\nextern ", elementType, "* ", name, " (", ansi ? "" : "/* ", indexType, "index",
+         ansi ? "" : " */", ");\n");
     /* ENTRYDESCR* asnmEntryDescr (uint8 index) */
-    putF(fiTab, "\n", elementType, "* asn", name, " (", ansi ? indexType.c_str() : "", "index)\n");
-    taviAddItem(browserParent, ITEM_EXTERN, fiTabE, {"asn", name, "()"});
-    taviAddItem(browserParent, ITEM_FUNCTION, fiTab, {"asn", name, "()"});
+    putF(fiTab, "\n", elementType, "* ", name, " (", ansi ? indexType : "", "index)\n");
+    taviAddItem(browserParent, ITEM_EXTERN, fiTabE, {name, "()"});
+    taviAddItem(browserParent, ITEM_FUNCTION, fiTab, {name, "()"});
     if (!ansi) {
-        ++fArr[fiTab].indent;
+        const Indent indent(fiTab);
         putF(fiTab, indexType, "index;\n");
-        --fArr[fiTab].indent;
     }
     putF(fiTab, "{\n");
-    putF(fiTab, "return (index < ", count, " ? ", name, " + index : NULL);\n");
+    putF(fiTab, "return (index < ", count, " ? ", table, " + index : NULL);\n");
     putF(fiTab, "}\n");
 }

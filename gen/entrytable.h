@@ -8,11 +8,13 @@ struct BrowserNode;
 
 /* The entry table of a module (generateTables writes it), and what other tables take from it. */
 
+/* The name of the table of entry types: "mEntryDescr". */
+Text entryTableName(AsnModule *module);
 /* The function that gives a row of a table by its index, and its declaration, where the module has
-   such functions ("TABF="). `elementType` is the C type of a row, `tableName` the table's name
-   behind the generation prefix, `count` its number of rows. It shows below `browserParent` in the
+   such functions ("TABF="). `elementType` is the C type of a row, `table` the name of the
+   table, `count` its number of rows. It shows below `browserParent` in the
    browser tree. */
-void genTableAccessFunction(AsnModule *module, const char *elementType, const char *tableName,
+void genTableAccessFunction(AsnModule *module, const Text &elementType, const Text &table,
                             int count, BrowserNode *browserParent);
 
 /* The components of an entry type as variables of a MORLA application, which its row names. */

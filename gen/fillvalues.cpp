@@ -92,9 +92,8 @@ void genNormalisedTrue(int file, AsnType *type) {
     if (!testTypeOption(type, OPT_NORMALISE_TRUE))
         return;
     putF(file, "if (", cHome(type, HOME_VALUE), ")");
-    cOpenBrace(file);
+    const Block block(file);
     putF(file, cHome(type, HOME_VALUE), " = 0xFF;\n");
-    cCloseBrace(file);
 }
 
 void genUpperBound(int file, const char *call, AsnType *list, AsnType *elem) {
@@ -151,12 +150,11 @@ void decEnum(AsnType *type, TypeFuncRun &run) {
     decNumber(file, type);
     if (isSimpleIntegerValueSet(type) || !cCheckIntegerValueSet(file, type))
         return;
-    cOpenBrace(file);
+    const Block block(file);
     if (isExtensibleEnumeratedList(type))
         genExtendedMark(file, type);
     else
         cReportError(file, "ENUM_ERR");
-    cCloseBrace(file);
 }
 
 /* d_Real64 (&home->x, CLOS_CLOS, 0.0, 1.0); */
@@ -171,9 +169,8 @@ void decTestSizeLimit(int file, AsnType *type) {
     if (options->sizeLimit == 0 || options->sizeLimitMode != 1)
         return;
     putF(file, "if (asncodg_info->len > ", options->sizeLimit, ")");
-    cOpenBrace(file);
+    const Block block(file);
     cReportError(file, "AM_FAIL");
-    cCloseBrace(file);
 }
 
 /* d_IA5String8 (&home->name, 1, 8); */

@@ -52,11 +52,8 @@ void genNamedDefFunc(AsnType *type, TypeFuncRun &run) {
     putF(run.outFile, "\n");
     cFunctionProto(run.extFile, run.funcPrefix.c_str(), run.info.gIndex, type);
     cFunctionDef(run.outFile, run.funcPrefix.c_str(), run.info.gIndex, type);
-    putF(run.outFile, "{\n");
-    ++fArr[run.outFile].indent;
+    const Block body(run.outFile);
     tstInitTypeWithNamedNumbers(type, run);
-    --fArr[run.outFile].indent;
-    putF(run.outFile, "}\n");
 }
 
 /* The first call, without a name, says how many follow. */
@@ -72,8 +69,8 @@ void tstInitTypeWithNamedNumbers(AsnType *type, TypeFuncRun &run) {
 void callSeprSetNamedDefFunc(AsnType *type, TypeFuncRun &run) {
     cDeclareForeignFunction(type, run);
     /* aColor (ASNG_F(asntstg) NULL); */
-    putF(run.outFile, run.funcPrefix, getDefBaseTypeId(type), " (ASNG_F(",
-         cGetGName(run.info.gIndex), ") NULL);\n");
+    putF(run.outFile, cFunctionName(run.funcPrefix, type), " (ASNG_F(", cGetGName(run.info.gIndex),
+         ") NULL);\n");
 }
 
 void genNamedDefCalls(AsnType *type, TypeFuncRun &run) {

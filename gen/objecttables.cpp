@@ -80,8 +80,8 @@ void genObjectCompmask(AsnObject *object) {
 
 /* &mEntryDescr [0] / * Msg * / */
 void genEntryTypeReference(AsnType *type, int entryIndex) {
-    const Text prefix = cModulePrefix(getModuleOfType(type));
-    putF(fiTab, "&", prefix, "EntryDescr [", entryIndex, "] /* ", getMetaTypeId(type), " */");
+    putF(fiTab, "&", entryTableName(getModuleOfType(type)), " [", entryIndex, "] /* ",
+         getMetaTypeId(type), " */");
 }
 
 bool hasTables(AsnModule *module) {
@@ -207,42 +207,33 @@ void genPredefinedFields(AsnObject *object) {
 void declareArray(AsnModule *module, AsnObjClass *objClass, int count) {
     const bool exported = isExported(module);
     const int file = exported ? fiTabE : fiTab;
-    const Text prefix = cModulePrefix(module);
     putF(file, "\n");
     putF(file, exported ? "extern " : "ASN_DECL ");
     const char *classId = tableClassId(objClass);
+    const Text table = objectTableName(module, classId);
     putF(file, cLoneName(classId, module));
-    putF(file, " ", prefix, classId, " [",
-         exported ? Text() : concat("ASN_DECL_SIZE (", count, ")"), "];\n");
+    putF(file, " ", table, " [", exported ? Text() : concat("ASN_DECL_SIZE (", count, ")"), "];\n");
     taviUseClassNode(objClass);
-    taviAddItem(exported ? ITEM_EXTERN : ITEM_VARIABLE, file, {prefix, classId, "[]"});
+    taviAddItem(exported ? ITEM_EXTERN : ITEM_VARIABLE, file, {table, "[]"});
 }
 
 /* static OPERATION mOPERATION [] = { */
 void genObjectTablePrefix(AsnModule *module, AsnObjClass *objClass, bool skipped) {
     if (skipped || isInNoObjectInstanceList(objClass))
         return;
-    const Text prefix = cModulePrefix(module);
     const char *classId = tableClassId(objClass);
-    putF(fiTab, "\n", isExported(module) ? "" : "static ", cLoneName(classId, module), " ", prefix,
-         classId, " [] = {\n");
+    const Text table = objectTableName(module, classId);
+    putF(fiTab, "\n", isExported(module) ? "" : "static ", cLoneName(classId, module), " ", table,
+         " [] = {\n");
     taviUseClassNode(objClass);
-    taviAddItem(ITEM_VARIABLE, fiTab, {prefix, classId, "[]"});
+    taviAddItem(ITEM_VARIABLE, fiTab, {table, "[]"});
     ++fArr[fiTab].indent;
 }
 
 /* --- rows and tables --- */
 
-void genObjectTableElement(AsnObject *object, int tableIndex, bool skipped, RowPass *pass) {
-    if (skipped)
-        return;
-    taviUseObjectNode(object);
-    if (tableIndex != 0)
-        putF(fiTab, ",\n\n");
-    putF(fiTab, "/* ", nameOf(object), " ", tableIndex, " */\n");
-    taviAddItem(ITEM_TABLE_ITEM, fiTab, {nameOf(object)});
-    putF(fiTab, "{\n");
-    ++fArr[fiTab].indent;
+/* What stands between the braces of the row. */
+void genRow(AsnObject *object, RowPass *pass) {
     if (isPredefinedObjClass(getObjClassOfObject(object)))
         genPredefinedFields(object);
     else if (isOptionalObjClassFields(getObjClassOfObject(object)))
@@ -252,8 +243,20 @@ void genObjectTableElement(AsnObject *object, int tableIndex, bool skipped, RowP
         genField(of, value, fieldNr, pass);
     };
     forEachPossibleObjectFieldValue(object, genOne);
-    --fArr[fiTab].indent;
-    putF(fiTab, "\n}");
+}
+
+void genObjectTableElement(AsnObject *object, int tableIndex, bool skipped, RowPass *pass) {
+    if (skipped)
+        return;
+    taviUseObjectNode(object);
+    if (tableIndex != 0)
+        putF(fiTab, ",\n\n");
+    putF(fiTab, "/* ", nameOf(object), " ", tableIndex, " */\n");
+    taviAddItem(ITEM_TABLE_ITEM, fiTab, {nameOf(object)});
+    {
+        const Block row(fiTab, "{\n", "\n}");
+        genRow(object, pass);
+    }
     genObjectDefines(object, tableIndex);
 }
 
@@ -264,8 +267,8 @@ void genObjectTablePostfix(AsnModule *module, AsnObjClass *objClass, int count, 
     putF(fiTab, "\n};\n");
     const char *classId = tableClassId(objClass);
     taviUseClassNode(objClass);
-    genTableAccessFunction(module, cLoneName(classId, module).c_str(), classId, count,
-                           g_taviTypeNode);
+    genTableAccessFunction(module, cLoneName(classId, module), objectTableName(module, classId),
+                           count, g_taviTypeNode);
     genObjectTableDefines(module, objClass, count);
 }
 
@@ -321,11 +324,10 @@ void genObjObjectElement(AsnObject *object, const Text &pointed) {
         warnAtTableLine("Object without a row.");
         return;
     }
-    const Text prefix = cModulePrefix(module);
-    const char *table = getMetaObjectTableId(object);
-    if (cLoneName(table, module) != pointed && !isPredefinedObjClass(getObjClassOfObject(object)))
+    const char *classId = getMetaObjectTableId(object);
+    if (cLoneName(classId, module) != pointed && !isPredefinedObjClass(getObjClassOfObject(object)))
         putF(fiTab, "(", pointed, "*)");
-    putF(fiTab, "&", prefix, table, " [", row, "] /* ", nameOf(object), " */");
+    putF(fiTab, "&", objectTableName(module, classId), " [", row, "] /* ", nameOf(object), " */");
 }
 
 bool isSkippedField(AsnObjClassField *field, const char **note) {

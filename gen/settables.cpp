@@ -42,8 +42,7 @@ int nrOfObjectsInField(AsnFieldValue *value) {
 
 /* mValueSet0 */
 Text tableName(AsnFieldValue *value, const char *word, int number) {
-    Text name = concat(cModulePrefix(moduleOf(value)), word);
-    return name += std::to_string(number);
+    return concat(cModulePrefix(moduleOf(value)), word, number);
 }
 
 /* --- one table --- */
@@ -158,27 +157,36 @@ void forEachFieldOfRows(AsnModule *module, Call<void(AsnFieldValue *value)> genT
     forEachObjectInClassOrder(module, nullptr, genObject, nullptr, true);
 }
 
-/* { 1, 2, 3 } */
-void genInlineValueSet(AsnFieldValue *value, int size) {
-    const int mainType = getFieldBaseValueMainType(value);
-    const bool onLines = isStructureKind(mainType);
-    warnOfLargeSet(size);
-    putF(fiTab, "{ ");
-    if (onLines) {
-        putF(fiTab, "\n");
-        ++fArr[fiTab].indent;
-    }
+void genElements(AsnFieldValue *value, int size) {
     if (size == 0)
         genEmptyClassField(value);
     else
         forFixedTypeValueSetFieldValue(value, genObjFixedTypeValueSetField);
-    if (onLines) {
+}
+
+/* { 1, 2, 3 } */
+void genInlineValueSet(AsnFieldValue *value, int size) {
+    warnOfLargeSet(size);
+    putF(fiTab, "{ ");
+    if (isStructureKind(getFieldBaseValueMainType(value))) {
+        const Block lines(fiTab, "\n", "");
+        genElements(value, size);
         putF(fiTab, "\n");
-        --fArr[fiTab].indent;
     } else {
+        genElements(value, size);
         putF(fiTab, " ");
     }
     putF(fiTab, "}");
+}
+
+/* The values in the row, or the name of their table. */
+void genValueSet(AsnFieldValue *value, int size, SetTableNumbers *numbers) {
+    if (!hasSeparateTables(moduleOf(value)))
+        genInlineValueSet(value, size);
+    else if (size == 0)
+        putF(fiTab, "NULL");
+    else
+        putF(fiTab, tableName(value, "ValueSet", numbers->valueSets++));
 }
 
 } // namespace
@@ -207,12 +215,15 @@ void genObjectSetTables(AsnModule *module) {
     forEachObjectSet(module, genObjectSetTable);
 }
 
+Text objectSetTableName(AsnObjectSet *objectSet) {
+    return cModulePrefix(getModuleOfObjectSet(objectSet)) + getDefObjectSetId(objectSet);
+}
+
 void genObjectSetTable(AsnObjectSet *objectSet, int) {
     AsnObjClass *governor = getObjClassOfObjectSet(objectSet);
     if (testObjClassOption(governor, OPT_SKIPPED))
         return;
-    const Text prefix = cModulePrefix(getModuleOfObjectSet(objectSet));
-    const Text table = concat(prefix, getDefObjectSetId(objectSet));
+    const Text table = objectSetTableName(objectSet);
     const Text pointed = getMetaClassName(governor);
     const Text declarator = pointed + "* const " + table;
     putF(fiTabE, "\nextern ", declarator, " [];\n");
@@ -220,49 +231,40 @@ void genObjectSetTable(AsnObjectSet *objectSet, int) {
     taviUseObjectSetNode(objectSet);
     taviAddItem(ITEM_VARIABLE, fiTab, {table, "[]"});
     taviAddItem(ITEM_EXTERN, fiTabE, {table, "[]"});
-    ++fArr[fiTab].indent;
-    forObjectSet(objectSet,
-                 [&](AsnObjectSet *, AsnObject *object, int) { genSetObject(object, pointed); });
-    putF(fiTab, "NULL");
-    endTable();
+    {
+        const Block elements(fiTab, "", "\n};\n");
+        forObjectSet(objectSet, [&](AsnObjectSet *, AsnObject *object, int) {
+            genSetObject(object, pointed);
+        });
+        putF(fiTab, "NULL");
+    }
     genObjectSetTableDefines(objectSet);
 }
 
 /* --- what a row says of a set: its table, or the elements themselves --- */
 
 void genObjectFixedTypeValueSetField(AsnFieldValue *value, SetTableNumbers *numbers) {
-    AsnModule *module = moduleOf(value);
-    const bool counted = getBEModMetaRec(module)->tabValueSetN;
     const int size = isEmptyFieldValue(value) ? 0 : getFixedTypeValueSetFieldSize(value);
-    if (counted) {
-        beginTable();
-        putF(fiTab, size, ",\n");
+    if (!getBEModMetaRec(moduleOf(value))->tabValueSetN) {
+        genValueSet(value, size, numbers);
+        return;
     }
-    if (!hasSeparateTables(module))
-        genInlineValueSet(value, size);
-    else if (size == 0)
-        putF(fiTab, "NULL");
-    else
-        putF(fiTab, tableName(value, "ValueSet", numbers->valueSets++));
-    if (counted) {
-        putF(fiTab, "\n");
-        --fArr[fiTab].indent;
-        putF(fiTab, "}");
-    }
+    const Block counted(fiTab);
+    putF(fiTab, size, ",\n");
+    genValueSet(value, size, numbers);
+    putF(fiTab, "\n");
 }
 
 void genObjectObjectSetField(AsnFieldValue *value, SetTableNumbers *numbers) {
     if (!hasSeparateTables(moduleOf(value))) {
         warnOfLargeSet(isEmptyFieldValue(value) ? 0 : nrOfObjectsInField(value));
-        beginTable();
+        const Block elements(fiTab, "{\n", "\n}");
         const Text pointed = governorName(getObjClassFieldOfFieldValue(value));
         if (!isEmptyFieldValue(value))
             forObjectSetFieldValue(value, [&](AsnFieldValue *, AsnObject *object, int) {
                 genSetObject(object, pointed);
             });
         putF(fiTab, "NULL");
-        --fArr[fiTab].indent;
-        putF(fiTab, "\n}");
     } else if (isEmptyFieldValue(value) || nrOfObjectsInField(value) == 0) {
         putF(fiTab, "NULL");
     } else {

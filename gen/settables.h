@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/text.h"
+
 struct AsnFieldValue;
 struct AsnModule;
 struct AsnObjectSet;
@@ -19,6 +21,8 @@ void genFixedTypeValueSetTables(AsnModule *module);
 void genObjectSetTables(AsnModule *module);
 /* The table of one named set, with its macros; `index` counts the sets of the module. */
 void genObjectSetTable(AsnObjectSet *objectSet, int index);
+/* The name of the table: "mErrors". */
+Text objectSetTableName(AsnObjectSet *objectSet);
 
 /* A field of a row: the set itself, or the name of its table. */
 void genObjectFixedTypeValueSetField(AsnFieldValue *value, SetTableNumbers *numbers);

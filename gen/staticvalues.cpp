@@ -173,14 +173,11 @@ void genSeqFieldValue(AsnValue *value, int *depth) {
         putF(fiTab, "{ 0 }");
         return;
     }
-    putF(fiTab, "{\n");
-    ++fArr[fiTab].indent;
+    const Block members(fiTab, "{\n", "}");
     if (isOptionalTypeComps(type))
         genCompmask(value, type);
     genComps(value, depth);
     putF(fiTab, "\n");
-    --fArr[fiTab].indent;
-    putF(fiTab, "}");
 }
 
 /* 1, / * number * / */
@@ -202,13 +199,10 @@ void genChoiceFieldValue(AsnValue *value, int *depth) {
         putF(fiTab, "{ 0 }");
         return;
     }
-    putF(fiTab, "{\n");
-    ++fArr[fiTab].indent;
+    const Block members(fiTab, "{\n", "}");
     genChosenAlternative(value);
     genComps(value, depth);
     putF(fiTab, "\n");
-    --fArr[fiTab].indent;
-    putF(fiTab, "}");
 }
 
 /* 5, or { FALSE, 5 } for an enumeration that can be extended */

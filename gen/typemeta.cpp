@@ -108,7 +108,7 @@ void renewBETypeInfo(AsnType *type) {
 void setBETypeInfoNames(AsnType *type, const char *name) {
     BETypeInfo info = makeTypeInfo(type);
     info.typeId = allocateUniqStri(name);
-    info.baseTypeId = allocateUniqStri((Text("struct t_") + name).c_str());
+    info.baseTypeId = allocateUniqStri(cStructTag(name).c_str());
     replaceTypeInfo(type, info);
 }
 

@@ -76,66 +76,36 @@ Text fieldStructName(AsnType *type, ShapePlace &place) {
     return whole;
 }
 
-/* struct t_Msg { */
-void genStructPrefix(AsnType *type, ShapePlace &place) {
+/* struct t_Msg */
+void genStructTag(AsnType *type, ShapePlace &place) {
     if (place.objClass != nullptr)
         setBETypeInfoNames(type, fieldStructName(type, place).c_str());
-    putF(fiTyp, "struct t_", getMetaTypeId(type), " ");
-    putF(fiTyp, "{\n");
-    ++fArr[fiTyp].indent;
-}
-
-void genStructPostfix() {
-    --fArr[fiTyp].indent;
-    putF(fiTyp, "}");
+    putF(fiTyp, cStructTag(getMetaTypeId(type)), " ");
 }
 
 void genLeafType(AsnType *type, ShapePlace &place) {
     if (testTypeOption(type, OPT_SKIPPED)) {
         putF(fiTyp, getMetaBaseTypeId(type));
     } else if (isStructuredType(type)) {
-        genStructPrefix(type, place);
+        genStructTag(type, place);
+        const Block structure(fiTyp, "{\n", "}");
         putF(fiTyp, cSpecialType(SPECIAL_NOBODY_USES), " eitherthisfield;\n");
-        genStructPostfix();
     } else if (cIsPredefinedType(type)) {
         putF(fiTyp, getMetaBaseTypeId(type));
     } else if (cIsStaticString(type) || cIsDynamicString(type)) {
-        genStructPrefix(type, place);
+        genStructTag(type, place);
+        const Block structure(fiTyp, "{\n", "}");
         genControlMember(type);
         genLeafStringHome(type);
-        genStructPostfix();
     } else {
         warnOfUnknownLeaf(type);
     }
 }
 
-/* A list's element stands inside a comment, since its C type is LIST whatever it holds. */
-void genNonLeafPrefix(AsnType *type, ShapePlace &place) {
-    if (cIsLinkedList(type)) {
-        putF(fiTyp, "LIST /*\n");
-        ++fArr[fiTyp].indent;
-        return;
-    }
-    genStructPrefix(type, place);
-    genControlMember(type);
-    if (isPlainChoice(type)) {
-        putF(fiTyp, "union ");
-        putF(fiTyp, "{\n");
-        ++fArr[fiTyp].indent;
-    }
-}
-
-void genNonLeafPostfix(AsnType *type) {
-    if (cIsLinkedList(type)) {
-        --fArr[fiTyp].indent;
-        putF(fiTyp, "*/");
-        return;
-    }
-    if (isPlainChoice(type)) {
-        --fArr[fiTyp].indent;
-        putF(fiTyp, "} i1;\n");
-    }
-    genStructPostfix();
+void genMembers(AsnType *type, ShapePlace &place) {
+    forEachTypeCompOrElem(type, [&place](AsnType *father, AsnType *son, int) {
+        genNonLeafContents(father, son, place);
+    });
 }
 
 void genNonLeafType(AsnType *type, ShapePlace &place) {
@@ -143,11 +113,22 @@ void genNonLeafType(AsnType *type, ShapePlace &place) {
         putF(fiTyp, getMetaBaseTypeId(type));
         return;
     }
-    genNonLeafPrefix(type, place);
-    forEachTypeCompOrElem(type, [&place](AsnType *father, AsnType *son, int) {
-        genNonLeafContents(father, son, place);
-    });
-    genNonLeafPostfix(type);
+    if (cIsLinkedList(type)) {
+        /* The element stands in a comment, since the C type is LIST whatever it holds. */
+        const Block list(fiTyp, "LIST /*\n", "*/");
+        genMembers(type, place);
+        return;
+    }
+    genStructTag(type, place);
+    const Block structure(fiTyp, "{\n", "}");
+    genControlMember(type);
+    if (isPlainChoice(type)) {
+        putF(fiTyp, "union ");
+        const Block alternatives(fiTyp, "{\n", "} i1;\n");
+        genMembers(type, place);
+    } else {
+        genMembers(type, place);
+    }
 }
 
 /* "* val.stru;": the member of an ASNHOME, in a comment. */
@@ -161,12 +142,9 @@ void genMemberType(AsnType *father, AsnType *son, ShapePlace &place) {
     if (cIsLinkedList(father)) {
         putF(fiTyp, getMetaBaseTypeId(son));
     } else if (testTypeOption(son, OPT_HOME)) {
-        putF(fiTyp, "ASNHOME /*\n");
-        ++fArr[fiTyp].indent;
+        const Block home(fiTyp, "ASNHOME /*\n", "*/ ");
         putF(fiTyp, getMetaBaseTypeId(son));
         genHomeMember(son);
-        --fArr[fiTyp].indent;
-        putF(fiTyp, "*/ ");
     } else if (getTypeMainType(son) == TYP_OPEN) {
         putF(fiTyp, cIsFrameType(son) ? "FRAME_PTR " : "ANY ");
     } else if (cIsDefinedBaseType(son)) {
