@@ -1,8 +1,7 @@
 #include "base/text.h"
 
 #include <algorithm>
-#include <charconv>
-#include <concepts>
+#include <cstdarg>
 #include <cstdio>
 #include <cstring>
 
@@ -14,24 +13,6 @@ unsigned char upper(char c) {
 }
 
 constexpr std::string_view WHITE_SPACE = " \t\n\v\f\r";
-
-void appendNumber(Text &text, std::integral auto number) {
-    char digits[32];
-    text.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
-}
-
-/* What vsnprintf makes of `format`. */
-PRINTF_LIKE(2, 0) Text &appendPrinted(Text &text, const char *format, std::va_list arguments) {
-    std::va_list again;
-    va_copy(again, arguments);
-    const int printed = std::vsnprintf(nullptr, 0, format, arguments);
-    const std::size_t length = printed > 0 ? static_cast<std::size_t>(printed) : 0;
-    const std::size_t before = text.size();
-    text.resize(before + length);
-    std::vsnprintf(text.data() + before, length + 1, format, again);
-    va_end(again);
-    return text;
-}
 
 } // namespace
 
@@ -108,40 +89,14 @@ const char *isOptionStri(const char *text, const char *prefix) {
     return std::strncmp(text, prefix, length) == 0 ? text + length : nullptr;
 }
 
-Text &appendFormatV(Text &text, const char *format, std::va_list arguments) {
-    while (const char *conversion = std::strchr(format, '%')) {
-        text.append(format, conversion);
-        format = conversion; /* compilers follow the argument itself to what prints by it */
-        switch (format[1]) {
-        case 's':
-            text += va_arg(arguments, const char *);
-            break;
-        case 'd':
-            appendNumber(text, va_arg(arguments, int));
-            break;
-        case 'l':
-            if (format[2] == 'd')
-                appendNumber(text, va_arg(arguments, long));
-            else if (format[2] == 'u')
-                appendNumber(text, va_arg(arguments, unsigned long));
-            else
-                return appendPrinted(text, format, arguments);
-            ++format;
-            break;
-        default:
-            return appendPrinted(text, format, arguments);
-        }
-        format += 2;
-    }
-    return text += format;
-}
-
 Text formatText(const char *format, ...) {
-    static Text text; /* kept for its memory */
-    text.clear();
-    std::va_list arguments;
+    std::va_list arguments, again;
     va_start(arguments, format);
-    appendFormatV(text, format, arguments);
+    va_copy(again, arguments);
+    const int length = std::vsnprintf(nullptr, 0, format, arguments);
+    Text text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
+    std::vsnprintf(text.data(), text.size() + 1, format, again);
+    va_end(again);
     va_end(arguments);
     return text;
 }

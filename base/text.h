@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <concepts>
-#include <cstdarg>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -77,9 +76,5 @@ const char *isOptionStri(const char *text, const char *prefix);
 #define PRINTF_LIKE(text, first)
 #endif
 
-/* The text that printf would write. */
+/* The text that printf would write: for forms such as "%02d" that parts don't have. */
 Text formatText(const char *format, ...) PRINTF_LIKE(1, 2);
-/* Appends it to `text`, which is returned. Almost all formats have texts and plain numbers only;
-   these are put together here, a multiple faster than by vsnprintf, which gets what begins with
-   another conversion. */
-Text &appendFormatV(Text &text, const char *format, std::va_list arguments) PRINTF_LIKE(2, 0);

@@ -39,6 +39,10 @@ Text cIntegerValue32(sint64 value, int format) {
 
 /* --- literals --- */
 
+Text cOctalEscape(unsigned octet) {
+    return concat("\\", octet >> 6, octet >> 3 & 7, octet & 7);
+}
+
 Text cStringText(std::string_view text) {
     constexpr char FIRST_PRINTABLE = ' ', DELETE = '\x7F';
     Text literal;
@@ -48,7 +52,7 @@ Text cStringText(std::string_view text) {
         if (c == '\n')
             literal += "\\n";
         else if (isControl)
-            literal += formatText("\\%03o", static_cast<unsigned>(c));
+            literal += cOctalEscape(static_cast<unsigned>(c));
         else if (c == '"' || c == '\\')
             (literal += '\\') += c;
         else if (c == '?' && literal.ends_with('?') && i + 1 < text.size() &&

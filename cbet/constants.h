@@ -7,6 +7,8 @@
 
 struct AsnValue;
 
+/* One octet within a string literal: "\\012". */
+Text cOctalEscape(unsigned octet);
 /* What stands between the quotes of a string literal: quotes, backslashes, control characters and
    what would become a trigraph are escaped. */
 Text cStringText(std::string_view text);

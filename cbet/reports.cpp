@@ -17,13 +17,13 @@
 void cSayAtType(AsnType *type, const char *text) {
     static std::set<Text> said;
     const Text path = getModuleFilePath(getModuleOfType(type));
-    const Text line = formatText("%s:%d: %s\n", path.c_str(), getTypeDefinitionLine(type), text);
+    const Text line = concat(path, ":", getTypeDefinitionLine(type), ": ", text, "\n");
     if (said.insert(line).second)
         std::fputs(line.c_str(), stderr);
 }
 
 void cRefuseType(AsnType *type, const char *text) {
-    cSayAtType(type, formatText("error: %s", text).c_str());
+    cSayAtType(type, concat("error: ", text).c_str());
     glbExitCode = 1;
 }
 

@@ -30,7 +30,7 @@ constexpr int LAST_NARROW_TAG = 30;
 
 /* What extends a constraint needs an encoding that isn't written yet; the code says so too. */
 void warningForExtendedConstraints(int file, AsnType *type, const char *what) {
-    notYetSupported(type, formatText("Encoding of extended %s constraint", what).c_str());
+    notYetSupported(type, concat("Encoding of extended ", what, " constraint").c_str());
     putF(file, " /*?!?: Invalid encoding follows - extended ", what, " constraint. */\n");
 }
 

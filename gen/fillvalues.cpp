@@ -215,7 +215,7 @@ constexpr LeafCalls leafCalls = {
 } // namespace
 
 void decWarnOfExtendedConstraint(int file, AsnType *type, const char *what) {
-    notYetSupported(type, formatText("Decoding of extended %s constraint", what).c_str());
+    notYetSupported(type, concat("Decoding of extended ", what, " constraint").c_str());
     putF(file, " /*?!?: Invalid decoding follows - extended ", what, " constraint.*/\n");
 }
 

@@ -70,7 +70,7 @@ constexpr int ROOM_IN_ROW = 16;
 void warnOfLargeSet(int size) {
     if (size > ROOM_IN_ROW)
         warnAtTableLine(
-            formatText("A set of %d elements in a row: MAX_ASN_SET_ELEMS has to be as great.", size)
+            concat("A set of ", size, " elements in a row: MAX_ASN_SET_ELEMS has to be as great.")
                 .c_str());
 }
 

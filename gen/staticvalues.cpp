@@ -53,7 +53,7 @@ void genBitStringFieldValue(AsnValue *value, const char *digits) {
     while (*digits != '\0') {
         const int high = digitValue(*digits++);
         const int low = *digits == '\0' ? 0 : digitValue(*digits++);
-        literal += formatText("\\%03o", static_cast<unsigned>(high * HEX + low));
+        literal += cOctalEscape(static_cast<unsigned>(high * HEX + low));
     }
     putF(fiTab, literal += "\" }");
 }

@@ -13,7 +13,7 @@ void warning(const char *text) {
 
 void typeWarning(AsnType *type, const char *text) {
     Text place = "Module " + getModuleRef(getModuleOfType(type)) + ", line ";
-    place += formatText("%d, ", getTypeDefinitionLine(type));
+    place += concat(getTypeDefinitionLine(type), ", ");
     if (isDefinedType(type))
         place += "type " + convertUnderscores(getTypeRef(type));
     else if (isComponentType(type))

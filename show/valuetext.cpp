@@ -39,7 +39,7 @@ template <typename Char> void appendCharacters(Text &text, const std::basic_stri
         else if (code >= ' ' && code <= '~')
             text += static_cast<char>(code);
         else
-            text += formatText("<%lu>", static_cast<unsigned long>(code));
+            text += concat("<", code, ">");
     }
 }
 
