@@ -12,10 +12,4 @@ std::int32_t int64ToInt32(sint64 value, AsnModule *module, std::int32_t line, co
 void int64Warning(AsnModule *module, std::int32_t line, const char *message);
 
 /* The greatest size to make room for: the limit if there is one, else the upper end. */
-void getSizeEndpoints(AsnType *type, std::int32_t *low, std::int32_t *high, std::int32_t *alloc);
 void getInt64SizeEndpoints(AsnType *type, sint64 *low, sint64 *high, sint64 *alloc);
-
-/* Least and greatest item of an ENUMERATED before and behind its extension marker; each place may
-   be null. Bounds of a part without items are -0x80000000. */
-void getExtendedEnumeratedBounds(AsnType *type, std::int32_t *rootLow, std::int32_t *rootHigh,
-                                 std::int32_t *addLow, std::int32_t *addHigh);

@@ -141,10 +141,6 @@ int getUniqueModuleNr(AsnModule *module) {
     return module->modRec->listPlace;
 }
 
-bool isCombinedModule(AsnModule *module) {
-    return isCombinedModules(module, module);
-}
-
 bool isCombinedModules(AsnModule *module, AsnModule *other) {
     const auto &combined = getGlobalOptions(module)->combined;
     const auto contains = [&](const ModRec *modRec) {

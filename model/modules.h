@@ -46,8 +46,7 @@ int getNrOfTypeNodes(AsnModule *module);
 int getNrOfValueNodes(AsnModule *module);
 /* Place in the list of all modules, from 0. */
 int getUniqueModuleNr(AsnModule *module);
-/* The module stands in its own list of combined modules; and `other` does, too. */
-bool isCombinedModule(AsnModule *module);
+/* Both modules stand in the list of combined modules of the first. */
 bool isCombinedModules(AsnModule *module, AsnModule *other);
 /* Names for a whole kind of definition; null for another kind. */
 FixChain *globalFixRecForKind(AsnModule *module, int kind);

@@ -192,15 +192,6 @@ Text getTagStriClassNumber(int tagClass, bool constructed, std::int32_t number) 
                   number, ")");
 }
 
-int getBuiltinTypeTagClass(int mainType) {
-    return mainType >= 0 && mainType < BUILTIN_TYPES ? typeArr[mainType].tagClass : TAG_UNI;
-}
-
-int getBuiltinTypeTagNumber(int mainType) {
-    const bool builtin = mainType >= 0 && mainType < BUILTIN_TYPES;
-    return typeArr[builtin ? mainType : int{TYP_NONE}].tagNumber;
-}
-
 void printIfTagForBER(int file, AsnType *type, const char *tagRef, bool isElse, bool equal) {
     TagTest test{file, tagRef == nullptr ? "tag" : tagRef, equal, 0, {}, 0, ChainGuard(REC_TNODE)};
     test.line = isElse ? "else if (" : "if (";

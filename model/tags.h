@@ -43,10 +43,6 @@ Text getTagClassStri(const AsnTag *tag);
 Text getTagStri(const AsnTag *tag, bool constructed);
 Text getTagStriClassNumber(int tagClass, bool constructed, std::int32_t number);
 
-/* The tag of a kind of type; class 0 and number -10 for kinds that are no built-in types. */
-int getBuiltinTypeTagClass(int mainType);
-int getBuiltinTypeTagNumber(int mainType);
-
 /* Writes "if (d_CurrTag () == TAG(TAG_CTX, TAG_PRI, 0))" to `file`: the tag expression `tagRef`
    (null: "tag") is the outermost tag of `type`, or of an alternative of an untagged CHOICE, which
    stand one on a line; without `equal`, it is none of them. `isElse` puts "else " in front. */

@@ -33,39 +33,6 @@ int getTypeExtensionmarkerCompNbr(AsnType *type) {
     return type->extMarkerNbr;
 }
 
-bool isTypeExtension(AsnType *comp) {
-    AsnType *father = comp->father;
-    return father != nullptr && isTypeExtensionmarkerComp(father) &&
-           comp->compNbr > getTypeExtensionmarkerCompNbr(father);
-}
-
-bool isExtensionRootComponent(AsnType *father, AsnType *comp) {
-    return father != nullptr && (!isTypeExtensionmarkerComp(father) ||
-                                 comp->compNbr < getTypeExtensionmarkerCompNbr(father));
-}
-
-bool isExtensionAdditionComponent(AsnType *father, AsnType *comp) {
-    return father != nullptr && isTypeExtensionmarkerComp(father) &&
-           comp->compNbr > getTypeExtensionmarkerCompNbr(father);
-}
-
-bool isFirstExtensionAdditionComponent(AsnType *father, AsnType *comp) {
-    return isExtensionAdditionComponent(father, comp) &&
-           comp->compNbr == getTypeExtensionmarkerCompNbr(father) + 1;
-}
-
-bool isLastExtensionRootComponent(AsnType *father, AsnType *comp) {
-    return father != nullptr && comp->compNbr + 1 == getTypeExtensionmarkerCompNbr(father);
-}
-
-bool isMandatoryExtensionAdditionComponent(AsnType *father, AsnType *comp) {
-    return isExtensionAdditionComponent(father, comp) && isMandatoryTypeComp(comp);
-}
-
-bool isOptionalExtensionAdditionComponent(AsnType *father, AsnType *comp) {
-    return isExtensionAdditionComponent(father, comp) && !isMandatoryTypeComp(comp);
-}
-
 bool isFirstActualTypeComp(AsnType *comp) {
     if (!isComponentType(comp))
         return false;

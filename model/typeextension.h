@@ -12,14 +12,6 @@ bool isExtensibleEnumeratedList(AsnType *type);
 /* Number of the marker among the components, -1 without one. */
 int getTypeExtensionmarkerCompNbr(AsnType *type);
 
-/* Of a component and its father, which may be null where it is given apart. */
-bool isTypeExtension(AsnType *comp);
-bool isExtensionRootComponent(AsnType *father, AsnType *comp);
-bool isExtensionAdditionComponent(AsnType *father, AsnType *comp);
-bool isFirstExtensionAdditionComponent(AsnType *father, AsnType *comp);
-bool isLastExtensionRootComponent(AsnType *father, AsnType *comp);
-bool isMandatoryExtensionAdditionComponent(AsnType *father, AsnType *comp);
-bool isOptionalExtensionAdditionComponent(AsnType *father, AsnType *comp);
 /* The first component, a marker in front of it left out. */
 bool isFirstActualTypeComp(AsnType *comp);
 

@@ -51,15 +51,6 @@ int getNrOfTypeComps(AsnType *type) {
     return isListType(type) ? 1 : type->base.nrOfComps;
 }
 
-int getTypeElemMainType(AsnType *type) {
-    if (!isListType(type))
-        return TYP_NONE;
-    const std::int32_t moduleNr = type->base.refModule == 0 ? 1 : type->base.refModule;
-    readRec(getModPtr(type->contentModule, moduleNr), REC_TNODE, type->base.refRecord);
-    skipTypes(true);
-    return tNode.mainType;
-}
-
 std::int32_t getTypeDefinitionLine(AsnType *type) {
     return type->base.lineNr;
 }
@@ -240,19 +231,6 @@ bool isBaseTypeInCurrentModule(AsnType *type) {
     return structure == nullptr || structure->baseModule == type->baseModule;
 }
 
-bool isTheSameTypeModule(AsnType *a, AsnType *b) {
-    return a->posModule == b->posModule;
-}
-
-bool isTheSameType(AsnType *a, AsnType *b) {
-    const int mainType = a->base.mainType;
-    if (mainType != b->base.mainType)
-        return false;
-    if (a->baseModule == b->baseModule && a->baseRecord == b->baseRecord)
-        return true;
-    return mainType != TYP_ENUM && !isStructureKind(mainType) && !isListKind(mainType);
-}
-
 bool isConstraints(AsnType *type) {
     const auto &places = type->constraintList.places;
     if (places.size() != 1)
@@ -269,14 +247,6 @@ bool isLeafType(AsnType *type) {
 
 bool isMorlaLeafType(AsnType *type) {
     return isListType(type) || isLeafType(type);
-}
-
-int getNrOfMandatoryTypeComps(AsnType *type) {
-    return countComps(type, isMandatoryTypeComp);
-}
-
-int getNrOfOptionalTypeComps(AsnType *type) {
-    return countComps(type, [](AsnType *comp) { return !isMandatoryTypeComp(comp); });
 }
 
 bool isEntryType(AsnType *type) {

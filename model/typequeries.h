@@ -13,7 +13,6 @@ int getTypeCompNbr(AsnType *type);
 /* 1 for a list: its element. */
 int getNrOfTypeComps(AsnType *type);
 /* Main type of a list's element, TYP_NONE for other types. */
-int getTypeElemMainType(AsnType *type);
 std::int32_t getTypeDefinitionLine(AsnType *type);
 int getTypeDefinitionLevel(AsnType *type);
 /* From 0. */
@@ -69,18 +68,11 @@ bool isBaseTypeInCurrentModule(AsnType *type);
 /* The structure whose part a component, or what is nested in it, becomes by COMPONENTS OF or by a
    selection: the outermost one if there are several. Null if it stands where it was written. */
 AsnType *structureTakenInto(AsnType *type);
-bool isTheSameTypeModule(AsnType *a, AsnType *b);
-/* One C type serves both: the same structure, list or enumeration, or any two types of another
- * kind. */
-bool isTheSameType(AsnType *a, AsnType *b);
 /* Constraints that restrict something. */
 bool isConstraints(AsnType *type);
 /* No parts that the C type shows. */
 bool isLeafType(AsnType *type);
 bool isMorlaLeafType(AsnType *type);
-/* Of SEQUENCE and SET, 0 for others; extension markers count as mandatory. */
-int getNrOfMandatoryTypeComps(AsnType *type);
-int getNrOfOptionalTypeComps(AsnType *type);
 
 /* `function` is a bit of TNode.entryFlags. */
 bool isEntryType(AsnType *type);

@@ -282,16 +282,6 @@ bool isFirstIntegerValueSetSeg(AsnType *type, const Int32Range *range) {
     return set != nullptr && beginsLike(set->segs.front(), range);
 }
 
-bool isFirstInt64ValueSetSeg(AsnType *type, const Int64Range *range) {
-    const IntegerValueSet *set = filledSetOf(type);
-    return set != nullptr && set->segs.front().lower == range->lower;
-}
-
-bool isLastIntegerValueSetSeg(AsnType *type, const Int32Range *range) {
-    const IntegerValueSet *set = filledSetOf(type);
-    return set != nullptr && beginsLike(set->segs.back(), range);
-}
-
 bool isLastInt64ValueSetSeg(AsnType *type, const Int64Range *range) {
     const IntegerValueSet *set = filledSetOf(type);
     return set != nullptr && set->segs.back().lower == range->lower;
@@ -336,15 +326,3 @@ void getInt64SizeConstraintEndpoints(AsnType *type, sint64 *low, sint64 *high, s
     *alloc = !i64iszero(limit) && i64cmp(limit, *high) < 0 ? limit : *high;
 }
 
-void getSizeConstraintEndpoints(AsnType *type, std::int32_t *low, std::int32_t *high,
-                                std::int32_t *alloc) {
-    *low = 0;
-    *high = INT32_MAX;
-    const IntegerValueSet *set = sizeSetOf(type);
-    if (set != nullptr && !set->segs.empty()) {
-        *low = toInt32(type, set->segs.front().lower, sizeWords.lower);
-        *high = toInt32(type, set->segs.front().upper, sizeWords.upper);
-    }
-    const std::int64_t limit = type->base.typeOptions.sizeLimit;
-    *alloc = limit != 0 && limit < *high ? static_cast<std::int32_t>(limit) : *high;
-}

@@ -29,8 +29,6 @@ bool isExtensibleIntegerValueSet(AsnType *type);
 bool isExtensibleSizeConstraintValueSet(AsnType *type);
 /* Does the range begin where the first, or the last, range of the type's set begins? */
 bool isFirstIntegerValueSetSeg(AsnType *type, const Int32Range *range);
-bool isFirstInt64ValueSetSeg(AsnType *type, const Int64Range *range);
-bool isLastIntegerValueSetSeg(AsnType *type, const Int32Range *range);
 bool isLastInt64ValueSetSeg(AsnType *type, const Int64Range *range);
 
 /* Walks; the result is the number of calls, `nbr` counts them from 0. The 32-bit forms warn of an
@@ -46,7 +44,5 @@ int forInt64SizeConstraintValueSet(
     Call<void(AsnType *type, const Int64Range *range, int nbr)> func);
 
 /* Least and greatest size, and the size to make room for: the greatest, or the type's limit if that
-   is lower. The 32-bit form takes the end of the first range as the greatest size. */
+   is lower. */
 void getInt64SizeConstraintEndpoints(AsnType *type, sint64 *low, sint64 *high, sint64 *alloc);
-void getSizeConstraintEndpoints(AsnType *type, std::int32_t *low, std::int32_t *high,
-                                std::int32_t *alloc);

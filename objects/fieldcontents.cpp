@@ -150,10 +150,6 @@ void forTypeFieldValue(AsnFieldValue *value, FieldTypeCall func) {
     func(value, &type);
 }
 
-bool isEntryTypeFieldValue(AsnFieldValue *value) {
-    return readEntryType(value);
-}
-
 void forEntryTypeFieldValue(AsnFieldValue *value, FieldEntryTypeCall func) {
     requireCall(func);
     if (!readEntryType(value))

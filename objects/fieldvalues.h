@@ -45,7 +45,6 @@ void forEachPredefinedFieldValue(AsnObject *object,
 int getFieldBaseValueMainType(AsnFieldValue *value);
 
 void forTypeFieldValue(AsnFieldValue *value, FieldTypeCall func);
-bool isEntryTypeFieldValue(AsnFieldValue *value);
 void forEntryTypeFieldValue(AsnFieldValue *value, FieldEntryTypeCall func);
 void forFixedTypeValueFieldValue(AsnFieldValue *value, FieldAsnValueCall func);
 /* Single values, and each integer of a range of an INTEGER. `index` counts from 0. */

@@ -5,7 +5,6 @@
 
 #include "base/fatal.h"
 #include "model/modules.h"
-#include "model/typetables.h"
 #include "model/walk.h"
 #include "objects/classchain.h"
 
@@ -104,25 +103,6 @@ Text getDefObjectSetId(AsnObjectSet *objectSet) {
     if (objectSet->base.compStatus == TCS_HEADER)
         return printFixRec(objectSet->baseId);
     return "?!?";
-}
-
-Text getDefBaseObjectSetId(AsnObjectSet *objectSet) {
-    if (objectSet->base.compStatus == TCS_HEADER)
-        return printFixRec(objectSet->baseId);
-    return "?!?NOT-A-DEFINED-OBJECT-SET";
-}
-
-Text getBaseObjectSetRef(AsnObjectSet *objectSet) {
-    switch (objectSet->base.mainType) {
-    case TYP_CLASS:
-        return orEmpty(objectSet->baseId.id);
-    case TYP_TYPE_ID:
-    case TYP_ABSTR_STX:
-        return orEmpty(typeRow(objectSet->base.mainType).text);
-    default:
-        fatalError(FATAL_INTERNAL,
-                   "Trying to resolve object set name for an unsuitable construct.");
-    }
 }
 
 void addToNoObjectInstanceList(AsnObjClass *objClass) {

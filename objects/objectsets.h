@@ -41,9 +41,6 @@ std::int32_t getObjectSetDefinitionLine(AsnObjectSet *objectSet);
 Text getObjectSetRef(AsnObjectSet *objectSet);
 /* The C name here, or of the base; "?!?" if neither is a definition. */
 Text getDefObjectSetId(AsnObjectSet *objectSet);
-Text getDefBaseObjectSetId(AsnObjectSet *objectSet);
-/* The ASN.1 name of the base, or that of a predefined class. */
-Text getBaseObjectSetRef(AsnObjectSet *objectSet);
 
 /* Classes without a row in the tables of the module under work. */
 void addToNoObjectInstanceList(AsnObjClass *objClass);

@@ -111,7 +111,6 @@ TEST(Tags, Texts) {
     EXPECT_EQ(getTagStriClassNumber(TAG_APP, true, 31), "TAG(TAG_APP, TAG_STR, 31)");
     const AsnTag odd{7, 1};
     EXPECT_EQ(getTagClassStri(&odd), "");
-    EXPECT_EQ(getBuiltinTypeTagNumber(200), -10);
 }
 
 /* What printIfTagForBER writes for a definition. */

@@ -181,7 +181,6 @@ TEST(TypeWalk, ElementsGoByTheNameOfTheirFather) {
                                    {"H.m", "m/0 1 H; "}, /* an inline element takes its name over */
                                    {"Of", "/0 0 L; "}});
     setup.withType("L", [](AsnType *type) {
-        EXPECT_EQ(getTypeElemMainType(type), TYP_SETOF);
         EXPECT_EQ(forwardText(type), "");
         EXPECT_EQ(getNrOfTypeComps(type), 1);
     });

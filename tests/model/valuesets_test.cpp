@@ -237,18 +237,14 @@ TEST(ValueSets, ItemsOfAnEnumerationAreItsValues) {
     m.withType("E", [](AsnType *type) {
         const Int32Range first = {1, 1}, last = {5, 9};
         EXPECT_TRUE(isFirstIntegerValueSetSeg(type, &first));
-        EXPECT_FALSE(isLastIntegerValueSetSeg(type, &first));
-        EXPECT_TRUE(isLastIntegerValueSetSeg(type, &last));
+        EXPECT_FALSE(isFirstIntegerValueSetSeg(type, &last));
     });
 }
 
 std::string sizesOfType(AsnType *type) {
     sint64 low, high, alloc;
     getInt64SizeConstraintEndpoints(type, &low, &high, &alloc);
-    std::int32_t low32, high32, alloc32;
-    getSizeConstraintEndpoints(type, &low32, &high32, &alloc32);
-    std::string text = shown(low) + " " + shown(high) + " " + shown(alloc) + " / " +
-                       std::to_string(high32) + " " + std::to_string(alloc32);
+    std::string text = shown(low) + " " + shown(high) + " " + shown(alloc);
     forEachTypeConstraint(type, [&](AsnType *, AsnConstraint *constraint) {
         forSizeConstraintValueSet(type, constraint, [&](AsnType *, const Int32Range *range, int) {
             text += " [" + std::to_string(range->lower) + " " + std::to_string(range->upper) + "]";
@@ -274,17 +270,12 @@ TEST(ValueSets, SizesOfStringsAndLists) {
         w.string(TYP_IA5STR).constrained(w.sub(SUB_CATENATION, {alphabet, w.size(3, 4000000000)})));
     w.define("NoSize", w.integer(1, 2));
     m.load(w);
-    m.expectTypes(sizesOfType, {{"Holes", "2 6 6 / 2 2 [2 2] [4 6] some"},
-                                {"Free", "0 MAX MAX / 2147483647 2147483647"},
-                                {"Limited", "1 1000 100 / 1000 100 [1 1000] simple"},
-                                {"AtMost", "0 8 8 / 8 8 [0 8] simple"},
-                                {"NoSize", "0 MAX MAX / 2147483647 2147483647"}});
-    testing::internal::CaptureStderr();
-    m.expectTypes(sizesOfType,
-                  {{"Both", "3 4000000000 4000000000 / 2147483647 2147483647 simple"}});
-    EXPECT_NE(
-        testing::internal::GetCapturedStderr().find("** Size constraint upper bound too large\n"),
-        std::string::npos);
+    m.expectTypes(sizesOfType, {{"Holes", "2 6 6 [2 2] [4 6] some"},
+                                {"Free", "0 MAX MAX"},
+                                {"Limited", "1 1000 100 [1 1000] simple"},
+                                {"AtMost", "0 8 8 [0 8] simple"},
+                                {"NoSize", "0 MAX MAX"}});
+    m.expectTypes(sizesOfType, {{"Both", "3 4000000000 4000000000 simple"}});
 }
 
 /* --- broken trees --- */

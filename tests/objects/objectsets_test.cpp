@@ -95,17 +95,10 @@ TEST(ObjectSets, NamesAndOptions) {
     setup.load(w);
     withSet(setup, "Set", [](AsnObjectSet *objectSet) {
         EXPECT_EQ(getDefObjectSetId(objectSet), "OpSet");
-        EXPECT_EQ(getDefBaseObjectSetId(objectSet), "OP");
-        EXPECT_EQ(getBaseObjectSetRef(objectSet), "OP");
         objectSet->compStatus = objectSet->base.compStatus = TCS_MANDATORY;
         EXPECT_EQ(getDefObjectSetId(objectSet), "?!?");
-        EXPECT_EQ(getDefBaseObjectSetId(objectSet), "?!?NOT-A-DEFINED-OBJECT-SET");
-        objectSet->base.mainType = TYP_INTEGER;
-        EXPECT_EXIT(getBaseObjectSetRef(objectSet), exitsWith2,
-                    "Trying to resolve object set name for an unsuitable construct.");
     });
     withSet(setup, "Ids", [](AsnObjectSet *objectSet) {
-        EXPECT_EQ(getBaseObjectSetRef(objectSet), "TYPE-IDENTIFIER");
         EXPECT_TRUE(isPredefinedObjClass(getObjClassOfObjectSet(objectSet)));
     });
 }
