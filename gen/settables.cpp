@@ -249,7 +249,7 @@ void genObjectFixedTypeValueSetField(AsnFieldValue *value, SetTableNumbers *numb
         genValueSet(value, size, numbers);
         return;
     }
-    const Block counted(fiTab);
+    const Block counted(fiTab, "{\n", "}");
     putF(fiTab, size, ",\n");
     genValueSet(value, size, numbers);
     putF(fiTab, "\n");
