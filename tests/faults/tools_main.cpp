@@ -56,10 +56,12 @@ struct Run {
 unsigned long *shared; /* what the child counted */
 int faults;
 
-/* What is loaded lives until the end by design. */
-void leaveAtOnce(int status, void *) {
+/* The end of a tool's work. What is loaded lives until then by design, unless the tool gives it back. */
+void leave(int status, void *tool) {
     std::fflush(nullptr);
-    _exit(status);
+    disarmFaults();
+    if (!static_cast<const Tool *>(tool)->givesBack)
+        _exit(status);
 }
 
 [[noreturn]] void beTool(const Tool &tool, Fault fault, unsigned long number, int argc,
@@ -67,8 +69,7 @@ void leaveAtOnce(int status, void *) {
     const int said = open("said", O_WRONLY | O_CREAT | O_TRUNC, 0600);
     if (dup2(said, STDERR_FILENO) < 0 || dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO) < 0)
         _exit(99);
-    if (!tool.givesBack)
-        on_exit(leaveAtOnce, nullptr);
+    on_exit(leave, const_cast<Tool *>(&tool));
     armFaults(fault, number, *shared);
     std::exit(tool.main(argc, argv));
 }
