@@ -99,8 +99,6 @@ FRAME_PTR asnFrameFromDigits (ASNTSTG *g)
   if (g->length % 2 != 0)
     return NULL;
   frame = (FRAME_PTR)asnTake (&g->util, sizeof *frame + length);
-  if (!frame)
-    return NULL;
   frame->next = NULL;
   frame->length = (uint32)length;
   frame->octets = (BYTE_TYPE *)(frame + 1);

@@ -22,15 +22,6 @@ static inline BOOLE countBits (const BYTE_TYPE **p, uint32 *len, uint32 *bits)
   return TRUE;
 }
 
-/* The octets of a segment of bits, and how many bits they hold. */
-static BOOLE bitsOfSegment (ASNCODG *g, const BYTE_TYPE **p, uint32 *len, uint32 *bits)
-{
-  if (countBits (p, len, bits))
-    return TRUE;
-  asnRaise (&g->util, VALUE_FAIL);
-  return FALSE;
-}
-
 /* Looks the string through and stands in front of it again. */
 static SIZES measure (ASNCODG *g, uint32 kindNr)
 {
@@ -47,12 +38,13 @@ static SIZES measure (ASNCODG *g, uint32 kindNr)
     if (isLast) { /* only the last segment may have unused bits */
       asnRaise (&g->util, VALUE_FAIL);
     } else if (kindNr == ASN_BIT_) {
-      if (bitsOfSegment (g, &p, &len, &bits))
-        isLast = bits % 8 != 0;
+      if (!countBits (&p, &len, &bits))
+        asnRaise (&g->util, VALUE_FAIL);
       if (bits > INT32_MAX - sizes.n)
         asnRaise (&g->util, AM_FAIL);
       else
         sizes.n += bits;
+      isLast = bits % 8 != 0;
     } else if (!asnCharactersAllowed (kind, p, len)) {
       asnRaise (&g->util, VALUE_FAIL);
     }
@@ -83,7 +75,7 @@ static void widen (uint32 width, BYTE_TYPE *st, uint32 n)
   }
 }
 
-/* Copies up to `n` bits, octets or characters of the string in hand and passes it. */
+/* Copies up to `n` bits, octets or characters of the string in hand, which was measured, and passes it. */
 static void copy (ASNCODG *g, uint32 kindNr, BYTE_TYPE *st, uint32 n)
 {
   const ASN_STRING_KIND *kind = &asnStringKinds[kindNr];
@@ -95,8 +87,8 @@ static void copy (ASNCODG *g, uint32 kindNr, BYTE_TYPE *st, uint32 n)
   asnStartSegments (g, &segments, kind->tag);
   while (asnNextSegment (g, &segments, &p, &len)) {
     uint32 bits;
-    if (kindNr == ASN_BIT_ && !bitsOfSegment (g, &p, &len, &bits))
-      return;
+    if (kindNr == ASN_BIT_)
+      (void)countBits (&p, &len, &bits);
     if (len > room)
       len = (uint32)room;
     if (len > 0)
@@ -294,8 +286,8 @@ void asnDecSegments (ASNCODG *g, uint32 kindNr, LIST *list, sint64 low, sint64 h
   asnStartSegments (g, &segments, kind->tag);
   while (asnNextSegment (g, &segments, &p, &len)) {
     uint32 count = len / kind->width;
-    if (kindNr == ASN_BIT_ && !bitsOfSegment (g, &p, &len, &count))
-      return;
+    if (kindNr == ASN_BIT_)
+      (void)countBits (&p, &len, &count);
     if (len % kind->width != 0) {
       asnRaise (&g->util, VALUE_FAIL);
       return;

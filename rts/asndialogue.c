@@ -196,9 +196,11 @@ static int readDigits (ASNTSTG *g)
 int asnPeekWord (ASNTSTG *g)
 {
   int c;
+  if (asnTestFailed (g))
+    return ASN_END_;
   if (g->word != ASN_NO_WORD_)
     return g->word;
-  if (asnTestFailed (g) || !asnRoomForText (g, 0))
+  if (!asnRoomForText (g, 0))
     return ASN_END_;
   g->length = 0;
   g->text[0] = 0;

@@ -12,8 +12,6 @@ static BOOLE refuse (ASN_BUILDER *b, const ASN_JSON_NODE *node, int code)
 {
   ASN_PATH path = asnStartPath (b->error.path, sizeof b->error.path);
   uint32 i = b->nrOfSteps < ASN_MAX_PATH ? b->nrOfSteps : ASN_MAX_PATH;
-  if (b->error.code != ASN_OK)
-    return FALSE;
   b->error.code = code;
   b->line = node->line;
   while (i-- > 0 && asnPutStep (&path, b->steps[i].name, b->steps[i].element, i == 0)) {

@@ -123,6 +123,29 @@ TEST(RuntimeLists, StaticArraysKeepTheirBound) {
         }
 }
 
+/* What a program makes itself comes out as what was decoded does. */
+TEST(RuntimeLists, ItemsAndHomesOfPrograms) {
+    Kept kept;
+    LIST made;
+    listInit(&made);
+    for (uint8 octet : {1, 2, 3})
+        asnNewItem(&kept.memory, &made, VF_UI8, 0)->val.ui8 = octet;
+    auto *large = static_cast<BYTE_TYPE *>(asnNewItem(&kept.memory, &made, VF_STRU, 3000000)->val.stru);
+    large[2999999] = 4; /* a chunk of its own: what is small goes on behind the others */
+    asnNewItem(&kept.memory, &made, VF_UI8, 0)->val.ui8 = 5;
+    EXPECT_EQ(5U, made.n);
+    std::string octets;
+    for (const ASNHOME *item = made.first; item; item = item->next)
+        octets += std::to_string(item->format == VF_STRU ? large[2999999] : item->val.ui8);
+    EXPECT_EQ("12345", octets);
+    ASNHOME *home = asnNewHome(&kept.memory, VF_STRU, 8);
+    std::memset(home->val.stru, 0, 8);
+    EXPECT_EQ(VF_STRU, home->format);
+    asnFreeHome(&home);
+    EXPECT_EQ(nullptr, asnNewHome(&kept.memory, VF_STRU, SIZE_MAX / 2));
+    EXPECT_EQ(nullptr, asnNew(&kept.memory, SIZE_MAX / 2));
+}
+
 TEST(RuntimeHomes, FreeWhatIsWithinThem) {
     ASNMEM memory = {};
     auto context = std::make_unique<ASNCODG>();

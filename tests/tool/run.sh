@@ -29,7 +29,21 @@ gives() {
 examples=$source/examples
 maker=$1
 gives "a full disk" 2 "the standard output can't be written" sh -c "'$maker' --help >/dev/full"
-"$maker" --output=all-tool ${VELMO_COUNTS:+--keep="$VELMO_COUNTS"} "$examples"/{basic,stock,shop,forms,value,operations}.asn -- -A="$examples" \
+cat >rare.asn <<'TEXT'
+Rare-Forms DEFINITIONS IMPLICIT TAGS ::= BEGIN
+Open ::= SEQUENCE { id INTEGER, ..., [[ last [9] BOOLEAN OPTIONAL ]] }
+Group ::= SET { id INTEGER, name [0] BMPString OPTIONAL, pick [1] Pick OPTIONAL, ... }
+Pick ::= CHOICE { wide [0] UniversalString, bits [1] BIT STRING { first(0) }, arcs [2] OBJECT IDENTIFIER, ... }
+Many ::= SEQUENCE { a [0] NULL OPTIONAL, b [1] NULL OPTIONAL, c [2] NULL OPTIONAL, d [3] NULL OPTIONAL, e [4] NULL OPTIONAL,
+  f [5] NULL OPTIONAL, g [6] NULL OPTIONAL, h [7] NULL OPTIONAL, i [8] NULL OPTIONAL, j [10] Open }
+Grid ::= SEQUENCE OF SEQUENCE OF SEQUENCE {
+  cut IA5String (SIZE (0..9)) --@ limit=2:ignore
+}
+Whole ::= INTEGER --@ int=octets
+Some-Text ::= UTF8String
+END
+TEXT
+"$maker" --output=all-tool ${VELMO_COUNTS:+--keep="$VELMO_COUNTS"} "$examples"/{basic,stock,shop,forms,value,operations}.asn rare.asn -- -A="$examples" \
   -PREFIX=Library-Desk:desk || exit 1
 tool=$work/all-tool
 
@@ -141,6 +155,60 @@ testReports() {
   gives "a directory of others" 2 "not empty" "$maker" --keep=. "$examples/basic.asn"
 }
 
+# Components that a type doesn't know, characters of two units, numbers beyond 64 bits: as JSON and back again.
+testRareForms() {
+  local type octets json again part
+  while IFS='|' read -r type octets json again; do
+    same "$type $octets" "$json" "$(echo "$octets" | "$tool" decode --json "Rare-Forms.$type" --in=hex | tr -d ' \n')"
+    same "$type $json" "${again:-$octets}" "$(echo "$json" | "$tool" encode --out=hex "Rare-Forms.$type" --in=json)"
+  done <<'ROWS'
+Open|3006020101850105|{"id":1,"...":["850105"]}
+Group|3109850105020101860105|{"id":1,"...":["850105","860105"]}|3109020101850105860105
+Group|310D0201018008D83DDE000061D83D|{"id":1,"name":"😀a\uD83D"}
+Group|310B0201018006D83D00620063|{"id":1,"name":"\uD83Dbc"}
+Pick|80080001F60000000061|{"wide":"😀a"}
+Pick|850105|{"...":["850105"]}
+Pick|81020284|{"bits":["first",5]}
+Whole|0209FF0000000000000000|"-18446744073709551616"
+Some-Text|0C06FC8480808080|{"octets":"FC8480808080"}
+Some-Text|0C04F09F9880|"😀"
+ROWS
+  while IFS='|' read -r type octets part; do
+    gives "$type $octets" 1 "$part" sh -c "echo $octets | '$tool' check Rare-Forms.$type --in=hex"
+  done <<'ROWS'
+Pick|8200|VALUE_FAIL at Pick.arcs
+Many|30048000AB00|[8] i: NULL, or one of 1 others, but found [11]
+Group|3100|expected id: INTEGER, [0] name: BMPString, [1] pick: Pick, or the end of Group
+Grid|300E3000300A3003160178300316036162|LEN_FAIL
+Grid|30103000300C300316017830051603616263|DIFFERENT at Grid[1][1].cut
+ROWS
+  while IFS='|' read -r type json part; do
+    gives "$type $json" 1 "$part" sh -c "echo '$json' | '$tool' encode Rare-Forms.$type --in=json"
+  done <<'ROWS'
+Open|{"id":1,"...":["8501"]}|VALUE_FAIL at Open: expected an encoding in hexadecimal digits
+Open|{"...":"05","id":1}|VALUE_FAIL at Open: expected an encoding in hexadecimal digits
+Open|{"id":1,"id":2}|expected one of id, last, each once, not "id"
+Grid|{}|expected SEQUENCE Grid
+Pick|{"wide":"a","bits":[]}|expected Pick
+Pick|{"x":1}|expected one of wide, bits, arcs
+Pick|{"wide":"\u12"}|Pick.wide
+Pick|{"wide":"\u12G4"}|Pick.wide
+Pick|{"wide":"\x"}|Pick.wide
+Pick|{"bits":["second"]}|Pick.bits
+Pick|{"bits":[1.5]}|Pick.bits
+ROWS
+  same "other ways to write bits" 81020284810200C0 "$(echo '{"bits":["first",5]} {"bits":"C0"}' | "$tool" encode --out=hex Rare-Forms.Pick --in=json | tr -d '\n')"
+  same "one unknown alternative" 850105 "$(echo '{"...":"850105"}' | "$tool" encode --out=hex Rare-Forms.Pick --in=json)"
+  same "tags of a SET in order" 310702010180020078 "$(echo '{"...":[],"name":"x","id":1}' | "$tool" encode --der --out=hex Rare-Forms.Group --in=json)"
+  gives "values too deep" 1 "too deep" sh -c "printf '%02000d' 0 | tr 0 '[' | '$tool' encode --in=json Rare-Forms.Grid"
+  gives "a number too long for digits" 0 '{ "octets": "01' sh -c "{ printf 0282200801; printf '%016398d' 0; } | '$tool' decode --json --in=hex Whole"
+  gives "a long text in a list of tags" 0 'aaa...' sh -c "{ printf 0C8200C8; printf '%0200d' 0 | sed 's/0/61/g'; } | '$tool' decode --tlv --in=hex Some-Text"
+  gives "a character beyond all" 1 "VALUE_FAIL at Pick.wide" sh -c "echo 800400110000 | '$tool' decode --json --in=hex Rare-Forms.Pick"
+  gives "PEM with headers" 0 '"id": 1' sh -c "printf '%s\n' '-----BEGIN X-----' 'Kind: some' '' MAMCAQE= '-----END X-----' | '$tool' decode --json Rare-Forms.Open"
+  yes 3003020101 | head -400000 >many.hex
+  gives "progress" 0 "##" script -qec "'$tool' check Rare-Forms.Open many.hex" /dev/null
+}
+
 # The program of the page in docs/, with the tables of its module alone.
 testOwn() {
   local page=$source/docs/velmo-tool.md bin
@@ -153,6 +221,9 @@ testOwn() {
   gives "the same message in other lengths" 0 "1 message in 1 file, 0 bad" ./own check loan.hex
   gives "a message without names" 0 "state: reserved" ./own decode loan.hex
   gives "JSON without names" 1 "no JSON is read" sh -c "echo '{}' | ./own encode"
+  gives "DER without names" 2 "without the tables of velmo-tool" ./own convert --der loan.hex
+  gives "the list without names" 0 "SEQUENCE" ./own list
+  [ -z "${VELMO_COUNTS:-}" ] || cp own-*.gc* "$VELMO_COUNTS"
 }
 
 # Whatever is in a file, the program ends with a status of its own and without a word of the sanitizers.
@@ -190,6 +261,7 @@ splitAll
 testValues
 testForms
 testReports
+testRareForms
 testOwn
 testChanged
 [ $failures = 0 ] || echo "$failures failures"
