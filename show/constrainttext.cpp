@@ -8,6 +8,7 @@
 #include "show/valuetext.h"
 #include "show/writer.h"
 #include "store/records.h"
+#include "store/recordwords.h"
 
 namespace {
 
@@ -94,7 +95,8 @@ Text includedText(AsnType *type, AsnConstraint *constraint) {
                              [&](AsnType *, AsnType *inside, AsnConstraint *inner) {
                                  addElement(text, ") (", constraintText(inside, inner));
                              });
-    return text.empty() ? "a type" : text;
+    const Text word = typeWord(contained.mainType);
+    return text.empty() ? word : word + " (" + text + ")";
 }
 
 const char *presenceWord(const AsnConstraint *constraint) {
@@ -118,12 +120,15 @@ Text innerText(AsnType *type, AsnConstraint *inner) {
     return text.empty() ? "" : " (" + text + ")";
 }
 
+/* What is named, as it is written. Of other components there are nodes in no module. */
 Text componentsText(AsnType *type, AsnConstraint *constraint) {
-    Text text;
+    const bool isFull = (constraint->sub.subFlags & SUB_FULL_SPECIFICATION) != 0;
+    Text text = isFull ? "" : "...";
     forWithComponentsConstraint(
         type, constraint, [&](AsnType *, AsnType *comp, AsnConstraint *inner, int) {
-            const Text name = getTypeRef(comp);
-            addElement(text, ", ", name + innerText(comp, inner) + presenceWord(inner));
+            if (inner->module != nullptr)
+                addElement(text, ", ",
+                           getTypeRef(comp) + innerText(comp, inner) + presenceWord(inner));
         });
     return "WITH COMPONENTS {" + text + "}";
 }
