@@ -9,6 +9,6 @@ enum class Fault { Allocation, Output };
 /* 0 for `number`: none fails. Calls of that kind are counted in `counter`. */
 void armFaults(Fault fault, unsigned long number, unsigned long &counter);
 
-/* From here on no call fails, as after the work of a tool, where a build that counts what runs writes what
-   it counted. */
+/* From here on no call fails, as after the work of a tool, where a build that counts what runs
+   writes what it counted. */
 extern "C" void disarmFaults();

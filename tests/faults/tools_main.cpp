@@ -40,7 +40,7 @@ struct Tool {
     bool givesBack;
 };
 constexpr Tool tools[] = {
-    {"asntree", asntree_main, 2, false}, {"velmo", velmo_main, 2, false},
+    {"asntree", asntree_main, 2, false},  {"velmo", velmo_main, 2, false},
     {"velmo-show", velmo_show, 2, false}, {"velmo-browse", browse_main, 2, false},
     {"velmo-tool", tool_main, 2, false},  {"message", message_main, 1, true},
 };
@@ -56,7 +56,8 @@ struct Run {
 unsigned long *shared; /* what the child counted */
 int faults;
 
-/* The end of a tool's work. What is loaded lives until then by design, unless the tool gives it back. */
+/* The end of a tool's work. What is loaded lives until then by design, unless the tool gives it
+ * back. */
 void leave(int status, void *tool) {
     std::fflush(nullptr);
     disarmFaults();

@@ -44,7 +44,8 @@ const struct {
     const char *result, *hex;
     Reading read;
 } wrongEncodings[] = {
-    {"CONSTRAINT_FAIL 0", "020106", [](ASNCODG *asncodg, Value *v) { d_sint64(&v->signed64, 0, 5); }},
+    {"CONSTRAINT_FAIL 0", "020106",
+     [](ASNCODG *asncodg, Value *v) { d_sint64(&v->signed64, 0, 5); }},
     {"VALUE_FAIL 0", "0200", [](ASNCODG *asncodg, Value *v) { d_sint64(&v->signed64, 0, 5); }},
     {"CONSTRAINT_FAIL 0", "0209010000000000000000",
      [](ASNCODG *asncodg, Value *v) { d_uint64(&v->number64, 0, MAXLONG); }},
@@ -55,15 +56,18 @@ const struct {
      [](ASNCODG *asncodg, Value *v) { d_Real(&v->real, CLOS_CLOS, MINREAL, MAXREAL); }},
     {"VALUE_FAIL 0", "090403312e45",
      [](ASNCODG *asncodg, Value *v) { d_Real(&v->real, CLOS_CLOS, MINREAL, MAXREAL); }},
-    {"TAG_FAIL 2", "240305016104 00", [](ASNCODG *asncodg, Value *v) { d_DynOctetString(&v->string, 0, 9); }},
-    {"VALUE_FAIL 0", "030108", [](ASNCODG *asncodg, Value *v) { d_DynBitString(&v->string, 0, 9); }},
+    {"TAG_FAIL 2", "240305016104 00",
+     [](ASNCODG *asncodg, Value *v) { d_DynOctetString(&v->string, 0, 9); }},
+    {"VALUE_FAIL 0", "030108",
+     [](ASNCODG *asncodg, Value *v) { d_DynBitString(&v->string, 0, 9); }},
     {"VALUE_FAIL 2", "23080301080302ff00",
      [](ASNCODG *asncodg, Value *v) { d_DynBitString(&v->string, 0, 90); }},
     {"VALUE_FAIL 0", "1601ff", [](ASNCODG *asncodg, Value *v) { d_IA5String8(&v->name, 0, 8); }},
     {"AM_FAIL 0", "1603616263", [](ASNCODG *asncodg, Value *v) { d_IA5String8(&v->name, 0, 2); }},
     {"VALUE_FAIL 2", "2303030108",
      [](ASNCODG *asncodg, Value *v) { d_SegBitString(&v->list, 0, 90); }},
-    {"AM_FAIL 21", "382604113230323430313031303030303030303030041130303030303030303030303030303030305a",
+    {"AM_FAIL 21",
+     "382604113230323430313031303030303030303030041130303030303030303030303030303030305a",
      [](ASNCODG *asncodg, Value *v) { d_GeneralizedTimeCT(&v->text); }},
     {"VALUE_FAIL 0", "180161", [](ASNCODG *asncodg, Value *v) { d_GeneralizedTimeDT(&v->time); }},
     {"TAG_FAIL 2", "3803020100", [](ASNCODG *asncodg, Value *v) { d_UTCTimeCT(&v->text); }},
@@ -122,7 +126,7 @@ TEST(OpenContexts, MoreOctetsThanLengthsCount) {
 TEST(OpenContexts, WhereThereIsNoRoom) {
     static BYTE_TYPE octets[] = {'a', 'b', 'c'};
     static ASN_BMPCHAR characters[] = {'a', 0x20AC};
-    using Writing = void (*)(ASNCODG *asncodg);
+    using Writing = void (*)(ASNCODG * asncodg);
     const std::pair<const char *, Writing> rows[] = {
         {"0101ff", [](ASNCODG *asncodg) { e_Boolean_8(1, TRUE); }},
         {"0500", [](ASNCODG *asncodg) { e_NullType_8(5); }},
@@ -160,7 +164,7 @@ TEST(OpenContexts, WhereThereIsNoRoom) {
 
 /* Nothing is written behind values that have no encoding. */
 TEST(OpenContexts, WhatHasNoEncoding) {
-    using Writing = void (*)(ASNCODG *asncodg);
+    using Writing = void (*)(ASNCODG * asncodg);
     const Writing rows[] = {
         [](ASNCODG *asncodg) {
             COMMONTIME time = {40, "20240101"};
@@ -259,12 +263,12 @@ const Answered answers[] = {
     {"INPUT_FAIL 1 ", "x", [](ASNTSTG *asntstg, Value *v) { a_IA5String8(&v->name, 0, 8); }},
     {"INPUT_FAIL 1 ", "\"\\u00FF\"",
      [](ASNTSTG *asntstg, Value *v) { a_DynIA5String(&v->string, 0, 8); }},
-    {"INPUT_FAIL 1 ", "{ 5 }", [](ASNTSTG *asntstg, Value *v) { a_SegOctetString(&v->list, 0, 8); }},
+    {"INPUT_FAIL 1 ", "{ 5 }",
+     [](ASNTSTG *asntstg, Value *v) { a_SegOctetString(&v->list, 0, 8); }},
     {"VALUE_FAIL 1 ", "\"20240230\"", [](ASNTSTG *asntstg, Value *v) { a_UTCTimeCT(&v->text); }},
     {"INPUT_FAIL 1 ", "5", [](ASNTSTG *asntstg, Value *v) { a_GeneralizedTimeDT(&v->time); }},
     {"VALUE_FAIL 1 ", "'0'H", [](ASNTSTG *asntstg, Value *v) { a_Frame(&v->frame, TYP_ANY); }},
-    {"VALUE_FAIL 1 ", "{ 3 }",
-     [](ASNTSTG *asntstg, Value *v) { a_ObjectIdentifier(&v->id); }},
+    {"VALUE_FAIL 1 ", "{ 3 }", [](ASNTSTG *asntstg, Value *v) { a_ObjectIdentifier(&v->id); }},
 };
 
 /* As with encodings: what was asked for keeps its value, and nothing is asked for any more. */
@@ -294,7 +298,8 @@ TEST(OpenContexts, AfterAWrongAnswerNothingIsAsked) {
         EXPECT_EQ(0, begun) << row.script;
     }
     uint64 most = 0;
-    EXPECT_EQ("ASN_OK", asked("18446744073709551615", [&](ASNTSTG *asntstg) { a_uint64(&most, 0, MAXLONG); }));
+    EXPECT_EQ("ASN_OK", asked("18446744073709551615",
+                              [&](ASNTSTG *asntstg) { a_uint64(&most, 0, MAXLONG); }));
     EXPECT_EQ(UINT64_MAX, most);
 }
 
@@ -316,7 +321,8 @@ TEST(OpenContexts, UnknownComponents) {
     };
     Owned owned;
     EXTENSIONMARKER marker = {};
-    EXPECT_EQ("ASN_OK", ask("{ ...: { '0500'H '0101FF'H } id: 5 ...: { '8000'H } }", true, &marker, owned));
+    EXPECT_EQ("ASN_OK",
+              ask("{ ...: { '0500'H '0101FF'H } id: 5 ...: { '8000'H } }", true, &marker, owned));
     ASSERT_EQ(3U, marker.n);
     EXPECT_EQ("0101ff", hexOf(marker.first->next->octets, marker.first->next->length));
     EXPECT_EQ("8000", hexOf(marker.last->octets, marker.last->length));

@@ -130,7 +130,8 @@ TEST(RuntimeLists, ItemsAndHomesOfPrograms) {
     listInit(&made);
     for (int octet : {1, 2, 3})
         asnNewItem(&kept.memory, &made, VF_UI8, 0)->val.ui8 = static_cast<uint8>(octet);
-    auto *large = static_cast<BYTE_TYPE *>(asnNewItem(&kept.memory, &made, VF_STRU, 3000000)->val.stru);
+    auto *large =
+        static_cast<BYTE_TYPE *>(asnNewItem(&kept.memory, &made, VF_STRU, 3000000)->val.stru);
     large[2999999] = 4; /* a chunk of its own: what is small goes on behind the others */
     asnNewItem(&kept.memory, &made, VF_UI8, 0)->val.ui8 = 5;
     EXPECT_EQ(5U, made.n);

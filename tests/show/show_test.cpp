@@ -78,15 +78,16 @@ TEST(Show, Notation) {
         const std::string definition = std::string(row.name) + row.definition;
         const std::string head = definition.substr(0, definition.find("::= ") + 4);
         const std::string expected = row.line == nullptr ? definition
-                                     : *row.definition == 0 ? std::string(row.name) + " ::= " + row.line
-                                                            : head + row.line;
+                                     : *row.definition == 0
+                                         ? std::string(row.name) + " ::= " + row.line
+                                         : head + row.line;
         EXPECT_EQ(expected + "\n", headsOf(runProgram(dir, program, {"near", row.name}).out));
     }
     const std::string whole = runProgram(dir, program, {"near"}).out;
-    for (const char *line : {"    -- imports from Far, module 2 in references, far.stx\n",
-                             "\n    &one &Any,\n", "\n    &Some &Any\n", "\n    &Set {1 | 2}\n",
-                             "\n    &id {1 2 3}\n    &Type Far.Wide\n", "\n    &next first\n",
-                             "which has no tree\n"})
+    for (const char *line :
+         {"    -- imports from Far, module 2 in references, far.stx\n", "\n    &one &Any,\n",
+          "\n    &Some &Any\n", "\n    &Set {1 | 2}\n", "\n    &id {1 2 3}\n    &Type Far.Wide\n",
+          "\n    &next first\n", "which has no tree\n"})
         EXPECT_NE(std::string::npos, whole.find(line)) << line << whole;
 }
 
