@@ -213,8 +213,6 @@ void checkTypeIn(Compilation &c, TypeUse use, Outer &outer) {
 /* The structure in which a relation's path starts: `level` structures above the innermost one, or
    the outermost for "@" without a dot. */
 const TypeUse *startOfPath(const AtPath &path, const Outer &outer) {
-    if (outer.empty())
-        return nullptr;
     if (path.level == 0)
         return &outer.front();
     const std::size_t up = static_cast<std::size_t>(path.level) - 1;
@@ -266,10 +264,15 @@ void checkEndOfPath(Compilation &c, const Name &last, TypeUse type, ClassUse obj
 
 void checkPath(Compilation &c, const AtPath &path, const Outer &outer, ClassUse objectClass,
                const ConstraintSpec *set) {
+    if (outer.empty()) {
+        slip(c.diagnostics, path.steps.front().place,
+             "the path leads nowhere: no structure stands around it");
+        return;
+    }
     const TypeUse *start = startOfPath(path, outer);
     if (start == nullptr) {
         /* A list counts as a level for some, so one too many is let pass. */
-        if (!outer.empty() && static_cast<std::size_t>(path.level) > outer.size() + 1)
+        if (static_cast<std::size_t>(path.level) > outer.size() + 1)
             error(c.diagnostics, path.steps.front().place,
                   "the path goes out of the type: it has fewer structures than the path has dots");
         return;

@@ -9,14 +9,6 @@ namespace asntree {
 
 namespace {
 
-TokenRange withoutBraces(Emitter &e, TokenRange range) {
-    const SourceFile &file = e.c.sources[range.file];
-    const bool braces = range.end >= range.begin + 2 &&
-                        file.tokens[range.begin].kind == TokenKind::OpenBrace &&
-                        file.tokens[range.end - 1].kind == TokenKind::CloseBrace;
-    return braces ? TokenRange{range.file, range.begin + 1, range.end - 1} : range;
-}
-
 bool isOptional(const ClassField &field) {
     return field.optional || field.defaultSetting.given();
 }
@@ -67,8 +59,7 @@ void fillVariableType(Emitter &e, TreeState &ts, RecNr nr, RecNr classNr, ClassU
 /* DEFAULT of a field. */
 RecNr defaultOf(Emitter &e, TreeState &ts, RecNr nr, ClassUse objectClass,
                 const ClassField &field) {
-    ParseContext parsing = e.c.parsing();
-    const TypeUse governor = governorOf(objectClass, field);
+    const Setting setting = defaultSetting(e.c, objectClass, field);
     const auto placeholder = [&](RecNr type) {
         VNode node;
         node.valueKind = TYP_NONE;
@@ -79,32 +70,28 @@ RecNr defaultOf(Emitter &e, TreeState &ts, RecNr nr, ClassUse objectClass,
         node.refRecord = type;
         return ts.tree().addV(node);
     };
-    switch (fieldKind(e.c, objectClass, field)) {
+    switch (setting.kind) {
     case FieldKind::Type:
-        return placeholder(hiddenType(
-            e, ts, {readType(parsing, field.defaultSetting), objectClass.scope}, nullptr,
-            TCS_MANDATORY));
+        return placeholder(hiddenType(e, ts, setting.type, nullptr, TCS_MANDATORY));
     case FieldKind::FixedValue:
-        return emitValue(e, ts, {readValue(parsing, field.defaultSetting), objectClass.scope},
-                         governor, placeOfNode(ts, nr), VCS_DEFINITION);
+        return emitValue(e, ts, setting.value, setting.governor, placeOfNode(ts, nr),
+                         VCS_DEFINITION);
     case FieldKind::FixedSet:
-    case FieldKind::ObjectSet: {
-        const SetUse set{readSet(parsing, withoutBraces(e, field.defaultSetting)),
-                         objectClass.scope};
-        const bool ofObjects = fieldKind(e.c, objectClass, field) == FieldKind::ObjectSet;
-        return set ? placeholder(hiddenSet(e, ts, set, governor, ofObjects)) : 0;
-    }
+    case FieldKind::ObjectSet:
+        return placeholder(hiddenSet(e, ts, setting.set, setting.governor,
+                                     setting.kind == FieldKind::ObjectSet));
     case FieldKind::Object: {
-        const RecNr value = emitObjectReference(
-            e, ts, {readValue(parsing, field.defaultSetting), objectClass.scope},
-            classOf(e.c, governor), VCS_DEFINITION);
+        const RecNr value = emitObjectReference(e, ts, setting.value,
+                                                classOf(e.c, setting.governor), VCS_DEFINITION);
         if (value != 0)
             governBy(e, ts, value, placeOfNode(ts, nr));
         return value;
     }
-    default:
-        return 0; /* of variable type */
+    case FieldKind::VariableValue:
+    case FieldKind::VariableSet:
+        break; /* another field tells the type */
     }
+    return 0;
 }
 
 void fillField(Emitter &e, TreeState &ts, RecNr nr, RecNr classNr, ClassUse objectClass,

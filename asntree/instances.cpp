@@ -59,22 +59,6 @@ std::string keyOf(Compilation &c, TokenRange range, const Scope *caller) {
     return key;
 }
 
-/* Braces around a set, as parameters have them, are not part of its elements. */
-TokenRange withoutBraces(Compilation &c, TokenRange range) {
-    const SourceFile &file = c.sources[range.file];
-    if (range.end < range.begin + 2 || file.tokens[range.begin].kind != TokenKind::OpenBrace)
-        return range;
-    int depth = 0;
-    for (std::uint32_t i = range.begin; i < range.end; ++i) {
-        const TokenKind kind = file.tokens[i].kind;
-        depth += kind == TokenKind::OpenBrace ? 1 : kind == TokenKind::CloseBrace ? -1 : 0;
-        if (depth == 0)
-            return i + 1 == range.end ? TokenRange{range.file, range.begin + 1, range.end - 1}
-                                      : range;
-    }
-    return range;
-}
-
 void readArgument(Compilation &c, Argument &argument, const FormalParameter &parameter,
                   TokenRange range, const Scope *instance) {
     ParseContext parsing = c.parsing();
@@ -90,7 +74,7 @@ void readArgument(Compilation &c, Argument &argument, const FormalParameter &par
     argument.governor = {parameter.governor, instance};
     const bool ofClass = bool(classOf(c, argument.governor));
     if (upper) {
-        argument.set = readSet(parsing, withoutBraces(c, range));
+        argument.set = readBracedSet(parsing, range);
         if (argument.set != nullptr)
             argument.kind = ofClass ? ArgumentKind::ObjectSet : ArgumentKind::ValueSet;
     } else {

@@ -56,18 +56,35 @@ std::string valueNameAt(const Lister &lister, std::int32_t module, RecNr nr) {
     return nameAt(lister, module, nr, &Tree::vNodes);
 }
 
-std::string pathText(const Lister &lister, RecNr first) {
-    constexpr int MAX_STEPS = 100;
-    std::string text;
+namespace {
+
+std::vector<std::string> stepsAt(const Lister &lister, RecNr first) {
+    constexpr std::size_t MAX_STEPS = 100;
+    std::vector<std::string> names;
     const SNode *step = recordAt(lister.tree.sNodes, first);
-    for (int steps = 0; step != nullptr && steps < MAX_STEPS; ++steps) {
-        text += text.empty() ? "" : ".";
-        text += step->refRecord > 0
-                    ? typeNameAt(lister, step->refModule, step->refRecord)
-                    : valueNameAt(lister, step->refModule,
-                                  step->refRecord == INT32_MIN ? 0 : -step->refRecord);
-        step = recordAt(lister.tree.sNodes, step->next);
-    }
+    for (; step != nullptr && names.size() < MAX_STEPS;
+         step = recordAt(lister.tree.sNodes, step->next))
+        names.push_back(step->refRecord > 0
+                            ? typeNameAt(lister, step->refModule, step->refRecord)
+                            : valueNameAt(lister, step->refModule,
+                                          step->refRecord == INT32_MIN ? 0 : -step->refRecord));
+    return names;
+}
+
+/* The fields behind a class, without the modules that these stand in. */
+std::string fieldPath(const Lister &lister, RecNr first) {
+    std::string text;
+    for (const std::string &name : stepsAt(lister, first))
+        text += ".&" + name.substr(name.rfind('.') + 1);
+    return text;
+}
+
+} // namespace
+
+std::string pathText(const Lister &lister, RecNr first) {
+    std::string text;
+    for (const std::string &name : stepsAt(lister, first))
+        text += (text.empty() ? "" : ".") + name;
     return text;
 }
 
@@ -131,11 +148,8 @@ std::string typeText(Lister &lister, const TNode &node) {
     }
     case TYP_SELECTION:
         return pathText(lister, node.auxRecord) + " < " + typeNameAt(lister, 1, node.refRecord);
-    case TYP_FIELDLIST: {
-        const std::string path = pathText(lister, node.auxRecord);
-        return typeNameAt(lister, node.refModule, node.refRecord) + ".&" +
-               path.substr(path.find('.') == path.npos ? 0 : path.rfind('.') + 1);
-    }
+    case TYP_FIELDLIST:
+        return typeNameAt(lister, node.refModule, node.refRecord) + fieldPath(lister, node.auxRecord);
     case TYP_ANY:
         return node.auxRecord == 0 ? "ANY" : "ANY DEFINED BY " + pathText(lister, node.auxRecord);
     case TYP_NONE:

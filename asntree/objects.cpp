@@ -42,14 +42,6 @@ SettingKind settingKind(void *state, std::string_view name) {
     return SettingKind::Value;
 }
 
-TokenRange withoutBraces(Compilation &c, TokenRange range) {
-    const SourceFile &file = c.sources[range.file];
-    const bool braces = range.end >= range.begin + 2 &&
-                        file.tokens[range.begin].kind == TokenKind::OpenBrace &&
-                        file.tokens[range.end - 1].kind == TokenKind::CloseBrace;
-    return braces ? TokenRange{range.file, range.begin + 1, range.end - 1} : range;
-}
-
 /* Reads the tokens of a setting by the kind of its field. `scope` is that of the tokens. */
 void readSetting(Compilation &c, Setting &setting, TokenRange tokens, const Scope *scope) {
     ParseContext parsing = c.parsing();
@@ -65,7 +57,7 @@ void readSetting(Compilation &c, Setting &setting, TokenRange tokens, const Scop
     case FieldKind::FixedSet:
     case FieldKind::VariableSet:
     case FieldKind::ObjectSet:
-        setting.set = {readSet(parsing, withoutBraces(c, tokens)), scope};
+        setting.set = {readBracedSet(parsing, tokens), scope};
         break;
     }
 }

@@ -15,6 +15,17 @@ std::string hexDigits(std::string_view octets) {
     return text;
 }
 
+std::string binaryDigits(std::string_view hexadecimal) {
+    std::string bits;
+    bits.reserve(hexadecimal.size() * 4);
+    for (const char digit : hexadecimal) {
+        const int number = digit <= '9' ? digit - '0' : (digit | 0x20) - 'a' + 10;
+        for (int bit = 3; bit >= 0; --bit)
+            bits += (number >> bit & 1) != 0 ? '1' : '0';
+    }
+    return bits;
+}
+
 namespace {
 
 /* Digits of a number without a sign to the base 2 ** `bits`, highest first; at least one. */

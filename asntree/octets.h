@@ -12,6 +12,8 @@ namespace asntree {
 
 /* "0A1F" */
 std::string hexDigits(std::string_view octets);
+/* Four binary digits for each hexadecimal one. */
+std::string binaryDigits(std::string_view hexadecimal);
 /* The content octets of an INTEGER: two's complement, as few as it needs. */
 std::string contentOfInteger(const Number &number);
 /* The content octets of a RELATIVE-OID. */

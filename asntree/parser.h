@@ -39,6 +39,8 @@ bool readPair(ParseContext &context, TokenRange range, NamedValue &pair);
    stand in it as single values: a Reference, a Braced value, or a Field; sets of objects as
    Contained types of kind Reference or Field. */
 ConstraintSpec *readSet(ParseContext &context, TokenRange range);
+/* The same where braces may stand around it, as in a parameter or setting. */
+ConstraintSpec *readBracedSet(ParseContext &context, TokenRange range);
 
 /* An object between its braces: with the default syntax `{ &a 1, &B INTEGER }`; with a defined one
    by the words of the class. The settings are cut, not read: in defined syntax the extent of a

@@ -1,5 +1,6 @@
 #include "asntree/constraintsite.h"
 
+#include "asntree/check.h"
 #include "asntree/objects.h"
 
 /* Single values and ranges in a constraint: are they of the type, and within what the parent
@@ -62,6 +63,18 @@ void checkInRoot(const Site &site, Place place, const Number &number) {
              textOf(number) + " lies outside the root of the parent, which is " + textOf(root));
 }
 
+/* A table whose objects stand in the constraint itself. */
+void checkInlineTable(const Site &site, const Value &value) {
+    TypeUse field = site.governor;
+    while (field && field.type->kind == TypeKind::Reference)
+        field = follow(site.c, field);
+    ParseContext parsing = site.c.parsing();
+    if (field.type->kind == TypeKind::Field)
+        if (const FieldTarget target = fieldTarget(site.c, field))
+            checkObjectSet(site.c, {readSet(parsing, value.tokens), site.scope},
+                           target.objectClass);
+}
+
 } // namespace
 
 ExtentQuestion questionOf(const Site &site, Aspect aspect) {
@@ -73,7 +86,7 @@ void checkSingle(Site &site, const Value *value) {
         (value->kind == ValueKind::Min || value->kind == ValueKind::Max))
         return; /* an end of the parent */
     if (isInlineTable(site.c, value, site.governor))
-        return;
+        return checkInlineTable(site, *value);
     const Datum *datum = readDatum(site.c, {value, site.scope}, site.governor);
     if (site.alphabet) {
         if (datum->kind == DatumKind::Text && !isWithin(charactersIn(*datum), parentOf(site)))

@@ -164,4 +164,18 @@ ConstraintSpec *readSet(ParseContext &context, TokenRange range) {
     return finished(p) ? spec : nullptr;
 }
 
+ConstraintSpec *readBracedSet(ParseContext &context, TokenRange range) {
+    const std::vector<Token> &tokens = parserOf(context, range).file.tokens;
+    int depth = 0;
+    std::uint32_t end = range.begin;
+    do {
+        const TokenKind kind = tokens[end].kind;
+        depth += kind == TokenKind::OpenBrace ? 1 : kind == TokenKind::CloseBrace ? -1 : 0;
+        ++end;
+    } while (depth > 0 && end < range.end);
+    const bool isBraced = end == range.end && end > range.begin + 1 &&
+                          tokens[range.begin].kind == TokenKind::OpenBrace;
+    return readSet(context, isBraced ? TokenRange{range.file, range.begin + 1, end - 1} : range);
+}
+
 } // namespace asntree

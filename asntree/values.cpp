@@ -156,8 +156,8 @@ void readReference(Reading &r) {
     const Target target = resolve(r.c, ref, r.use.scope);
     if (!target)
         return;
-    if (!isValue(target)) {
-        error(r.c.diagnostics, r.value().place, quote(textOf(ref)) + " is not a value");
+    if (!isValue(target) || classOf(r.c, governorOfTarget(target))) {
+        error(r.c.diagnostics, r.value().place, quote(textOf(ref)) + " is an object, not a value");
         return;
     }
     settleChain(r.c, target);

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "asntree/octets.h"
 #include "asntree/reading.h"
 
 /* Values that are strings: of bits, octets and characters. */
@@ -15,17 +16,6 @@ namespace {
 
 std::string_view keepText(Compilation &c, std::string text) {
     return memosOf(c).texts.emplace_back(std::move(text));
-}
-
-std::string binaryDigits(const std::string &hexadecimal) {
-    std::string bits;
-    bits.reserve(hexadecimal.size() * 4);
-    for (const char digit : hexadecimal) {
-        const int number = digit <= '9' ? digit - '0' : (digit | 0x20) - 'a' + 10;
-        for (int bit = 3; bit >= 0; --bit)
-            bits += (number >> bit & 1) != 0 ? '1' : '0';
-    }
-    return bits;
 }
 
 void reportNoBit(Reading &r, const Name &name) {

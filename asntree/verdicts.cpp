@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "asntree/extents.h"
+#include "asntree/octets.h"
 
 /* Whether a value fits a constraint. */
 
@@ -29,32 +30,43 @@ std::optional<long double> floating(const RealNumber &real) {
                       static_cast<int>(std::clamp(real.exponent, -MOST, MOST)));
 }
 
-bool sameBits(const Datum &a, const Datum &b) {
-    if (a.fromBits == b.fromBits)
-        return a.text == b.text;
-    return sizeOf(a) == sizeOf(b); /* binary against hexadecimal digits: not told apart */
+/* The digits of an octet string as binary ones, the last octet filled up. */
+std::string wholeOctets(const Datum &datum) {
+    std::string bits = datum.fromBits ? std::string(datum.text) : binaryDigits(datum.text);
+    bits.resize((bits.size() + 7) / 8 * 8, '0');
+    return bits;
 }
 
 /* Unknown for values that may be the same in two notations. */
-Verdict same(const Datum &a, const Datum &b);
+Verdict same(Compilation &c, const Datum &a, const Datum &b);
 
-Verdict sameMembers(const Datum &a, const Datum &b) {
+Verdict sameMembers(Compilation &c, const Datum &a, const Datum &b) {
     if (a.members.size() != b.members.size())
         return a.kind == DatumKind::List ? Verdict::No : Verdict::Unknown;
     Verdict result = Verdict::Yes;
     for (std::size_t i = 0; i < a.members.size(); ++i) {
         if (a.members[i].name != b.members[i].name)
             return a.kind == DatumKind::Choice ? Verdict::No : Verdict::Unknown;
-        const Verdict part = same(*a.members[i].value, *b.members[i].value);
+        const Verdict part = same(c, *a.members[i].value, *b.members[i].value);
         if (part != Verdict::Yes)
             result = part;
         if (part == Verdict::No)
             break;
     }
-    return result;
+    const TypeUse base = baseOf(c, a.type);
+    const bool inAnyOrder = base && base.type->kind == TypeKind::SetOf;
+    return result == Verdict::No && inAnyOrder ? Verdict::Unknown : result;
 }
 
-Verdict same(const Datum &a, const Datum &b) {
+/* Zeros at the end of named bits mean nothing. */
+Verdict sameBits(Compilation &c, const Datum &a, const Datum &b) {
+    if (a.text == b.text)
+        return Verdict::Yes;
+    const TypeUse base = baseOf(c, a.type);
+    return base && base.type->items.empty() ? Verdict::No : Verdict::Unknown;
+}
+
+Verdict same(Compilation &c, const Datum &a, const Datum &b) {
     const auto verdict = [](bool equal) { return equal ? Verdict::Yes : Verdict::No; };
     if (a.kind != b.kind)
         return Verdict::Unknown;
@@ -66,10 +78,12 @@ Verdict same(const Datum &a, const Datum &b) {
         return verdict(a.number == b.number);
     case DatumKind::Real: {
         const auto order = compareReals(a.real, b.real);
-        return order ? verdict(*order == 0) : Verdict::Unknown;
+        return verdict(order ? *order == 0 : a.real.special == b.real.special);
     }
+    case DatumKind::Bits:
+        return sameBits(c, a, b);
     case DatumKind::Octets:
-        return verdict(sameBits(a, b));
+        return verdict(wholeOctets(a) == wholeOctets(b));
     case DatumKind::Null:
         return Verdict::Yes;
     case DatumKind::Text:
@@ -81,7 +95,7 @@ Verdict same(const Datum &a, const Datum &b) {
     case DatumKind::Structure:
     case DatumKind::List:
     case DatumKind::Choice:
-        return sameMembers(a, b);
+        return sameMembers(c, a, b);
     default:
         return Verdict::Unknown;
     }
@@ -133,6 +147,10 @@ Verdict judgeExcept(const Judging &j, const Constraint &constraint, const Datum 
 Verdict judgeRange(const Judging &j, const Constraint &constraint, const Datum &datum) {
     if (datum.kind != DatumKind::Real)
         return Verdict::Unknown;
+    if (datum.real.special == RealNumber::NotANumber) /* it has no place among the others */
+        return constraint.lower->kind == ValueKind::Min && constraint.upper->kind == ValueKind::Max
+                   ? Verdict::Unknown
+                   : Verdict::No;
     const auto beyond = [&](const Value *value, ValueKind end, int sign, bool open) {
         if (value->kind == end)
             return false;
@@ -230,12 +248,12 @@ Verdict judgeSimple(const Judging &j, const Constraint &constraint, const Datum 
     case ConstraintKind::SingleValue:
         if (isInlineTable(j.c, constraint.value, j.governor))
             return Verdict::Unknown;
-        return same(datum, *readDatum(j.c, {constraint.value, j.scope}, j.governor));
+        return same(j.c, datum, *readDatum(j.c, {constraint.value, j.scope}, j.governor));
     case ConstraintKind::Group:
         if (constraint.value->kind != ValueKind::Braced ||
             isInlineTable(j.c, constraint.value, j.governor))
             return Verdict::Unknown;
-        return same(datum, *readDatum(j.c, {constraint.value, j.scope}, j.governor));
+        return same(j.c, datum, *readDatum(j.c, {constraint.value, j.scope}, j.governor));
     case ConstraintKind::Range:
         if (datum.kind == DatumKind::Integer)
             return judgeBySet(j, constraint, datum, Aspect::Values);

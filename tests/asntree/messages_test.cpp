@@ -1,0 +1,229 @@
+#include <gtest/gtest.h>
+
+#include "tests/asntree/compiled.h"
+
+/* Mistakes with the line of their message; what isn't named there is accepted. */
+
+namespace {
+
+void expectErrors(const std::string &text, const std::string &errors,
+                  std::vector<std::string> options = {}) {
+    const std::string head = "M DEFINITIONS AUTOMATIC TAGS ::= BEGIN ";
+    const std::string whole =
+        text.find("DEFINITIONS") == text.npos ? head + text + "\nEND\n" : text;
+    EXPECT_EQ(compileText(whole, std::move(options)).errors, errors) << text;
+}
+
+TEST(AsntreeMessages, Values) {
+    expectErrors(R"(
+C ::= CLASS { &id INTEGER UNIQUE, &Type OPTIONAL }
+o C ::= { &id 5 }
+a INTEGER ::= o
+b CHARACTER STRING ::= "abc"
+c CHARACTER STRING ::= { identification fixed : NULL, string-value 'AB'H }
+d CHARACTER STRING ::= 5
+e BOOLEAN ::= o.&id
+f INTEGER ::= o.&Type
+g IA5String ::= { }
+h IA5String ::= { 5 }
+i OID-IRI ::= 5
+j TIME-OF-DAY ::= "25:00:00"
+k TIME (SETTINGS "Year=L5x") ::= "2024"
+l TIME (SETTINGS "Date=YMD Year=L5") ::= "+12024-01-01"
+m GeneralizedTime ::= "202402291200+1x"
+n GeneralizedTime ::= "202402291260"
+p GeneralizedTime ::= "20240229120061"
+q GeneralizedTime ::= "20240229120059."
+r GeneralizedTime ::= "20240229120059x"
+s UTCTime ::= "9912312359x"
+t UTCTime ::= "991231235961Z"
+u UTCTime ::= "9912312359"
+v ANY ::= C.&Type : NULL : NULL
+w C.&Type ::= 5
+x REAL ::= { mantissa sa, base 2, exponent 5 }
+sa SEQUENCE { a INTEGER, b INTEGER, c INTEGER, d INTEGER, e INTEGER } ::= { a 1 }
+Named ::= SEQUENCE OF x INTEGER
+y Named ::= { x 5, x 6 }
+z Named ::= { 5 }
+aa Named ::= { y 5 }
+P {C:obj} ::= SEQUENCE { a INTEGER DEFAULT obj }
+Q ::= P{o})",
+                 R"(4: `o` is an object, not a value
+7: a value of CHARACTER STRING is its components in braces, not a number
+8: the value is of type INTEGER, but one of BOOLEAN is needed
+9: the object does not set `&Type`
+10: a value of IA5String is a text in quotation marks, not something in braces
+11: a character of IA5String is written as {column, row}, or in quotation marks
+12: a value of OID-IRI is a text in quotation marks, not a number
+13: a value of TIME-OF-DAY is written as "hh:mm:ss", with numbers that times have
+14: SETTINGS holds properties of times, as "Basic=Date Date=YMD"
+16: a value of GeneralizedTime is written as "YYYYMMDDhhmmss.fZ", with numbers that times have
+17: a value of GeneralizedTime is written as "YYYYMMDDhhmmss.fZ", with numbers that times have
+18: a value of GeneralizedTime is written as "YYYYMMDDhhmmss.fZ", with numbers that times have
+19: a value of GeneralizedTime is written as "YYYYMMDDhhmmss.fZ", with numbers that times have
+20: a value of GeneralizedTime is written as "YYYYMMDDhhmmss.fZ", with numbers that times have
+21: a value of UTCTime is written as "YYMMDDhhmmssZ", with numbers that times have
+22: a value of UTCTime is written as "YYMMDDhhmmssZ", with numbers that times have
+23: a value of UTCTime is written as "YYMMDDhhmmssZ", with numbers that times have
+25: warning: a value of an open type is written with its type: `Type : value`
+27: the components `b`, `c`, `d` and others, which are not OPTIONAL, are missing in the value of SEQUENCE
+30: each element of `Named` has the name `x` in front
+31: the elements of `Named` are called `x`, not `y`
+32: `obj` is an object, not a value
+)");
+    expectErrors(R"(
+A ::= BIT STRING { first(0), second(1) }
+a A ::= { frist }
+b A ::= { 5 }
+c A ::= { first second }
+d OBJECT IDENTIFIER ::= { iso C 5 }
+e OBJECT IDENTIFIER ::= { 1 3 x(s) }
+f OBJECT IDENTIFIER ::= { 1 3, 5 }
+g OBJECT IDENTIFIER ::= { 1 3 M.five }
+five INTEGER ::= 5
+s BOOLEAN ::= TRUE
+S ::= SEQUENCE { a INTEGER, b BOOLEAN, c NULL OPTIONAL }
+h S ::= { a 5, c NULL, b TRUE }
+i S ::= { 5, b TRUE })",
+                 R"(3: `frist` is no named bit of `A`
+4: an identifier expected, found "5"
+5: "," or "}" expected, found "second"
+6: an arc of an object identifier expected, found "C"
+7: the value is of type BOOLEAN, but one of INTEGER is needed
+8: an arc of an object identifier expected, found ","
+13: the component `b` is out of order: values of a SEQUENCE have its order
+14: warning: the value of the component `a` stands without its name
+)");
+}
+
+TEST(AsntreeMessages, TypesOfReferredValues) {
+    expectErrors(R"(
+E1 ::= ENUMERATED { a, b }
+E2 ::= ENUMERATED { b(1), a(0) }
+E3 ::= ENUMERATED { a(1), b(0) }
+E4 ::= ENUMERATED { a, c }
+e1 E1 ::= a
+e2 E2 ::= e1
+e3 E3 ::= e1
+e4 E4 ::= e1
+S1 ::= SEQUENCE { a INTEGER, b SEQUENCE OF BOOLEAN }
+S2 ::= SEQUENCE { a INTEGER (0..5), b [7] SEQUENCE OF BOOLEAN }
+S3 ::= SEQUENCE { a INTEGER, c SEQUENCE OF BOOLEAN }
+S4 ::= SEQUENCE { a INTEGER, b SEQUENCE OF NULL }
+S5 ::= SEQUENCE { a INTEGER }
+s1 S1 ::= { a 5, b {TRUE} }
+s2 S2 ::= s1
+s3 S3 ::= s1
+s4 S4 ::= s1
+s5 S5 ::= s1
+C ::= CLASS { &Type }
+O ::= SEQUENCE { a C.&Type }
+o1 O ::= { a BOOLEAN:TRUE }
+o2 O ::= o1
+o3 C.&Type ::= S5:s1)",
+                 R"(8: the value is of type `E1`, but one of `E3` is needed
+9: the value is of type `E1`, but one of `E4` is needed
+17: the value is of type `S1`, but one of `S3` is needed
+18: the value is of type `S1`, but one of `S4` is needed
+19: the value is of type `S1`, but one of `S5` is needed
+24: the value is of type `S1`, but one of `S5` is needed
+)");
+}
+
+TEST(AsntreeMessages, References) {
+    expectErrors(R"(
+C ::= CLASS { &id INTEGER UNIQUE, &Type OPTIONAL }
+D ::= C
+o C ::= { &id 5 }
+P1 {C:Set} ::= SEQUENCE { a Set }
+U1 ::= P1{{o}}
+P2 {Class} ::= SEQUENCE { a Class }
+U2 ::= P2{C}
+U3 ::= SEQUENCE { a D }
+P4 {C:obj} ::= SEQUENCE { b INTEGER (obj.&id) }
+U4 ::= P4{nobody}
+T1 ::= C.&Type ({Os}{@i})
+T2 ::= SEQUENCE { i Id ({Os}), x INTEGER, t C.&Type ({Os}{@i}), u C.&Type ({Os}{@x}),
+                  v C.&Type ({Os}{@y}) }
+Id ::= C.&id
+Os C ::= { o }
+T3 ::= SEQUENCE { i C.&id ({Other.o}), j C.&id ({o | nobody}), k C.&id ({o | M.o}),
+                  l C.&id ({o | {&id 5, &Type NULL}}) })",
+                 R"(5: `Set` is an object set, not a type
+7: `Class` is a class, not a type
+9: `D` is a class, not a type
+11: `nobody` is not defined
+12: warning: the path leads nowhere: no structure stands around it
+13: warning: `x` is no field of the class whose objects the table holds, so it can't choose among them
+14: `y` is no component where the path leads
+17: module `Other` is not among the files
+17: `nobody` is not defined
+18: two objects of the set have the same value in the UNIQUE field `&id`
+)");
+}
+
+TEST(AsntreeMessages, ClassesAndObjects) {
+    expectErrors(R"(
+C1 ::= CLASS { &id INTEGER, &Type OPTIONAL, &x BOOLEAN OPTIONAL }
+       WITH SYNTAX { [&Type] [[&x]] ID &id }
+a C1 ::= { ID 5 }
+b C1 ::= { NULL ID 5 }
+c C1 ::= { TRUE ID 5 }
+d C1 ::= { NULL TRUE ID 5 }
+e C1 ::= { Foo ID 5 }
+Foo ::= NULL
+C2 ::= CLASS { &id INTEGER OPTIONAL, &Type OPTIONAL, &Obj C1 OPTIONAL }
+       WITH SYNTAX { [[&Type] [OBJ &Obj]] [ID &id] STOP }
+f C2 ::= { ID 5 STOP }
+g C2 ::= { OBJ {a} ID 5 STOP }
+h C2 ::= { STOP }
+i C2 ::= { REAL ID 5 }
+j C2 ::= { REAL REAL STOP }
+C3 ::= CLASS { &id INTEGER, &b INTEGER OPTIONAL }
+k C3 ::= { &id 5, }
+l C3 ::= { &id 5 &b 6 }
+m C3 ::= { &idd 5, &b {6, 7}, &id 3 }
+C4 ::= CLASS { &v &5 }
+C5 ::= CLASS { &s IA5String UNIQUE, &id SEQUENCE { a INTEGER, b BOOLEAN } UNIQUE }
+n C5 ::= { &s "a", &id {a 1, b TRUE} }
+o C5 ::= { &s "b", &id {a 1, b TRUE} }
+p C5 ::= { &s "a", &id {a 2, b TRUE} }
+S1 C5 ::= { n | o }
+S2 C5 ::= { n | p }
+S3 C5 ::= { o | p }
+C6 ::= CLASS { &s IA5String } WITH SYNTAX { DATE &s })",
+                 R"(15: "STOP" expected, found "}"
+16: "OBJ", "ID" or "STOP" expected, found "REAL"
+18: warning: a comma too many at the end of a list
+19: "," or "}" expected, found "&b"
+20: the class has no field `&idd`
+20: a value of INTEGER is a whole number, not something in braces
+21: the name of a field must follow "&" at once
+26: two objects of the set have the same value in the UNIQUE field `&id`
+27: two objects of the set have the same value in the UNIQUE field `&s`
+29: warning: "DATE" can't be a word of WITH SYNTAX
+)");
+}
+
+TEST(AsntreeMessages, Constraints) {
+    expectErrors(R"(
+A ::= EMBEDDED PDV (WITH COMPONENTS {..., data-valu ABSENT})
+B ::= CHARACTER STRING (WITH COMPONENTS {..., string-value PRESENT})
+C ::= INSTANCE OF TYPE-IDENTIFIER (WITH COMPONENTS {type-id, value})
+D ::= S (WITH COMPONENTS {a (1..5), })
+E ::= S (WITH COMPONENTS 5)
+F ::= REAL (5..<5)
+G ::= TIME (SETTINGS 5)
+H ::= INTEGER (INTEGER:5)
+S ::= SEQUENCE { a INTEGER })",
+                 R"(2: EMBEDDED PDV has no component `data-valu`
+5: warning: a comma too many at the end of a list
+6: "{" expected, found "5"
+7: the range is empty: nothing lies between its ends
+8: a character string expected, found "5"
+9: a value of INTEGER is a whole number, not `Type : value`
+)");
+    expectErrors("I ::= INTEGER (MIN)", "1: INTEGER has no bound that MIN could stand for\n");
+}
+
+} // namespace
