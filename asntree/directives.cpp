@@ -210,7 +210,7 @@ void takeOfDefinition(DirectiveReader &reader, const Assignment &assignment) {
 /* --- lines of option files --- */
 
 void takeLine(DirectiveReader &reader, const PathDirective &line) {
-    const std::string text = line.path.empty() ? std::string() : line.path.front();
+    const std::string &text = line.path[0];
     auto modules = reader.c.modulesByName.find(text);
     if (modules == reader.c.modulesByName.end()) {
         error(reader.c.diagnostics, line.pathPlace,
@@ -218,11 +218,11 @@ void takeLine(DirectiveReader &reader, const PathDirective &line) {
         return;
     }
     const ModuleInfo &module = *modules->second.front();
-    auto definition = line.path.size() < 2 ? module.names.end() : module.names.find(line.path[1]);
+    auto definition = module.names.find(line.path[1]);
     if (definition == module.names.end()) {
         error(reader.c.diagnostics, line.pathPlace,
-              "the path names nothing: module `" + text + "` does not define `" +
-                  (line.path.size() < 2 ? std::string() : line.path[1]) + "`");
+              "the path names nothing: module `" + text + "` does not define `" + line.path[1] +
+                  "`");
         return;
     }
     const Item item = walk(reader, itemOfDefinition(reader.c, *definition->second), line.path, 2,

@@ -14,12 +14,12 @@ namespace fs = std::filesystem;
 namespace {
 
 /* Where a file is really to be: behind symbolic links, which stay. */
-std::string realPath(const std::string &path) {
+std::string realPath(fs::path path) {
+    constexpr int MOST = 40; /* more go in a circle */
     std::error_code failure;
-    if (!fs::is_symlink(path, failure))
-        return path;
-    const fs::path whole = fs::weakly_canonical(path, failure);
-    return failure ? path : whole.string();
+    for (int links = 0; links < MOST && fs::is_symlink(path, failure); ++links)
+        path = path.parent_path() / fs::read_symlink(path, failure);
+    return path.string();
 }
 
 bool writeFile(const std::string &path, std::string_view text, std::string &why) {
