@@ -11,7 +11,8 @@ namespace {
 /* What a directive can be said of. */
 struct Item {
     const void *key = nullptr;
-    TypeUse type; /* of the item; empty for classes, values and objects */
+    TypeUse type; /* of the item, no type for classes, values and objects; the scope is null in
+                     parameterized definitions */
     const ObjectClass *objectClass = nullptr;
     const Assignment *definition = nullptr; /* null: a part of one */
     const char *mismatch = nullptr;         /* why a path ended here */
@@ -27,10 +28,11 @@ Item itemOfDefinition(Compilation &c, const Assignment &assignment) {
     item.key = &assignment;
     item.definition = &assignment;
     item.objectClass = assignment.objectClass;
-    const TypeUse type{assignment.type, &moduleOf(c, &assignment)->root};
-    const bool isType = assignment.kind == AssignmentKind::Type;
-    if (isType && (assignment.parameterized || !classOf(c, type)))
-        item.type = type;
+    const Scope *scope = assignment.parameterized ? nullptr : &moduleOf(c, &assignment)->root;
+    item.type.scope = scope; /* of the fields of a class as well */
+    if (assignment.kind == AssignmentKind::Type &&
+        (assignment.parameterized || !classOf(c, {assignment.type, scope})))
+        item.type.type = assignment.type;
     return item;
 }
 
@@ -47,7 +49,7 @@ Item step(const Item &from, const std::string &name) {
     if (from.objectClass != nullptr) {
         for (const ClassField &field : from.objectClass->fields)
             if (field.name.text == name)
-                return itemOfType(&field, field.governor, nullptr);
+                return itemOfType(&field, field.governor, from.type.scope);
         return {nullptr, {}, nullptr, nullptr, "the class has no such field"};
     }
     if (!from.type)
@@ -113,7 +115,7 @@ bool speaksOfForm(WordKind word) {
 }
 
 void checkFit(DirectiveReader &reader, const Item &item, const Words &words) {
-    const bool named = item.definition != nullptr || item.type;
+    const bool named = item.definition != nullptr || (item.type && item.type.scope != nullptr);
     const bool open = item.definition != nullptr && item.definition->parameterized;
     const TypeUse base = item.type && item.type.scope != nullptr && !open
                              ? baseOf(reader.c, item.type)
@@ -201,7 +203,7 @@ void takeOfDefinition(DirectiveReader &reader, const Assignment &assignment) {
     takeComments(reader, item, file, assignment.directives);
     if (assignment.objectClass != nullptr)
         for (const ClassField &field : assignment.objectClass->fields)
-            takeComments(reader, itemOfType(&field, field.governor, nullptr), file,
+            takeComments(reader, itemOfType(&field, field.governor, item.type.scope), file,
                          field.directives);
     if (item.type)
         takeOfType(reader, *item.type.type, item.type.scope, file);

@@ -251,10 +251,10 @@ void chooseWords(Chooser &chooser, const std::vector<EntryWord> &words) {
         if (canBeEntry(chooser.c, *word.definition)) {
             chooser.modules.at(word.definition->module).spokenOf = true;
             chooser.choose(word.definition, word.categories);
-        } else {
+        } else if (word.definition->parameterized) { /* else it was reported where the word stands */
             error(chooser.c.diagnostics, word.definition->name.place,
                   "`" + std::string(word.definition->name.text) +
-                      "` can't be an entry: it is no type, or has parameters");
+                      "` can't be an entry: it has parameters");
         }
     }
 }

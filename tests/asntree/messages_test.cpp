@@ -96,6 +96,43 @@ i S ::= { 5, b TRUE })",
 )");
 }
 
+TEST(AsntreeMessages, ValuesOfChosenTypes) {
+    expectErrors(R"(
+D ::= CLASS { &Type, &id INTEGER, &obj D OPTIONAL, &v &obj.&Type OPTIONAL }
+a D ::= { &Type BOOLEAN, &id 5 }
+b D ::= { &Type NULL, &obj a, &v TRUE, &id 5 }
+c D ::= { &Type NULL, &obj a, &v NULL, &id 5 }
+d ANY ::= a.&Type : TRUE
+e ANY ::= a.&Type : 5
+f ANY ::= name < Ch : 5
+g D.&id ::= "x"
+Ch ::= CHOICE { name INTEGER, s SEQUENCE { a INTEGER, b INTEGER } }
+h Ch ::= { name 5 }
+i Ch ::= { s { a 5, b 6 } }
+j Ch ::= { name 5, s {a 1, b 2} }
+k Ch ::= { 5 }
+l SEQUENCE { name < Ch, D.&Type, BOOLEAN } ::= { name 5, type BOOLEAN : TRUE, boolean TRUE }
+m SEQUENCE { a ANY } ::= { a INTEGER : 5 }
+n SEQUENCE { a INTEGER } ::= m
+E ::= ENUMERATED { x, y }
+P {E:v} ::= SEQUENCE { a E DEFAULT v }
+Q ::= P{y}
+R ::= P{z})",
+                 R"(5: a value of BOOLEAN is TRUE or FALSE, not NULL
+7: a value of `a.&Type` is TRUE or FALSE, not a number
+9: a value of `D.&id` is a whole number, not a character string
+11: warning: the value of a CHOICE is written as `alternative : value`
+12: warning: the value of a CHOICE is written as `alternative : value`
+13: a value of `Ch` is `alternative : value`, not something in braces
+14: a value of `Ch` is `alternative : value`, not something in braces
+15: warning: a component without an identifier
+15: warning: a component without an identifier
+15: warning: a component without an identifier
+17: the value is of type SEQUENCE, but one of SEQUENCE is needed
+21: `z` is no item of `E`
+)");
+}
+
 TEST(AsntreeMessages, TypesOfReferredValues) {
     expectErrors(R"(
 E1 ::= ENUMERATED { a, b }
@@ -131,6 +168,26 @@ o3 C.&Type ::= S5:s1)",
 }
 
 TEST(AsntreeMessages, References) {
+    expectErrors(R"(
+M DEFINITIONS ::= BEGIN IMPORTS Foobar, Far FROM N;
+A ::= Foobat
+B ::= N.Hidden
+c N.Foobar ::= TRUE
+D ::= N.Nothing
+E ::= N.Foobar
+F ::= Far END
+N DEFINITIONS ::= BEGIN EXPORTS Foobar, Far; IMPORTS Far FROM O;
+Foobar ::= NULL Hidden ::= NULL END
+O {1 2 3 4} DEFINITIONS ::= BEGIN Far ::= REAL END
+P DEFINITIONS ::= BEGIN IMPORTS Far FROM O {1 2 3} WITH DESCENDANTS; W ::= Far END
+Q DEFINITIONS ::= BEGIN IMPORTS Far FROM O {1 2 3 2} WITH SUCCESSORS; W ::= Far END
+R DEFINITIONS ::= BEGIN IMPORTS Far FROM O {1 2 3 5} WITH SUCCESSORS; W ::= Far END)",
+                 R"(3: `Foobat` is not defined
+4: module `N` does not export `Hidden`
+5: a value of `N.Foobar` is NULL, not TRUE
+6: `Nothing` is not defined in module `N`
+14: warning: module `O` is imported by the identifier 1.2.3.5, the one at hand has 1.2.3.4
+)");
     expectErrors(R"(
 C ::= CLASS { &id INTEGER UNIQUE, &Type OPTIONAL }
 D ::= C

@@ -213,4 +213,54 @@ H ::= CHARACTER STRING)",
     });
 }
 
+TEST(AsntreeTrees, Words) {
+    expectAll({
+        {R"(
+C ::= CLASS { &id INTEGER, --@ int=16
+              &x REAL, --@ real=32
+              &y IA5String, &z IA5String (SIZE (1..9)) } --@ .z dynamic comment=text
+T {X} ::= SEQUENCE { a INTEGER, b SEQUENCE OF X } --@ .a int=8
+U ::= SEQUENCE { a T{INTEGER}, any ANY } --@ .any any=5:U any=6:M.C
+T1 ::= INTEGER --@ name=Foo prefix=p_ suffix=_s conv=HL
+v T1 ::= 5 --@ name=Value)",
+         {"&id INTEGER  {i16}", "&x REAL  {real32}", "option -//text",
+          "&z IA5String (SIZE (1..9))  {dyns8/ui8, 1..9}", "a INTEGER  {i8}\n            b SEQUENCE OF",
+          "option $ANY=5:U\n        option $ANY=6:M.C\n",
+          "option -TCONV=HL\n    option -TPREF=p_\n    option -TNAME=Foo\n    option -TSUFF=_s\n",
+          "option -VNAME=Value\n"}},
+        {R"(
+T {X} ::= SEQUENCE { a INTEGER } --@ entry
+a INTEGER ::= 5 --@ entry
+E ::= INTEGER --@ .&a.*x int=8
+C ::= CLASS { &id INTEGER } --@ .&id real=32)",
+         {},
+         "2: `T` can't be an entry: it has parameters\n"
+         "3: `entry` can only be said of the definition of a type\n"
+         "4: this is no path of components and `*`\n5: `real=32` can only be said of a REAL\n"},
+        {R"(
+M DEFINITIONS ::= BEGIN IMPORTS U FROM N Z FROM P;
+MyType2Go ::= REAL
+Type2Go-long ::= U
+One ::= Z END
+N DEFINITIONS ::= BEGIN U ::= NULL One ::= REAL END
+P DEFINITIONS ::= BEGIN Z ::= NULL Two ::= REAL END
+Q DEFINITIONS ::= BEGIN Two ::= REAL Any ::= NULL END)",
+         {"\nMyType2Go ::= REAL  {real64}  entry 7 enc dec ask pri  exported\nType2Go_long",
+          "`One` is called `mone` in C: `One` of module `N`",
+          "`One` is called `none` in C: `One` of module `M`",
+          "\nTwo ::= REAL  {real64}  entry 7 enc dec ask pri  exported\nmodule Q"},
+         "",
+         {"-TCONV=HL", "-NAMELEN=9", "-TNAME=MyType2Go:Any", "-entry=7", "-UNIQUE=INCLUDES"}},
+        {R"(
+Ab-Cd DEFINITIONS ::= BEGIN U ::= NULL END
+Ab-Ce DEFINITIONS ::= BEGIN U ::= NULL END
+Ab-C-E DEFINITIONS ::= BEGIN U ::= NULL END
+A-B-C-D-E-F DEFINITIONS ::= BEGIN U ::= NULL END)",
+         {"module A_B_C_D_E_F, tree ABCD,", "module Ab_C_E, tree AbCE,", "module Ab_Cd, tree Ab_2,",
+          "module Ab_Ce, tree Ab_3,"},
+         "",
+         {"-PREFIXLEN=4", "-PREFIX=None:a:b"}},
+    });
+}
+
 } // namespace
