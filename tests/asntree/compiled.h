@@ -47,6 +47,7 @@ inline Compiled compileText(const std::string &text, std::vector<std::string> op
                           result.errors))
         return result;
     c.diagnostics.strict = settings.strict;
+    settings.listingDirectory = "./";
     addFile(c, *addSource(c.sources, "text", text), true);
     std::vector<EmittedTree> trees;
     Plan plan;

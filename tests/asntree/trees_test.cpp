@@ -104,7 +104,7 @@ e EE ::= { 5 }
 Es EE ::= { e })",
          {"&Set set of INTEGER DEFAULT INTEGER", "value &v variable C.&Type OPTIONAL",
           "&Vals set of variable C.&Type OPTIONAL", "&Objs set of C DEFAULT C\n    &obj C DEFAULT o\n",
-          "note: D: only the values of the first version stand in the set",
+          "note: only the values of the first version stand in the set",
           "\ne EE ::= {&id 5}  exported\nEs ::= set of EE (e)"}},
         {R"(
 FIELDS {T} ::= CLASS { &v T, &id INTEGER UNIQUE, &Type }
@@ -248,7 +248,7 @@ Q DEFINITIONS ::= BEGIN Two ::= REAL Any ::= NULL END)",
          {"\nMyType2Go ::= REAL  {real64}  entry 7 enc dec ask pri  exported\nType2Go_long",
           "`One` is called `mone` in C: `One` of module `N`",
           "`One` is called `none` in C: `One` of module `M`",
-          "\nTwo ::= REAL  {real64}  entry 7 enc dec ask pri  exported\nmodule Q"},
+          "\nTwo ::= REAL  {real64}  entry 7 enc dec ask pri  exported\nmodule M"},
          "",
          {"-TCONV=HL", "-NAMELEN=9", "-TNAME=MyType2Go:Any", "-entry=7", "-UNIQUE=INCLUDES"}},
         {R"(
