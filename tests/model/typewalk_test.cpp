@@ -46,12 +46,14 @@ struct Definitions {
         const TypeNode choice = w.define("C", w.choice({w.comp("b", w.boolean()).implicit(0)}));
         w.define("Sel", w.selection("b", choice));
         const TypeNode code = w.valueField("code", w.integer(0, 9)), arg = w.typeField("Arg");
-        const TypeNode op = w.define("OP", w.objectClass({code, arg}));
+        const TypeNode box = w.valueField("box", w.ref(other, "Base"));
+        const TypeNode op = w.define("OP", w.objectClass({code, arg, box}));
         w.define("H",
                  w.sequence({w.comp("t", w.ref("T")), w.comp("far", w.ref("Far")),
                              w.comp("inst", w.instance(head)), w.comp("u", w.ref("U")),
                              w.comp("in", w.sequence({})), w.comp("code", w.classField(op, {code})),
-                             w.comp("arg", w.classField(op, {arg}))}));
+                             w.comp("arg", w.classField(op, {arg})),
+                             w.comp("box", w.classField(op, {box}))}));
         setup.import(other, "other");
         setup.load(w);
     }
@@ -115,6 +117,9 @@ TEST(TypeWalk, StepsToTheDefinitionBehindAReference) {
         EXPECT_EQ(comp->walkModule->modRec->moduleName, "Mine");
         EXPECT_EQ(forwardText(comp), "x/0 U1");
     });
+    visited.clear();
+    d.setup.withType("H.box", [&](AsnType *comp) { forTypeDefinedInAnotherModule(comp, note); });
+    EXPECT_EQ(visited, "Base@Other ") << "behind the field";
 }
 
 TEST(TypeWalk, EndpointsAreTheNarrowestOfTheChain) {
