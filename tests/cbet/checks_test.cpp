@@ -103,6 +103,28 @@ const CheckRow rows[] = {
              .constrained(w.alphabet(w.sub(SUB_UNION, {w.single(w.text32Value(U"ab\xFC"))})));
      },
      "ok1 = (dynChrStrStrspn (&home->x, \"ab\xFC\") == dynStrLen (&home->x));\n"},
+    {"AlphabetsOfOtherTypes",
+     [](TreeWriter &w) {
+         const TypeNode other =
+             w.anonymous(w.string(TYP_IA5STR).constrained(w.alphabet(letter(w, "x"))));
+         const RecNr low = w.text16Value(u"m"), high = w.text16Value(u"n");
+         const RecNr parts =
+             w.sub(SUB_UNION, {w.alphabet(letters(w, "a", "b", CLOSED)), w.includes(other),
+                               w.rangeOf(low, high, CLOSED), w.single(w.text16Value(u"\xE9"))});
+         return w.string(TYP_BMPSTR).constrained(w.alphabet(parts));
+     },
+     "ok1 = (dynChrStrStrspn (&home->x, \"abxmn\xE9\") == dynStrLen (&home->x));\n"},
+    {"AlphabetOfWhatIsInBoth",
+     [](TreeWriter &w) {
+         const RecNr both = w.sub(SUB_INTERSECTION, {letter(w, "ab"), letter(w, "bc")});
+         return w.string(TYP_IA5STR).constrained(w.alphabet(both));
+     },
+     "!/* WARNING: Unimplemented type constraint. */\n", 1},
+    {"AlphabetFromMoreThanACharacter",
+     [](TreeWriter &w) {
+         return w.string(TYP_IA5STR).constrained(w.alphabet(letters(w, "ab", "c", CLOSED)));
+     },
+     "!/* WARNING: Unimplemented type constraint. */\n", 1},
     {"AlphabetBeyondTheCharactersOfC",
      [](TreeWriter &w) {
          const RecNr low = w.text32Value(U"\xFFFFFFFE"), high = w.text32Value(U"\xFFFFFFFF");
@@ -214,6 +236,15 @@ TEST(ChecksInPlace, ReferenceToAListInAList) {
     run.generate(decodingKind);
     const std::string user = functionText(run.body(), "dUser");
     EXPECT_NE(user.find("ok1 = (listLen (&a1->val.list) == 2);\n"), std::string::npos) << user;
+}
+
+TEST(ChecksInPlace, NoSizeIsRight) {
+    TreeWriter w("Mod", "mod");
+    const RecNr none = w.sub(SUB_INTERSECTION, {w.range(1, 2), w.range(5, 6)});
+    w.define("List", w.listOf(TYP_SEQOF, w.null()).asList().constrained(w.size(none))).entry();
+    CbetRun run(w);
+    run.generate(decodingKind);
+    EXPECT_NE(run.body().find("ok1 = (FALSE);\n"), std::string::npos) << run.body();
 }
 
 TEST(ChecksInPlace, IndexForms) {
