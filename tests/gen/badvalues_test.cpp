@@ -78,6 +78,15 @@ void valueOfItself(TreeWriter &w) {
     value.exported();
 }
 
+/* Few records tell of a text of almost five million characters. */
+void textOfReferences(TreeWriter &w) {
+    w.defineValue("part", w.string(TYP_IA5STR), w.textValue(TYP_IA5STR, std::string(1000, 'x')));
+    std::vector<ValueNode> parts;
+    for (int i = 0; i < 5000; ++i)
+        parts.push_back(w.valueRef("part"));
+    w.defineValue("whole", w.string(TYP_IA5STR), w.listValue(TYP_IA5STR, parts));
+}
+
 void unionWith(TreeWriter &w, RecNr behindSecond) {
     const RecNr first = w.range(1, 2), second = w.range(4, 5);
     finished(w, w.sub(SUB_UNION, {first, second}), second).next =
@@ -146,6 +155,7 @@ const BadCase cases[] = {
     {"arc_is_text", [](W &w) { arcs(w, w.textValue(TYP_IA5STR, "x")); }, 0,
      "Warning VELMO: No define for v: its object identifier is not resolved.\n"},
     {"arcs_of_themselves", arcsOfThemselves, 2, INCONSISTENT},
+    {"text_of_references", textOfReferences, 2, INCONSISTENT},
     {"value_of_itself", valueOfItself, 2, INCONSISTENT},
     {"single_value_missing", [](W &w) { singleValue(w, NOWHERE); }, 2, UNREADABLE},
     {"single_value_none", [](W &w) { singleValue(w, 0); }, 2,

@@ -8,7 +8,7 @@ constexpr const char *definitions = R"(
 Deep ::= SEQUENCE { a INTEGER OPTIONAL, b BOOLEAN OPTIONAL, text NumericString (SIZE (0..9)) OPTIONAL }
 Far ::= SEQUENCE { deep Deep, list SEQUENCE OF INTEGER }
 Open ::= SEQUENCE { a INTEGER, ... }
-Texts ::= SEQUENCE { digits NumericString, flags BIT STRING }
+Texts ::= SEQUENCE { digits NumericString }
 Pick ::= CHOICE { x INTEGER, far Far }
 Grow ::= ENUMERATED { one, two, ... }
 Skipped ::= IA5String --@ skip
@@ -19,7 +19,7 @@ KIND ::= CLASS { &id INTEGER UNIQUE, &deep Deep OPTIONAL, &far Far OPTIONAL, &op
 HIDDEN ::= CLASS { &id INTEGER UNIQUE } --@ skip
 USER ::= CLASS { &id INTEGER UNIQUE, &other HIDDEN OPTIONAL, &Others HIDDEN OPTIONAL, &Texts Skipped OPTIONAL }
 one KIND ::= { &id 1, &deep { a 1, b TRUE, text "12" }, &far { deep {}, list { 1 } }, &open { a 1 },
-    &texts { digits "1", flags '1'B }, &pick far : { deep {}, list {} }, &grow two, &digits "123", &code "45",
+    &texts { digits "1" }, &pick far : { deep {}, list {} }, &grow two, &digits "123", &code "45",
     &Type INTEGER, &var 5, &Vars { 1 | 2 }, &Picks { x : 1 | far : { deep {}, list {} } } }
 two KIND ::= { &id 2, &Type NULL }
 hidden HIDDEN ::= { &id 1 }

@@ -56,6 +56,23 @@ TEST(OtherTrees, InstanceOf) {
     expectParts(made.said, {"element own", "Instance-of not yet supported, sorry."});
 }
 
+/* A string in segments needs a list, which no constant can be. */
+TEST(OtherTrees, RowsWithStringsInSegments) {
+    WorkDir dir;
+    TreeWriter w("Other", "x");
+    w.option("-TAB=yes");
+    w.option("-TABO=yes");
+    const TypeNode text = w.valueField("text", w.string(TYP_IA5STR).asList());
+    const TypeNode bits = w.valueField("bits", w.string(TYP_BITSTR).asList());
+    const TypeNode kind = w.define("KIND", w.objectClass({text, bits}));
+    w.defineValue("one", kind,
+                  w.object(kind, {w.fieldValue(text, w.textValue(TYP_IA5STR, "ab")),
+                                  w.fieldValue(bits, w.bitsValue("1"))}));
+    EXPECT_EQ(0, generate(dir, w).status);
+    expectParts(dir.read("x.tab"), {"  {\n    { 0 } /* NOT YET IMPLEMENTED!! */,\n"
+                                    "    { 0 } /* NOT YET IMPLEMENTED!! */\n  }\n"});
+}
+
 /* A selection of an alternative whose type is defined has that type under a name of its own. */
 TEST(OtherTrees, SelectionsOfDefinedTypes) {
     WorkDir dir;

@@ -63,63 +63,77 @@ Text lengthText(AsnValue *value) {
     return std::to_string(bitStringLength(value));
 }
 
-TEST(Values, TextsAndLengths) {
+/* Values, each to be shown in a way of its own. */
+struct ShownValues {
+    using Print = Text (*)(AsnValue *value);
     ModelSetup m;
-    TreeWriter w("Vals", "vals");
-    w.option("-DECIMALS=4");
-    setInfValueStri("MIN_LONG", "MAX_LONG", nullptr, "MAXREAL");
-    using Print = Text (*)(AsnValue * value);
+    TreeWriter w{"Vals", "vals"};
     std::map<std::string, Print> prints;
     ModelSetup::Rows rows;
-    const auto add = [&](const char *expected, Print print, TypeNode type, ValueNode value) {
+
+    void add(const char *expected, Print print, TypeNode type, ValueNode value) {
         rows.emplace_back("v" + std::to_string(rows.size()), expected);
         prints[rows.back().first] = print;
         w.defineValue(rows.back().first, type, value);
-    };
-    TypeNode boolean = w.define("B", w.boolean());
-    add("TRUE", booleanValueStri, boolean, w.boolValue(true));
-    add("FALSE", booleanValueStri, boolean, w.boolValue(false));
-    TypeNode integer = w.define("I", w.integer());
-    add("MIN_LONG", integerValueStri, integer, w.intValue(MIN_VALUE));
-    add("MAX_LONG", integerValueStri, integer, w.intValue(MAX_VALUE));
-    add("-4294967296", integerValueStri, integer, w.intValue(-4294967296));
-    TypeNode real = w.define("R", w.real());
-    add("{15, 10, -1}", realValueStri, real, w.realValue(15, 10, -1));
-    add("15.00E-1", doubleRealValueStri, real, w.realValue(15, 10, -1));
-    add("-12345.E3", doubleRealValueStri, real, w.realValue(-12345, 10, 3));
+    }
+    void expectTexts() {
+        m.load(w);
+        m.expectValues([&](AsnValue *value) { return prints[refOf(value)](value); }, rows);
+    }
+};
+
+TEST(Values, TextsOfNumbers) {
+    ShownValues v;
+    v.w.option("-DECIMALS=4");
+    setInfValueStri("MIN_LONG", "MAX_LONG", nullptr, "MAXREAL");
+    TypeNode boolean = v.w.define("B", v.w.boolean());
+    v.add("TRUE", booleanValueStri, boolean, v.w.boolValue(true));
+    v.add("FALSE", booleanValueStri, boolean, v.w.boolValue(false));
+    TypeNode integer = v.w.define("I", v.w.integer());
+    v.add("MIN_LONG", integerValueStri, integer, v.w.intValue(MIN_VALUE));
+    v.add("MAX_LONG", integerValueStri, integer, v.w.intValue(MAX_VALUE));
+    v.add("-4294967296", integerValueStri, integer, v.w.intValue(-4294967296));
+    TypeNode real = v.w.define("R", v.w.real());
+    v.add("{15, 10, -1}", realValueStri, real, v.w.realValue(15, 10, -1));
+    v.add("15.00E-1", doubleRealValueStri, real, v.w.realValue(15, 10, -1));
+    v.add("-12345.E3", doubleRealValueStri, real, v.w.realValue(-12345, 10, 3));
     const auto addSpecial = [&](int code, const char *text, const char *doubleText) {
-        add(text, realValueStri, real, w.realValue(code, -1, 0));
-        add(doubleText, doubleRealValueStri, real, w.realValue(code, -1, 0));
+        v.add(text, realValueStri, real, v.w.realValue(code, -1, 0));
+        v.add(doubleText, doubleRealValueStri, real, v.w.realValue(code, -1, 0));
     };
     addSpecial(REAL_PLUS_INFINITY, "MAXREAL", "DBL_MAX");
     addSpecial(REAL_MINUS_INFINITY, "MINUS-INFINITY", "-DBL_MAX");
     addSpecial(REAL_ZERO, "0", "0.0");
-    /* Lengths follow the governing type. */
-    TypeNode named = w.define("Named", w.numbered(w.string(TYP_BITSTR), {{"a", 0}, {"b", 1}}));
-    add("2", lengthText, named, w.bitsValue("1000"));
-    add("6", lengthText, named, w.listValue(TYP_BITSTR, {w.intValue(5)}));
-    TypeNode bits = w.define("Bits", w.string(TYP_BITSTR));
-    add("4", lengthText, bits, w.bitsValue("1000"));
-    add("8", lengthText, bits, w.hexValue("A1"));
-    TypeNode octets = w.define("Octets", w.string(TYP_OCTSTR));
-    add("2", lengthText, octets, w.hexValue("ABC"));
-    add("2", lengthText, w.ref("Octets"), w.hexValue("ABCD"));
-    const ValueNode ab = w.textValue(TYP_IA5STR, "ab"), cde = w.textValue(TYP_IA5STR, "cde");
-    add("5", lengthText, w.string(TYP_IA5STR), w.listValue(TYP_IA5STR, {ab, cde}));
-    m.load(w);
-    m.expectValues([&](AsnValue *value) { return prints[refOf(value)](value); }, rows);
-    m.withValue("v5", [](AsnValue *value) {
+    v.expectTexts();
+    v.m.withValue("v5", [](AsnValue *value) {
         EXPECT_EQ(doubleRealValue(value), 1.5);
         getGlobalOptions(value->ownerModule)->decimals = DECIMALS_BINARY;
         EXPECT_EQ(doubleRealValueStri(value), "15.00000000E-1");
     });
-    m.withValue("v4", [](AsnValue *value) {
+    v.m.withValue("v4", [](AsnValue *value) {
         testing::internal::CaptureStderr();
         EXPECT_EQ(integerValue(value), 0x7FFFFFFF);
         EXPECT_NE(testing::internal::GetCapturedStderr().find("** Integer value\n"),
                   std::string::npos);
     });
-    m.withValue("v8", [](AsnValue *value) { EXPECT_TRUE(isPlusInfinity(value)); });
+    v.m.withValue("v8", [](AsnValue *value) { EXPECT_TRUE(isPlusInfinity(value)); });
+}
+
+TEST(Values, LengthsFollowTheGoverningType) {
+    ShownValues v;
+    TypeNode named =
+        v.w.define("Named", v.w.numbered(v.w.string(TYP_BITSTR), {{"a", 0}, {"b", 1}}));
+    v.add("2", lengthText, named, v.w.bitsValue("1000"));
+    v.add("6", lengthText, named, v.w.listValue(TYP_BITSTR, {v.w.intValue(5)}));
+    TypeNode bits = v.w.define("Bits", v.w.string(TYP_BITSTR));
+    v.add("4", lengthText, bits, v.w.bitsValue("1000"));
+    v.add("8", lengthText, bits, v.w.hexValue("A1"));
+    TypeNode octets = v.w.define("Octets", v.w.string(TYP_OCTSTR));
+    v.add("2", lengthText, octets, v.w.hexValue("ABC"));
+    v.add("2", lengthText, v.w.ref("Octets"), v.w.hexValue("ABCD"));
+    const ValueNode ab = v.w.textValue(TYP_IA5STR, "ab"), cde = v.w.textValue(TYP_IA5STR, "cde");
+    v.add("5", lengthText, v.w.string(TYP_IA5STR), v.w.listValue(TYP_IA5STR, {ab, cde}));
+    v.expectTexts();
 }
 
 /* "a#0=5 b-" for a component with a value of its number, and one without. */

@@ -136,16 +136,17 @@ TEST(Values, SegmentsAreJoinedAcrossModules) {
 
     /* Of a text that is longer than said, the beginning counts; a length beyond the text is kept,
        filled with zeros. */
-    VNode shorter = module->vNodes[static_cast<std::size_t>(storedVNode(module, joined.nr).refRecord - 1)];
+    VNode shorter =
+        module->vNodes[static_cast<std::size_t>(storedVNode(module, joined.nr).refRecord - 1)];
     setValueStri(&shorter, 2, valueStri(shorter));
     EXPECT_EQ(makeRestrCharStri(module, shorter).text8, "ai");
     VNode longer = storedVNode(module, wide.nr);
     longer.refRecord = 0;
     setValueStri(
-        &longer, 3,
+        &longer, 60000,
         valueStri(
             module->vNodes[static_cast<std::size_t>(storedVNode(module, wide.nr).refRecord - 1)]));
-    EXPECT_EQ(makeRestrCharStri(module, longer).text16, std::u16string(u"\u00E4\0\0", 3));
+    EXPECT_EQ(makeRestrCharStri(module, longer).text16, u"\u00E4" + std::u16string(59999, 0));
 }
 
 TEST(Values, SegmentsWithoutEndAreFound) {

@@ -41,6 +41,9 @@ Grid ::= SEQUENCE OF SEQUENCE OF SEQUENCE {
 }
 Whole ::= INTEGER --@ int=octets
 Some-Text ::= UTF8String
+Truth ::= BOOLEAN (TRUE)
+Few ::= INTEGER (MIN..5 | 7..MAX) (ALL EXCEPT 3)
+Named ::= SEQUENCE { a NULL } (WITH COMPONENTS { ... })
 END
 TEXT
 "$maker" --output=all-tool ${VELMO_COUNTS:+--keep="$VELMO_COUNTS"} "$examples"/{basic,stock,shop,forms,value,operations}.asn rare.asn -- -A="$examples" \
@@ -151,6 +154,14 @@ testReports() {
   gives "--version" 0 "Shop-Orders" "$tool" --version
   gives "the list" 0 "Order" "$tool" list
   gives "a wrong command line" 1 "error" "$maker" --nonsense x.asn
+  gives "no file" 1 "no file is named" "$maker"
+  gives "an empty argument" 1 "an empty argument" "$maker" ""
+  gives "a file behind the options" 1 "only options stand behind" "$maker" x.asn -- y.asn
+  gives "values in homes" 1 "can't be served" "$maker" x.asn -- -DEFINITION-CATEGORY=MORLA-PROTOCOL
+  gives "no place for files" 2 "temporary files" env TMPDIR=/nowhere "$maker" x.asn
+  echo 'Empty DEFINITIONS ::= BEGIN END' >empty.asn
+  gives "no types" 2 "there are no types" "$maker" --verbose empty.asn
+  gives "the commands" 2 "asntree -DEFINITELEN=YES" "$maker" --verbose empty.asn
   gives "a wrong module" 2 "error" "$maker" "$source/CMakeLists.txt"
   gives "a directory of others" 2 "not empty" "$maker" --keep=. "$examples/basic.asn"
 }
@@ -197,6 +208,9 @@ Pick|{"wide":"\x"}|Pick.wide
 Pick|{"bits":["second"]}|Pick.bits
 Pick|{"bits":[1.5]}|Pick.bits
 ROWS
+  gives "what is not true" 1 "expected BOOLEAN Truth (TRUE)" sh -c "echo 010100 | '$tool' check Truth"
+  gives "a number in a gap" 1 "expected INTEGER Few" sh -c "echo 020106 | '$tool' check Few"
+  same "octets of a number" 0202FF00 "$(echo '{ "octets": "FF00" }' | "$tool" encode --out=hex Rare-Forms.Whole --in=json)"
   same "other ways to write bits" 81020284810200C0 "$(echo '{"bits":["first",5]} {"bits":"C0"}' | "$tool" encode --out=hex Rare-Forms.Pick --in=json | tr -d '\n')"
   same "one unknown alternative" 850105 "$(echo '{"...":"850105"}' | "$tool" encode --out=hex Rare-Forms.Pick --in=json)"
   same "tags of a SET in order" 310702010180020078 "$(echo '{"...":[],"name":"x","id":1}' | "$tool" encode --der --out=hex Rare-Forms.Group --in=json)"
