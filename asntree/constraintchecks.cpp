@@ -37,8 +37,6 @@ void checkSize(Site &site, const Constraint &constraint) {
         refuseKind(site, constraint, "SIZE restricts strings and lists");
         return;
     }
-    if (constraint.inner == nullptr)
-        return;
     Site inner = site;
     inner.size = true;
     inner.governor = inner.base = builtinType(site.c, TypeKind::Integer);
@@ -50,7 +48,7 @@ void checkAlphabet(Site &site, const Constraint &constraint) {
         refuseKind(site, constraint, "FROM restricts strings of characters");
         return;
     }
-    if (constraint.inner == nullptr || isTime(site.kind()))
+    if (isTime(site.kind()))
         return;
     Site inner = site;
     inner.alphabet = true;
@@ -75,8 +73,6 @@ void checkWithComponent(Site &site, const Constraint &constraint) {
         refuseKind(site, constraint, "WITH COMPONENT restricts SEQUENCE OF and SET OF");
         return;
     }
-    if (constraint.inner == nullptr)
-        return;
     const TypeUse element{site.base.type->element, site.base.scope};
     checkConstraint(site.c, {constraint.inner, site.scope, element}, element);
 }

@@ -14,6 +14,7 @@ struct Fit {
     const Datum &datum;
     TypeUse type;
     Place at;
+    bool isReferred = false; /* part of a value that a reference led to */
 };
 
 bool isChainExtensible(Compilation &c, TypeUse type) {
@@ -97,8 +98,6 @@ bool checkCharacters(const Fit &fit) {
 
 /* All that the sets of numbers don't tell. */
 bool checkOthers(const Fit &fit) {
-    if (fit.datum.kind == DatumKind::Integer || fit.datum.kind == DatumKind::Item)
-        return true;
     for (const ConstraintUse &use : constraintsOf(fit.c, fit.type).all) {
         if (satisfies(fit.c, use, fit.datum) != Verdict::No)
             continue;
@@ -118,17 +117,28 @@ TypeUse governorOf(const Target &reference) {
     return {reference.assignment->type, reference.scope};
 }
 
+/* What governs a member here. It was read by another type if a reference led to it. */
+TypeUse typeOfMember(const Fit &fit, TypeUse base, const DatumMember &member) {
+    if (member.name.empty() && base.type->element != nullptr)
+        return {base.type->element, base.scope};
+    const SettledComponent *component = findComponent(fit.c, base, member.name);
+    return component != nullptr ? component->type : member.type;
+}
+
 /* Members of what a reference leads to were checked by their types where it is defined. */
 bool checkMembers(const Fit &fit) {
     const Target &reference = fit.datum.reference;
     if (reference && baseOf(fit.c, governorOf(reference)) == baseOf(fit.c, fit.type))
         return true;
+    const TypeUse base = baseOf(fit.c, fit.type);
+    const bool isForeign = reference || fit.isReferred;
     bool sound = true;
     for (const DatumMember &member : fit.datum.members) {
-        if (!sound && reference)
+        if (!sound && isForeign)
             break; /* one place gives one message */
-        const Place at = reference ? fit.at : member.value->place;
-        sound = checkWhole({fit.c, *member.value, member.type, at}) && sound;
+        const Place at = isForeign ? fit.at : member.value->place;
+        const TypeUse type = isForeign ? typeOfMember(fit, base, member) : member.type;
+        sound = checkWhole({fit.c, *member.value, type, at, isForeign}) && sound;
     }
     return sound;
 }
@@ -162,7 +172,7 @@ bool checkWhole(const Fit &fit) {
 } // namespace
 
 bool checkDatum(Compilation &c, const Datum &datum, TypeUse type) {
-    return checkWhole({c, datum, type, datum.place});
+    return checkWhole({c, datum, type, datum.place, false});
 }
 
 } // namespace asntree

@@ -58,20 +58,6 @@ void allocateValue(Emitter &e, TreeState &ts, const Assignment &assignment) {
 
 } // namespace
 
-DefinitionKind definitionKind(Emitter &e, const Assignment &assignment) {
-    const DefinitionKind kind = kindOfDefinition(e.c, assignment);
-    if (kind != DefinitionKind::Type && kind != DefinitionKind::Value &&
-        kind != DefinitionKind::ValueSet)
-        return kind;
-    const Type *type = assignment.type;
-    if (type == nullptr || type->kind != TypeKind::Reference ||
-        !classOf(e.c, {type, &moduleOf(e.c, &assignment)->root}))
-        return kind;
-    return kind == DefinitionKind::Type    ? DefinitionKind::Class
-           : kind == DefinitionKind::Value ? DefinitionKind::Object
-                                           : DefinitionKind::ObjectSet;
-}
-
 void appendType(TreeState &ts, RecNr nr) {
     RecNr &end = ts.lastType == 0 ? ts.tree().header().firstTNode : ts.tree().t(ts.lastType).next;
     end = nr;
@@ -86,7 +72,7 @@ void allocateDefinitions(Emitter &e, TreeState &ts) {
     for (const Assignment *assignment : ts.plan->definitions) {
         if (e.excluded.contains(assignment))
             continue;
-        const DefinitionKind kind = definitionKind(e, *assignment);
+        const DefinitionKind kind = kindOfDefinition(e.c, *assignment);
         if (kind == DefinitionKind::Macro)
             continue;
         if (kind == DefinitionKind::Value || kind == DefinitionKind::Object)
@@ -177,7 +163,7 @@ void emitDefinition(Emitter &e, TreeState &ts, const Assignment &assignment, Def
 
 void emitDefinitions(Emitter &e, TreeState &ts) {
     for (const Assignment *assignment : ts.plan->definitions) {
-        const DefinitionKind kind = definitionKind(e, *assignment);
+        const DefinitionKind kind = kindOfDefinition(e.c, *assignment);
         if (e.excluded.contains(assignment) || kind == DefinitionKind::Parameterized ||
             kind == DefinitionKind::Macro)
             continue;

@@ -91,12 +91,6 @@ TypeUse typeOfMacro(Emitter &e, TypeUse macro) {
     const std::string_view name = macro.type->ref.name.text;
     if (name == "OPERATION" || name == "ERROR")
         return operationType(e, macro.scope);
-    if (name != "TEXTUAL-CONVENTION")
-        return {};
-    ParseContext parsing = e.c.parsing();
-    for (const MacroClause &clause : readMacroClauses(parsing, macro.type->tokens))
-        if (clause.word.text == "SYNTAX" && clause.type != nullptr)
-            return {clause.type, macro.scope};
     return {};
 }
 

@@ -72,8 +72,6 @@ std::int32_t addImport(TreeState &ts, std::string_view name, std::string_view pr
 void addListedImports(Emitter &e, TreeState &ts) {
     for (const ModuleInfo *module : ts.plan->modules)
         for (const ModuleInfo *imported : module->imports) {
-            if (imported == nullptr)
-                continue;
             if (imported->predefined)
                 predefinedModule(ts);
             else if (auto tree = e.plan.treeOfModule.find(imported);
@@ -156,8 +154,6 @@ void emitModuleIdentifier(Emitter &e, TreeState &ts) {
 namespace {
 
 TedRange placeOptions(Tree &tree, const std::vector<TedRec> &options) {
-    if (options.empty())
-        return {};
     const RecNr first = static_cast<RecNr>(tree.tedRecs.size()) + 1;
     for (const TedRec &option : options)
         tree.addTed(option);

@@ -198,8 +198,6 @@ RecNr emitGroup(const Expression &x) {
             part = emitSingle(x, setting.value);
         else if (setting.set)
             part = emitSpec(x.e, x.ts, *setting.set.set, setting.set.scope, x.context);
-        else if (!setting.given && !setting.byDefault)
-            continue;
         if (part == 0)
             return 0;
         parts.push_back(part);
@@ -211,8 +209,6 @@ RecNr emitGroup(const Expression &x) {
 
 RecNr emitWithComponent(const Expression &x) {
     const TypeUse base = baseOf(x.e.c, x.context.type);
-    if (!base || base.type->element == nullptr || x.constraint.inner == nullptr)
-        return 0;
     noteUnchecked(x, "values within WITH COMPONENT and WITH COMPONENTS");
     const ExpressionContext context{ExpressionContext::Values,
                                     elementPlace(x.ts, x.context.place),
@@ -260,8 +256,9 @@ RecNr emitWithComponents(const Expression &x) {
 }
 
 RecNr emitInner(const Expression &x, SubKind kind, ExpressionContext::Mode mode) {
-    if (x.constraint.inner == nullptr)
-        return 0;
+    const TypeUse base = baseOf(x.e.c, x.context.type);
+    if (kind == SUB_ALPHABET && base && isTime(base.type->kind))
+        return 0; /* the letters of times say nothing */
     ExpressionContext context = x.context;
     context.mode = mode;
     const RecNr inner = emitSpec(x.e, x.ts, *x.constraint.inner, x.scope, context);
@@ -305,11 +302,10 @@ RecNr emitExpression(Emitter &e, TreeState &ts, const Constraint &constraint, co
     case ConstraintKind::Table:
         return leaf(ts, constraint.relation.empty() ? SUB_TABLE : SUB_COMPONENT_RELATION);
     case ConstraintKind::Contents:
-        return leaf(ts, SUB_PASSED_OVER);
-    case ConstraintKind::Bad:
+    case ConstraintKind::Bad: /* no tree is made */
         break;
     }
-    return 0;
+    return leaf(ts, SUB_PASSED_OVER);
 }
 
 RecNr emitSpec(Emitter &e, TreeState &ts, const ConstraintSpec &spec, const Scope *scope,

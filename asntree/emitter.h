@@ -149,8 +149,6 @@ void countDefinitions(Emitter &e, TreeState &ts);
 
 /* --- emitdefinitions.cpp --- */
 
-/* As kindOfDefinition(), with the builtin classes known. */
-DefinitionKind definitionKind(Emitter &e, const Assignment &assignment);
 
 /* Gives all definitions of a tree their numbers. */
 void allocateDefinitions(Emitter &e, TreeState &ts);

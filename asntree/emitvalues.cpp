@@ -190,8 +190,6 @@ void fillMembers(Filling &f) {
     ValueList list{f};
     const bool isList = f.datum.kind == DatumKind::List;
     for (const DatumMember &member : f.datum.members) {
-        if (member.value == nullptr)
-            continue;
         const PlaceNr place = isList ? elementPlace(f.ts, f.place)
                                      : componentPlace(f.ts, f.place, member.name);
         const RecNr nr = emitDatum(f.e, f.ts, *member.value, place, TCS_MANDATORY);
@@ -279,11 +277,7 @@ RecNr emitValue(Emitter &e, TreeState &ts, ValueUse value, TypeUse governor, Pla
         return 0;
     const Datum *datum = readDatum(e.c, value, governor);
     if (datum->kind == DatumKind::Bad) {
-        const TypeUse base = baseOf(e.c, governor);
-        if (base && base.type->kind == TypeKind::Macro)
-            leaveOut(e, value.value->place, "it has a value of a macro that isn't known");
-        else
-            refuse(e, value.value->place, "a tree can't hold this value");
+        refuse(e, value.value->place, "a tree can't hold this value");
         return 0;
     }
     return emitDatum(e, ts, *datum, place, status);

@@ -163,8 +163,6 @@ Extent evaluateGroup(const ExtentQuestion &q, const Constraint &constraint,
         else if (setting.set)
             part = evaluate({q.c, setting.set.scope, setting.governor, q.aspect, q.view},
                             *setting.set.set, parent);
-        else if (!setting.given && !setting.byDefault)
-            continue;
         if (!part.exact)
             return part;
         ranges.insert(ranges.end(), part.set.ranges.begin(), part.set.ranges.end());

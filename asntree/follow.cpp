@@ -41,13 +41,11 @@ TypeUse followArgument(Compilation &c, const Reference &reference, const Argumen
     case ArgumentKind::Class:
         reportNoType(c, reference, "a class");
         return {};
-    case ArgumentKind::Value:
-    case ArgumentKind::Object:
-        reportNoType(c, reference, argument.kind == ArgumentKind::Value ? "a value" : "an object");
-        return {};
     case ArgumentKind::ObjectSet:
         reportNoType(c, reference, "an object set");
         return {};
+    case ArgumentKind::Value: /* these have small letters, which no type begins with */
+    case ArgumentKind::Object:
     case ArgumentKind::Bad:
         break;
     }
@@ -80,9 +78,7 @@ TypeUse followReference(Compilation &c, const Reference &reference, const Scope 
     case AssignmentKind::Class:
         reportNoType(c, reference, "a class");
         return {};
-    case AssignmentKind::Value:
-        reportNoType(c, reference, "a value");
-        return {};
+    case AssignmentKind::Value: /* has a small letter, which no type begins with */
     case AssignmentKind::Macro:
         break; /* an instance that the parser took for a plain reference; the type is left open */
     }

@@ -156,10 +156,6 @@ ValueForm fixedForm(int mainType) {
         return VF_NULL;
     case TYP_ANY:
         return VF_ANY;
-    case TYP_OPEN:
-        return VF_OPEN;
-    case TYP_EMB_PDV:
-        return VF_EMB_PDV;
     case TYP_OBJID:
         return VF_OBJI;
     case TYP_GENTIME:
@@ -209,8 +205,6 @@ Form formOf(int mainType, const FormFacts &facts) {
     case TYP_SEQOF:
     case TYP_SETOF:
         return listForm(facts);
-    case TYP_CHASTR:
-        return {VF_DYNS, VF_UI32};
     default:
         break;
     }

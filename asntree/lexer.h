@@ -18,6 +18,13 @@ inline std::string_view textOf(const SourceFile &file, const Token &token) {
    dropped; the digits of a BString or HString without white space, in capitals. */
 std::string stringContent(const SourceFile &file, const Token &token);
 
+/* The character at the beginning of a text that isn't empty. */
+struct Decoded {
+    std::uint32_t character = 0;
+    std::size_t length = 0; /* in octets; 0: not UTF-8 */
+};
+Decoded decodeUtf8(std::string_view text);
+
 /* The names of the modules whose headers a text seems to have, found without reading the whole
    text into tokens, in their order; used to find the files of imports. A name too many is possible
    where a comment holds something like a header, one too few where over 16 KiB of comments stand

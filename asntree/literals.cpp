@@ -8,6 +8,26 @@
 
 namespace asntree {
 
+Decoded decodeUtf8(std::string_view text) {
+    const auto octet = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+    const unsigned first = octet(0);
+    if (first < 0x80)
+        return {first, 1};
+    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    if (first < 0xC2 || first > 0xF4 || text.size() < length)
+        return {};
+    std::uint32_t character = first & (0x7Fu >> length);
+    for (std::size_t at = 1; at < length; ++at) {
+        if ((octet(at) & 0xC0) != 0x80)
+            return {};
+        character = character << 6 | (octet(at) & 0x3Fu);
+    }
+    constexpr std::uint32_t least[] = {0, 0, 0x80, 0x800, 0x10000};
+    if (character < least[length] || character > 0x10FFFF || (character & ~0x7FFu) == 0xD800)
+        return {};
+    return {character, length};
+}
+
 namespace {
 
 constexpr char NO_BREAK_SPACE[] = "\xC2\xA0";
@@ -50,31 +70,6 @@ void checkQuoted(LexState &state, std::size_t begin, std::size_t end, bool binar
              "the letters of binary and hexadecimal strings are capital letters");
         state.smallHexReported = true;
     }
-}
-
-struct Decoded {
-    std::uint32_t character = 0;
-    std::size_t length = 0; /* 0: not UTF-8 */
-};
-
-Decoded decodeUtf8(std::string_view text) {
-    const auto octet = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-    const unsigned first = octet(0);
-    if (first < 0x80)
-        return {first, 1};
-    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-    if (first < 0xC2 || first > 0xF4 || text.size() < length)
-        return {};
-    std::uint32_t character = first & (0x7Fu >> length);
-    for (std::size_t at = 1; at < length; ++at) {
-        if ((octet(at) & 0xC0) != 0x80)
-            return {};
-        character = character << 6 | (octet(at) & 0x3Fu);
-    }
-    constexpr std::uint32_t least[] = {0, 0, 0x80, 0x800, 0x10000};
-    if (character < least[length] || character > 0x10FFFF || (character & ~0x7FFu) == 0xD800)
-        return {};
-    return {character, length};
 }
 
 enum class Strange : std::uint8_t { Dash, Quote, Space, Other };

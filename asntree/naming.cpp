@@ -24,16 +24,6 @@ bool startsWith(std::string_view text, std::string_view start) {
     return text.substr(0, start.size()) == start;
 }
 
-std::string upperName(std::string_view option) {
-    std::string text(option.substr(0, option.find('=')));
-    for (char &ch : text)
-        if (ch >= 'a' && ch <= 'z')
-            ch = static_cast<char>(ch - 'a' + 'A');
-    if (option.find('=') != option.npos)
-        text += option.substr(option.find('='));
-    return text;
-}
-
 /* The row and the part of a naming option without its "-"; null for any other text. */
 const Row *rowOf(std::string_view option, std::size_t &part) {
     for (const Row &row : rows)
@@ -92,12 +82,12 @@ NamingRules::NamingRules() {
 void addNamingOption(NamingRules &rules, std::string_view option) {
     if (!startsWith(option, "-"))
         return;
-    const std::string text = upperName(option.substr(1));
+    const std::string_view text = option.substr(1);
     std::size_t part = 0;
     const Row *row = rowOf(text, part);
     if (row == nullptr)
         return;
-    std::string_view value = std::string_view(text).substr(row->word.size() + parts[part].size());
+    std::string_view value = text.substr(row->word.size() + parts[part].size());
     const std::size_t colon = value.find(':');
     NamingRules::Rule &rule =
         ruleFor(rules.kinds[row->number], colon == value.npos ? "" : value.substr(0, colon));
@@ -115,8 +105,6 @@ Naming namingOf(const NamingRules &rules, DefinitionKind kind, std::string_view 
                 const std::vector<std::string> &overrides) {
     Naming naming;
     const Row *row = rowOf(kind);
-    if (row == nullptr)
-        return naming;
     const NamingRules::Kind &rulesOfKind = rules.kinds[row->number];
     apply(naming, rulesOfKind.rules.front());
     if (!rulesOfKind.byName.empty())

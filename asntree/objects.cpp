@@ -248,8 +248,6 @@ ObjectUse objectOf(Compilation &c, ValueUse use, ClassUse objectClass) {
         return object;
     case ValueKind::Field:
         return objectOfField(c, {object.value, object.scope}, object.objectClass);
-    case ValueKind::Bad:
-        return {};
     default:
         error(c.diagnostics, object.value->place, "an object is expected here, not a value");
         return {};

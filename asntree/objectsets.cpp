@@ -109,8 +109,6 @@ void collectIntersection(SetReader &reader, const Constraint &expression, Collec
     std::vector<Collected> operands(expression.operands.size());
     for (std::size_t i = 0; i < operands.size(); ++i)
         collect(reader, *expression.operands[i], operands[i]);
-    if (operands.empty())
-        return;
     for (const ObjectUse &object : operands.front().objects)
         if (std::all_of(operands.begin() + 1, operands.end(),
                         [&object](const Collected &other) { return other.has(object); }))
@@ -145,9 +143,6 @@ void collect(SetReader &reader, const Constraint &expression, Collected &into) {
     case ConstraintKind::AllExcept:
         error(reader.c.diagnostics, expression.place,
               "ALL EXCEPT has no meaning for objects: there is no set of all of them");
-        reader.info.sound = false;
-        break;
-    case ConstraintKind::Bad:
         reader.info.sound = false;
         break;
     default:

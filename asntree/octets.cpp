@@ -86,7 +86,7 @@ std::string utf8Of(std::u32string_view characters) {
             continue;
         }
         const int more = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
-        put((0xF00u >> more & 0xFF) | character >> (6 * more));
+        put((0xFF00u >> (more + 1) & 0xFF) | character >> (6 * more));
         for (int shift = 6 * (more - 1); shift >= 0; shift -= 6)
             put(0x80 | (character >> shift & 0x3F));
     }

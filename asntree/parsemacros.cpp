@@ -187,6 +187,21 @@ bool isMacroName(const Parser &p, std::string_view name) {
            std::binary_search(p.words->macros.begin(), p.words->macros.end(), name);
 }
 
+namespace {
+
+/* A TEXTUAL-CONVENTION is the type of its SYNTAX, with all that restricts it. */
+void takeSyntax(Parser &p, Type &type) {
+    if (type.ref.name.text != "TEXTUAL-CONVENTION")
+        return;
+    for (const MacroClause &clause : readMacroClauses(p.context, type.tokens))
+        if (clause.word.text == "SYNTAX" && clause.type != nullptr) {
+            type = *clause.type;
+            return;
+        }
+}
+
+} // namespace
+
 void checkForMacro(Parser &p, Type &type) {
     if (p.failed || type.ref.hasParameters || type.ref.module.given() || p.pos >= p.end)
         return;
@@ -205,8 +220,10 @@ void checkForMacro(Parser &p, Type &type) {
         break;
     case TypePlace::Assignment:
         p.pos = nextAssignment(p, begin, begin);
-        if (p.pos != begin)
+        if (p.pos != begin) {
             makeMacro(p, type, begin);
+            takeSyntax(p, type);
+        }
         break;
     case TypePlace::Component:
     case TypePlace::Elsewhere:

@@ -41,6 +41,8 @@ const NumberSet &parentOf(const Site &site) {
    restricted can't have it at all. */
 bool reportOutside(const Site &site, Place place, const std::string &what, const NumberSet &part) {
     const NumberSet &parent = parentOf(site);
+    if (parent.empty())
+        return true; /* which was reported */
     const bool possible = (site.size || site.alphabet) &&
                           isWithin(part, wholeExtent(site.c, site.governor, aspectOf(site)));
     const auto report = possible ? warning : error;

@@ -153,8 +153,9 @@ void addName(ArcReading &r, const Arc &arc) {
     const bool plain = !arc.ref.module.given() && !arc.ref.hasParameters;
     const auto known = plain ? numberOfName(r, arc.name.text) : std::nullopt;
     Target target = tryResolve(r.c, arc.ref, r.scope);
-    if (target.assignment != nullptr && target.assignment->kind != AssignmentKind::Value)
-        target = {};
+    if (target.assignment != nullptr && (target.assignment->kind != AssignmentKind::Value ||
+                                         classOf(r.c, {target.assignment->type, target.scope})))
+        target = {}; /* an object is no value */
     if (known && (!target || r.numbers.empty())) {
         addNumber(r, arc, *known, {});
         return;

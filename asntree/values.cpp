@@ -44,8 +44,6 @@ bool isDummy(const Scope *scope, const Reference &reference) {
 }
 
 void reportMismatch(Reading &reading, std::string_view expected) {
-    if (reading.value().kind == ValueKind::Bad)
-        return;
     error(reading.c.diagnostics, reading.value().place,
           "a value of " + describeType(reading.governor) + " is " + std::string(expected) +
               ", not " + std::string(kindText(reading.value().kind)));
@@ -183,8 +181,6 @@ void readField(Reading &r) {
                   quote("&" + std::string(value.fields.back().text)) + " does not hold a value");
             return;
         }
-        if (!setting.value)
-            continue;
         takeOver(r, *readDatum(r.c, setting.value, setting.governor), setting.governor);
         return;
     }

@@ -142,25 +142,12 @@ bool belongs(TypeKind kind, char32_t character) {
 }
 
 /* The characters of a text in UTF-8; octets that aren't stand for themselves, as in Latin-1. */
-std::u32string decode(const std::string &text) {
+std::u32string decode(std::string_view text) {
     std::u32string result;
-    for (std::size_t at = 0; at < text.size();) {
-        const auto first = static_cast<unsigned char>(text[at]);
-        const std::size_t more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : 0;
-        char32_t character = more == 0 ? first : first & (0x3Fu >> more);
-        std::size_t taken = 1;
-        for (; taken <= more && at + taken < text.size(); ++taken) {
-            const auto octet = static_cast<unsigned char>(text[at + taken]);
-            if ((octet & 0xC0) != 0x80)
-                break;
-            character = character << 6 | (octet & 0x3Fu);
-        }
-        if (taken != more + 1) {
-            character = first;
-            taken = 1;
-        }
-        result += character;
-        at += taken;
+    while (!text.empty()) {
+        const Decoded decoded = decodeUtf8(text);
+        result += decoded.length == 0 ? static_cast<unsigned char>(text[0]) : decoded.character;
+        text.remove_prefix(std::max<std::size_t>(decoded.length, 1));
     }
     return result;
 }

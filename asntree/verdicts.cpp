@@ -199,7 +199,7 @@ Verdict judgeContained(const Judging &j, const Constraint &constraint, const Dat
 }
 
 Verdict judgeElements(const Judging &j, const Constraint &constraint, const Datum &datum) {
-    if (datum.kind != DatumKind::List || constraint.inner == nullptr)
+    if (datum.kind != DatumKind::List)
         return Verdict::Unknown;
     Verdict result = Verdict::Yes;
     for (const DatumMember &member : datum.members) {

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "tests/asntree/compiled.h"
@@ -131,6 +133,62 @@ R ::= P{z})",
 17: the value is of type SEQUENCE, but one of SEQUENCE is needed
 21: `z` is no item of `E`
 )");
+}
+
+TEST(AsntreeMessages, OneForOneMistake) {
+    expectErrors(R"(
+A ::= INTEGER (1 | 3 | 5 | 7 | 9 | 11 | 13 | 15 | 17 | 19)
+B ::= A (20)
+C ::= INTEGER (5..1)
+a C ::= 3
+D ::= C (0..3)
+G ::= SEQUENCE { a INTEGER (0..5), b INTEGER (0..5), c SEQUENCE { d SEQUENCE OF S } OPTIONAL,
+                 e CHOICE { f INTEGER (1) } OPTIONAL }
+H ::= SEQUENCE { a INTEGER, b INTEGER, c SEQUENCE { d SEQUENCE OF INTEGER } OPTIONAL,
+                 e CHOICE { f INTEGER } OPTIONAL }
+S ::= INTEGER (0..3)
+b H ::= { a 9, b 9 }
+c G ::= b
+d H ::= { a 5, b 5, c {d {3, 4}} }
+e G ::= d
+f H ::= { a 5, b 5, e f:5 }
+g G ::= f
+h H ::= { a 5, b 5, c {d {3}}, e f:1 }
+i G ::= h
+j IA5String ::= k
+k IA5String ::= "x"
+l ANY ::= TRUE
+K ::= CLASS { &Type, &v &Type.Foo }
+L ::= "ééééééééééééééééééééé"
+CL ::= CLASS { &id INTEGER }
+m CL ::= { &id 5 }
+n OBJECT IDENTIFIER ::= { iso m 5 }
+P ::= SEQUENCE { a [1] CHOICE { x [0] NULL, ... } OPTIONAL, b Q OPTIONAL, ... }
+Q ::= [APPLICATION 1] CHOICE { x [0] NULL, ... })",
+                 "3: the value 20 reaches outside the parent, which allows 1 | 3 | 5 | 7 | 9 | 11 | 13 | 15 "
+                 "| ...\n4: the range is reversed: its lower end 5 is greater than its upper end 1\n"
+                 "13: the value 9 doesn't fit INTEGER, which allows 0..5\n"
+                 "15: the value 4 doesn't fit `S`, which allows 0..3\n"
+                 "17: the value 5 doesn't fit INTEGER, which allows 1\n"
+                 "22: warning: a value of an open type is written with its type: `Type : value`\n"
+                 "23: a field (\"&name\") expected, found \"Foo\"\n"
+                 "24: a type expected, found \"\"ééééééééééééééééééé...\"\n"
+                 "27: the arc `m` needs its number behind it in parentheses: it is neither a name that is "
+                 "known here nor a value\n");
+    expectErrors(R"(
+M { iso foo(bar) 5 } DEFINITIONS ::= BEGIN
+A ::= SEQUENCE { a CHOICE { x [0] NULL, ... } OPTIONAL, ... } END
+N { 1 3 99999999999 } DEFINITIONS ::= BEGIN B ::= NULL END)",
+                 R"(2: warning: the identifier of module `M` is passed over: it has an arc without a number
+3: warning: an addition that isn't known could belong here as well as to the structure around it
+4: warning: the identifier of the module is left out: a tree can't hold arcs of more than 32 bits
+)");
+    std::string many;
+    for (int i = 0; i < 6000; ++i)
+        many += "\nT" + std::to_string(i) + " ::= Tx" + std::to_string(i) + " v" + std::to_string(i) +
+                " ANY ::= 5";
+    const std::string errors = compileText("M DEFINITIONS ::= BEGIN" + many + "\nEND").errors;
+    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 250) << errors.substr(0, 1000);
 }
 
 TEST(AsntreeMessages, TypesOfReferredValues) {

@@ -38,7 +38,7 @@ TEST(AsntreeProgram, FindsItsFiles) {
                             "U ::= SEQUENCE { t T, v V } END\n");
     dir.write("a/m1.asn", "M {1 2 4} DEFINITIONS ::= BEGIN T ::= REAL END\n");
     dir.write("b/m2.asn", "M {1 2 3} DEFINITIONS ::= BEGIN T ::= NULL END\n");
-    dir.write("b/far.asn1", "Near DEFINITIONS ::= BEGIN END\n" + std::string(40'000, '\n') +
+    dir.write("b/far.asn1", "Near DEFINITIONS ::= BEGIN END\n" + std::string(100'000, '\n') +
                                 "Far DEFINITIONS ::= BEGIN V ::= BOOLEAN END\n");
     const Call runs[] = {
         {{"none"}, 2, "there is no file none (nor none.asn, none.asn1, none.ASN, none.ASN1)\n"},
@@ -106,6 +106,8 @@ TEST(AsntreeProgram, Options) {
         {{"--color=always", "m"}, 2, "\033[1m"},
         {{"--color=never", "m"}, 2, "m.asn:1:31: error: `Nul` is not defined\n"},
         {{"-version"}, 0, "asntree 1.7"},
+        {{"--check", "good"}, 0, ""},
+        {{"-L=m.asn", "good"}, 2, "asntree: m.asn: "},
         {{"+wrong.opt", "good"}, 1, "wrong.opt:1: error: \"@\" must be followed by a path"},
         {{"+odd.opt", "good"}, 2, "odd.opt:1: warning: no words follow the path @M.T\n"},
         {{"+odd.opt", "good"}, 2, "odd.opt:2: warning: neither an option, nor a file, nor a com"},
@@ -120,6 +122,12 @@ TEST(AsntreeProgram, Options) {
     };
     for (const Call &run : runs)
         expectRun(dir, run);
+    const std::string commands = "for date in 8888888888888888 9999999999999999; do"
+                                 " SOURCE_DATE_EPOCH=$date " + asntreeProgram + " -S=$date good; done; "
+                                 "cmp */good.stx; " + asntreeProgram + " good >/dev/full";
+    const ProgramRun shell = runProgram(dir, "sh", {"-c", commands});
+    EXPECT_EQ(shell.status, 2) << shell.err;
+    EXPECT_EQ(shell.err, "asntree: the standard output can't be written\n");
 }
 
 } // namespace

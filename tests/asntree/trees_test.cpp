@@ -83,7 +83,9 @@ P1 ::= P{{But | o1}}
 P2 ::= P{{With{{o1}}}}
 Outer ::= SEQUENCE { COMPONENTS OF Inner, t C.&Type ({All}{@i}) }
 Inner ::= SEQUENCE { i C.&id ({All}), x BOOLEAN }
-Path ::= SEQUENCE { t C.&obj.&Type, i C.&obj.&id })";
+Path ::= SEQUENCE { t C.&obj.&Type, i C.&obj.&id }
+outer Outer ::= { i 1, x TRUE, t NULL : NULL }
+o5 C ::= { 5 NULL OBJS {o1, ..., o2} })";
     expectAll({
         {chosen,
          {"\no4 C ::= o3  exported\n", "Same ::= set of C (o1 | o3 | ...)",
@@ -91,7 +93,7 @@ Path ::= SEQUENCE { t C.&obj.&Type, i C.&obj.&id })";
           "Fields ::= set of C (o1 | o2)", "Sets ::= set of C (o1 | o2)",
           "More ::= set of C (o2 | INCLUDES But | ... | o1)", "n INTEGER (2 | 3 | 1)  {ui8, 1..3}",
           "n INTEGER (1 | 2)  {ui8, 1..2}", "COMPONENTS OF Inner\n    t C.&Type (component relation)",
-          "t C.&obj.&Type\n    i INTEGER"}},
+          "t C.&obj.&Type\n    i INTEGER", "outer Outer ::= {i 1, x TRUE, t NULL}"}},
         {R"(
 C ::= CLASS { &id INTEGER UNIQUE, &Set INTEGER DEFAULT {1 | 2}, &Objs C OPTIONAL, &Type OPTIONAL,
               &v &Type DEFAULT INTEGER:5, &Vals &Type OPTIONAL }
@@ -126,12 +128,14 @@ I2 ::= INTEGER (Both.&Set)
 I3 ::= INTEGER (d.&obj.&id)
 I4 ::= INTEGER (d.&Objs.&id | 9)
 I5 INTEGER ::= { Both.&Set | 9 }
+I6 INTEGER (0..20) ::= { 1 | 2 }
+I7 ::= SEQUENCE { a I6 }
 v1 INTEGER ::= d.&obj.&id
 v2 RELATIVE-OID ::= a.&rel
 v3 INTEGER ::= M.v1)",
          {"I1 ::= INTEGER (1 | 2)  {ui8, 1..2}", "I2 ::= INTEGER (3 | 4)  {ui8, 3..4}",
           "I3 ::= INTEGER (1)  {ui8, 1..1}", "I4 ::= INTEGER (1 | 2 | 9)  {ui8, 1..9}",
-          "I5 ::= set of INTEGER (3 | 4 | 9)", "v1 INTEGER ::= 1 ", "v2 OCTET STRING ::= '0506'H"}},
+          "I5 ::= set of INTEGER (3 | 4 | 9)", "I6 ::= set of INTEGER (1 | 2", "    a I6\n", "v1 INTEGER ::= 1 ", "v2 OCTET STRING ::= '0506'H"}},
     });
 }
 
@@ -149,14 +153,15 @@ H ::= BIT STRING { a(0) } (SIZE (5))
 J ::= INTEGER (0..10) (MIN | MAX)
 K ::= INTEGER (c < Ch)
 Ch ::= CHOICE { c INTEGER (1..4) }
-L ::= IA5String (SIZE (1..9)) (FROM ("a".."z")) (SIZE (3)))",
+L ::= IA5String (SIZE (1..9)) (FROM ("a".."z")) (SIZE (3))
+T ::= UTCTime (FROM ("0".."9")))",
          {"A ::= IA5String (\"a\" | \"b\" | \"c\" EXCEPT \"b\")", "B ::= IA5String (ALL EXCEPT  (\"b\"))",
           "C ::= OCTET STRING (SIZE (1 | 5))  {stas8/ui8, 1..5}",
           "D ::= OCTET STRING (SIZE (1..10 ^ 5..20))  {stas8/ui8, 5..10}",
           "E ::= OCTET STRING (SIZE (1..4 | 6..10 ^ 1..10))  {stas8/ui8, 1..10}",
           "F ::= OCTET STRING (SIZE (0..4 | 6..MAX ^ 0..MAX))",
           "10, exponent 0} EXCEPT {mantissa 5", "H ::= BIT STRING (SIZE (0..5))",
-          "J ::= INTEGER (0..10 ^ 0 | 10)  {ui8, 0..10}", "K ::= INTEGER (INCLUDES ",
+          "T ::= UTCTime  {comt}", "J ::= INTEGER (0..10 ^ 0 | 10)  {ui8, 0..10}", "K ::= INTEGER (INCLUDES ",
           "{ui8, 1..4}"}},
         {R"(
 I ::= INTEGER (1..5, ..., 7)
@@ -193,6 +198,10 @@ f RELATIVE-OID ::= { 5 300 99999 })",
           "a Big ::= '010000000000000000000000000000000000000000000000000000000000000000'H",
           "b Big ::= '00C8'H", "c Neg ::= 'FF00'H", "d Neg ::= 'FF7F'H", "e Neg ::= '05'H",
           "f OCTET STRING ::= '05822C868D1F'H"}},
+        {"a UTF8String ::= \"\u00E9\u20AC\U0001F600\" b UTF8String ::= \"\xC0\x80\xED\xA0\x80\""
+         " c IA5String ::= \"a\u00A0\n  b\"",
+         {"a OCTET STRING ::= 'C3A9E282ACF09F9880'H", "b OCTET STRING ::= 'C380C280C3ADC2A0C280'H",
+          "c IA5String ::= \"ab\""}},
         {R"(
 a REAL ::= NOT-A-NUMBER
 b REAL ::= { 99999999999999999999, 10, 3 }
@@ -211,6 +220,39 @@ H ::= CHARACTER STRING)",
          "7: warning: `M.F` is left out: it refers to `E`, which is left out\n",
          {"--skip-unsupported"}},
     });
+}
+
+TEST(AsntreeTrees, Macros) {
+    expectAll({{R"(
+M DEFINITIONS ::= BEGIN
+OBJECT-TYPE MACRO ::= BEGIN TYPE NOTATION ::= "" VALUE NOTATION ::= value (VALUE INTEGER) END
+OPERATION MACRO ::= BEGIN TYPE NOTATION ::= "" VALUE NOTATION ::= value (VALUE INTEGER) END
+ERROR MACRO ::= BEGIN TYPE NOTATION ::= "" VALUE NOTATION ::= value (VALUE INTEGER) END
+UNKNOWN MACRO ::= BEGIN TYPE NOTATION ::= "" VALUE NOTATION ::= value (VALUE INTEGER) END
+COPY MACRO ::= M.UNKNOWN
+Text ::= TEXTUAL-CONVENTION DISPLAY-HINT "255a" STATUS current DESCRIPTION "text"
+         SYNTAX OCTET STRING (SIZE (0..255))
+Row ::= SEQUENCE { text Text, bits BITS { a(0) } }
+Bad ::= SEQUENCE { m UNKNOWN FOO { a, b } (x) BAR OPTIONAL, n BOOLEAN }
+bits OBJECT-TYPE SYNTAX BITS { a(0), b(1) } MAX-ACCESS read-only STATUS current
+     DEFVAL { {a} } ::= { 1 3 6 2 }
+op OPERATION ARGUMENT arg INTEGER RESULT SEQUENCE { a INTEGER } ERRORS { e1, Err } LINKED { op } ::= 5
+op2 OPERATION ARGUMENT [1] name < Ch TIMER 5 PRIORITY {1} ::= 8
+Err ::= ERROR PARAMETER INTEGER
+Both ::= SEQUENCE { o OPERATION, e ERROR }
+Ch ::= CHOICE { name INTEGER }
+e1 ERROR PARAMETER p INTEGER ::= 1
+e2 ERROR ::= localValue : 7
+x UNKNOWN FOO "a" ::= 5
+END)",
+                {"Text ::= OCTET STRING (SIZE (0..255))", "    bits OCTET STRING  {dyns/ui32, 0..MAX}",
+                 "Bits_Syntax ::= OCTET STRING", "Op_Argument ::= INTEGER", "Op_Result ::= SEQUENCE",
+                 "Op2_Argument ::= [1] EXPLICIT INTEGER", "E1_Parameter ::= INTEGER",
+                 "Err ::= CHOICE  {stru/i8}", "    e CHOICE  {stru/i8}\n        localValue INTEGER",
+                 "\nbits OBJECT IDENTIFIER ::= {1, 3, 6, 2}", "\nop INTEGER ::= 5", "e2 INTEGER ::= 7"},
+                "11: warning: `M.Bad` is left out: a tree can't hold instances of this macro\n"
+                "21: warning: `x` is left out: it is an instance of the macro UNKNOWN, which isn't known\n",
+                {"--skip-unsupported"}}});
 }
 
 TEST(AsntreeTrees, Words) {
