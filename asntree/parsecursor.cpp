@@ -74,14 +74,21 @@ Name takeName(Parser &p) {
     return name;
 }
 
-std::string quoted(std::string_view text) {
-    std::string result = "\"";
+namespace {
+
+std::string shortened(std::string_view text) {
     if (text.size() <= LONGEST_QUOTE)
-        return result.append(text) + "\"";
+        return std::string(text);
     std::size_t length = LONGEST_QUOTE;
-    while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
+    while ((static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) /* within a character */
         --length;
-    return result.append(text.substr(0, length)) + "...\"";
+    return std::string(text.substr(0, length)) + "...";
+}
+
+} // namespace
+
+std::string quoted(std::string_view text) {
+    return "\"" + shortened(text) + "\"";
 }
 
 void fail(Parser &p, Place place, std::string text) {
@@ -101,7 +108,7 @@ void failExpected(Parser &p, std::string_view what) {
     if (token.kind == TokenKind::End)
         text += kindText(TokenKind::End);
     else if (token.kind == TokenKind::CString)
-        text += textOf(p.file, token).substr(0, LONGEST_QUOTE);
+        text += shortened(textOf(p.file, token));
     else
         text += quoted(textOf(p.file, token));
     fail(p, here(p), std::move(text));

@@ -172,7 +172,7 @@ Q ::= [APPLICATION 1] CHOICE { x [0] NULL, ... })",
                  "17: the value 5 doesn't fit INTEGER, which allows 1\n"
                  "22: warning: a value of an open type is written with its type: `Type : value`\n"
                  "23: a field (\"&name\") expected, found \"Foo\"\n"
-                 "24: a type expected, found \"\"ééééééééééééééééééé...\"\n"
+                 "24: a type expected, found \"ééééééééééééééééééé...\n"
                  "27: the arc `m` needs its number behind it in parentheses: it is neither a name that is "
                  "known here nor a value\n");
     expectErrors(R"(
