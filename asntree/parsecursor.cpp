@@ -80,7 +80,7 @@ std::string shortened(std::string_view text) {
     if (text.size() <= LONGEST_QUOTE)
         return std::string(text);
     std::size_t length = LONGEST_QUOTE;
-    while ((static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) /* within a character */
+    while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
         --length;
     return std::string(text.substr(0, length)) + "...";
 }
