@@ -43,13 +43,20 @@ Item itemOfType(const void *key, const Type *type, const Scope *scope) {
     return item;
 }
 
+/* A field of objects has no type. */
+Item itemOfField(Compilation &c, const ClassField &field, const Scope *scope) {
+    const bool ofObjects = field.governor != nullptr && scope != nullptr &&
+                           classOf(c, {field.governor, scope});
+    return itemOfType(&field, ofObjects ? nullptr : field.governor, scope);
+}
+
 /* One step of a path: to the element of a list, a component or a field that is written in the item
    itself; what a reference leads to has a path of its own. */
-Item step(const Item &from, const std::string &name) {
+Item step(Compilation &c, const Item &from, const std::string &name) {
     if (from.objectClass != nullptr) {
         for (const ClassField &field : from.objectClass->fields)
             if (field.name.text == name)
-                return itemOfType(&field, field.governor, from.type.scope);
+                return itemOfField(c, field, from.type.scope);
         return {nullptr, {}, nullptr, nullptr, "the class has no such field"};
     }
     if (!from.type)
@@ -143,7 +150,7 @@ void take(DirectiveReader &reader, const Item &item, std::string_view text, Plac
 Item walk(DirectiveReader &reader, Item item, const std::vector<std::string> &path,
           std::size_t first, Place place) {
     for (std::size_t i = first; i < path.size() && item.key != nullptr; ++i) {
-        item = step(item, path[i]);
+        item = step(reader.c, item, path[i]);
         if (item.key == nullptr)
             error(reader.c.diagnostics, place,
                   "the path names nothing at `" + path[i] + "`: " + item.mismatch);
@@ -203,7 +210,7 @@ void takeOfDefinition(DirectiveReader &reader, const Assignment &assignment) {
     takeComments(reader, item, file, assignment.directives);
     if (assignment.objectClass != nullptr)
         for (const ClassField &field : assignment.objectClass->fields)
-            takeComments(reader, itemOfType(&field, field.governor, item.type.scope), file,
+            takeComments(reader, itemOfField(reader.c, field, item.type.scope), file,
                          field.directives);
     if (item.type)
         takeOfType(reader, *item.type.type, item.type.scope, file);
