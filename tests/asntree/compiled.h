@@ -12,7 +12,7 @@
 
 /* What comes of a text in one run of the compiler, without files. */
 struct Compiled {
-    std::string errors; /* "line: text" or, for a warning, "line: warning: text", each with "\n" */
+    std::string errors;  /* "line: text" or, for a warning, "line: warning: text", each with "\n" */
     std::string listing; /* of all trees, without empty lines; nothing after an error */
 };
 

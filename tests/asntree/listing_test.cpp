@@ -38,77 +38,79 @@ RecNr addSubOf(Tree &tree, SubKind kind, RecNr first, RecNr next) {
     return tree.addSub(sub);
 }
 
+const struct {
+    std::function<void(Tree &)> change;
+    const char *listed;
+} rows[] = {
+    {[](Tree &tree) {
+         tree.t(1).mainType = TYP_SELECTION;
+         tree.t(1).refRecord = 1;
+         tree.t(1).auxRecord = tree.addS({1, -1, tree.addS({1, 1, 0})});
+     },
+     "\nT ::= v.T < T"},
+    {[](Tree &tree) {
+         tree.t(1).mainType = TYP_SYNONYM;
+         tree.t(1).refModule = 99;
+         tree.t(1).refRecord = 7;
+     },
+     "\nT ::= #7"},
+    {[](Tree &tree) {
+         tree.t(1).mainType = TYP_ENUM;
+         tree.t(1).namedNumbersRec = tree.v(1).next = 1;
+     },
+     "\nT ::= ENUMERATED"},
+    {[](Tree &tree) {
+         tree.t(1).mainType = TYP_SEQ;
+         tree.t(1).refRecord = tree.addT(tree.t(1));
+         tree.t(2).mainType = TYP_NULL;
+         tree.t(2).next = 2;
+     },
+     "\nT ::= SEQUENCE  {indefinite}\n    T NULL  {indefinite}\n    T NULL  "},
+    {[](Tree &tree) { tree.v(1).valueKind = TYP_BMPSTR; }, " ::= \"\"\n"},
+    {[](Tree &tree) { tree.v(1).valueKind = TYP_EXTENSION_MARKER; }, " ::= ...\n"},
+    {[](Tree &tree) {
+         tree.v(1).valueKind = TYP_FIELDLIST;
+         tree.v(1).auxRecord = tree.addS({1, 1, 0});
+     },
+     " ::= T\n"},
+    {[](Tree &tree) {
+         tree.v(1).valueKind = TYP_SEQOF;
+         tree.v(1).refRecord = 1;
+     },
+     " ::= {v {v {v "},
+    {[](Tree &tree) {
+         tree.v(1).valueKind = TYP_SEQOF;
+         tree.v(1).refRecord = tree.addV(tree.v(1));
+         tree.v(2).valueKind = TYP_NULL;
+         tree.v(2).next = 2;
+     },
+     " ::= {v NULL, v NULL, v NULL, "},
+    {[](Tree &tree) { tree.t(1).constraintRec = 5; }, "\nT ::= INTEGER (?)"},
+    {[](Tree &tree) { tree.t(1).constraintRec = addSubOf(tree, SUB_UNION, 1, 0); },
+     "\nT ::= INTEGER ("},
+    {[](Tree &tree) {
+         tree.t(1).constraintRec = addSubOf(tree, SUB_UNION, 2, 0);
+         addSubOf(tree, SUB_TABLE, 0, 2);
+     },
+     "\nT ::= INTEGER (table | table | "},
+    {[](Tree &tree) {
+         tree.t(1).firstTagRec = tree.addTag({TAG_CTX, 1, 5, 1});
+     },
+     "\nT ::= [5] EXPLICIT [5] EXPLICIT "},
+    {[](Tree &tree) {
+         tree.header().tedFirst = tree.addTed({TED_OPTION, tree.str("-X")});
+         tree.header().tedLast = 9;
+     },
+     "    option -X\n\nT ::= INTEGER"},
+};
+
 TEST(AsntreeListing, BrokenTrees) {
-    const struct {
-        std::function<void(Tree &)> change;
-        const char *listed;
-    } rows[] = {
-        {[](Tree &tree) {
-             tree.t(1).mainType = TYP_SELECTION;
-             tree.t(1).refRecord = 1;
-             tree.t(1).auxRecord = tree.addS({1, -1, tree.addS({1, 1, 0})});
-         },
-         "\nT ::= v.T < T"},
-        {[](Tree &tree) {
-             tree.t(1).mainType = TYP_SYNONYM;
-             tree.t(1).refModule = 99;
-             tree.t(1).refRecord = 7;
-         },
-         "\nT ::= #7"},
-        {[](Tree &tree) {
-             tree.t(1).mainType = TYP_ENUM;
-             tree.t(1).namedNumbersRec = tree.v(1).next = 1;
-         },
-         "\nT ::= ENUMERATED"},
-        {[](Tree &tree) {
-             tree.t(1).mainType = TYP_SEQ;
-             tree.t(1).refRecord = tree.addT(tree.t(1));
-             tree.t(2).mainType = TYP_NULL;
-             tree.t(2).next = 2;
-         },
-         "\nT ::= SEQUENCE  {indefinite}\n    T NULL  {indefinite}\n    T NULL  "},
-        {[](Tree &tree) { tree.v(1).valueKind = TYP_BMPSTR; }, " ::= \"\"\n"},
-        {[](Tree &tree) { tree.v(1).valueKind = TYP_EXTENSION_MARKER; }, " ::= ...\n"},
-        {[](Tree &tree) {
-             tree.v(1).valueKind = TYP_FIELDLIST;
-             tree.v(1).auxRecord = tree.addS({1, 1, 0});
-         },
-         " ::= T\n"},
-        {[](Tree &tree) {
-             tree.v(1).valueKind = TYP_SEQOF;
-             tree.v(1).refRecord = 1;
-         },
-         " ::= {v {v {v "},
-        {[](Tree &tree) {
-             tree.v(1).valueKind = TYP_SEQOF;
-             tree.v(1).refRecord = tree.addV(tree.v(1));
-             tree.v(2).valueKind = TYP_NULL;
-             tree.v(2).next = 2;
-         },
-         " ::= {v NULL, v NULL, v NULL, "},
-        {[](Tree &tree) { tree.t(1).constraintRec = 5; }, "\nT ::= INTEGER (?)"},
-        {[](Tree &tree) { tree.t(1).constraintRec = addSubOf(tree, SUB_UNION, 1, 0); },
-         "\nT ::= INTEGER ("},
-        {[](Tree &tree) {
-             tree.t(1).constraintRec = addSubOf(tree, SUB_UNION, 2, 0);
-             addSubOf(tree, SUB_TABLE, 0, 2);
-         },
-         "\nT ::= INTEGER (table | table | "},
-        {[](Tree &tree) { tree.t(1).firstTagRec = tree.addTag({TAG_CTX, 1, 5, 1}); },
-         "\nT ::= [5] EXPLICIT [5] EXPLICIT "},
-        {[](Tree &tree) {
-             tree.header().tedFirst = tree.addTed({TED_OPTION, tree.str("-X")});
-             tree.header().tedLast = 9;
-         },
-         "    option -X\n\nT ::= INTEGER"},
-    };
     for (const auto &row : rows) {
         Tree tree = smallTree();
         row.change(tree);
         const std::string listing = listTree(tree, {}, {});
-        EXPECT_NE(listing.find(row.listed), std::string::npos)
-            << row.listed << "\n"
-            << listing.substr(0, 1000);
+        EXPECT_NE(listing.find(row.listed), std::string::npos) << row.listed << "\n"
+                                                               << listing.substr(0, 1000);
         EXPECT_LT(listing.size(), 100'000'000u);
         Tree again;
         std::string why;

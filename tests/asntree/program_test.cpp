@@ -44,7 +44,8 @@ TEST(AsntreeProgram, FindsItsFiles) {
         {{"none"}, 2, "there is no file none (nor none.asn, none.asn1, none.ASN, none.ASN1)\n"},
         {{"-A=a", "-A=b", "none"},
          2,
-         "there is no file none (nor a/none, a/none.asn, a/none.asn1, a/none.ASN, a/none.ASN1, b/none, "},
+         "there is no file none (nor a/none, a/none.asn, a/none.asn1, a/none.ASN, a/none.ASN1, "
+         "b/none, "},
         {{"a"}, 2, "there is no file a "},
         {{"/proc/self/mem"}, 2, "can't read /proc/self/mem: "},
         {{"-A=a", "user"}, 2, "module `Far`"},
@@ -81,7 +82,8 @@ TEST(AsntreeProgram, WritesBesideWhatIsInTheWay) {
     fs::create_symlink("/dev/full", dir.path("links/large.stx"));
     expectRun(dir, {{"-S=file/x", "m"}, 2, "asntree: file/x: "});
     expectRun(dir, {{"-S=way", "m"}, 2, "asntree: way/m.stx: it is a directory\n"});
-    expectRun(dir, {{"-S=links", "large"}, 2, "asntree: links/large.stx: No space left on device\n"});
+    expectRun(dir,
+              {{"-S=links", "large"}, 2, "asntree: links/large.stx: No space left on device\n"});
     expectRun(dir, {{"-MD=/dev/full", "m"}, 2, "asntree: /dev/full: No space left on device\n"});
     expectRun(dir, {{"-S=links", "m"}, 0, "velmo -S=links/ m\n"});
     EXPECT_TRUE(fs::is_symlink(dir.path("links/m.stx")));
@@ -123,8 +125,11 @@ TEST(AsntreeProgram, Options) {
     for (const Call &run : runs)
         expectRun(dir, run);
     const std::string commands = "for date in 8888888888888888 9999999999999999; do"
-                                 " SOURCE_DATE_EPOCH=$date " + asntreeProgram + " -S=$date good; done; "
-                                 "cmp */good.stx; " + asntreeProgram + " good >/dev/full";
+                                 " SOURCE_DATE_EPOCH=$date " +
+                                 asntreeProgram +
+                                 " -S=$date good; done; "
+                                 "cmp */good.stx; " +
+                                 asntreeProgram + " good >/dev/full";
     const ProgramRun shell = runProgram(dir, "sh", {"-c", commands});
     EXPECT_EQ(shell.status, 2) << shell.err;
     EXPECT_EQ(shell.err, "asntree: the standard output can't be written\n");

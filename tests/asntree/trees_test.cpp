@@ -21,8 +21,8 @@ void expectAll(const std::vector<Row> &rows) {
         const Compiled result = compileText(whole ? text : head + text + tail, row.options);
         EXPECT_EQ(result.errors, row.errors) << text;
         for (const char *wanted : row.listed)
-            EXPECT_NE(result.listing.find(wanted), std::string::npos)
-                << wanted << "\n" << text << result.listing;
+            EXPECT_NE(result.listing.find(wanted), std::string::npos) << wanted << "\n"
+                                                                      << text << result.listing;
     }
 }
 
@@ -62,8 +62,7 @@ N DEFINITIONS ::= BEGIN IMPORTS U FROM M; Q ::= SEQUENCE { q U, l SEQUENCE OF U 
     });
 }
 
-TEST(AsntreeTrees, ClassesAndObjects) {
-    const char *const chosen = R"(
+const char *const chosen = R"(
 C ::= CLASS { &id INTEGER UNIQUE, &Type, &obj C OPTIONAL, &Objs C OPTIONAL }
       WITH SYNTAX { &id &Type [OBJ &obj] [OBJS &Objs] }
 o1 C ::= { 1 NULL }
@@ -86,15 +85,16 @@ Inner ::= SEQUENCE { i C.&id ({All}), x BOOLEAN }
 Path ::= SEQUENCE { t C.&obj.&Type, i C.&obj.&id }
 outer Outer ::= { i 1, x TRUE, t NULL : NULL }
 o5 C ::= { 5 NULL OBJS {o1, ..., o2} })";
-    expectAll({
-        {chosen,
-         {"\no4 C ::= o3  exported\n", "Same ::= set of C (o1 | o3 | ...)",
-          "But ::= set of C (o2 | o3)", "Field ::= set of C (o1 | o2)",
-          "Fields ::= set of C (o1 | o2)", "Sets ::= set of C (o1 | o2)",
-          "More ::= set of C (o2 | INCLUDES But | ... | o1)", "n INTEGER (2 | 3 | 1)  {ui8, 1..3}",
-          "n INTEGER (1 | 2)  {ui8, 1..2}", "COMPONENTS OF Inner\n    t C.&Type (component relation)",
-          "t C.&obj.&Type\n    i INTEGER", "outer Outer ::= {i 1, x TRUE, t NULL}"}},
-        {R"(
+
+const std::vector<Row> classesAndObjects = {
+    {chosen,
+     {"\no4 C ::= o3  exported\n", "Same ::= set of C (o1 | o3 | ...)",
+      "But ::= set of C (o2 | o3)", "Field ::= set of C (o1 | o2)", "Fields ::= set of C (o1 | o2)",
+      "Sets ::= set of C (o1 | o2)", "More ::= set of C (o2 | INCLUDES But | ... | o1)",
+      "n INTEGER (2 | 3 | 1)  {ui8, 1..3}", "n INTEGER (1 | 2)  {ui8, 1..2}",
+      "COMPONENTS OF Inner\n    t C.&Type (component relation)", "t C.&obj.&Type\n    i INTEGER",
+      "outer Outer ::= {i 1, x TRUE, t NULL}"}},
+    {R"(
 C ::= CLASS { &id INTEGER UNIQUE, &Set INTEGER DEFAULT {1 | 2}, &Objs C OPTIONAL, &Type OPTIONAL,
               &v &Type DEFAULT INTEGER:5, &Vals &Type OPTIONAL }
 o C ::= {&id 1, &Set {3 | 4}}
@@ -104,19 +104,19 @@ E ::= CLASS { &id INTEGER (0..9) } WITH SYNTAX { &id }
 EE ::= E
 e EE ::= { 5 }
 Es EE ::= { e })",
-         {"&Set set of INTEGER DEFAULT INTEGER", "value &v variable C.&Type OPTIONAL",
-          "&Vals set of variable C.&Type OPTIONAL", "&Objs set of C DEFAULT C\n    &obj C DEFAULT o\n",
-          "note: only the values of the first version stand in the set",
-          "\ne EE ::= {&id 5}  exported\nEs ::= set of EE (e)"}},
-        {R"(
+     {"&Set set of INTEGER DEFAULT INTEGER", "value &v variable C.&Type OPTIONAL",
+      "&Vals set of variable C.&Type OPTIONAL", "&Objs set of C DEFAULT C\n    &obj C DEFAULT o\n",
+      "note: only the values of the first version stand in the set",
+      "\ne EE ::= {&id 5}  exported\nEs ::= set of EE (e)"}},
+    {R"(
 FIELDS {T} ::= CLASS { &v T, &id INTEGER UNIQUE, &Type }
 p FIELDS{BOOLEAN} ::= { &v TRUE, &id 1, &Type NULL }
 q FIELDS{BOOLEAN} ::= { &v FALSE, &id 2, &Type REAL }
 Both FIELDS{BOOLEAN} ::= { p | q, ... }
 S ::= SEQUENCE { i FIELDS{BOOLEAN}.&id ({Both}), v FIELDS{BOOLEAN}.&Type ({Both}{@i}) })",
-         {"p FIELDS ::= {&v TRUE, &id 1, &Type NULL}", "Both ::= set of FIELDS (p | q | ...)",
-          "v FIELDS.&Type (component relation)"}},
-        {R"(
+     {"p FIELDS ::= {&v TRUE, &id 1, &Type NULL}", "Both ::= set of FIELDS (p | q | ...)",
+      "v FIELDS.&Type (component relation)"}},
+    {R"(
 C ::= CLASS { &id INTEGER UNIQUE, &Set INTEGER OPTIONAL, &rel RELATIVE-OID OPTIONAL }
 D ::= CLASS { &obj C, &Objs C }
 a C ::= {&id 1, &Set {3 | 4}, &rel {5 6}}
@@ -133,10 +133,14 @@ I7 ::= SEQUENCE { a I6 }
 v1 INTEGER ::= d.&obj.&id
 v2 RELATIVE-OID ::= a.&rel
 v3 INTEGER ::= M.v1)",
-         {"I1 ::= INTEGER (1 | 2)  {ui8, 1..2}", "I2 ::= INTEGER (3 | 4)  {ui8, 3..4}",
-          "I3 ::= INTEGER (1)  {ui8, 1..1}", "I4 ::= INTEGER (1 | 2 | 9)  {ui8, 1..9}",
-          "I5 ::= set of INTEGER (3 | 4 | 9)", "I6 ::= set of INTEGER (1 | 2", "    a I6\n", "v1 INTEGER ::= 1 ", "v2 OCTET STRING ::= '0506'H"}},
-    });
+     {"I1 ::= INTEGER (1 | 2)  {ui8, 1..2}", "I2 ::= INTEGER (3 | 4)  {ui8, 3..4}",
+      "I3 ::= INTEGER (1)  {ui8, 1..1}", "I4 ::= INTEGER (1 | 2 | 9)  {ui8, 1..9}",
+      "I5 ::= set of INTEGER (3 | 4 | 9)", "I6 ::= set of INTEGER (1 | 2", "    a I6\n",
+      "v1 INTEGER ::= 1 ", "v2 OCTET STRING ::= '0506'H"}},
+};
+
+TEST(AsntreeTrees, ClassesAndObjects) {
+    expectAll(classesAndObjects);
 }
 
 TEST(AsntreeTrees, Constraints) {
@@ -155,14 +159,15 @@ K ::= INTEGER (c < Ch)
 Ch ::= CHOICE { c INTEGER (1..4) }
 L ::= IA5String (SIZE (1..9)) (FROM ("a".."z")) (SIZE (3))
 T ::= UTCTime (FROM ("0".."9")))",
-         {"A ::= IA5String (\"a\" | \"b\" | \"c\" EXCEPT \"b\")", "B ::= IA5String (ALL EXCEPT  (\"b\"))",
+         {"A ::= IA5String (\"a\" | \"b\" | \"c\" EXCEPT \"b\")",
+          "B ::= IA5String (ALL EXCEPT  (\"b\"))",
           "C ::= OCTET STRING (SIZE (1 | 5))  {stas8/ui8, 1..5}",
           "D ::= OCTET STRING (SIZE (1..10 ^ 5..20))  {stas8/ui8, 5..10}",
           "E ::= OCTET STRING (SIZE (1..4 | 6..10 ^ 1..10))  {stas8/ui8, 1..10}",
           "F ::= OCTET STRING (SIZE (0..4 | 6..MAX ^ 0..MAX))",
           "10, exponent 0} EXCEPT {mantissa 5", "H ::= BIT STRING (SIZE (0..5))",
-          "T ::= UTCTime  {comt}", "J ::= INTEGER (0..10 ^ 0 | 10)  {ui8, 0..10}", "K ::= INTEGER (INCLUDES ",
-          "{ui8, 1..4}"}},
+          "T ::= UTCTime  {comt}", "J ::= INTEGER (0..10 ^ 0 | 10)  {ui8, 0..10}",
+          "K ::= INTEGER (INCLUDES ", "{ui8, 1..4}"}},
         {R"(
 I ::= INTEGER (1..5, ..., 7)
 S ::= SEQUENCE { a INTEGER (0..10, ...), s IA5String (SIZE (1..3, ..., 9)) })",
@@ -211,8 +216,8 @@ E ::= ENUMERATED { a(99999999999999999999), b }
 F ::= SEQUENCE { e E, g G }
 G ::= EMBEDDED PDV
 H ::= CHARACTER STRING)",
-         {"d REAL ::= {mantissa 1, base 2, exponent 4}",
-          "G ::= [UNIVERSAL 11] IMPLICIT SEQUENCE", "H ::= [UNIVERSAL 29] IMPLICIT SEQUENCE"},
+         {"d REAL ::= {mantissa 1, base 2, exponent 4}", "G ::= [UNIVERSAL 11] IMPLICIT SEQUENCE",
+          "H ::= [UNIVERSAL 29] IMPLICIT SEQUENCE"},
          "2: warning: `M.a` is left out: a tree can't hold NOT-A-NUMBER\n"
          "3: warning: `M.b` is left out: a tree can't hold this REAL value\n"
          "4: warning: `M.c` is left out: a tree can't hold this REAL value\n"
@@ -223,7 +228,8 @@ H ::= CHARACTER STRING)",
 }
 
 TEST(AsntreeTrees, Macros) {
-    expectAll({{R"(
+    expectAll(
+        {{R"(
 M DEFINITIONS ::= BEGIN
 OBJECT-TYPE MACRO ::= BEGIN TYPE NOTATION ::= "" VALUE NOTATION ::= value (VALUE INTEGER) END
 OPERATION MACRO ::= BEGIN TYPE NOTATION ::= "" VALUE NOTATION ::= value (VALUE INTEGER) END
@@ -245,14 +251,15 @@ e1 ERROR PARAMETER p INTEGER ::= 1
 e2 ERROR ::= localValue : 7
 x UNKNOWN FOO "a" ::= 5
 END)",
-                {"Text ::= OCTET STRING (SIZE (0..255))", "    bits OCTET STRING  {dyns/ui32, 0..MAX}",
-                 "Bits_Syntax ::= OCTET STRING", "Op_Argument ::= INTEGER", "Op_Result ::= SEQUENCE",
-                 "Op2_Argument ::= [1] EXPLICIT INTEGER", "E1_Parameter ::= INTEGER",
-                 "Err ::= CHOICE  {stru/i8}", "    e CHOICE  {stru/i8}\n        localValue INTEGER",
-                 "\nbits OBJECT IDENTIFIER ::= {1, 3, 6, 2}", "\nop INTEGER ::= 5", "e2 INTEGER ::= 7"},
-                "11: warning: `M.Bad` is left out: a tree can't hold instances of this macro\n"
-                "21: warning: `x` is left out: it is an instance of the macro UNKNOWN, which isn't known\n",
-                {"--skip-unsupported"}}});
+          {"Text ::= OCTET STRING (SIZE (0..255))", "    bits OCTET STRING  {dyns/ui32, 0..MAX}",
+           "Bits_Syntax ::= OCTET STRING", "Op_Argument ::= INTEGER", "Op_Result ::= SEQUENCE",
+           "Op2_Argument ::= [1] EXPLICIT INTEGER", "E1_Parameter ::= INTEGER",
+           "Err ::= CHOICE  {stru/i8}", "    e CHOICE  {stru/i8}\n        localValue INTEGER",
+           "\nbits OBJECT IDENTIFIER ::= {1, 3, 6, 2}", "\nop INTEGER ::= 5", "e2 INTEGER ::= 7"},
+          "11: warning: `M.Bad` is left out: a tree can't hold instances of this macro\n"
+          "21: warning: `x` is left out: it is an instance of the macro UNKNOWN, which isn't "
+          "known\n",
+          {"--skip-unsupported"}}});
 }
 
 TEST(AsntreeTrees, Words) {
@@ -266,7 +273,8 @@ U ::= SEQUENCE { a T{INTEGER}, any ANY } --@ .any any=5:U any=6:M.C
 T1 ::= INTEGER --@ name=Foo prefix=p_ suffix=_s conv=HL
 v T1 ::= 5 --@ name=Value)",
          {"&id INTEGER  {i16}", "&x REAL  {real32}", "option -//text",
-          "&z IA5String (SIZE (1..9))  {dyns8/ui8, 1..9}", "a INTEGER  {i8}\n            b SEQUENCE OF",
+          "&z IA5String (SIZE (1..9))  {dyns8/ui8, 1..9}",
+          "a INTEGER  {i8}\n            b SEQUENCE OF",
           "option $ANY=5:U\n        option $ANY=6:M.C\n",
           "option -TCONV=HL\n    option -TPREF=p_\n    option -TNAME=Foo\n    option -TSUFF=_s\n",
           "option -VNAME=Value\n"}},

@@ -12,13 +12,14 @@ struct Row {
     std::vector<const char *> bad;
 };
 
-const char *const head = "M DEFINITIONS AUTOMATIC TAGS ::= BEGIN "
-                         "R ::= REAL (0..1) "
-                         "N ::= INTEGER { five(5) } "
-                         "B ::= BIT STRING { first(0), second(1) } "
-                         "L ::= SEQUENCE OF INTEGER SI ::= SET OF INTEGER LR ::= SEQUENCE OF REAL SC ::= SET OF C "
-                         "S ::= SEQUENCE { a INTEGER, b BOOLEAN OPTIONAL, c NULL OPTIONAL } "
-                         "C ::= CHOICE { a INTEGER, b BOOLEAN } ";
+const char *const head =
+    "M DEFINITIONS AUTOMATIC TAGS ::= BEGIN "
+    "R ::= REAL (0..1) "
+    "N ::= INTEGER { five(5) } "
+    "B ::= BIT STRING { first(0), second(1) } "
+    "L ::= SEQUENCE OF INTEGER SI ::= SET OF INTEGER LR ::= SEQUENCE OF REAL SC ::= SET OF C "
+    "S ::= SEQUENCE { a INTEGER, b BOOLEAN OPTIONAL, c NULL OPTIONAL } "
+    "C ::= CHOICE { a INTEGER, b BOOLEAN } ";
 
 const Row rows[] = {
     {"REAL (0..1)", {"0.5", "{1, 2, -1}", "1", "0"}, {"{1, 2, 1}", "1.5", "-1", "PLUS-INFINITY"}},
