@@ -42,6 +42,7 @@ Grid ::= SEQUENCE OF SEQUENCE OF SEQUENCE {
 Whole ::= INTEGER --@ int=octets
 Some-Text ::= UTF8String
 Truth ::= BOOLEAN (TRUE)
+Options ::= SET { a [0] NULL OPTIONAL, b [1] NULL OPTIONAL }
 Few ::= INTEGER (MIN..5 | 7..MAX) (ALL EXCEPT 3)
 Named ::= SEQUENCE { a NULL } (WITH COMPONENTS { ... })
 END
@@ -183,6 +184,7 @@ Pick|81020284|{"bits":["first",5]}
 Whole|0209FF0000000000000000|"-18446744073709551616"
 Some-Text|0C06FC8480808080|{"octets":"FC8480808080"}
 Some-Text|0C04F09F9880|"😀"
+Options|31028100|{"b":null}
 ROWS
   while IFS='|' read -r type octets part; do
     gives "$type $octets" 1 "$part" sh -c "echo $octets | '$tool' check Rare-Forms.$type --in=hex"
