@@ -155,20 +155,6 @@ const NumberSet &sizesOf(Compilation &c, TypeUse type, ExtensionView view) {
     return extentOf(c, type, Aspect::Sizes, view);
 }
 
-const NumberSet &charactersOf(Compilation &c, TypeUse type, ExtensionView view) {
-    return extentOf(c, type, Aspect::Characters, view);
-}
-
-NumberSet valuesOf(Compilation &c, const ConstraintUse &use, const NumberSet &parent,
-                   ExtensionView view) {
-    return evaluate({c, use.scope, use.type, Aspect::Values, view}, *use.spec, parent).set;
-}
-
-NumberSet sizesOf(Compilation &c, const ConstraintUse &use, const NumberSet &parent,
-                  ExtensionView view) {
-    return evaluate({c, use.scope, use.type, Aspect::Sizes, view}, *use.spec, parent).set;
-}
-
 namespace {
 
 bool isExtensible(const Constraint &constraint) {

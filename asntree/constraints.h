@@ -32,12 +32,6 @@ enum class ExtensionView : std::uint8_t { Root, Open };
    is returned lives as long as the compilation. */
 const NumberSet &valuesOf(Compilation &c, TypeUse type, ExtensionView view);
 const NumberSet &sizesOf(Compilation &c, TypeUse type, ExtensionView view);
-const NumberSet &charactersOf(Compilation &c, TypeUse type, ExtensionView view);
-/* The same for one expression, with `parent` around it. */
-NumberSet valuesOf(Compilation &c, const ConstraintUse &use, const NumberSet &parent,
-                   ExtensionView view);
-NumberSet sizesOf(Compilation &c, const ConstraintUse &use, const NumberSet &parent,
-                  ExtensionView view);
 
 /* True if some constraint of the chain, or an expression, is extensible. */
 bool isExtensible(const ConstraintSpec &spec);

@@ -25,12 +25,6 @@ NumberSet NumberSet::ofRanges(std::vector<NumberRange> ranges) {
     return result;
 }
 
-NumberSet united(const NumberSet &a, const NumberSet &b) {
-    std::vector<NumberRange> ranges = a.ranges;
-    ranges.insert(ranges.end(), b.ranges.begin(), b.ranges.end());
-    return NumberSet::ofRanges(std::move(ranges));
-}
-
 NumberSet intersected(const NumberSet &a, const NumberSet &b) {
     NumberSet result;
     for (std::size_t i = 0, j = 0; i < a.ranges.size() && j < b.ranges.size();) {

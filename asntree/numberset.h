@@ -23,7 +23,6 @@ struct NumberSet {
     const Number &upper() const { return ranges.back().upper; }
 };
 
-NumberSet united(const NumberSet &a, const NumberSet &b);
 NumberSet intersected(const NumberSet &a, const NumberSet &b);
 NumberSet without(const NumberSet &a, const NumberSet &b);
 bool contains(const NumberSet &set, const Number &number);

@@ -187,7 +187,6 @@ void parseSequence(Parser &p, Type &type) {
             size->inner = spec;
             spec = newConstraintSpec(p.context.arena, place);
             spec->root = size;
-            spec->withoutParentheses = true;
         }
         type.constraints.push_back(spec);
         if (expectWord(p, Word::OF))
@@ -196,7 +195,6 @@ void parseSequence(Parser &p, Type &type) {
         slip(p.context.diagnostics, type.place,
              std::string(wordText(word)) + " without \"OF\" or components is a list of ANY");
         type.kind = word == Word::SET ? TypeKind::SetOf : TypeKind::SequenceOf;
-        type.setOf1988 = true;
         type.element = newType(p.context.arena, TypeKind::Any, type.place);
     } else {
         failExpected(p, "\"{\" or \"OF\"");

@@ -1,7 +1,6 @@
 #include "asntree/records.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <type_traits>
 
 #include "store/layout.h"
@@ -96,14 +95,6 @@ void putStringRecords(std::string &file, const std::vector<String> &strings) {
 
 } // namespace
 
-void putStrings(std::string &file, const std::vector<std::string> &strings) {
-    putStringRecords(file, strings);
-}
-
-void putTedRecs(std::string &file, const std::vector<TedRec> &records) {
-    putRecords(file, REC_TED, records);
-}
-
 std::string storedBytes(Tree &tree) {
     if (!tree.keepCounts) {
         const std::size_t sizes[REC_KINDS] = {
@@ -126,14 +117,6 @@ std::string storedBytes(Tree &tree) {
     putStringRecords(file, tree.strings16);
     putStringRecords(file, tree.strings32);
     return file;
-}
-
-bool saveBytes(const std::string &path, const std::string &bytes) {
-    std::FILE *stream = std::fopen(path.c_str(), "wb");
-    if (stream == nullptr)
-        return false;
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), stream) == bytes.size();
-    return std::fclose(stream) == 0 && written;
 }
 
 } // namespace asntree

@@ -58,12 +58,5 @@ void putValueBytes(VNode &node, std::size_t offset, int width, std::uint64_t num
 
 /* The whole file. */
 std::string storedBytes(Tree &tree);
-/* Writes a file's bytes; false if that fails. */
-bool saveBytes(const std::string &path, const std::string &bytes);
-
-/* Strings as a file holds them, each with its ending zero, which its count includes; records one
-   behind the other. Both append to `file`. */
-void putStrings(std::string &file, const std::vector<std::string> &strings);
-void putTedRecs(std::string &file, const std::vector<TedRec> &records);
 
 } // namespace asntree

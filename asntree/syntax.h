@@ -124,8 +124,6 @@ struct Component {
 
 struct Type {
     TypeKind kind = TypeKind::Bad;
-    bool setOf1988 = false; /* reserved for slips: SEQUENCE or SET written without "OF" or braces */
-    bool markerOnly = false;
     Place place;                        /* of the first token, tags included */
     Place end;                          /* behind the last token */
     std::vector<TagSpec> tags;          /* outermost first */
@@ -270,7 +268,6 @@ struct ConstraintSpec {
     bool hasException = false;       /* "!" */
     Type *exceptionType = nullptr;   /* ! Type : value */
     Value *exception = nullptr;
-    bool withoutParentheses = false; /* SIZE directly behind SEQUENCE or SET */
     /* Of a set that is used as a type: the scope of its names, where that isn't the governor's. */
     const Scope *scope = nullptr;
 };

@@ -163,14 +163,6 @@ const SettledItem *findItem(Compilation &c, TypeUse base, std::string_view name)
     return found == table.byName.end() ? nullptr : &table.items[found->second];
 }
 
-const SettledItem *findItem(Compilation &c, TypeUse base, const Number &number) {
-    if (base.type->items.empty())
-        return nullptr;
-    const ItemTable &table = itemTable(c, base);
-    const auto found = table.byNumber.find(textOf(number));
-    return found == table.byNumber.end() ? nullptr : &table.items[found->second];
-}
-
 void checkItems(Compilation &c, TypeUse type) {
     const TypeKind kind = type.type->kind;
     if (kind != TypeKind::Enumerated && kind != TypeKind::Integer && kind != TypeKind::BitString)

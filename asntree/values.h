@@ -95,9 +95,8 @@ struct SettledItem {
     bool addition = false; /* behind the marker */
 };
 const std::vector<SettledItem> &itemsOf(Compilation &c, TypeUse base);
-/* Null if there is no item of that name or number. */
+/* Null if there is no item of that name. */
 const SettledItem *findItem(Compilation &c, TypeUse base, std::string_view name);
-const SettledItem *findItem(Compilation &c, TypeUse base, const Number &number);
 /* Reports items of one type node that are given twice, by name or number, and the other rules. */
 void checkItems(Compilation &c, TypeUse type);
 

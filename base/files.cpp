@@ -139,15 +139,6 @@ void openFWithPrefix(int slot, const char *prefix) {
     startStream(slot, file.prefix + file.suffix);
 }
 
-void openNamedF(int slot, const char *directory, const char *name) {
-    if (slot == 0 || name == nullptr || fArr[slot].stream != nullptr)
-        return;
-    initF(slot, directory, name);
-    fArr[slot].prefix.clear();
-    fArr[slot].hasPrefix = true;
-    startStream(slot, fArr[slot].suffix);
-}
-
 void closeF(int slot) {
     if (slot == 0 || fArr[slot].stream == nullptr)
         return;

@@ -39,8 +39,6 @@ void initF(int slot, const char *directory, const char *suffix);
 /* Opens a slot set by initF with the given middle part of the name; an open file stays as it is.
    Fatal error 2 if it can't be created. */
 void openFWithPrefix(int slot, const char *prefix);
-/* Opens a file of a free name. */
-void openNamedF(int slot, const char *directory, const char *name);
 /* Closes; fatal error 8 with the path if that fails. */
 void closeF(int slot);
 /* For the end of a run that fails: whatever was written so far goes into the open files, as far as

@@ -26,8 +26,6 @@ std::uint32_t magnitude(std::int32_t n) {
     return n < 0 ? 0 - value : value;
 }
 
-constexpr std::int32_t NO_REMAINDER = std::numeric_limits<std::int32_t>::max();
-
 } // namespace
 
 sint64 i64ltosint64(std::int32_t n) {
@@ -58,31 +56,11 @@ sint64 i64add(sint64 a, sint64 b) {
 sint64 i64addl(sint64 a, std::int32_t n) {
     return i64add(a, i64ltosint64(n));
 }
-sint64 i64addul(sint64 a, std::uint32_t u) {
-    return i64add(a, i64ultosint64(u));
-}
 sint64 i64sub(sint64 a, sint64 b) {
     return fromBits(bits(a) - bits(b));
 }
 sint64 i64subl(sint64 a, std::int32_t n) {
     return i64sub(a, i64ltosint64(n));
-}
-sint64 i64subul(sint64 a, std::uint32_t u) {
-    return i64sub(a, i64ultosint64(u));
-}
-
-sint64 i64mul32(std::uint32_t a, std::uint32_t b) {
-    return fromBits(U64{a} * b);
-}
-/* The low 64 bits of a product don't depend on whether its factors count as signed. */
-sint64 i64mul(sint64 a, sint64 b) {
-    return fromBits(bits(a) * bits(b));
-}
-sint64 i64mull(sint64 a, std::int32_t n) {
-    return i64mul(a, i64ltosint64(n));
-}
-sint64 i64mulul(sint64 a, std::uint32_t u) {
-    return i64mul(a, i64ultosint64(u));
 }
 
 sint64 i64divul(sint64 a, std::uint32_t u) {
@@ -99,17 +77,6 @@ sint64 i64divl(sint64 a, std::int32_t n) {
     return n < 0 ? i64neg(quotient) : quotient;
 }
 
-std::int32_t i64modul(sint64 a, std::uint32_t u) {
-    if (u == 0)
-        return NO_REMAINDER;
-    const auto remainder = static_cast<std::uint32_t>(magnitude(a) % u);
-    return static_cast<std::int32_t>(i64isneg(a) ? 0 - remainder : remainder);
-}
-
-std::int32_t i64modl(sint64 a, std::int32_t n) {
-    return i64modul(a, magnitude(n));
-}
-
 sint64 i64neg(sint64 a) {
     return fromBits(0 - bits(a));
 }
@@ -122,9 +89,6 @@ bool i64ismax(sint64 a) {
 }
 bool i64ismin(sint64 a) {
     return a == i64min();
-}
-bool i64ispos(sint64 a) {
-    return a.hi >= 0 && !i64iszero(a);
 }
 bool i64isneg(sint64 a) {
     return a.hi < 0;
@@ -145,20 +109,6 @@ int i64cmpul(sint64 a, std::uint32_t u) {
     return i64cmp(a, i64ultosint64(u));
 }
 
-sint64 i64shiftl(sint64 a, unsigned count) {
-    return fromBits(count < 64 ? bits(a) << count : 0);
-}
-
-sint64 i64shiftr(sint64 a, unsigned count) {
-    /* A negative number is shifted as its complement, so that ones come in from the left. */
-    const U64 fill = i64isneg(a) ? ~U64{0} : 0;
-    return fromBits(count < 64 ? ((bits(a) ^ fill) >> count) ^ fill : fill);
-}
-
-sint64 i64ushiftr(sint64 a, unsigned count) {
-    return fromBits(count < 64 ? bits(a) >> count : 0);
-}
-
 bool i64tol(sint64 a, std::int32_t *out) {
     const auto n = static_cast<std::int32_t>(a.lo);
     const bool fits = i64ltosint64(n) == a;
@@ -170,29 +120,6 @@ bool i64toul(sint64 a, std::uint32_t *out) {
     const bool fits = a.hi == 0;
     *out = fits ? a.lo : std::numeric_limits<std::uint32_t>::max();
     return fits;
-}
-
-bool i64strtosint64(const char *text, sint64 *out) {
-    *out = i64max();
-    const bool negative = *text == '-';
-    const char *digit = negative ? text + 1 : text;
-    if (*digit == '0' && (negative || digit[1] != '\0'))
-        return false;
-    if (*digit == '\0')
-        return false;
-    /* The smallest number has a magnitude that is 1 above that of the largest. */
-    const U64 limit = bits(i64max()) + (negative ? 1 : 0);
-    U64 value = 0;
-    for (; *digit != '\0'; ++digit) {
-        if (*digit < '0' || *digit > '9')
-            return false;
-        const auto next = static_cast<U64>(*digit - '0');
-        if (value > (limit - next) / 10)
-            return false;
-        value = value * 10 + next;
-    }
-    *out = fromBits(negative ? 0 - value : value);
-    return true;
 }
 
 Text i64tostr(sint64 a) {

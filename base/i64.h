@@ -25,45 +25,24 @@ sint64 i64min();
 
 sint64 i64add(sint64 a, sint64 b);
 sint64 i64addl(sint64 a, std::int32_t n);
-sint64 i64addul(sint64 a, std::uint32_t u);
 sint64 i64sub(sint64 a, sint64 b);
 sint64 i64subl(sint64 a, std::int32_t n);
-sint64 i64subul(sint64 a, std::uint32_t u);
-/* The exact unsigned 64-bit product. */
-sint64 i64mul32(std::uint32_t a, std::uint32_t b);
-sint64 i64mul(sint64 a, sint64 b);
-sint64 i64mull(sint64 a, std::int32_t n);
-sint64 i64mulul(sint64 a, std::uint32_t u);
 /* Quotients are truncated toward 0; a divisor of 0 gives i64max. */
 sint64 i64divl(sint64 a, std::int32_t n);
 sint64 i64divul(sint64 a, std::uint32_t u);
-/* Remainders have the sign of `a`; a divisor of 0 gives 0x7FFFFFFF. */
-std::int32_t i64modl(sint64 a, std::int32_t n);
-std::int32_t i64modul(sint64 a, std::uint32_t u);
 sint64 i64neg(sint64 a);
 
 bool i64iszero(sint64 a);
 bool i64ismax(sint64 a);
 bool i64ismin(sint64 a);
-/* False for 0. */
-bool i64ispos(sint64 a);
 bool i64isneg(sint64 a);
 /* -1, 0 or 1. */
 int i64cmp(sint64 a, sint64 b);
 int i64cmpl(sint64 a, std::int32_t n);
 int i64cmpul(sint64 a, std::uint32_t u);
 
-sint64 i64shiftl(sint64 a, unsigned count);
-/* Fills with the sign. */
-sint64 i64shiftr(sint64 a, unsigned count);
-/* Fills with 0. */
-sint64 i64ushiftr(sint64 a, unsigned count);
-
 /* True, and the number in `*out`, if it fits; otherwise false and 0x7FFFFFFF or 0xFFFFFFFF. */
 bool i64tol(sint64 a, std::int32_t *out);
 bool i64toul(sint64 a, std::uint32_t *out);
-/* Decimal text without leading zeros, "-" in front of a negative number. False, and i64max in
-   `*out`, if the text is anything else or too large. */
-bool i64strtosint64(const char *text, sint64 *out);
 /* The decimal text. */
 Text i64tostr(sint64 a);

@@ -7,11 +7,6 @@
 /* Longest path of a file. */
 inline constexpr std::size_t MAX_PATH_LENGTH = 512;
 
-/* `dst` becomes `name` and `suffix`. With `replace` an extension of the name (from the last "."
-   behind the last "/") gives way to the suffix; without it a name that has an extension takes no
-   suffix. */
-Text &setFileName(Text &dst, const char *name, const char *suffix, bool replace);
-
 /* Opens `directory` and `name` joined. A path of over 512 characters (reported without a name) or a
    failure to open is fatal error 1 if `mode` begins with "r", otherwise 2. */
 std::FILE *fopenTextFile(const char *directory, const char *name, const char *mode);

@@ -8,7 +8,6 @@ Text backendName;
 int backendVersion = 0;
 int backendPatchLevel = 0;
 const char *copyrightNotice = nullptr;
-int backendVerbosity = 0;
 
 namespace {
 
@@ -32,10 +31,6 @@ Text formattedNotice(const char *text) {
 }
 
 } // namespace
-
-void setBackendVerbosity(int level) {
-    backendVerbosity = level;
-}
 
 const Text &formatToolCopyright() {
     static const Text notice = formattedNotice(orEmpty(copyrightNotice));

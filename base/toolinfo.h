@@ -9,10 +9,6 @@ extern int backendVersion; /* major * 100 + minor */
 extern int backendPatchLevel;
 extern const char *copyrightNotice; /* Latin-1; null counts as empty */
 
-/* Progress lines of the back end on the standard error; 0, the default, writes none. */
-extern int backendVerbosity;
-void setBackendVerbosity(int level);
-
 /* "4.07", or "4.07.1" if `patchLevel` is at least 1. */
 Text printVersionStri(int version, int patchLevel);
 

@@ -1,7 +1,5 @@
 #include "driver/init_backend.h"
 
-#include <cstdio>
-
 #include "base/fatal.h"
 #include "base/files.h"
 #include "base/toolinfo.h"
@@ -11,16 +9,6 @@
 #include "store/tree.h"
 
 namespace {
-
-void progress(const char *text) {
-    if (backendVerbosity > 0)
-        std::fputs(text, stderr);
-}
-
-void moduleProgress(const ModRec *module) {
-    if (backendVerbosity > 0)
-        std::fprintf(stderr, "  %s", module->genPrefix.c_str());
-}
 
 /* Each module gets the options of the command line as records of its own, behind those of its tree,
    so that they are checked against its own defaults and win. */
@@ -44,23 +32,13 @@ void initBackend(int argc, char **argv, const char *toolName, int version, int p
     getTimeStamp(&timeStamp);
     ModRec *first = appendModRec(true);
     cMP = first;
-    progress("  Parsing command line parameters ...\n");
     parseCmdLineParams(argc, argv);
-
-    progress("  Reading syntax trees ...\n");
-    treeHooks.treeProgress = moduleProgress;
     readAllSyntaxTrees();
-    progress("\n");
     removeUnreferencedModuleRecords();
     initBackendVars();
 
-    progress("  Parsing command line options ...\n");
-    for (const auto &module : modRecList.records) {
-        if (module->state == MOD_PREDEFINED)
-            continue;
-        moduleProgress(module.get());
-        settleCmdLineOptions(module.get(), argc, argv);
-    }
-    progress("\n");
+    for (const auto &module : modRecList.records)
+        if (module->state != MOD_PREDEFINED)
+            settleCmdLineOptions(module.get(), argc, argv);
     cMP = first;
 }

@@ -106,19 +106,6 @@ int forAnyType(AsnType *anyType,
         anyType, [&](AsnValue *value, AsnType *type, int nbr) { func(anyType, value, type, nbr); });
 }
 
-int forAnyDefinedByType(AsnType *father, AsnType *anyType,
-                        Call<void(AsnType *father, AsnType *classifier, AsnType *anyType,
-                                  AsnValue *value, AsnType *type, int nbr)>
-                            func) {
-    requireCall(func);
-    int number = -1;
-    return forAnyRows(anyType, [&](AsnValue *value, AsnType *type, int nbr) {
-        withClassifier(father, anyType, &number, [&](AsnType *classifier) {
-            func(father, classifier, anyType, value, type, nbr);
-        });
-    });
-}
-
 void forAnyDefinedByClassifierType(
     AsnType *father, AsnType *anyType,
     Call<void(AsnType *father, AsnType *classifier, AsnType *anyType)> func) {

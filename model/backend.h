@@ -103,9 +103,8 @@ struct AsnType : TypePosition<AsnType> {
     const char *path = nullptr; /* type name path in use when the handle was filled; borrowed */
     int pathLength = -1;        /* characters of it that lead to this type; -1: all that it holds */
 
-    DynaNodes tagEntries;  /* in order of creation: from the position to the base */
-    int nrOfTags = 0;      /* those of them that hold a tag, outermost first */
-    int nrOfLocalTags = 0; /* written on the position itself, or automatic */
+    DynaNodes tagEntries; /* in order of creation: from the position to the base */
+    int nrOfTags = 0;     /* those of them that hold a tag, outermost first */
 
     int nrOfConstraints = 0;              /* places in constraintList */
     int nrOfLocalConstraints = 0;         /* the last ones in reading order: of the position */

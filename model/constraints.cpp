@@ -81,36 +81,6 @@ int firstLocalPlace(const AsnType *type) {
     return type->nrOfConstraints - type->nrOfLocalConstraints;
 }
 
-bool isSimpleElem(ModRec *module, const SubRec &sub);
-
-bool areSimpleElems(ModRec *module, const SubRec &sub) {
-    const NestingGuard level(&constraintDepth, module, MAX_NESTING);
-    ChainGuard guard(REC_SUB);
-    for (RecNr nr = sub.first; nr != 0;) {
-        guard.step(module);
-        readRec(module, REC_SUB, nr);
-        const SubRec elem = subRec;
-        if (!isSimpleElem(module, elem))
-            return false;
-        nr = elem.next;
-    }
-    return true;
-}
-
-bool isSimpleElem(ModRec *module, const SubRec &sub) {
-    switch (sub.subKind) {
-    case SUB_RANGE:
-    case SUB_SINGLE_VALUE:
-        return true;
-    case SUB_UNION:
-    case SUB_INTERSECTION:
-    case SUB_CATENATION:
-        return areSimpleElems(module, sub);
-    default:
-        return false;
-    }
-}
-
 std::unique_ptr<AsnValue> asnValueFromConstraint(const AsnConstraint *constraint, RecNr record) {
     return record == 0 ? nullptr : newValueByNumber(constraint->module, record);
 }
@@ -255,10 +225,6 @@ bool isLeafConstraint(const AsnConstraint *constraint) {
     return constraint->sub.subKind == SUB_RANGE || constraint->sub.subKind == SUB_SINGLE_VALUE;
 }
 
-bool isExceptionSpecification(const AsnConstraint *constraint) {
-    return (constraint->sub.subFlags & SUB_EXCEPTION_FOLLOWS) != 0;
-}
-
 bool isPresenceConstraint(const AsnConstraint *constraint) {
     return getPresenceConstraintKind(constraint) != PRESENCE_NONE;
 }
@@ -270,11 +236,6 @@ int getPresenceConstraintKind(const AsnConstraint *constraint) {
     if ((flags & SUB_ABSENT) != 0)
         return PRESENCE_ABSENT;
     return (flags & SUB_OPTIONAL) != 0 ? PRESENCE_OPTIONAL : PRESENCE_NONE;
-}
-
-bool isSimpleUnionConstraint(const AsnConstraint *constraint) {
-    return constraint->sub.subKind == SUB_UNION &&
-           areSimpleElems(constraint->module, constraint->sub);
 }
 
 const char *subKindName(int kind) {

@@ -35,7 +35,6 @@ int getNrOfLocalTypeConstraints(AsnType *type);
 /* Questions of one node. */
 int getConstraintKind(const AsnConstraint *constraint); /* SubKind */
 bool isLeafConstraint(const AsnConstraint *constraint); /* a range or a single value */
-bool isExceptionSpecification(const AsnConstraint *constraint);
 enum PresenceKind : int {
     PRESENCE_PRESENT = 2,
     PRESENCE_ABSENT = 3,
@@ -44,8 +43,6 @@ enum PresenceKind : int {
 };
 bool isPresenceConstraint(const AsnConstraint *constraint);
 int getPresenceConstraintKind(const AsnConstraint *constraint); /* PresenceKind */
-/* A union made of nothing but ranges, single values and sets of such. */
-bool isSimpleUnionConstraint(const AsnConstraint *constraint);
 
 /* The word of a kind, null for a kind that has none. */
 const char *subKindName(int kind);

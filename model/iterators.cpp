@@ -51,10 +51,6 @@ void forEachEntryType(AsnModule *module, TypeCall func) {
     forEachDefinition<AsnType>(module, KIND_TYPE, fillDefinition, func, isEntryType);
 }
 
-void forEachVisType(AsnModule *module, TypeCall func) {
-    forEachDefinition<AsnType>(module, KIND_TYPE, fillDefinition, func, isVisibleType);
-}
-
 void forEachEntryVisType(AsnModule *module, TypeCall func) {
     forEachDefinition<AsnType>(module, KIND_TYPE, fillDefinition, func, [](AsnType *type) {
         return isEntryType(type) || isVisibleType(type);
@@ -102,20 +98,10 @@ void forSynonymType(AsnType *type, BaseTypeCall func) {
     callForCurrentTNode(type->walkModule, type->ownerModule, func);
 }
 
-void forSynonymAndBaseType(AsnType *type, TypePairCall func) {
-    requireCall(func);
-    forSynonymType(type, [&](AsnType *baseType) { func(type, baseType); });
-}
-
 void forDefinedBaseType(AsnType *type, BaseTypeCall func) {
     requireCall(func);
     if (!refersToDefinition(type))
         return;
     readSynonymTypeTNode(type, true);
     callForCurrentTNode(type->walkModule, type->ownerModule, func);
-}
-
-void forDefBaseType(AsnType *type, TypePairCall func) {
-    requireCall(func);
-    forDefinedBaseType(type, [&](AsnType *baseType) { func(type, baseType); });
 }

@@ -15,7 +15,6 @@ using TypePairCall = Call<void(AsnType *type, AsnType *baseType)>;
 void forEachType(AsnModule *module, TypeCall func);
 /* These count only what they call for. */
 void forEachEntryType(AsnModule *module, TypeCall func);
-void forEachVisType(AsnModule *module, TypeCall func);
 void forEachEntryVisType(AsnModule *module, TypeCall func);
 /* The record `rec`, if a walk of `kind` (KIND_TYPE, KIND_VALUE_SET, KIND_OBJECT_SET) takes it;
    number 0. */
@@ -25,9 +24,7 @@ void forEntryTypeByRecNr(AsnModule *module, TypeCall func, RecNr rec);
 
 /* A synonym definition and what it stands for. */
 void forSynonymType(AsnType *type, BaseTypeCall func);
-void forSynonymAndBaseType(AsnType *type, TypePairCall func);
 /* Any reference to a definition; the handle is on the modules of `type`, wherever the base lies. */
 void forDefinedBaseType(AsnType *type, BaseTypeCall func);
-void forDefBaseType(AsnType *type, TypePairCall func);
 /* Makes the record current that these build from. Fatal error 13 if it is no definition. */
 void readSynonymTypeTNode(AsnType *type, bool followFirst);

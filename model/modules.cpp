@@ -79,10 +79,6 @@ BEModMetaRec *getBEModMetaRec(AsnModule *module) {
     return module->modRec->metaRec;
 }
 
-bool isTheSameModule(AsnModule *a, AsnModule *b) {
-    return a->modRec == b->modRec;
-}
-
 bool isCurrentModule(AsnModule *module) {
     return module->modRec == cMP;
 }
@@ -129,28 +125,12 @@ int getNrOfObjectSets(AsnModule *module) {
     return getGlobalOptions(module)->nrOfObjectSets;
 }
 
-int getNrOfTypeNodes(AsnModule *module) {
-    return storedMNode(module->modRec, 1).counts[REC_TNODE];
-}
-
 int getNrOfValueNodes(AsnModule *module) {
     return storedMNode(module->modRec, 1).counts[REC_VNODE];
 }
 
 int getUniqueModuleNr(AsnModule *module) {
     return module->modRec->listPlace;
-}
-
-bool isCombinedModules(AsnModule *module, AsnModule *other) {
-    const auto &combined = getGlobalOptions(module)->combined;
-    const auto contains = [&](const ModRec *modRec) {
-        return std::find(combined.begin(), combined.end(), modRec) != combined.end();
-    };
-    return contains(module->modRec) && contains(other->modRec);
-}
-
-FixChain *globalFixRecForKind(AsnModule *module, int kind) {
-    return fixRecForKind(getGlobalOptions(module), kind);
 }
 
 InfoCache *getModuleInfoCache(AsnModule *module) {

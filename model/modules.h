@@ -28,7 +28,6 @@ Text getModulePrefix(AsnModule *module);
 Text getModuleFilePath(AsnModule *module);
 
 BEModMetaRec *getBEModMetaRec(AsnModule *module);
-bool isTheSameModule(AsnModule *a, AsnModule *b);
 bool isCurrentModule(AsnModule *module);
 GlobalOptions *getGlobalOptions(AsnModule *module);
 /* Generation choices by category, index 1 to 16. */
@@ -42,14 +41,9 @@ int getNrOfVisibleTypes(AsnModule *module);
 int getNrOfEntryTypes(AsnModule *module);
 int getNrOfObjects(AsnModule *module);
 int getNrOfObjectSets(AsnModule *module);
-int getNrOfTypeNodes(AsnModule *module);
 int getNrOfValueNodes(AsnModule *module);
 /* Place in the list of all modules, from 0. */
 int getUniqueModuleNr(AsnModule *module);
-/* Both modules stand in the list of combined modules of the first. */
-bool isCombinedModules(AsnModule *module, AsnModule *other);
-/* Names for a whole kind of definition; null for another kind. */
-FixChain *globalFixRecForKind(AsnModule *module, int kind);
 
 /* Answers kept for the module, and for the record at which a type was met. */
 InfoCache *getModuleInfoCache(AsnModule *module);

@@ -75,18 +75,7 @@ void forDefBaseTypeDefinedInAnotherModule(AsnType *type,
         callForEnd(type, StopAt::ChainEnd, [&](AsnType *defined) { func(type, defined); });
 }
 
-void forSynonymTypeInAnotherModule(AsnType *type, Call<void(AsnType *defined)> func) {
-    if (isReference(type))
-        callForEnd(type, StopAt::OtherModule, func);
-}
-
 void forNextDefinedType(AsnType *type, Call<void(AsnType *defined)> func) {
     if (isReference(type))
         callForEnd(type, StopAt::Definition, func);
-}
-
-void forNextDefinedTypeAndBaseType(AsnType *type,
-                                   Call<void(AsnType *type, AsnType *defined)> func) {
-    if (isReference(type))
-        callForEnd(type, StopAt::Definition, [&](AsnType *defined) { func(type, defined); });
 }

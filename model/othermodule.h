@@ -11,6 +11,4 @@ void forTypeDefinedInAnotherModule(AsnType *type, Call<void(AsnType *defined)> f
 /* Acts also for what COMPONENTS OF brought in. */
 void forDefBaseTypeDefinedInAnotherModule(AsnType *type,
                                           Call<void(AsnType *type, AsnType *defined)> func);
-void forSynonymTypeInAnotherModule(AsnType *type, Call<void(AsnType *defined)> func);
 void forNextDefinedType(AsnType *type, Call<void(AsnType *defined)> func);
-void forNextDefinedTypeAndBaseType(AsnType *type, Call<void(AsnType *type, AsnType *defined)> func);

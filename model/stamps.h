@@ -14,12 +14,6 @@ extern int stampGAD;
 /* Before a module is worked on; before each pass over its types. */
 void resetStamps();
 void initStamps();
-inline void resetTypeStamps() {
-    resetStamps();
-}
-inline void initTypeStamps() {
-    initStamps();
-}
 
 /* The mark as it is stored now. */
 int getTypeStamp(AsnType *type);

@@ -41,10 +41,10 @@ void callForTags(AsnType *type, const TagCall &func, bool reverse, Wanted wanted
     }
 }
 
-void forLocalTags(AsnType *type, const TagCall &func, bool reverse) {
-    requireCall(func);
-    callForTags(type, func, reverse,
-                [&](int nbr) { return isLocalTag(type, tagEntry(type, nbr)); });
+/* Was the tag written on the position itself? Universal tags never are. */
+bool isLocalTag(const AsnType *type, const DynaNode &entry) {
+    return entry.module == type->posModule && entry.record == type->posRecord &&
+           entry.tag.tagClass != TAG_UNI;
 }
 
 constexpr int ALL_TAGS = TAGS_OUTERMOST | TAGS_BETWEEN | TAGS_INNERMOST;
@@ -110,10 +110,6 @@ void forEachTag(AsnType *type, TagCall func) {
     forTags(type, func, ALL_TAGS, false);
 }
 
-void forEachTagRevOrd(AsnType *type, TagCall func) {
-    forTags(type, func, ALL_TAGS, true);
-}
-
 void forOutermostTag(AsnType *type, TagCall func) {
     forTags(type, func, TAGS_OUTERMOST, false);
 }
@@ -134,16 +130,9 @@ void forInnermostTags(AsnType *type, TagCall func) {
     forTags(type, func, ALL_BUT_OUTERMOST, false);
 }
 
-void forInnermostTagsRevOrd(AsnType *type, TagCall func) {
-    forTags(type, func, ALL_BUT_OUTERMOST, true);
-}
-
 void forEachLocalTag(AsnType *type, TagCall func) {
-    forLocalTags(type, func, false);
-}
-
-void forEachLocalTagRevOrd(AsnType *type, TagCall func) {
-    forLocalTags(type, func, true);
+    requireCall(func);
+    callForTags(type, func, false, [&](int nbr) { return isLocalTag(type, tagEntry(type, nbr)); });
 }
 
 int universalTagOfBase(AsnType *type) {
@@ -158,17 +147,8 @@ int universalTagOfBase(AsnType *type) {
     return number;
 }
 
-bool isLocalTag(const AsnType *type, const DynaNode &entry) {
-    return entry.module == type->posModule && entry.record == type->posRecord &&
-           entry.tag.tagClass != TAG_UNI;
-}
-
 int getNrOfTags(AsnType *type) {
     return type->nrOfTags;
-}
-
-int getNrOfLocalTags(AsnType *type) {
-    return type->nrOfLocalTags;
 }
 
 int getTagClass(const AsnTag *tag) {

@@ -13,7 +13,6 @@ enum TagMask : int { TAGS_OUTERMOST = 1, TAGS_BETWEEN = 2, TAGS_INNERMOST = 4 };
    the mask of all but the innermost never selects it. */
 void forTags(AsnType *type, TagCall func, int mask, bool reverse);
 void forEachTag(AsnType *type, TagCall func);
-void forEachTagRevOrd(AsnType *type, TagCall func);
 void forOutermostTag(AsnType *type, TagCall func);
 /* All but the innermost. */
 void forOutermostTags(AsnType *type, TagCall func);
@@ -21,19 +20,14 @@ void forOutermostTagsRevOrd(AsnType *type, TagCall func);
 void forInnermostTag(AsnType *type, TagCall func);
 /* All but the outermost. */
 void forInnermostTags(AsnType *type, TagCall func);
-void forInnermostTagsRevOrd(AsnType *type, TagCall func);
 /* Tags written on the position itself that are not universal. */
 void forEachLocalTag(AsnType *type, TagCall func);
-void forEachLocalTagRevOrd(AsnType *type, TagCall func);
 
 /* The universal tag that stands innermost on the record of the base, -1 if none does. It makes another
    builtin type of one that has no kind of its own: a UTF8String is an OCTET STRING under
    [UNIVERSAL 12]. */
 int universalTagOfBase(AsnType *type);
-/* Was the tag written on the position itself? Universal tags never are. */
-bool isLocalTag(const AsnType *type, const DynaNode &entry);
 int getNrOfTags(AsnType *type);
-int getNrOfLocalTags(AsnType *type);
 int getTagClass(const AsnTag *tag);
 int getTagNumber(const AsnTag *tag);
 

@@ -21,14 +21,6 @@ bool hasBaseFlag(const AsnType *type, TypeFlag flag) {
     return (type->base.typeFlags & flag) != 0;
 }
 
-/* Number of sons of a SEQUENCE or SET for which `wanted` holds, COMPONENTS OF expanded. */
-int countComps(AsnType *type, Call<bool(AsnType *comp)> wanted) {
-    int count = 0;
-    if (isSequenceOrSetKind(type->base.mainType))
-        forEachTypeCompQuietly(type, [&](AsnType *, AsnType *comp, int) { count += wanted(comp); });
-    return count;
-}
-
 } // namespace
 
 int getTypeMainType(AsnType *type) {
@@ -57,10 +49,6 @@ std::int32_t getTypeDefinitionLine(AsnType *type) {
 
 int getTypeDefinitionLevel(AsnType *type) {
     return type->defLevel;
-}
-
-RecNr getUniqueTypeNr(AsnType *type) {
-    return type->posRecord - 1;
 }
 
 RecNr getUniqueBaseTypeNr(AsnType *type) {
@@ -96,16 +84,8 @@ bool isRecursiveType(AsnType *type) {
     return hasFirstFlag(type, TYPE_RECURSIVE);
 }
 
-bool isRecursiveBaseType(AsnType *type) {
-    return hasBaseFlag(type, TYPE_RECURSIVE);
-}
-
 bool isInstantiatedType(AsnType *type) {
     return hasFirstFlag(type, TYPE_INSTANTIATED);
-}
-
-bool isTopLevelInstantiatedType(AsnType *type) {
-    return hasFirstFlag(type, TYPE_TOP_LEVEL_INSTANTIATED);
 }
 
 bool isMandatoryTypeComps(AsnType *type) {
@@ -116,20 +96,12 @@ bool isOptionalTypeComps(AsnType *type) {
     return hasBaseFlag(type, TYPE_HAS_OPTIONAL);
 }
 
-bool isUntaggedChoiceOrOpenTypeComps(AsnType *type) {
-    return hasBaseFlag(type, TYPE_HAS_UNTAGGED);
-}
-
 int getVF(AsnType *type) {
     return type->base.valueFieldCode;
 }
 
 int getVFSize(AsnType *type) {
     return type->base.controlFieldCode;
-}
-
-ValueField getValueField(AsnType *type) {
-    return {type->base.valueFieldCode, type->base.controlFieldCode};
 }
 
 bool isSynonymType(AsnType *type) {
@@ -180,11 +152,6 @@ bool isAnyDefinedByType(AsnType *type) {
     return type->base.mainType == TYP_ANY && type->base.auxRecord != 0;
 }
 
-bool isTypeWithPredefinedTag(AsnType *type) {
-    const int mainType = type->base.mainType;
-    return mainType != TYP_CHOICE && mainType != TYP_ANY && mainType != TYP_OPEN;
-}
-
 bool isMandatoryTypeComp(AsnType *type) {
     return type->compStatus == TCS_MANDATORY;
 }
@@ -195,10 +162,6 @@ bool isOptionalTypeComp(AsnType *type) {
 
 bool isDefaultValue(AsnType *type) {
     return type->defaultValue != 0;
-}
-
-bool isDefaultValueComps(AsnType *type) {
-    return countComps(type, isDefaultValue) > 0;
 }
 
 bool isNamedNumbers(AsnType *type) {

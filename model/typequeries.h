@@ -16,7 +16,6 @@ int getNrOfTypeComps(AsnType *type);
 std::int32_t getTypeDefinitionLine(AsnType *type);
 int getTypeDefinitionLevel(AsnType *type);
 /* From 0. */
-RecNr getUniqueTypeNr(AsnType *type);
 RecNr getUniqueBaseTypeNr(AsnType *type);
 BETypMetaRec *getBETypMetaRec(AsnType *type);
 AsnModule *getModuleOfType(AsnType *type);
@@ -26,21 +25,13 @@ TypeOptions *getTypeOptions(AsnType *type);
 /* `bit` is a TypeOption. */
 bool testTypeOption(AsnType *type, int bit);
 bool isRecursiveType(AsnType *type);
-bool isRecursiveBaseType(AsnType *type);
 bool isInstantiatedType(AsnType *type);
-bool isTopLevelInstantiatedType(AsnType *type);
 bool isMandatoryTypeComps(AsnType *type);
 bool isOptionalTypeComps(AsnType *type);
-bool isUntaggedChoiceOrOpenTypeComps(AsnType *type);
 
 /* How a value, and its control member, is held: ValueForm. */
 int getVF(AsnType *type);
 int getVFSize(AsnType *type);
-struct ValueField {
-    std::uint8_t valueForm;
-    std::uint8_t controlForm;
-};
-ValueField getValueField(AsnType *type);
 
 bool isSynonymType(AsnType *type);
 bool isDefinedType(AsnType *type);
@@ -56,13 +47,9 @@ bool isStructuredType(AsnType *type);
 bool isListType(AsnType *type);
 bool isRestrCharStringType(AsnType *type);
 bool isAnyDefinedByType(AsnType *type);
-/* No CHOICE, ANY or open type. */
-bool isTypeWithPredefinedTag(AsnType *type);
 bool isMandatoryTypeComp(AsnType *type);
 bool isOptionalTypeComp(AsnType *type);
 bool isDefaultValue(AsnType *type);
-/* Some component has a DEFAULT. */
-bool isDefaultValueComps(AsnType *type);
 bool isNamedNumbers(AsnType *type);
 bool isBaseTypeInCurrentModule(AsnType *type);
 /* The structure whose part a component, or what is nested in it, becomes by COMPONENTS OF or by a

@@ -12,16 +12,6 @@ void forEachNamedNumberExtMark(AsnType *type,
 /* Without the marker. */
 int getNrOfNamedNumbers(AsnType *type);
 
-/* The items of an ENUMERATED in rising order; other types make no call. An array is continued if
-   each item is one above the one before it, which an empty one isn't. Without a marker `addCount`
-   is -1 and `addArray` null, else that stands behind the roots. Items that don't fit 32 bits give a
-   warning and 0x7FFFFFFF. */
-void forSortedEnumeratedValueArray(
-    AsnType *type,
-    Call<void(AsnType *type, int rootCount, const std::int32_t *rootArray, bool rootContinued,
-              int addCount, const std::int32_t *addArray, bool addContinued)>
-        func);
-
 /* The DEFAULT value of a component, if it has one. Fatal error 13 if the record is no value, 9 if
    there is none. */
 void forDefaultValue(AsnType *comp, Call<void(AsnType *comp, AsnValue *value)> func);

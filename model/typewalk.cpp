@@ -24,7 +24,6 @@ void addOutermostTag(AsnType *son, int compNr) {
     DynaNode &entry = entryForTag(son);
     entry.tag = {TAG_CTX, compNr};
     son->nrOfTags = 1;
-    son->nrOfLocalTags = 1;
 }
 
 void replaceOutermostTag(AsnType *son, int compNr) {
@@ -32,7 +31,6 @@ void replaceOutermostTag(AsnType *son, int compNr) {
     while (son->tagEntries[outermost].tag.tagClass == TAG_CLASS_NONE)
         ++outermost;
     son->tagEntries[outermost].tag = {TAG_CTX, compNr};
-    son->nrOfLocalTags = 1;
 }
 
 /* Do AUTOMATIC TAGS apply to the sons of `father`? What COMPONENTS OF brings in follows the
@@ -53,10 +51,8 @@ void initSonTags(AsnType *father, AsnType *son, int tagState, int compNr) {
         const TypeRow &row = typeRow(mainType);
         entryForTag(son).tag = {row.tagClass, row.tagNumber};
     }
-    for (const DynaNode &entry : son->tagEntries) {
+    for (const DynaNode &entry : son->tagEntries)
         son->nrOfTags += entry.tag.tagClass != TAG_CLASS_NONE;
-        son->nrOfLocalTags += entry.tag.tagClass != TAG_CLASS_NONE && isLocalTag(son, entry);
-    }
 
     if (!hasAutomaticTags(father) || mainType == TYP_EXTENSION_MARKER)
         return;

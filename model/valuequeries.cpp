@@ -48,15 +48,7 @@ int getValueMainType(AsnValue *value) {
 int getValueCompStatus(AsnValue *value) {
     return value->compStatus;
 }
-int getBaseValueCompStatus(AsnValue *value) {
-    return value->base.compStatus;
-}
 
-std::int32_t getValueDefinitionLine(AsnValue *value) {
-    const NodeContext kept(REC_VNODE);
-    readRec(value->posModule, REC_VNODE, value->posRecord);
-    return vNode.lineNr;
-}
 bool isValueExtensionmarker(AsnValue *value) {
     return value->base.valueKind == TYP_EXTENSION_MARKER;
 }
@@ -91,13 +83,7 @@ realVal realValue(AsnValue *value) {
 double doubleRealValue(AsnValue *value) {
     return retRealVal(valueReal(value->base));
 }
-std::int32_t bitStringLength(AsnValue *value) {
-    return value->stringLength;
-}
 std::int32_t octetStringLength(AsnValue *value) {
-    return value->stringLength;
-}
-std::int32_t characterStringLength(AsnValue *value) {
     return value->stringLength;
 }
 
@@ -107,10 +93,6 @@ Text getValueRef(AsnValue *value) {
 
 Text getValueId(AsnValue *value) {
     return printFixRec(value->compId);
-}
-
-Text getBaseValueId(AsnValue *value) {
-    return printFixRec(value->baseId);
 }
 
 void setInfValueStri(const char *intMinus, const char *intPlus, const char *realMinus,

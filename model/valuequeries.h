@@ -9,8 +9,6 @@ AsnType *getTypeOfValue(AsnValue *value); /* the governor; null for an infinity 
 AsnModule *getModuleOfValue(AsnValue *value);
 int getValueMainType(AsnValue *value); /* MainType: the form in which the value was written */
 int getValueCompStatus(AsnValue *value);
-int getBaseValueCompStatus(AsnValue *value);
-std::int32_t getValueDefinitionLine(AsnValue *value);
 bool isValueExtensionmarker(AsnValue *value);
 /* Other modules see the value. */
 bool isVisibleValue(AsnValue *value);
@@ -23,14 +21,11 @@ std::int32_t integerValue(AsnValue *value);
 sint64 int64Value(AsnValue *value);
 realVal realValue(AsnValue *value);
 double doubleRealValue(AsnValue *value);
-std::int32_t bitStringLength(AsnValue *value);
 std::int32_t octetStringLength(AsnValue *value);
-std::int32_t characterStringLength(AsnValue *value);
 
 /* The ASN.1 name; the C names of the position and of the base. No text for a nameless value. */
 Text getValueRef(AsnValue *value);
 Text getValueId(AsnValue *value);
-Text getBaseValueId(AsnValue *value);
 
 /* The texts of infinite numbers; null keeps one. They are borrowed for the rest of the run. */
 void setInfValueStri(const char *intMinus, const char *intPlus, const char *realMinus,

@@ -193,10 +193,6 @@ constexpr BoundWords valueWords = {"Lower bound of Integer/enumerated type",
 constexpr BoundWords sizeWords = {"Size constraint lower bound too large",
                                   "Size constraint upper bound too large"};
 
-std::int32_t toInt32(AsnType *type, sint64 number, const char *words) {
-    return int64ToInt32(number, getModuleOfType(type), getTypeDefinitionLine(type), words);
-}
-
 int walk64(AsnType *type, const IntegerValueSet &set,
            Call<void(AsnType *type, const Int64Range *range, int nbr)> func) {
     int nbr = 0;
@@ -207,25 +203,12 @@ int walk64(AsnType *type, const IntegerValueSet &set,
     return nbr;
 }
 
-int walk32(AsnType *type, const IntegerValueSet &set, const BoundWords &words,
-           Call<void(AsnType *type, const Int32Range *range, int nbr)> func) {
-    return walk64(type, set, [&](AsnType *, const Int64Range *range, int nbr) {
-        const std::int32_t lower = toInt32(type, range->lower, words.lower);
-        const Int32Range range32 = {lower, toInt32(type, range->upper, words.upper)};
-        func(type, &range32, nbr);
-    });
-}
-
 /* The set of one size constraint; empty for another constraint or type. */
 IntegerValueSet sizeConstraintSet(AsnType *type, AsnConstraint *constraint) {
     IntegerValueSet set;
     if (hasSizeSet(type) && getConstraintKind(constraint) == SUB_SIZE)
         makeValueSet(&set, type, constraint);
     return set;
-}
-
-bool beginsLike(const Int64Range &seg, const Int32Range *range) {
-    return int64ToInt32(seg.lower, nullptr, 0, nullptr) == range->lower;
 }
 
 } // namespace
@@ -277,21 +260,9 @@ bool isExtensibleSizeConstraintValueSet(AsnType *type) {
            ((hasSizeKind(mainType) && mainType != TYP_OBJDESCR) || mainType == TYP_CHASTR);
 }
 
-bool isFirstIntegerValueSetSeg(AsnType *type, const Int32Range *range) {
-    const IntegerValueSet *set = filledSetOf(type);
-    return set != nullptr && beginsLike(set->segs.front(), range);
-}
-
 bool isLastInt64ValueSetSeg(AsnType *type, const Int64Range *range) {
     const IntegerValueSet *set = filledSetOf(type);
     return set != nullptr && set->segs.back().lower == range->lower;
-}
-
-int forIntegerValueSet(AsnType *type,
-                       Call<void(AsnType *type, const Int32Range *range, int nbr)> func) {
-    requireCall(func);
-    const IntegerValueSet *set = valueSetOf(type);
-    return set == nullptr ? 0 : walk32(type, *set, valueWords, func);
 }
 
 int forInt64ValueSet(AsnType *type,
@@ -299,12 +270,6 @@ int forInt64ValueSet(AsnType *type,
     requireCall(func);
     const IntegerValueSet *set = valueSetOf(type);
     return set == nullptr ? 0 : walk64(type, *set, func);
-}
-
-int forSizeConstraintValueSet(AsnType *type, AsnConstraint *constraint,
-                              Call<void(AsnType *type, const Int32Range *range, int nbr)> func) {
-    requireCall(func);
-    return walk32(type, sizeConstraintSet(type, constraint), sizeWords, func);
 }
 
 int forInt64SizeConstraintValueSet(

@@ -10,11 +10,6 @@
 struct AsnConstraint;
 struct AsnType;
 
-struct Int32Range {
-    std::int32_t lower = 0;
-    std::int32_t upper = 0;
-};
-
 /* Sets of a type: made if the type has none yet. */
 void initValueSet(AsnType *type);
 void initSizeValueSet(AsnType *type);
@@ -27,18 +22,13 @@ bool isSimpleSizeConstraintValueSet(AsnType *type); /* exactly one range */
 bool isSizeConstraintValueSet(AsnType *type);       /* at least one range */
 bool isExtensibleIntegerValueSet(AsnType *type);
 bool isExtensibleSizeConstraintValueSet(AsnType *type);
-/* Does the range begin where the first, or the last, range of the type's set begins? */
-bool isFirstIntegerValueSetSeg(AsnType *type, const Int32Range *range);
+/* Does the range begin where the last range of the type's set begins? */
 bool isLastInt64ValueSetSeg(AsnType *type, const Int64Range *range);
 
-/* Walks; the result is the number of calls, `nbr` counts them from 0. The 32-bit forms warn of an
-   end that doesn't fit. The last two walk what one size constraint allows. */
-int forIntegerValueSet(AsnType *type,
-                       Call<void(AsnType *type, const Int32Range *range, int nbr)> func);
+/* Walks; the result is the number of calls, `nbr` counts them from 0. The last one
+   walks what one size constraint allows. */
 int forInt64ValueSet(AsnType *type,
                      Call<void(AsnType *type, const Int64Range *range, int nbr)> func);
-int forSizeConstraintValueSet(AsnType *type, AsnConstraint *constraint,
-                              Call<void(AsnType *type, const Int32Range *range, int nbr)> func);
 int forInt64SizeConstraintValueSet(
     AsnType *type, AsnConstraint *constraint,
     Call<void(AsnType *type, const Int64Range *range, int nbr)> func);

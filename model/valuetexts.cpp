@@ -202,53 +202,6 @@ Text arcText(const ObjIdComps &comps, std::size_t index, const char *separator,
 
 /* --- times --- */
 
-bool isDigit(char c) {
-    return std::isdigit(static_cast<unsigned char>(c)) != 0;
-}
-
-/* Takes `count` characters off the text, as far as there are so many; any that is no digit counts
-   as 0. */
-std::int32_t takeNumber(const char **text, int count) {
-    std::int32_t number = 0;
-    for (; count > 0 && **text != '\0'; --count, ++*text)
-        number = number * 10 + (isDigit(**text) ? **text - '0' : 0);
-    return number;
-}
-
-int countDigits(const char *text) {
-    int count = 0;
-    while (isDigit(text[count]))
-        ++count;
-    return count;
-}
-
-std::int32_t takeFraction(const char **text) {
-    if (**text != ',' && **text != '.')
-        return 0;
-    ++*text;
-    const int digits = countDigits(*text);
-    const char *end = *text + digits;
-    static constexpr std::int32_t scale[] = {0, 100, 10, 1};
-    const std::int32_t milliseconds = digits <= 3 ? takeNumber(text, digits) * scale[digits] : 0;
-    *text = end;
-    return milliseconds;
-}
-
-void takeZone(const char *text, AsnTime *time) {
-    time->utc = *text == 'Z' ? 1 : 0;
-    if (*text != '+' && *text != '-') {
-        time->offsetHours = time->offsetMinutes = TIME_NO_OFFSET;
-        return;
-    }
-    const int sign = *text == '-' ? -1 : 1;
-    ++text;
-    const int digits = countDigits(text);
-    if (digits != 2 && digits != 4)
-        return;
-    time->offsetHours = sign * takeNumber(&text, 2);
-    time->offsetMinutes = digits == 4 ? takeNumber(&text, 2) : TIME_NO_OFFSET;
-}
-
 bool isTime(int kind) {
     return kind == TYP_GENTIME || kind == TYP_UTCTIME;
 }
@@ -361,34 +314,4 @@ Text objectIdentifierValueStri(AsnValue *value, const char *separator, const cha
     for (std::size_t i = 0; i < comps.numbers.size(); ++i)
         text += arcText(comps, i, separator, namePrefix, nameSuffix);
     return text;
-}
-
-void forObjectIdentifierValue(
-    AsnValue *value,
-    Call<void(AsnValue *value, int count, const std::uint32_t *numbers, const char *const *names)>
-        func) {
-    requireCall(func);
-    ObjIdComps comps;
-    if (makeObjIdComps(value, &comps))
-        func(value, comps.count(), comps.numbers.data(), comps.names.data());
-}
-
-void forTimeValue(AsnValue *value, Call<void(AsnValue *value, const AsnTime *time)> func) {
-    requireCall(func);
-    const int kind = value->base.valueKind;
-    if (!isTime(kind))
-        return;
-    const char *text = timeText(*value);
-    AsnTime time;
-    time.year = kind == TYP_GENTIME ? takeNumber(&text, 4) : takeNumber(&text, 2) + 1900;
-    time.month = takeNumber(&text, 2);
-    time.day = takeNumber(&text, 2);
-    time.hour = takeNumber(&text, 2);
-    if (isDigit(*text))
-        time.minute = takeNumber(&text, 2);
-    if (isDigit(*text))
-        time.second = takeNumber(&text, 2);
-    time.milliseconds = takeFraction(&text);
-    takeZone(text, &time);
-    func(value, &time);
 }

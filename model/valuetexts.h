@@ -45,24 +45,3 @@ int getNrOfObjectIdentifierComps(AsnValue *value);
  */
 Text objectIdentifierValueStri(AsnValue *value, const char *separator, const char *namePrefix,
                                const char *nameSuffix);
-void forObjectIdentifierValue(
-    AsnValue *value,
-    Call<void(AsnValue *value, int count, const std::uint32_t *numbers, const char *const *names)>
-        func);
-
-/* An offset that doesn't apply holds TIME_NO_OFFSET. */
-inline constexpr std::int32_t TIME_NO_OFFSET = -1000;
-struct AsnTime {
-    std::int32_t year = 0;
-    std::int32_t month = 0;
-    std::int32_t day = 0;
-    std::int32_t hour = 0;
-    std::int32_t minute = 0;
-    std::int32_t second = 0;
-    std::int32_t milliseconds = 0;
-    std::int32_t utc = 0; /* 1: coordinated universal time */
-    std::int32_t offsetHours = 0;
-    std::int32_t offsetMinutes = 0;
-};
-/* GeneralizedTime and UTCTime; other values make no call. */
-void forTimeValue(AsnValue *value, Call<void(AsnValue *value, const AsnTime *time)> func);

@@ -116,10 +116,6 @@ void forEachValueComp(AsnValue *value, Call<void(AsnValue *value, AsnValue *comp
         func(value, comp, nbr);
 }
 
-void forEachValueElem(AsnValue *value, Call<void(AsnValue *value, AsnValue *elem, int nbr)> func) {
-    forEachValueComp(value, func);
-}
-
 void forEachPresentOrAbsentValueComp(
     AsnValue *value,
     Call<void(AsnValue *value, AsnType *comp, int compNbr, AsnValue *compValue, int presentNbr)>

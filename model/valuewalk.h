@@ -53,7 +53,6 @@ void forValueByRecNr(AsnModule *module, Call<void(AsnValue *value, int nbr)> fun
 
 /* The component values that a structured value has, the elements of a list value. */
 void forEachValueComp(AsnValue *value, Call<void(AsnValue *value, AsnValue *comp, int nbr)> func);
-void forEachValueElem(AsnValue *value, Call<void(AsnValue *value, AsnValue *elem, int nbr)> func);
 /* Every component of the governing type with its number, and the component value, or null, with its
    number, or -1. */
 void forEachPresentOrAbsentValueComp(

@@ -74,14 +74,10 @@ bool isPredefinedObjClass(AsnObjClass *objClass);
 /* The same, met where no definition gives it another name. */
 bool isPlainPredefinedObjClass(AsnObjClass *objClass);
 bool isBaseObjClassInCurrentModule(AsnObjClass *objClass);
-/* Two handles mean one class: their bases are the same record. */
-bool isTheSameObjClass(const AsnObjClass *a, const AsnObjClass *b);
-bool isInstantiatedClass(AsnObjClass *objClass);
 /* At least one field is optional. */
 bool isOptionalObjClassFields(AsnObjClass *objClass);
 int getNrOfObjClassFields(AsnObjClass *objClass);
 /* Record numbers from 0. */
-RecNr getUniqueObjClassNr(AsnObjClass *objClass);
 RecNr getUniqueBaseObjClassNr(AsnObjClass *objClass);
 std::int32_t getClassDefinitionLine(AsnObjClass *objClass);
 AsnModule *getModuleOfObjClass(AsnObjClass *objClass);
@@ -91,8 +87,6 @@ bool testObjClassOption(AsnObjClass *objClass, int bit);
 bool testObjClassFieldOption(AsnObjClassField *field, int bit);
 
 AsnObjClass *getObjClassOfField(AsnObjClassField *field);
-int getObjClassFieldKind(AsnObjClassField *field);
-int getObjClassFieldNr(AsnObjClassField *field);
 bool isTypeField(AsnObjClassField *field);
 bool isFixedTypeValueField(AsnObjClassField *field);
 bool isFixedTypeValueSetField(AsnObjClassField *field);
@@ -101,14 +95,11 @@ bool isVariableTypeValueSetField(AsnObjClassField *field);
 bool isObjectField(AsnObjClassField *field);
 bool isObjectSetField(AsnObjClassField *field);
 bool isOptionalField(AsnObjClassField *field);
-bool isMandatoryField(AsnObjClassField *field);
 bool isDefaultFieldValue(AsnObjClassField *field);
 
 /* The mark that generators share with types (model/stamps.h), as it is stored now. */
 int getObjClassStamp(AsnObjClass *objClass);
-int getBaseObjClassStamp(AsnObjClass *objClass);
 void setObjClassStamp(AsnObjClass *objClass, int stamp);
-void setBaseObjClassStamp(AsnObjClass *objClass, int stamp);
 
 /* Names: "Ref" gives the ASN.1 name, "Id" the C name. */
 Text getObjClassRef(AsnObjClass *objClass);

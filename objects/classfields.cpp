@@ -132,12 +132,6 @@ void forObjectSetField(AsnObjClassField *field,
 AsnObjClass *getObjClassOfField(AsnObjClassField *field) {
     return field->fieldClass;
 }
-int getObjClassFieldKind(AsnObjClassField *field) {
-    return field->fieldKind;
-}
-int getObjClassFieldNr(AsnObjClassField *field) {
-    return field->fieldNr;
-}
 bool isTypeField(AsnObjClassField *field) {
     return field->fieldKind == FIELD_TYPE;
 }
@@ -163,9 +157,6 @@ bool isObjectSetField(AsnObjClassField *field) {
 /* The sign of a field's status has no meaning. */
 bool isOptionalField(AsnObjClassField *field) {
     return field->base.compStatus == TCS_OPTIONAL || field->base.compStatus == -TCS_OPTIONAL;
-}
-bool isMandatoryField(AsnObjClassField *field) {
-    return field->base.compStatus == TCS_MANDATORY;
 }
 bool isDefaultFieldValue(AsnObjClassField *field) {
     return field->base.defaultValue != 0;

@@ -45,13 +45,6 @@ bool isBaseObjClassInCurrentModule(AsnObjClass *objClass) {
     return objClass->baseModule == objClass->ownerModule->modRec;
 }
 
-bool isTheSameObjClass(const AsnObjClass *a, const AsnObjClass *b) {
-    return a->baseModule == b->baseModule && a->baseRecord == b->baseRecord;
-}
-
-bool isInstantiatedClass(AsnObjClass *objClass) {
-    return (objClass->firstTypeFlags & TYPE_INSTANTIATED) != 0;
-}
 bool isOptionalObjClassFields(AsnObjClass *objClass) {
     requireClass(objClass, NO_CLASS);
     return (objClass->base.typeFlags & TYPE_HAS_OPTIONAL) != 0;
@@ -59,9 +52,6 @@ bool isOptionalObjClassFields(AsnObjClass *objClass) {
 int getNrOfObjClassFields(AsnObjClass *objClass) {
     requireClass(objClass, NO_CLASS);
     return objClass->base.nrOfComps;
-}
-RecNr getUniqueObjClassNr(AsnObjClass *objClass) {
-    return objClass->posRecord - 1;
 }
 RecNr getUniqueBaseObjClassNr(AsnObjClass *objClass) {
     return objClass->baseRecord - 1;
@@ -83,16 +73,8 @@ int getObjClassStamp(AsnObjClass *objClass) {
     return storedTNode(objClass->posModule, objClass->posRecord).stamp;
 }
 
-int getBaseObjClassStamp(AsnObjClass *objClass) {
-    return storedTNode(objClass->baseModule, objClass->baseRecord).stamp;
-}
-
 void setObjClassStamp(AsnObjClass *objClass, int stamp) {
     stampRecord(objClass->posModule, objClass->posRecord, stamp);
-}
-
-void setBaseObjClassStamp(AsnObjClass *objClass, int stamp) {
-    stampRecord(objClass->baseModule, objClass->baseRecord, stamp);
 }
 
 Text getObjClassRef(AsnObjClass *objClass) {

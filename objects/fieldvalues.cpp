@@ -112,12 +112,6 @@ bool isFixedTypeValueFieldValue(AsnFieldValue *value) {
 bool isFixedTypeValueSetFieldValue(AsnFieldValue *value) {
     return isOfKind(value, FIELD_FIXED_VALUE_SET);
 }
-bool isVariableTypeValueFieldValue(AsnFieldValue *value) {
-    return isOfKind(value, FIELD_VARIABLE_VALUE);
-}
-bool isVariableTypeValueSetFieldValue(AsnFieldValue *value) {
-    return isOfKind(value, FIELD_VARIABLE_VALUE_SET);
-}
 bool isObjectFieldValue(AsnFieldValue *value) {
     return isOfKind(value, FIELD_OBJECT);
 }

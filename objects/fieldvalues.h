@@ -62,8 +62,6 @@ AsnObjClassField *getObjClassFieldOfFieldValue(AsnFieldValue *value);
 bool isTypeFieldValue(AsnFieldValue *value);
 bool isFixedTypeValueFieldValue(AsnFieldValue *value);
 bool isFixedTypeValueSetFieldValue(AsnFieldValue *value);
-bool isVariableTypeValueFieldValue(AsnFieldValue *value);
-bool isVariableTypeValueSetFieldValue(AsnFieldValue *value);
 bool isObjectFieldValue(AsnFieldValue *value);
 bool isObjectSetFieldValue(AsnFieldValue *value);
 /* Neither a setting nor a default. */

@@ -35,23 +35,8 @@ AsnObjClass *getObjClassOfObject(AsnObject *object) {
 AsnModule *getModuleOfObject(AsnObject *object) {
     return object->ownerModule;
 }
-std::int32_t getObjectCompStatus(AsnObject *object) {
-    return object->compStatus;
-}
-std::int32_t getBaseObjectCompStatus(AsnObject *object) {
-    return object->base.compStatus;
-}
-bool isDefinedObject(AsnObject *object) {
-    return object->compStatus == VCS_DEFINITION;
-}
 bool isDefinedBaseObject(AsnObject *object) {
     return object->base.compStatus == VCS_DEFINITION;
-}
-RecNr getUniqueObjectNr(AsnObject *object) {
-    return object->posRecord - 1;
-}
-RecNr getUniqueBaseObjectNr(AsnObject *object) {
-    return object->baseRecord - 1;
 }
 std::int32_t getObjectDefinitionLine(AsnObject *object) {
     const NodeContext kept(REC_VNODE);
@@ -67,7 +52,4 @@ Text getBaseObjectRef(AsnObject *object) {
 }
 Text getObjectId(AsnObject *object) {
     return printFixRec(object->compId);
-}
-Text getBaseObjectId(AsnObject *object) {
-    return printFixRec(object->baseId);
 }

@@ -26,13 +26,7 @@ void forObjectByRecNr(AsnModule *module, Call<void(AsnObject *object, int nbr)> 
 
 AsnObjClass *getObjClassOfObject(AsnObject *object);
 AsnModule *getModuleOfObject(AsnObject *object);
-std::int32_t getObjectCompStatus(AsnObject *object);
-std::int32_t getBaseObjectCompStatus(AsnObject *object);
-bool isDefinedObject(AsnObject *object);
 bool isDefinedBaseObject(AsnObject *object);
-/* Record numbers from 0. */
-RecNr getUniqueObjectNr(AsnObject *object);
-RecNr getUniqueBaseObjectNr(AsnObject *object);
 /* Where the object itself stands, whatever it refers to. */
 std::int32_t getObjectDefinitionLine(AsnObject *object);
 
@@ -41,4 +35,3 @@ std::int32_t getObjectDefinitionLine(AsnObject *object);
 Text getObjectRef(AsnObject *object);
 Text getBaseObjectRef(AsnObject *object);
 Text getObjectId(AsnObject *object);
-Text getBaseObjectId(AsnObject *object);

@@ -93,10 +93,6 @@ std::int32_t getObjectSetDefinitionLine(AsnObjectSet *objectSet) {
     return tNode.lineNr;
 }
 
-Text getObjectSetRef(AsnObjectSet *objectSet) {
-    return orEmpty(objectSet->compId.id);
-}
-
 Text getDefObjectSetId(AsnObjectSet *objectSet) {
     if (objectSet->compStatus == TCS_HEADER)
         return printFixRec(objectSet->compId);

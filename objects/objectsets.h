@@ -37,8 +37,6 @@ AsnModule *getModuleOfObjectSet(AsnObjectSet *objectSet);
 /* Where the set itself stands. */
 std::int32_t getObjectSetDefinitionLine(AsnObjectSet *objectSet);
 
-/* The ASN.1 name here; only prefix and suffix without one. */
-Text getObjectSetRef(AsnObjectSet *objectSet);
 /* The C name here, or of the base; "?!?" if neither is a definition. */
 Text getDefObjectSetId(AsnObjectSet *objectSet);
 

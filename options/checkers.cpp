@@ -40,16 +40,6 @@ bool parseNumber(std::string_view text, std::int32_t *number) {
     return result.ec == std::errc() && result.ptr == end;
 }
 
-template <typename Test>
-bool checkStri(Text *dst, const char *text, std::size_t min, std::size_t max, Test isGood) {
-    const std::string_view value(text);
-    if (value.size() < min || value.size() > max)
-        return false;
-    if (!std::all_of(value.begin(), value.end(), isGood))
-        return false;
-    return store(dst, Text(value));
-}
-
 /* Digits from `*text` on that make a number up to `max`; `*text` moves behind them. */
 bool skipNumber(const char **text, std::int64_t max) {
     const char *start = *text;
@@ -130,34 +120,12 @@ bool realLimOptionOK(const char *text) {
            skipNumber(&text, MAX_EXPONENT) && skipText(&text, "}") && *text == '\0';
 }
 
-bool alphaStriOptionOK(Text *dst, const char *text, std::size_t min, std::size_t max) {
-    return checkStri(dst, text, min, max, isAsciiAlpha);
-}
-
-bool digitStriOptionOK(Text *dst, const char *text, std::size_t min, std::size_t max) {
-    return checkStri(dst, text, min, max, isAsciiDigit);
-}
-
-bool xdigitStriOptionOK(Text *dst, const char *text, std::size_t min, std::size_t max) {
-    return specialStriOptionOK(dst, text, "0123456789ABCDEFabcdef", min, max);
-}
-
-bool bdigitStriOptionOK(Text *dst, const char *text, std::size_t min, std::size_t max) {
-    return specialStriOptionOK(dst, text, "01", min, max);
-}
-
-bool alnumStriOptionOK(Text *dst, const char *text, std::size_t min, std::size_t max) {
-    return checkStri(dst, text, min, max, isAsciiAlnum);
-}
-
 bool alnumSpecialStriOptionOK(Text *dst, const char *text, const char *specials, std::size_t min,
                               std::size_t max) {
-    return checkStri(dst, text, min, max, [specials](char c) {
+    const std::string_view all = text;
+    const auto allowed = [specials](char c) {
         return isAsciiAlnum(c) || std::strchr(specials, c) != nullptr;
-    });
-}
-
-bool specialStriOptionOK(Text *dst, const char *text, const char *set, std::size_t min,
-                         std::size_t max) {
-    return checkStri(dst, text, min, max, [set](char c) { return std::strchr(set, c) != nullptr; });
+    };
+    return all.size() >= min && all.size() <= max && std::all_of(all.begin(), all.end(), allowed) &&
+           store(dst, Text(all));
 }

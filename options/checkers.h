@@ -30,15 +30,6 @@ bool directoryOptionOK(Text *dst, const char *text);
 /* "{mantissa,10,exponent}". */
 bool realLimOptionOK(const char *text);
 
-/* Texts by the characters that they may have; the length must lie between the limits. */
-bool alphaStriOptionOK(Text *dst, const char *text, std::size_t min, std::size_t max);
-bool digitStriOptionOK(Text *dst, const char *text, std::size_t min, std::size_t max);
-bool xdigitStriOptionOK(Text *dst, const char *text, std::size_t min, std::size_t max);
-bool bdigitStriOptionOK(Text *dst, const char *text, std::size_t min, std::size_t max);
-bool alnumStriOptionOK(Text *dst, const char *text, std::size_t min, std::size_t max);
 /* Letters, digits and the characters of `specials`. */
 bool alnumSpecialStriOptionOK(Text *dst, const char *text, const char *specials, std::size_t min,
                               std::size_t max);
-/* Characters of `set` alone. */
-bool specialStriOptionOK(Text *dst, const char *text, const char *set, std::size_t min,
-                         std::size_t max);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <unordered_map>
 #include <vector>
 
 #include "options/naming.h"
@@ -119,8 +118,6 @@ struct GlobalOptions {
 
     std::array<FixChain, FIX_KINDS> fix; /* by kind minus 1 */
     FixChain entries;
-    /* What "PREFIX=" options said of modules, by interned module name. */
-    std::unordered_map<const char *, ModRec *> prefixModules;
 
     std::int32_t nrOfEntryTypes = 0; /* from the header */
     std::int32_t nrOfVisibleTypes = 0;

@@ -205,11 +205,3 @@ FixRec *findGlbFixRecByName(const FixChain &fix, const char *name) {
     const auto found = fix.byName.find(foldName(name));
     return found != fix.byName.end() ? found->second : nullptr;
 }
-
-std::size_t compareNames(const char *a, const char *b) {
-    const auto fold = [](char c) { return c == '-' ? '_' : c; };
-    std::size_t n = 0;
-    while (a[n] != '\0' && fold(a[n]) == fold(b[n]))
-        ++n;
-    return n;
-}

@@ -92,9 +92,6 @@ FixRec *findFixRecByEntryTypeName(FixChain *fix, const char *name);
 /* The first record of a name, or null; "-" and "_" are equal. */
 FixRec *findGlbFixRecByName(const FixChain &fix, const char *name);
 
-/* Number of characters from the start that match, "-" and "_" being equal. */
-std::size_t compareNames(const char *a, const char *b);
-
 /* The naming data of the current VNode (values, objects, named numbers) or TNode (all others): what
    the options say of its kind, of its name, and what is written on it. `id` is null if it has no
    name. Moves the current TedRec. */

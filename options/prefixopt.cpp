@@ -71,8 +71,7 @@ bool prefixOptOK(ModRec *module, const char *text) {
     checkPrefixOptionPart("file prefix", parts.filePrefix.data(), limit);
     if (parts.genPrefixGiven)
         checkPrefixOptionPart("generation prefix", parts.genPrefix.data(), limit);
-    module->options->prefixModules[moduleName] =
-        findOrCreateModRec(filePrefix, genPrefix, moduleName);
+    findOrCreateModRec(filePrefix, genPrefix, moduleName);
     return true;
 }
 

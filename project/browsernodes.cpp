@@ -32,14 +32,6 @@ BrowserNode *newNodeOfType(AsnType *type, std::int32_t line, const NodeTexts &te
     return newSourceNode(getTypeRef(type), getModuleOfType(type), line, texts);
 }
 
-/* The root's child for the type's module; null if there is none. */
-BrowserNode *findModuleNode(AsnType *type) {
-    if (g_taviBrowserTree == nullptr)
-        return nullptr;
-    const Text name = convertUnderscores(getModuleRef(getModuleOfType(type)));
-    return taviBrowserFindSubNode(g_taviBrowserTree, name.c_str());
-}
-
 } // namespace
 
 BrowserNode *taviBrowserNewProjectTree(const char *kind, const char *aux1, const char *aux2) {
@@ -95,32 +87,4 @@ BrowserNode *taviBrowserNewObjectNode(AsnObject *object, const char *kind, const
                                       const char *aux2) {
     return newSourceNode(getObjectRef(object), getModuleOfObject(object),
                          getObjectDefinitionLine(object), {kind, aux1, aux2});
-}
-
-BrowserNode *taviBrowserNewValueNode(AsnValue *value, const char *kind, const char *aux1,
-                                     const char *aux2) {
-    return newSourceNode(getValueRef(value), getModuleOfValue(value), getValueDefinitionLine(value),
-                         {kind, aux1, aux2});
-}
-
-BrowserNode *taviBrowserFindOrCreateModuleNode(AsnType *type, const char *kind, const char *aux1,
-                                               const char *aux2) {
-    if (BrowserNode *known = findModuleNode(type))
-        return known;
-    return taviBrowserNewModuleNode(getModuleOfType(type), kind, aux1, aux2);
-}
-
-BrowserNode *taviBrowserFindOrCreateXRefDefinitionNode(AsnType *type, const char *aux1,
-                                                       const char *aux2) {
-    const Text name = convertUnderscores(getTypeRef(type));
-    BrowserNode *module = findModuleNode(type);
-    BrowserNode *known = module == nullptr ? nullptr : taviBrowserFindSubNode(module, name.c_str());
-    if (known != nullptr)
-        return known;
-    return newNodeOfType(type, getTypeDefinitionLine(type), {"Definition", aux1, aux2});
-}
-
-BrowserNode *taviBrowserNewXRefUsageNode(AsnType *type, std::int32_t line, const char *aux1,
-                                         const char *aux2) {
-    return newNodeOfType(type, line, {"Usage", aux1, aux2});
 }

@@ -25,17 +25,3 @@ BrowserNode *taviBrowserNewObjectSetNode(AsnObjectSet *objectSet, const char *ki
                                          const char *aux1, const char *aux2);
 BrowserNode *taviBrowserNewObjectNode(AsnObject *object, const char *kind, const char *aux1,
                                       const char *aux2);
-BrowserNode *taviBrowserNewValueNode(AsnValue *value, const char *kind, const char *aux1,
-                                     const char *aux2);
-
-/* For cross references, which another generator on this back end may write. */
-
-/* The child of the root for the type's module, or a new node. */
-BrowserNode *taviBrowserFindOrCreateModuleNode(AsnType *type, const char *kind, const char *aux1,
-                                               const char *aux2);
-/* The type's node below that of its module, or a new node of kind "Definition". */
-BrowserNode *taviBrowserFindOrCreateXRefDefinitionNode(AsnType *type, const char *aux1,
-                                                       const char *aux2);
-/* A new node of kind "Usage" for line `line` of the type's module. */
-BrowserNode *taviBrowserNewXRefUsageNode(AsnType *type, std::int32_t line, const char *aux1,
-                                         const char *aux2);

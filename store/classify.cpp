@@ -198,78 +198,15 @@ bool isVariabTypeFieldTNode() {
     return (tNode.nodeFlags & NODE_VARIABLE_TYPE_FIELD) != 0;
 }
 
-bool isTypeTNode() {
-    return askFinalType([] { return !isSetTNode() && !currentTypeIsClass(); });
-}
 bool isClassTNode() {
     return askFinalType([] { return !isSetTNode() && currentTypeIsClass(); });
-}
-bool isValueSetTNode() {
-    return isSetTNode() && askFinalType([] { return !currentTypeIsClass(); });
 }
 bool isObjSetTNode() {
     return isSetTNode() && askFinalType(currentTypeIsClass);
 }
-bool isOpenObjClassFieldTypeTNode() {
-    return askFinalType([] { return tNode.mainType == TYP_OPEN; });
-}
-bool isObjClassFieldTypeTNode() {
-    const NodeContext keep(REC_TNODE);
-    return isObjClFldTyp();
-}
 
 bool isObjVNode() {
     return (vNode.valueFlags & VALUE_SET) == 0 && finalValueIsClass();
-}
-bool isObjSetVNode() {
-    return (vNode.valueFlags & VALUE_SET) != 0 && finalValueIsClass();
-}
-bool isValueVNode() {
-    return (vNode.valueFlags & VALUE_SET) == 0 && !isObjVNode();
-}
-bool isValueSetVNode() {
-    return (vNode.valueFlags & VALUE_SET) != 0 && !isObjSetVNode();
-}
-
-namespace {
-
-/* May the current field list, by its own record, stand for a field of a class? */
-bool mayBeClassField() {
-    switch (std::abs(static_cast<std::int64_t>(tNode.compStatus))) {
-    case TCS_MANDATORY:
-    case TCS_OPTIONAL:
-        return !isVariabTypeFieldTNode() && (isValFieldTNode() || isValSetFieldTNode()) &&
-               tNode.refModule >= 0;
-    case TCS_CHOICE:
-    case TCS_MULTIPLE:
-        return true;
-    case TCS_HEADER:
-        return tNode.nameIdx > 0;
-    default:
-        return false;
-    }
-}
-
-} // namespace
-
-bool isObjClFldTyp() {
-    skipTypes(false);
-    if (tNode.mainType != TYP_FIELDLIST || !mayBeClassField())
-        return false;
-    ModRec *module = currModule(REC_TNODE);
-    readRec(tNode.refModule == 0 ? module : getModPtr(module, tNode.refModule), REC_TNODE,
-            tNode.refRecord);
-    ChainGuard guard(REC_TNODE);
-    while (tNode.mainType == TYP_SYNONYM && tNode.refRecord != 0 && !isSetTNode()) {
-        guard.step(currModule(REC_TNODE));
-        followSynonymType();
-    }
-    return isClassTNode();
-}
-
-void getClassOfObjClassFieldTypeTNode() {
-    if (!isObjClFldTyp())
-        fatalError(FATAL_INTERNAL, "Trying to obtain class of an ObjectClassFieldType.");
 }
 
 namespace {
@@ -318,17 +255,6 @@ bool findValueById(ModRec *module, const char *name) {
     if (nr != 0)
         readRec(module, REC_VNODE, nr);
     return nr != 0;
-}
-
-bool findValueCompById(ModRec *module, RecNr first, const char *name) {
-    ChainGuard guard(REC_VNODE);
-    for (RecNr nr = first; nr != 0; nr = vNode.next) {
-        guard.step(module);
-        readRec(module, REC_VNODE, nr);
-        if (vNode.nameIdx != 0 && std::strcmp(getStri(module, vNode.nameIdx), name) == 0)
-            return true;
-    }
-    return false;
 }
 
 int compareNumber(const VNode &a, const VNode &b, int kind) {

@@ -36,30 +36,16 @@ bool isSetTNode();
 bool isValFieldTNode();
 bool isValSetFieldTNode();
 bool isVariabTypeFieldTNode();
-bool isTypeTNode();
 bool isClassTNode();
-bool isValueSetTNode();
 bool isObjSetTNode();
-bool isOpenObjClassFieldTypeTNode();
-bool isObjClassFieldTypeTNode();
 
 /* Questions of the current VNode; it stays current. */
 bool isObjVNode();
-bool isObjSetVNode();
-bool isValueVNode();
-bool isValueSetVNode();
-
-/* Is the current TNode a field of a class, referred to as a type? Moves it. */
-bool isObjClFldTyp();
-/* Leaves the class of such a type current; fatal error 13 for another type. */
-void getClassOfObjClassFieldTypeTNode();
 
 /* The first definition of the module with this name, case counts; true and current if there is one.
  */
 bool findTypeById(ModRec *module, const char *name);
 bool findValueById(ModRec *module, const char *name);
-/* The same along the list that starts at `first`. */
-bool findValueCompById(ModRec *module, RecNr first, const char *name);
 
 /* 0 for equal, else the sign of `a` minus `b`; INTEGER and REAL values, 0 for other kinds. */
 int compareValue(const VNode &a, const VNode &b);

@@ -390,9 +390,7 @@ struct ObjClassList;  /* the model's */
 /* One import of a module. */
 struct PicRec {
     const char *picName = nullptr; /* interned */
-    TimeStamp picStamp;
     std::int32_t picNr = 0; /* MNode number: the module number of references */
-    std::int32_t picValue = 0;
     ModRec *picMod = nullptr; /* null after a failure */
     std::uint8_t picMark = 0;
 };
@@ -446,7 +444,7 @@ struct ModRec {
     std::vector<const char *> stri8; /* interned */
     std::vector<const char16_t *> stri16;
     std::vector<const char32_t *> stri32;
-    std::unordered_map<const void *, RecNr> striCache[3]; /* interned text -> string number */
+    std::unordered_map<const char *, RecNr> striNumbers; /* of the 8-bit texts, by interned text */
 
     GlobalOptions *options = nullptr; /* never null */
     PicList imports;                  /* in MNode order */

@@ -7,20 +7,11 @@
 
 namespace {
 
-/* One table for each width; C is the type of its characters. */
-template <typename C> struct Width;
-template <> struct Width<char> {
-    static constexpr int cache = 0;
-    static constexpr auto table = &ModRec::stri8;
-};
-template <> struct Width<char16_t> {
-    static constexpr int cache = 1;
-    static constexpr auto table = &ModRec::stri16;
-};
-template <> struct Width<char32_t> {
-    static constexpr int cache = 2;
-    static constexpr auto table = &ModRec::stri32;
-};
+/* The table of a module for texts of a width; C is the type of its characters. */
+template <typename C> constexpr std::vector<const C *> ModRec::*TABLE = nullptr;
+template <> constexpr auto TABLE<char> = &ModRec::stri8;
+template <> constexpr auto TABLE<char16_t> = &ModRec::stri16;
+template <> constexpr auto TABLE<char32_t> = &ModRec::stri32;
 
 template <typename C> struct TextHash {
     using is_transparent = void;
@@ -43,22 +34,11 @@ template <typename C> const C *intern(std::basic_string_view<C> text) {
 }
 
 template <typename C> RecNr append(ModRec *module, const C *interned) {
-    auto &table = module->*Width<C>::table;
+    auto &table = module->*TABLE<C>;
     if (table.size() >= static_cast<std::size_t>(EMPTY_STRI) - 1)
         fatalError(FATAL_WRITE_RECORD, nullptr);
     table.push_back(interned);
-    const auto number = static_cast<RecNr>(table.size());
-    module->striCache[Width<C>::cache][interned] = number;
-    return number;
-}
-
-template <typename C> RecNr putStriInternal(ModRec *module, const C *text) {
-    if (module == nullptr || text == nullptr)
-        fatalError(FATAL_WRITE_RECORD, nullptr);
-    const C *interned = intern(std::basic_string_view<C>(text));
-    const auto &cache = module->striCache[Width<C>::cache];
-    const auto known = cache.find(interned);
-    return known != cache.end() ? known->second : append(module, interned);
+    return static_cast<RecNr>(table.size());
 }
 
 template <typename C> const C *getStriInternal(ModRec *module, RecNr number) {
@@ -67,7 +47,7 @@ template <typename C> const C *getStriInternal(ModRec *module, RecNr number) {
         return empty;
     if (module == nullptr)
         fatalError(FATAL_READ_RECORD, nullptr);
-    const auto &table = module->*Width<C>::table;
+    const auto &table = module->*TABLE<C>;
     /* The amount is taken in 64 bits, since the least number has no positive counterpart. */
     const std::int64_t nr = number < 0 ? -std::int64_t{number} : number;
     if (nr < 1 || static_cast<std::size_t>(nr) > table.size())
@@ -91,27 +71,22 @@ const char32_t *getStri32(ModRec *module, RecNr number) {
 }
 
 RecNr putStri(ModRec *module, const char *text) {
-    return putStriInternal(module, text);
-}
-RecNr putStri16(ModRec *module, const char16_t *text) {
-    return putStriInternal(module, text);
-}
-RecNr putStri32(ModRec *module, const char32_t *text) {
-    return putStriInternal(module, text);
+    if (module == nullptr || text == nullptr)
+        fatalError(FATAL_WRITE_RECORD, nullptr);
+    const char *interned = allocateUniqStri(text);
+    RecNr &number = module->striNumbers[interned];
+    if (number == 0)
+        number = append(module, interned);
+    return number;
 }
 
 const char *allocateUniqStri(std::string_view text) {
     return intern(text);
 }
-const char16_t *allocateUniqStri(std::u16string_view text) {
-    return intern(text);
-}
-const char32_t *allocateUniqStri(std::u32string_view text) {
-    return intern(text);
-}
 
 void appendStri(ModRec *module, std::string_view text) {
-    append(module, intern(text));
+    const char *interned = intern(text);
+    module->striNumbers[interned] = append(module, interned);
 }
 void appendStri16(ModRec *module, std::u16string_view text) {
     append(module, intern(text));

@@ -16,13 +16,9 @@ const char32_t *getStri32(ModRec *module, RecNr number);
 /* The number of a text in a module; a new text is added. Fatal error 10 for a null module or text.
  */
 RecNr putStri(ModRec *module, const char *text);
-RecNr putStri16(ModRec *module, const char16_t *text);
-RecNr putStri32(ModRec *module, const char32_t *text);
 
 /* The single copy of a text; lives to the end of the run. */
 const char *allocateUniqStri(std::string_view text);
-const char16_t *allocateUniqStri(std::u16string_view text);
-const char32_t *allocateUniqStri(std::u32string_view text);
 
 /* Adds a record as a tree has it, without looking for an equal one. */
 void appendStri(ModRec *module, std::string_view text);

@@ -47,8 +47,6 @@ void stampNodes(ModRec *module) {
 
 /* Reads one tree, without its imports. */
 TreeStatus readOneTree(ModRec *module, Text *message) {
-    if (treeHooks.treeProgress != nullptr)
-        treeHooks.treeProgress(module);
     const TreeStatus status = readTree(module, message);
     if (status != TREE_READ) {
         module->state = MOD_FAILED;
@@ -64,9 +62,7 @@ PicRec *addImport(ModRec *module, RecNr nr) {
     readRec(module, REC_MNODE, nr);
     const char *name = getStri(module, mNode.moduleName);
     PicRec *pic = createPicRec(module->imports, allocateUniqStri(name));
-    pic->picStamp = mNode.stamp;
     pic->picNr = nr;
-    pic->picValue = mNode.moduleValue;
     const char *prefix = optionalStri(module, mNode.filePrefix);
     pic->picMod = findOrCreateModRec(prefix, prefix, name);
     pic->picMark = static_cast<std::uint8_t>(mNode.importMark >> 4);
@@ -235,11 +231,6 @@ PicRec *createPicRec(PicList &imports, const char *name) {
     pic->picName = name;
     imports.byName.emplace(name, pic);
     return pic;
-}
-
-PicRec *matchingName(const PicList &imports, const char *name) {
-    const auto known = imports.byName.find(name);
-    return known == imports.byName.end() ? nullptr : known->second;
 }
 
 void getTimeStamp(TimeStamp *stamp) {

@@ -18,8 +18,6 @@ struct TreeHooks {
     /* Settles the options of a module whose header has just been read and is the current MNode:
        defaults, then the options stored in the tree. */
     void (*settleStoredOptions)(ModRec *module) = nullptr;
-    /* Told of each tree before it is read; null tells nobody. */
-    void (*treeProgress)(const ModRec *module) = nullptr;
 };
 extern TreeHooks treeHooks;
 
@@ -40,8 +38,6 @@ void initBackendVars();
 ModRec *findOrCreateModRec(const char *filePrefix, const char *genPrefix, const char *moduleName);
 /* An empty import with this name, which must be interned, at the end of the list. */
 PicRec *createPicRec(PicList &imports, const char *name);
-/* The import whose name is the same interned text, or null. */
-PicRec *matchingName(const PicList &imports, const char *name);
 
 /* The test of a tree's header, the current MNode; `message` is set if the version is wrong. */
 bool checkMNode(Text *message);

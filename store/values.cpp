@@ -54,11 +54,6 @@ RecNr valueStri(const VNode &node) {
     return static_cast<RecNr>(get(node, AT_STRI, 4));
 }
 
-void setValueStri(VNode *node, std::uint16_t length, RecNr stri) {
-    put(node, AT_LENGTH, 2, length);
-    put(node, AT_STRI, 4, static_cast<std::uint32_t>(stri));
-}
-
 realVal valueReal(const VNode &node) {
     return {valueInt(node), static_cast<std::int16_t>(get(node, AT_BASE, 2)),
             static_cast<std::int16_t>(get(node, AT_EXPONENT, 2))};
@@ -68,10 +63,6 @@ void setValueReal(VNode *node, const realVal &value) {
     setValueInt(node, value.mantissa);
     put(node, AT_BASE, 2, static_cast<std::uint16_t>(value.base));
     put(node, AT_EXPONENT, 2, static_cast<std::uint16_t>(value.exponent));
-}
-
-realVal makeRealVal(sint64 mantissa, std::int16_t base, std::int16_t exponent) {
-    return {mantissa, base, exponent};
 }
 
 realVal makeSpecialRealVal(std::int32_t code) {

@@ -14,7 +14,6 @@ void setValueInt(VNode *node, sint64 number);
 /* Strings: length in digits or characters, and string number. */
 std::uint16_t valueLength(const VNode &node);
 RecNr valueStri(const VNode &node);
-void setValueStri(VNode *node, std::uint16_t length, RecNr stri);
 
 /* `mantissa` times `base` to the power `exponent`; base -1 marks a special value. */
 struct realVal {
@@ -27,7 +26,6 @@ enum : int { REAL_PLUS_INFINITY = -2, REAL_MINUS_INFINITY = -1, REAL_ZERO = 0 };
 realVal valueReal(const VNode &node);
 void setValueReal(VNode *node, const realVal &value);
 
-realVal makeRealVal(sint64 mantissa, std::int16_t base, std::int16_t exponent);
 realVal makeSpecialRealVal(std::int32_t code);
 bool isSpecialRealVal(const realVal &value);
 /* The code; 0x7FFFFFFF if the mantissa holds none. */

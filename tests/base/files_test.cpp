@@ -123,7 +123,8 @@ TEST_F(Files, OpenFileStaysAndAClosedOneIsWrittenAnew) {
     EXPECT_EQ(linesInF(SLOT), 0u);
     openFWithPrefix(SLOT, "my-mod");
     putF(SLOT, "three");
-    openNamedF(5, dir_.c_str(), "free name");
+    initF(5, dir_.c_str(), "free name");
+    openFWithPrefix(5, "");
     std::vector<int> open;
     forEachOpenFile([&](int slot) { open.push_back(slot); });
     EXPECT_EQ(open, (std::vector<int>{SLOT, 5}));
@@ -135,7 +136,8 @@ TEST_F(Files, OpenFileStaysAndAClosedOneIsWrittenAnew) {
 using FilesDeathTest = Files;
 
 TEST_F(FilesDeathTest, FullDiskIsNoticedBeforeTheFileIsClosed) {
-    openNamedF(4, "/dev/", "full");
+    initF(4, "/dev/", "full");
+    openFWithPrefix(4, "");
     EXPECT_EXIT(putF(4, xs(1000000)), testing::ExitedWithCode(2),
                 "Can not write into file\n              /dev/full\n");
 }

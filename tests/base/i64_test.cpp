@@ -28,59 +28,31 @@ constexpr std::int64_t BORDERS[] = {
     MIN64, MIN64 + 1, -4294967297, -4294967296, MIN32,      -65536,    -10,       -1,   0, 1, 10,
     65535, MAX32,     UMAX32,      4294967296,  4294967297, 1LL << 62, MAX64 - 1, MAX64};
 
-TEST(I64, SumsDifferencesAndProductsWrapAround) {
+TEST(I64, SumsAndDifferencesWrapAround) {
     for (const std::int64_t a : BORDERS) {
         for (const std::int64_t b : BORDERS) {
             const auto ua = static_cast<std::uint64_t>(a);
             const auto ub = static_cast<std::uint64_t>(b);
             EXPECT_EQ(static_cast<std::uint64_t>(native(i64add(of(a), of(b)))), ua + ub);
             EXPECT_EQ(static_cast<std::uint64_t>(native(i64sub(of(a), of(b)))), ua - ub);
-            EXPECT_EQ(static_cast<std::uint64_t>(native(i64mul(of(a), of(b)))), ua * ub);
             EXPECT_EQ(i64cmp(of(a), of(b)), a < b ? -1 : a > b ? 1 : 0);
         }
     }
     EXPECT_EQ(i64hi(i64ltosint64(-1)), -1);
     EXPECT_EQ(i64hi(i64ultosint64(UMAX32)), 0);
     EXPECT_EQ(native(i64subl(i64min(), 1)), MAX64);
-    EXPECT_EQ(native(i64addul(of(-1), UMAX32)), 4294967294);
-    EXPECT_EQ(native(i64subul(of(0), UMAX32)), -4294967295);
-    EXPECT_EQ(native(i64mull(of(4294967296), -2)), -8589934592);
-    EXPECT_EQ(native(i64mulul(of(-1), UMAX32)), -4294967295);
-    const sint64 product = i64mul32(UMAX32, UMAX32);
-    EXPECT_EQ(static_cast<std::uint32_t>(i64hi(product)), 0xFFFFFFFEu);
-    EXPECT_EQ(i64lo(product), 1u);
     EXPECT_EQ(native(i64neg(i64min())), MIN64);
 }
 
 TEST(I64, DivisionTruncatesTowardZero) {
     for (const std::int64_t a : BORDERS) {
-        for (const std::int32_t n : {1, 2, -2, 10, -10, MAX32, MIN32}) {
+        for (const std::int32_t n : {1, 2, -2, 10, -10, MAX32, MIN32})
             EXPECT_EQ(native(i64divl(of(a), n)), a / n) << a << " / " << n;
-            EXPECT_EQ(i64modl(of(a), n), a % n) << a << " % " << n;
-        }
         EXPECT_EQ(native(i64divl(of(a), 0)), MAX64);
-        EXPECT_EQ(i64modl(of(a), 0), MAX32);
     }
     EXPECT_EQ(native(i64divl(i64min(), -1)), MIN64);
-    EXPECT_EQ(i64modl(i64min(), -1), 0);
     EXPECT_EQ(native(i64divul(of(-4294967295), UMAX32)), -1);
-    EXPECT_EQ(i64modul(of(1), 0), MAX32);
     EXPECT_EQ(native(i64divul(of(1), 0)), MAX64);
-}
-
-TEST(I64, ShiftsFillFromTheirSide) {
-    for (const std::int64_t a : BORDERS) {
-        for (const unsigned count : {0u, 1u, 31u, 32u, 33u, 63u}) {
-            EXPECT_EQ(native(i64shiftl(of(a), count)),
-                      static_cast<std::int64_t>(static_cast<std::uint64_t>(a) << count));
-            EXPECT_EQ(native(i64shiftr(of(a), count)), a >> count);
-            EXPECT_EQ(static_cast<std::uint64_t>(native(i64ushiftr(of(a), count))),
-                      static_cast<std::uint64_t>(a) >> count);
-        }
-        EXPECT_EQ(native(i64shiftl(of(a), 64)), 0);
-        EXPECT_EQ(native(i64shiftr(of(a), 200)), a < 0 ? -1 : 0);
-        EXPECT_EQ(native(i64ushiftr(of(a), 64)), 0);
-    }
 }
 
 TEST(I64, NarrowsOnlyWhatFits) {
@@ -93,7 +65,6 @@ TEST(I64, NarrowsOnlyWhatFits) {
         const bool fitsUnsigned = a >= 0 && a <= UMAX32;
         EXPECT_EQ(i64toul(of(a), &u), fitsUnsigned) << a;
         EXPECT_EQ(u, fitsUnsigned ? static_cast<std::uint32_t>(a) : UMAX32) << a;
-        EXPECT_EQ(i64ispos(of(a)), a > 0);
         EXPECT_EQ(i64isneg(of(a)), a < 0);
     }
     std::int32_t l = 0;
@@ -103,20 +74,9 @@ TEST(I64, NarrowsOnlyWhatFits) {
     EXPECT_GT(i64cmpul(of(4294967296), UMAX32), 0);
 }
 
-TEST(I64, TextOfANumberAndBack) {
-    for (const std::int64_t a : BORDERS) {
+TEST(I64, TextOfANumber) {
+    for (const std::int64_t a : BORDERS)
         EXPECT_EQ(i64tostr(of(a)), std::to_string(a));
-        sint64 back;
-        EXPECT_TRUE(i64strtosint64(std::to_string(a).c_str(), &back)) << a;
-        EXPECT_EQ(native(back), a);
-    }
-    for (const char *wrong :
-         {"", "-", "-0", "01", "+1", " 1", "1 ", "12a", "--1", "9223372036854775808",
-          "-9223372036854775809", "45000000000000000000", "99999999999999999999"}) {
-        sint64 out;
-        EXPECT_FALSE(i64strtosint64(wrong, &out)) << wrong;
-        EXPECT_TRUE(i64ismax(out)) << wrong;
-    }
 }
 
 } // namespace

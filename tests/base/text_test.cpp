@@ -26,25 +26,6 @@ TEST(Text, SmallHelpers) {
     EXPECT_EQ(strUpper("a-B1"), "A-B1");
 }
 
-TEST(Services, FileNamesTakeTheirSuffix) {
-    struct Row {
-        const char *name, *suffix;
-        bool replace;
-        const char *result;
-    };
-    constexpr Row rows[] = {
-        {"x", ".stx", true, "x.stx"},         {"x.asn", ".stx", true, "x.stx"},
-        {"a.b/x", ".stx", true, "a.b/x.stx"}, {"x.y.z", "", true, "x.y"},
-        {"x.asn", ".stx", false, "x.asn"},    {"a.b/x", ".stx", false, "a.b/x.stx"},
-        {nullptr, ".acs", false, ".acs"},     {"x", nullptr, true, "x"},
-    };
-    Text dst = "old";
-    for (const Row &row : rows)
-        EXPECT_EQ(setFileName(dst, row.name, row.suffix, row.replace), row.result);
-    const Text longName(600, 'n');
-    EXPECT_EQ(setFileName(dst, longName.c_str(), ".stx", true), Text(508, 'n') + ".stx");
-}
-
 TEST(Services, FilesThatCannotBeOpenedEndTheRun) {
     const WorkDir dir;
     dir.write("there", "x");

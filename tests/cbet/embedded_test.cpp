@@ -18,7 +18,8 @@ protected:
 
     void SetUp() override {
         initFiles();
-        openNamedF(SLOT, dir_.path("").c_str(), "out");
+        initF(SLOT, dir_.path("").c_str(), "out");
+        openFWithPrefix(SLOT, "");
         fArr[SLOT].indent = 1;
         for (ModRec *module : {&own_, &other_})
             module->tNodes.resize(4);
@@ -62,7 +63,8 @@ protected:
     std::string written() {
         closeF(SLOT);
         std::string text = dir_.read("out");
-        openNamedF(SLOT, dir_.path("").c_str(), "out");
+        initF(SLOT, dir_.path("").c_str(), "out");
+        openFWithPrefix(SLOT, "");
         return text;
     }
 

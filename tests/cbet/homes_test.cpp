@@ -116,7 +116,8 @@ TEST(Homes, InHometab) {
 
 /* What `write` writes to a file. */
 std::string written(const WorkDir &dir, Call<void(int file)> write) {
-    openNamedF(1, (dir.path() + "/").c_str(), "out.c");
+    initF(1, (dir.path() + "/").c_str(), "out.c");
+    openFWithPrefix(1, "");
     write(1);
     closeF(1);
     return dir.read("out.c");

@@ -89,22 +89,6 @@ TEST_F(Run, VersionBlockNeedsNoModule) {
     }
 }
 
-TEST_F(Run, BackEndTellsItsProgressIfTheToolAsksForIt) {
-    TreeWriter tree("Outer", "outer");
-    tree.import("Post_Office", "post");
-    ASSERT_TRUE(tree.save(dir_.path("outer.stx")));
-    std::string program = "velmo", directory = "-S=" + dir_.path(), file = "outer";
-    char *argv[] = {program.data(), directory.data(), file.data(), nullptr};
-    installHooks();
-    setBackendVerbosity(1);
-    testing::internal::CaptureStderr();
-    initBackend(3, argv, "TOOL", 100, 0, nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "  Parsing command line parameters ...\n"
-              "  Reading syntax trees ...\n  outer  post\n"
-              "  Parsing command line options ...\n  outer  post\n");
-}
-
 /* Names in a tree lead to no other directory. */
 TEST_F(Run, ImportsThatLeadElsewhere) {
     dir_.makeDir("in");

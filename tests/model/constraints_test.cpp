@@ -16,8 +16,7 @@ std::string shownValue(AsnValue *value) {
     return text.empty() ? shown(int64Value(value)) : text;
 }
 
-/* A tree of constraints as text, by way of every walk there is; each acts on its own kind only. A
-   simple union has a star. */
+/* A tree of constraints as text, by way of every walk there is; each acts on its own kind only. */
 std::string shownTree(AsnType *type, AsnConstraint *constraint) {
     std::string text;
     auto add = [&](AsnConstraint *part) {
@@ -61,8 +60,7 @@ std::string shownTree(AsnType *type, AsnConstraint *constraint) {
                     std::to_string(getPresenceConstraintKind(inner)) + shownTree(comp, inner);
         });
     const char *word = subKindName(getConstraintKind(constraint));
-    return std::string(word == nullptr ? "?" : word) +
-           (isSimpleUnionConstraint(constraint) ? "*(" : "(") + text + ")";
+    return std::string(word == nullptr ? "?" : word) + "(" + text + ")";
 }
 
 std::string shownConstraints(AsnType *type) {
@@ -85,9 +83,9 @@ TEST(Constraints, EachKindShowsItsParts) {
     };
     const auto number = [&](const char *expected, RecNr sub) { add(expected, w.integer(), sub); };
     const RecNr low = w.range(1, 5), upTo = w.range(MIN_VALUE, 5);
-    number("union*(0:range(1..5) 1:single value(9) )", w.sub(SUB_UNION, {low, one(w, 9)}));
+    number("union(0:range(1..5) 1:single value(9) )", w.sub(SUB_UNION, {low, one(w, 9)}));
     const RecNr deep = w.sub(SUB_INTERSECTION, {one(w, 1)});
-    number("union*(0:INTERSECTION(0:single value(1) ) )", w.sub(SUB_UNION, {deep}));
+    number("union(0:INTERSECTION(0:single value(1) ) )", w.sub(SUB_UNION, {deep}));
     const RecNr odd = w.sub(SUB_CATENATION, {w.sub(SUB_ALL_EXCEPT, {one(w, 2)})});
     number("union(0:catenated(ALL EXPECT(single value(2))) )", w.sub(SUB_UNION, {odd}));
     number("INTERSECTION(0:range(MIN..5) 1:range(1<..<7) )",

@@ -68,9 +68,6 @@ TEST(Modules, Questions) {
     EXPECT_TRUE(testCGenerationOption(module, CGEN_EXTERNAL + 32));
     EXPECT_FALSE(testCGenerationOption(module, -CGEN_EXTERNAL));
     EXPECT_TRUE(testCGenerationOption(module, -CGEN_REAL));
-    EXPECT_FALSE(isCombinedModules(module, module));
-    options->combined = {module->modRec};
-    EXPECT_TRUE(isCombinedModules(module, module));
 }
 
 } // namespace

@@ -40,7 +40,7 @@ void withSet(const ModelSetup &setup, const std::string &name,
              Call<void(AsnObjectSet *objectSet)> func) {
     bool found = false;
     forEachObjectSet(setup.module, [&](AsnObjectSet *objectSet, int) {
-        if (getObjectSetRef(objectSet) != name)
+        if (getDefObjectSetId(objectSet) != name)
             return;
         found = true;
         func(objectSet);
@@ -93,7 +93,7 @@ TEST(ObjectSets, NamesAndOptions) {
     w.defineSet("Ids", w.ref("P"), w.sub(SUB_UNION)).skipped();
     ModelSetup setup;
     setup.load(w);
-    withSet(setup, "Set", [](AsnObjectSet *objectSet) {
+    withSet(setup, "OpSet", [](AsnObjectSet *objectSet) {
         EXPECT_EQ(getDefObjectSetId(objectSet), "OpSet");
         objectSet->compStatus = objectSet->base.compStatus = TCS_MANDATORY;
         EXPECT_EQ(getDefObjectSetId(objectSet), "?!?");

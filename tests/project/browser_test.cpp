@@ -91,44 +91,4 @@ TEST(BrowserTreeDeathTest, WithoutAPrefix) {
     EXPECT_TRUE(taviIsActive());
 }
 
-/* Nodes that no generator here makes: of values, and for cross references. */
-TEST(BrowserTree, NodesOfValuesAndUses) {
-    ModelSetup model;
-    TreeWriter w("My_Module", "m");
-    w.source("asn/", "m.asn");
-    w.define("My_Type", w.boolean()).line(5);
-    w.defineValue("my_value", w.ref("My_Type"), w.boolValue(true)).line(9);
-    model.load(w);
-    ASSERT_TRUE(taviOptionOK("TAVI-PREFIX=p"));
-    g_taviBrowserTree = taviBrowserNewProjectTree("Type", nullptr, nullptr);
-    std::string lines;
-    const auto show = [&](BrowserNode *node) {
-        lines += std::string(taviBrowserName(node)) + " " +
-                 getSymbol(taviBrowserSymbolTable, node->kind) + " " +
-                 getSymbol(taviBrowserSymbolTable, node->file) + " " + std::to_string(node->line) +
-                 "\n";
-    };
-    model.withType("My_Type", [&](AsnType *type) {
-        BrowserNode *module = taviBrowserFindOrCreateModuleNode(type, "module", nullptr, nullptr);
-        show(module);
-        taviBrowserInsertSubNode(g_taviBrowserTree, module, true);
-        EXPECT_EQ(taviBrowserFindOrCreateModuleNode(type, "module", nullptr, nullptr), module);
-        BrowserNode *node = taviBrowserFindOrCreateXRefDefinitionNode(type, nullptr, nullptr);
-        show(node);
-        taviBrowserInsertSubNode(module, node, true);
-        EXPECT_EQ(taviBrowserFindOrCreateXRefDefinitionNode(type, nullptr, nullptr), node);
-        BrowserNode *use = taviBrowserNewXRefUsageNode(type, 12, nullptr, nullptr);
-        show(use);
-        taviBrowserInsertSubNode(node, use, false);
-    });
-    model.withValue("my_value", [&](AsnValue *value) {
-        BrowserNode *node = taviBrowserNewValueNode(value, "value", nullptr, nullptr);
-        show(node);
-        taviBrowserInsertSubNode(g_taviBrowserTree, node, false);
-    });
-    EXPECT_EQ(lines, "My-Module module m.asn 1\nMy-Type Definition m.asn 5\n"
-                     "My-Type Usage m.asn 12\nmy-value value m.asn 9\n");
-    taviBrowserDeleteTree(g_taviBrowserTree);
-}
-
 } // namespace

@@ -190,20 +190,14 @@ TEST(Classify, TypesClassesAndSets) {
         t.at(nr).nodeFlags = isSet ? static_cast<std::uint32_t>(NODE_SET) : 0;
         recJustRead[REC_TNODE] = {};
         t.makeCurrent(nr);
-        return yes({{'T', isTypeTNode},
-                    {'C', isClassTNode},
-                    {'V', isValueSetTNode},
-                    {'O', isObjSetTNode},
-                    {'?', isOpenObjClassFieldTypeTNode}},
-                   REC_TNODE);
+        return yes({{'C', isClassTNode}, {'O', isObjSetTNode}}, REC_TNODE);
     };
     const RecNr integer = t.type(TYP_INTEGER);
-    EXPECT_EQ(kinds(integer), "T");
-    EXPECT_EQ(kinds(t.type(TYP_SYNONYM, t.type(TYP_OPEN))), "T?");
+    EXPECT_EQ(kinds(integer), "");
     /* A reference to a set looks like its type; the set itself tells by its flag. */
     const RecNr valueSet = t.type(TYP_SYNONYM, integer);
-    EXPECT_EQ(kinds(valueSet, true), "TV");
-    EXPECT_EQ(kinds(t.type(TYP_SYNONYM, valueSet)), "T");
+    EXPECT_EQ(kinds(valueSet, true), "");
+    EXPECT_EQ(kinds(t.type(TYP_SYNONYM, valueSet)), "");
     for (const int kind : {TYP_CLASS, TYP_TYPE_ID, TYP_ABSTR_STX}) {
         const RecNr cls = t.type(kind);
         EXPECT_EQ(kinds(t.type(TYP_SYNONYM, cls)), "C");
@@ -215,60 +209,12 @@ TEST(Classify, TypesClassesAndSets) {
         storedVNode(t.module, nr).valueFlags = isSet ? VALUE_SET : 0;
         recJustRead[REC_VNODE] = {};
         readRec(t.module, REC_VNODE, nr);
-        return yes(
-            {{'V', isValueVNode}, {'O', isObjVNode}, {'v', isValueSetVNode}, {'o', isObjSetVNode}},
-            REC_VNODE);
+        return yes({{'O', isObjVNode}}, REC_VNODE);
     };
     const RecNr object = t.value(TYP_SYNONYM, t.value(TYP_CLASS));
     const RecNr number = t.value(TYP_INTEGER);
-    EXPECT_EQ(valueKinds(number, false) + valueKinds(number, true), "Vv");
-    EXPECT_EQ(valueKinds(object, false) + valueKinds(object, true), "Oo");
-}
-
-TEST(Classify, FieldsOfClassesReferredToAsTypes) {
-    Tangle t;
-    const RecNr cls = t.type(TYP_CLASS);
-    const RecNr toClass = t.type(TYP_SYNONYM, cls);
-    struct Row {
-        std::int32_t status, refModule;
-        RecNr name;
-        std::uint32_t flags;
-        bool is;
-    };
-    const Row rows[] = {
-        {TCS_MANDATORY, 1, -4, 0, true},
-        {TCS_OPTIONAL, 0, 4, NODE_SET, true},
-        {TCS_OPTIONAL, 1, 4, 0, false},
-        {TCS_OPTIONAL, 1, 0, 0, false},
-        {TCS_OPTIONAL, 1, -4, NODE_VARIABLE_TYPE_FIELD, false},
-        {TCS_MANDATORY, FIELDLIST_ALWAYS_FOLLOWED, -4, 0, false},
-        {TCS_COMPOF, 1, -4, 0, false},
-        {TCS_CHOICE, 1, 0, 0, true},
-        {TCS_MULTIPLE, 1, 0, NODE_VARIABLE_TYPE_FIELD, true},
-        {TCS_HEADER, 1, 4, 0, true},
-        {TCS_PARAM_HEAD, 1, 4, 0, true},
-        {TCS_HEADER, 1, 0, 0, false},
-        {TCS_FORMAL, 1, 4, 0, false},
-    };
-    for (const Row &row : rows) {
-        const RecNr nr = t.type(TYP_FIELDLIST, toClass, 0, row.refModule);
-        t.at(nr).compStatus = row.status;
-        t.at(nr).nameIdx = row.name;
-        t.at(nr).nodeFlags = row.flags;
-        t.makeCurrent(nr);
-        EXPECT_EQ(isObjClassFieldTypeTNode(), row.is) << row.status << " " << row.name;
-        EXPECT_EQ(recJustRead[REC_TNODE].nr, nr);
-        if (row.is) {
-            getClassOfObjClassFieldTypeTNode();
-            EXPECT_EQ(recJustRead[REC_TNODE].nr, cls);
-        }
-    }
-    const RecNr toNoClass = t.type(TYP_FIELDLIST, t.type(TYP_INTEGER));
-    t.at(toNoClass).compStatus = TCS_CHOICE;
-    t.makeCurrent(toNoClass);
-    EXPECT_FALSE(isObjClassFieldTypeTNode());
-    EXPECT_EXIT(getClassOfObjClassFieldTypeTNode(), exitsWith2,
-                "Internal error\n +Trying to obtain class of an ObjectClassFieldType.\n");
+    EXPECT_EQ(valueKinds(number, false) + valueKinds(number, true), "");
+    EXPECT_EQ(valueKinds(object, false) + valueKinds(object, true), "O");
 }
 
 TEST(Find, FirstDefinitionInListOrder) {
@@ -303,11 +249,6 @@ TEST(Find, FirstDefinitionInListOrder) {
     EXPECT_FALSE(findValueById(t.module, "z"));
     EXPECT_TRUE(findValueById(t.module, "y"));
     EXPECT_EQ(recJustRead[REC_VNODE].nr, 3);
-    EXPECT_TRUE(findValueCompById(t.module, 2, "y"));
-    EXPECT_FALSE(findValueCompById(t.module, 2, "x"));
-    storedVNode(t.module, 3).next = 1;
-    recJustRead[REC_VNODE] = {};
-    EXPECT_EXIT(findValueCompById(t.module, 1, "z"), exitsWith2, "Syntax tree inconsistent");
 }
 
 } // namespace

@@ -45,8 +45,10 @@ CbetRun::CbetRun(TreeWriter &tree, const std::vector<TreeWriter *> &imported) {
     loadTree(dir, tree);
     resetStamps();
     cInitVars();
-    for (int slot : {BODY_FILE, PROTO_FILE})
-        openNamedF(slot, dir.path("").c_str(), fileNames[slot]);
+    for (int slot : {BODY_FILE, PROTO_FILE}) {
+        initF(slot, dir.path("").c_str(), fileNames[slot]);
+        openFWithPrefix(slot, "");
+    }
 }
 
 GlobalOptions &CbetRun::options() {

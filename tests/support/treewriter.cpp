@@ -1,5 +1,7 @@
 #include "tests/support/treewriter.h"
 
+#include <fstream>
+
 /* The module and its header; changes of the bytes of a file. */
 
 TreeWriter::TreeWriter(std::string_view moduleName, std::string_view filePrefix) {
@@ -71,7 +73,10 @@ std::string TreeWriter::bytes() {
 }
 
 bool TreeWriter::save(const std::string &path) {
-    return asntree::saveBytes(path, bytes());
+    std::ofstream file(path, std::ios::binary);
+    file << bytes();
+    file.close();
+    return file.good();
 }
 
 /* --- changes of a finished file --- */
@@ -138,9 +143,12 @@ bool addModuleOption(std::string &file, std::string_view option) {
     const std::uint32_t first = peekTree(file, FIRST_OFFSET, 4);
     if (first != 0 && peekTree(file, LAST_OFFSET, 4) != static_cast<std::uint32_t>(teds))
         return false;
-    std::string text, record;
-    asntree::putStrings(text, {std::string(option)});
-    asntree::putTedRecs(record, {{TED_OPTION, strings + 1}});
+    asntree::Tree piece;
+    piece.keepCounts = true;
+    piece.tedRecs.push_back({TED_OPTION, strings + 1});
+    const std::string record = asntree::storedBytes(piece);
+    piece.str(option);
+    const std::string text = asntree::storedBytes(piece).substr(record.size());
     file.insert(recordOffset(file, REC_STRI8, strings + 1), text);
     file.insert(recordOffset(file, REC_TED, teds + 1), record);
     pokeCount(file, REC_TED, teds + 1);

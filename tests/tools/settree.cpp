@@ -117,7 +117,10 @@ int main(int argc, char **argv) {
     for (int i = 3; i < argc; ++i)
         if (!change(tree.t(nr), argv[i]))
             return fail("no change of a record", argv[i]);
-    if (!asntree::saveBytes(argv[1], asntree::storedBytes(tree)))
+    std::ofstream out(argv[1], std::ios::binary);
+    out << asntree::storedBytes(tree);
+    out.close();
+    if (!out)
         return fail("can't write", argv[1]);
     return 0;
 }
