@@ -151,8 +151,7 @@ ExitStatus listTrees(const Settings &settings) {
 int main(int argc, char **argv) {
     std::set_new_handler(endWithoutMemory);
     optionHooks.globalBEOptionOK = globalBEOptionOK;
-    treeHooks.newMetaRec = newBEModMetaRec;
-    treeHooks.deleteMetaRec = deleteBEModMetaRec;
+    treeHooks.newMetaRec = std::make_shared<BEModMetaRec>;
     Settings settings;
     std::string message;
     const bool good = parseCommandLine(argc, argv, settings, message);

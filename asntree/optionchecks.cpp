@@ -18,22 +18,15 @@ constexpr std::string_view OTHER_TOOL = "-BEO=";
    will be when a tree is loaded, since some depend on others. */
 struct Trial {
     ModRec module;
-    BEModMetaRec *tool = nullptr; /* null if the tool's own options can't be checked */
+    std::shared_ptr<BEModMetaRec> tool; /* null if the tool's own options can't be checked */
 
     explicit Trial(int prefixLength) {
-        module.options = newGlobalOptions();
+        module.options = std::make_shared<GlobalOptions>();
         module.options->prefixLength = static_cast<std::uint8_t>(prefixLength);
-        initMetaRec(module.options);
+        initMetaRec(module.options.get());
         if (optionHooks.globalBEOptionOK != nullptr && treeHooks.newMetaRec != nullptr)
             tool = treeHooks.newMetaRec();
     }
-    ~Trial() {
-        deleteGlobalOptions(module.options);
-        if (tool != nullptr && treeHooks.deleteMetaRec != nullptr)
-            treeHooks.deleteMetaRec(tool);
-    }
-    Trial(const Trial &) = delete;
-    Trial &operator=(const Trial &) = delete;
 };
 
 bool isKnownName(Trial &trial, const char *option) {
@@ -51,7 +44,7 @@ std::string problemOfToolOption(Trial &trial, const std::string &text) {
     const std::size_t equals = option.find('=');
     if (equals == option.npos || equals == 0 || option.starts_with("VERSION"))
         return "velmo has no such option: ";
-    if (trial.tool == nullptr || optionHooks.globalBEOptionOK(trial.tool, text.c_str()))
+    if (trial.tool == nullptr || optionHooks.globalBEOptionOK(trial.tool.get(), text.c_str()))
         return {};
     return "velmo has no such option, or not with this value: ";
 }

@@ -7,11 +7,10 @@
 
    vars.h        local variables of generated functions, braces, blocks
    functions.h   heads, prototypes and calls of generated functions
-   predicates.h  what a type is in C
+   forms.h       what a type is in C
    names.h       C names of types, components and named numbers
    homes.h       where a value lies in the running program
-   constants.h   numbers as C writes them
-   imports.h     circles among importing modules */
+   constants.h   numbers as C writes them */
 
 /* Brings up the whole tool set: `initBackend` loads the trees and settles the options, then the
    variables of this layer get their first values, some of which depend on the options of the first

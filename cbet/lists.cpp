@@ -5,8 +5,8 @@
 #include "cbet/homes.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
-#include "model/bounds.h"
 #include "model/typequeries.h"
+#include "model/valuesets.h"
 
 /* --- sizes --- */
 

@@ -39,7 +39,7 @@ AsnType *cDefinedAncestor(AsnType *comp) {
 Text cNamedNumberMnemonic(AsnType *type, AsnValue *value) {
     if (!isNamedNumberOf(type, value))
         fatalError(FATAL_INTERNAL, "CBET: Invalid value for a #define for a named number/bit.");
-    return getValueId(value) + "_" + cTypeId(type);
+    return getIdOf(value) + "_" + cTypeId(type);
 }
 
 /* #define red_Color 1 */

@@ -6,8 +6,8 @@
 #include "cbet/lists.h"
 #include "cbet/reports.h"
 #include "cbet/vars.h"
-#include "model/bounds.h"
 #include "model/typequeries.h"
+#include "model/valuesets.h"
 
 namespace {
 

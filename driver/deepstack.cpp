@@ -1,4 +1,4 @@
-#include "driver/deepstack.h"
+#include "driver/driver.h"
 
 #include <pthread.h>
 

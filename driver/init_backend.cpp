@@ -1,4 +1,4 @@
-#include "driver/init_backend.h"
+#include "driver/driver.h"
 
 #include "base/fatal.h"
 #include "base/files.h"

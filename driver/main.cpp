@@ -1,5 +1,4 @@
-#include "driver/deepstack.h"
-#include "driver/velmo_main.h"
+#include "driver/driver.h"
 
 int main(int argc, char **argv) {
     return runOnDeepStack(velmo_main, argc, argv);

@@ -1,4 +1,4 @@
-#include "driver/velmo_main.h"
+#include "driver/driver.h"
 
 #include <cstdio>
 #include <cstring>
@@ -9,17 +9,52 @@
 #include "base/fatal.h"
 #include "base/toolinfo.h"
 #include "cbet/cbet.h"
-#include "driver/init_backend.h"
-#include "driver/usage.h"
-#include "driver/wiring.h"
 #include "gen/classmeta.h"
 #include "gen/fileset.h"
 #include "gen/generators.h"
+#include "gen/messages.h"
 #include "gen/meta.h"
 #include "model/modules.h"
 #include "model/stamps.h"
 #include "project/ketratavi.h"
 #include "store/tree.h"
+
+const char *const velmoUsage[] = {
+    "Usage:",
+    "",
+    "  velmo [options] [option-files] [syntax-file [syntax-file ...]]",
+    "",
+    "Options:",
+    "",
+    "  General back-end options (e.g.):",
+    "    -S=syntax-file-directory                    Default: .",
+    "",
+    "  VELMO specific options:",
+    "    -VERBOSE={quiet|terse|verbose}              Default: terse",
+    "    -ENTRYTAG={ignore|warn}                     Default: ignore",
+    "    -LOGFILE=log-file-name                      Default:",
+    "    -COD-FUNC-PREF=character-string             Default:\"\"",
+    "",
+    "Option files:",
+    "  +filename    A text file with one global option or syntax file name",
+    "               per line.",
+    "",
+    "Example:",
+    "  The files asn/x.asn asn/y.asn contain two ASN.1 modules. The file pdus.opt",
+    "   contains declaration of PDUs defined in those modules.",
+    "",
+    "  # pdus.opt - Declaration of PDUs and SDUs defined in x.asn and y.asn",
+    "  -ENTRY=X-PDU:PDU",
+    "  -ENTRY=Y-prim:sdu",
+    "",
+    "  Compilation of the ASN.1 modules and generation of a C implementation:",
+    "",
+    "  $ ketmap -option-file=prefix.opt -A=asn x y",
+    "  $ ketra +prefix.opt +pdus.opt -A=asn -L=lst -S=stx -C=src -H=inc x y",
+    "  $ velmo +prefix.opt -S=stx x y",
+    "",
+    nullptr,
+};
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "driver/wiring.h"
+#include "driver/driver.h"
 
 #include "base/fatal.h"
 #include "cbet/names.h"
@@ -23,10 +23,8 @@ void tellSummary(const char *text, const char *detail) {
 void installHooks() {
     setFatalErrorListener(tellSummary);
 
-    treeHooks.newOptions = newGlobalOptions;
-    treeHooks.newMetaRec = newBEModMetaRec;
-    treeHooks.deleteOptions = deleteGlobalOptions;
-    treeHooks.deleteMetaRec = deleteBEModMetaRec;
+    treeHooks.newOptions = std::make_shared<GlobalOptions>;
+    treeHooks.newMetaRec = std::make_shared<BEModMetaRec>;
     treeHooks.settleStoredOptions = settleStoredOptions;
 
     optionHooks.globalBEOptionOK = globalBEOptionOK;

@@ -1,7 +1,7 @@
 #include <cstdio>
 
 #include "base/fatal.h"
-#include "driver/init_backend.h"
+#include "driver/driver.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/typeextension.h"
@@ -90,7 +90,7 @@ void printStructure(AsnType *type, const Text &name) {
 void printEnumeration(AsnType *type, const Text &name) {
     std::printf("\nclass %s(IntEnum):\n", name.c_str());
     forEachNamedNumber(type, [](AsnType *, AsnValue *item, int) {
-        std::printf("    %s = %d\n", pythonName(getValueRef(item)).c_str(), integerValue(item));
+        std::printf("    %s = %d\n", pythonName(getRefOf(item)).c_str(), integerValue(item));
     });
 }
 
@@ -112,12 +112,9 @@ void printDefinition(AsnType *type, int) {
 }
 
 /* Loading a tree makes and settles a block of options; this generator keeps nothing of its own. */
-void installHooks() {
-    treeHooks.newOptions = newGlobalOptions;
-    treeHooks.deleteOptions = deleteGlobalOptions;
+void setHooks() {
+    treeHooks.newOptions = std::make_shared<GlobalOptions>;
     treeHooks.settleStoredOptions = settleStoredOptions;
-    treeHooks.newMetaRec = [] { return static_cast<BEModMetaRec *>(nullptr); };
-    treeHooks.deleteMetaRec = [](BEModMetaRec *) {};
     optionHooks.globalBEOptionOK = [](BEModMetaRec *, const char *) { return true; };
 }
 
@@ -125,7 +122,7 @@ void installHooks() {
 
 int main(int argc, char **argv) {
     static constexpr const char *usage[] = {"stx2py -S=DIRECTORY/ MODULE ...", nullptr};
-    installHooks();
+    setHooks();
     initBackend(argc, argv, "STX2PY", 100, 0, usage);
     std::puts("from __future__ import annotations\nfrom dataclasses import dataclass\n"
               "from enum import IntEnum");

@@ -7,8 +7,7 @@
 #include "asntree/directives.h"
 #include "asntree/emit.h"
 #include "asntree/options.h"
-#include "driver/velmo_main.h"
-#include "driver/wiring.h"
+#include "driver/driver.h"
 #include "fuzz/child.h"
 
 /* Option files: what the compiler makes of one for a module, and the generator for its tree. */

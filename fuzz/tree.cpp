@@ -2,9 +2,9 @@
 #include <string>
 
 #include "asntree/listing.h"
-#include "driver/velmo_main.h"
+#include "driver/driver.h"
 #include "fuzz/child.h"
-#include "show/velmo_show.h"
+#include "show/show.h"
 
 /* Trees: what the generator makes of one, with the trees of the examples beside it for its imports,
    and what the listing and the display show of it. */

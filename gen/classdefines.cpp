@@ -38,7 +38,7 @@ void genPresenceTest(AsnObjClass *objClass, AsnObjClassField *field, int number)
 }
 
 void genFieldDefines(AsnObjClass *objClass, AsnObjClassField *field, int number) {
-    const Text id = getObjClassFieldId(field) + "_" + getMetaClassId(objClass);
+    const Text id = getIdOf(field) + "_" + getMetaClassId(objClass);
     putF(fiDef, "\n#define ", id, " ", number);
     taviAddItem(ITEM_DEFINE, fiDef, {id});
     putF(fiDef, "\n#define is_", id, "(obj) ");
@@ -49,14 +49,14 @@ void genFieldDefines(AsnObjClass *objClass, AsnObjClassField *field, int number)
 } // namespace
 
 void genClassDefines(AsnObjClass *objClass) {
-    if (testObjClassOption(objClass, OPT_SKIPPED) || isPredefinedObjClass(objClass))
+    if (testOptionOf(objClass, OPT_SKIPPED) || isPredefinedObjClass(objClass))
         return;
     putF(fiDef, "\n/* fields of ", getMetaClassId(objClass), " */\n");
     forEachObjClassField(objClass, genFieldDefines);
 }
 
 void genObjectDefines(AsnObject *object, int row) {
-    AsnModule *module = getModuleOfObject(object);
+    AsnModule *module = getModuleOf(object);
     if (!needsTableMacros(module))
         return;
     const Text prefix = cModulePrefix(module);

@@ -8,7 +8,6 @@
 #include "gen/defines.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
-#include "gen/types.h"
 #include "gen/typeshape.h"
 #include "model/iterators.h"
 #include "model/modules.h"
@@ -23,7 +22,7 @@
 namespace {
 
 Text fieldId(AsnObjClassField *field) {
-    return getObjClassFieldId(field);
+    return getIdOf(field);
 }
 
 /* The member would hide the type that `type`, or something inside it, is declared by. */
@@ -57,7 +56,7 @@ bool hidesTypeOfClass(const Text &member, AsnObjClass *objClass) {
 /* The field's name as that of a member. */
 Text fieldName(AsnObjClassField *field) {
     AsnObjClass *objClass = getObjClassOfField(field);
-    AsnModule *module = getModuleOfObjClass(objClass);
+    AsnModule *module = getModuleOf(objClass);
     Text name = cLoneName(fieldId(field), module);
     if (cAvoidsCPlusPlusWords(module) && hidesTypeOfClass(name, objClass))
         name += '_';
@@ -65,15 +64,15 @@ Text fieldName(AsnObjClassField *field) {
 }
 
 bool isSkippedClass(AsnObjClass *objClass) {
-    return testObjClassOption(objClass, OPT_SKIPPED);
+    return testOptionOf(objClass, OPT_SKIPPED);
 }
 
 bool omitsSkippedFields(AsnObjClass *objClass) {
-    return getGlobalOptions(getModuleOfObjClass(objClass))->omitSkippedFields != 0;
+    return getGlobalOptions(getModuleOf(objClass))->omitSkippedFields != 0;
 }
 
 const char *nearText(AsnObjClassField *field) {
-    return testObjClassFieldOption(field, OPT_NEAR) ? " near" : "";
+    return testOptionOf(field, OPT_NEAR) ? " near" : "";
 }
 
 /* --- what a class needs --- */
@@ -190,10 +189,10 @@ void genFixedTypeValueSetField(AsnObjClassField *field, AsnType *type, FieldStru
         genSkippedField(field, GOVERNOR_SKIPPED);
         return;
     }
-    AsnModule *module = getModuleOfObjClass(getObjClassOfField(field));
+    AsnModule *module = getModuleOf(getObjClassOfField(field));
     const bool counted = getBEModMetaRec(module)->tabValueSetN;
     const bool separate = getGlobalOptions(module)->tabO != 0;
-    const char *pointer = testObjClassFieldOption(field, OPT_NEAR) ? " near*" : "*";
+    const char *pointer = testOptionOf(field, OPT_NEAR) ? " near*" : "*";
     const char *array = separate ? "" : " [MAX_ASN_SET_ELEMS + 1]";
     if (!separate)
         pointer = "";
@@ -230,8 +229,8 @@ void genObjectSetField(AsnObjClassField *field, AsnObjClass *governor) {
         return;
     }
     const bool separate =
-        getGlobalOptions(getModuleOfObjClass(getObjClassOfField(field)))->tabO != 0;
-    const char *pointer = testObjClassFieldOption(field, OPT_NEAR) ? " near* const" : "* const";
+        getGlobalOptions(getModuleOf(getObjClassOfField(field)))->tabO != 0;
+    const char *pointer = testOptionOf(field, OPT_NEAR) ? " near* const" : "* const";
     putF(fiTyp, classRef(governor), separate ? pointer : "", "* ", fieldName(field),
          separate ? "" : " [MAX_ASN_SET_ELEMS + 1]", ";\n");
 }
@@ -239,7 +238,7 @@ void genObjectSetField(AsnObjClassField *field, AsnObjClass *governor) {
 void genClassTypedefContents(AsnObjClassField *field, FieldStructs &structs) {
     if (isVariableTypeValueField(field) || isVariableTypeValueSetField(field))
         genSkippedField(field, "NOT SUPPORTED");
-    else if (testObjClassFieldOption(field, OPT_SKIPPED))
+    else if (testOptionOf(field, OPT_SKIPPED))
         genSkippedField(field, "");
     else if (isTypeField(field))
         putF(fiTyp, "ENTRYDESCR", nearText(field), "* ", fieldName(field), ";\n");
@@ -309,7 +308,7 @@ void genClassTypedef(AsnObjClass *objClass) {
 
 void genClass(AsnObjClass *objClass, TypesRun &run) {
     const NestingGuard guard(&run.depth, objClass->posModule);
-    if (!hasOwnStructure(objClass) || !isCurrentModule(getModuleOfObjClass(objClass)) ||
+    if (!hasOwnStructure(objClass) || !isCurrentModule(getModuleOf(objClass)) ||
         getObjClassStamp(objClass) >= stampGIP)
         return; /* a class of another module stands in its own file */
     setObjClassStamp(objClass, stampGIP);

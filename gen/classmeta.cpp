@@ -15,7 +15,7 @@ namespace {
 template <typename Entry>
 /* Tables by unique object number are as long as the module has values; null beyond. */
 Entry *placeOfObject(const AsnObject *object, std::vector<Entry> BEModMetaRec::*table) {
-    std::vector<Entry> &entries = object->posModule->metaRec->*table;
+    std::vector<Entry> &entries = (*object->posModule->metaRec).*table;
     const auto index = static_cast<std::size_t>(object->posRecord) - 1;
     return index < entries.size() ? &entries[index] : nullptr;
 }
@@ -35,7 +35,7 @@ void numberObjectsOf(ModRec *modRec) {
 
 BEClassMetaRec *newBEClassMetaRec(AsnObjClass *objClass) {
     auto *meta = new BEClassMetaRec;
-    meta->accessRoutines = getBEModMetaRec(getModuleOfObjClass(objClass))->accessRoutines;
+    meta->accessRoutines = getBEModMetaRec(getModuleOf(objClass))->accessRoutines;
     return meta;
 }
 
@@ -57,7 +57,7 @@ Text getMetaBaseClassId(AsnObjClass *objClass) {
 }
 
 Text getMetaClassName(AsnObjClass *objClass) {
-    return cLoneName(getMetaClassId(objClass), getModuleOfObjClass(objClass));
+    return cLoneName(getMetaClassId(objClass), getModuleOf(objClass));
 }
 
 int getMetaClassAccessRoutines(AsnObjClass *objClass) {
@@ -66,7 +66,7 @@ int getMetaClassAccessRoutines(AsnObjClass *objClass) {
 }
 
 Text getMetaObjectId(AsnObject *object) {
-    return getObjectId(object);
+    return getIdOf(object);
 }
 
 /* --- rows: set by the first pass over all modules, asked by the second --- */

@@ -56,7 +56,7 @@ void collectCompNumbers(AsnType *type, CompNumbers *all) {
 
 const std::unordered_set<Text> &ambiguousComps(AsnType *definition) {
     const auto key = static_cast<std::uint64_t>(definition->baseRecord);
-    BEModMetaRec *meta = definition->baseModule->metaRec;
+    BEModMetaRec *meta = definition->baseModule->metaRec.get();
     const auto known = meta->ambiguousComps.find(key);
     if (known != meta->ambiguousComps.end())
         return known->second;

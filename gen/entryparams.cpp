@@ -8,7 +8,6 @@
 #include "gen/meta.h"
 #include "model/iterators.h"
 #include "model/modules.h"
-#include "model/othermodule.h"
 #include "model/typequeries.h"
 #include "project/ketratavi.h"
 

@@ -1,4 +1,4 @@
-#include "gen/fileheader.h"
+#include "gen/fileset.h"
 
 #include "base/files.h"
 #include "base/toolinfo.h"

@@ -7,7 +7,6 @@
 #include "base/fatal.h"
 #include "base/files.h"
 #include "gen/classmeta.h"
-#include "gen/fileheader.h"
 #include "gen/foreigntables.h"
 #include "gen/meta.h"
 #include "model/modules.h"

@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "options/ketracnf.h"
+#include "store/ketradef.h"
 
 struct AsnModule;
 
@@ -40,3 +41,15 @@ void includeExternalGeneratedFile(int file, AsnModule *module, const char *name)
 /* Whether the module has table files; `first` and `second` become the kinds of the table file and
    of the file with its declarations, FILE_NONE for none. */
 bool getTableFileKind(AsnModule *module, const std::uint8_t *genArr, int *first, int *second);
+
+/* Opens a file set by initF under the file prefix of the module. Null opens nothing. */
+void openF(int slot, AsnModule *module);
+
+/* Writes the comment that a generated file begins with: which tool and which tree it comes from,
+   its module and its name. `start` and `end` are the lines around it, each line stands between
+   `linePrefix` and `lineSuffix`; null or empty texts are left out. */
+void printFileHeader(int slot, const char *start, const char *end, const char *linePrefix,
+                     const char *lineSuffix, AsnModule *module);
+
+/* "on 22.11.2026 at 9:05.00" */
+Text printTimeStamp(const TimeStamp &stamp);

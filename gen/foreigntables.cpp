@@ -70,7 +70,7 @@ private:
     }
 
     void noteObject(AsnObject *object) {
-        if (ForeignTable *table = tableOf(getModuleOfObject(object)))
+        if (ForeignTable *table = tableOf(getModuleOf(object)))
             table->objects = true;
     }
 

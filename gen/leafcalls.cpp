@@ -7,7 +7,7 @@
 #include "cbet/homes.h"
 #include "cbet/reports.h"
 #include "cbet/typefuncinfo.h"
-#include "gen/warnings.h"
+#include "gen/messages.h"
 #include "model/any.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <memory>
 
 #include "base/toolinfo.h"
 #include "gen/fileset.h"
@@ -13,8 +12,6 @@
 #include "options/ketracnf.h"
 
 namespace {
-
-std::unordered_map<BEModMetaRec *, std::unique_ptr<BEModMetaRec>> moduleRecords;
 
 /* The record whose parameters an entry has: the end of its synonyms, and of an instance what it is
    an instance of. */
@@ -28,17 +25,6 @@ AsnParamRec findAsnParamRec(AsnType *type) {
 } // namespace
 
 /* --- records of modules, and of what keeps nothing --- */
-
-BEModMetaRec *newBEModMetaRec() {
-    auto record = std::make_unique<BEModMetaRec>();
-    BEModMetaRec *meta = record.get();
-    moduleRecords.emplace(meta, std::move(record));
-    return meta;
-}
-
-void deleteBEModMetaRec(BEModMetaRec *meta) {
-    moduleRecords.erase(meta);
-}
 
 void initBEModMetaRec(AsnModule *module, BEModMetaRec *meta) {
     if (!meta->objectNrs.empty())
@@ -109,13 +95,6 @@ const std::vector<AsnParamRec> &getMetaAsnParams(AsnModule *module) {
 
 int getMetaAsnParamIndex(AsnType *type, int entryNr) {
     return getMetaAsnParams(getModuleOfType(type))[static_cast<std::size_t>(entryNr)].listIndex;
-}
-
-/* VELMO>>> generating Mod */
-void verboseMsg(AsnModule *module, int level, const char *text) {
-    const int verbosity = getMetaVerbosity(module);
-    if (verbosity != VERBOSITY_QUIET && verbosity >= level)
-        std::printf("%s>>> %s\n", backendName.c_str(), text);
 }
 
 const char *getLangType(int valueForm) {

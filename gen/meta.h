@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -30,6 +31,7 @@ struct TabFuncNames {
     Text header; /* included in place of the generated prototypes */
 };
 
+/* A module's record, which the module owns. */
 struct BEModMetaRec {
     std::vector<AsnParamRec> asnParams;                            /* by entry number */
     std::unordered_map<std::uint64_t, std::int32_t> asnParamLists; /* type -> index of its list */
@@ -55,6 +57,7 @@ struct BEModMetaRec {
     /* Of definitions with nested structures, by record: the names of their components, at any
        depth, that stand for several numbers. */
     std::unordered_map<std::uint64_t, std::unordered_set<Text>> ambiguousComps;
+    std::deque<BETypeInfo> typeInfos; /* of its types, each at its place for the whole run */
     bool cPlusPlus = false; /* words of C++ are no names either */
 };
 
@@ -62,9 +65,6 @@ struct BEClassMetaRec {
     int accessRoutines = ACCESS_MACROS;
 };
 
-/* A module's record lives until it is deleted or the run ends; others go with their handle. */
-BEModMetaRec *newBEModMetaRec();
-void deleteBEModMetaRec(BEModMetaRec *meta);
 /* Sizes the tables that depend on the module's tree. */
 void initBEModMetaRec(AsnModule *module, BEModMetaRec *meta);
 
@@ -87,9 +87,6 @@ bool addMetaAsnParams(AsnType *type, int entryNr);
 const std::vector<AsnParamRec> &getMetaAsnParams(AsnModule *module);
 int getMetaAsnParamIndex(AsnType *type, int entryNr);
 
-/* The tool's name and `text` on the standard output, if the module's verbosity is not quiet and at
-   least `level`. */
-void verboseMsg(AsnModule *module, int level, const char *text);
 /* C type of a ValueForm; null if there is none. */
 const char *getLangType(int valueForm);
 

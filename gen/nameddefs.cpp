@@ -25,7 +25,7 @@ void callSetNamedDef(TypeFuncRun &run, const Text &name, sint64 value) {
 
 /* setNamedDef (ASNG_F(asntstg) "red", 1L); cut to "NAMELEN=" characters */
 void setNamedDef(AsnType *type, AsnValue *value, TypeFuncRun &run) {
-    const Text name = cCutName(convertUnderscores(getValueRef(value)), type);
+    const Text name = cCutName(convertUnderscores(getRefOf(value)), type);
     callSetNamedDef(run, "\"" + name + "\"", int64Value(value));
 }
 

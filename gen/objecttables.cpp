@@ -154,7 +154,7 @@ void genField(AsnObject *object, AsnFieldValue *value, int fieldNr, RowPass *pas
     if (fieldNr != 0 || masked)
         putF(fiTab, !omitted && (pass->fieldValues != 0 || masked) ? ",\n" : "\n");
     if (skipped) {
-        const Text id = getObjClassFieldId(getObjClassFieldOfFieldValue(value));
+        const Text id = getIdOf(getObjClassFieldOfFieldValue(value));
         putF(fiTab, omitted ? "" : "0 ", "/* ", id, note, " */");
     } else {
         genFieldContents(value, pass);
@@ -317,7 +317,7 @@ Text governorName(AsnObjClassField *field) {
 }
 
 void genObjObjectElement(AsnObject *object, const Text &pointed) {
-    AsnModule *module = getModuleOfObject(object);
+    AsnModule *module = getModuleOf(object);
     const int row = getMetaObjectNr(object);
     if (row < 0 || !hasTables(module)) {
         putF(fiTab, "NULL /* ", nameOf(object), ": NO ROW */");
@@ -336,14 +336,14 @@ bool isSkippedField(AsnObjClassField *field, const char **note) {
         skipped = testTypeOption(type, OPT_SKIPPED);
     };
     auto classIsSkipped = [&](AsnObjClassField *, AsnObjClass *governor) {
-        skipped = testObjClassOption(governor, OPT_SKIPPED);
+        skipped = testOptionOf(governor, OPT_SKIPPED);
     };
     *note = "";
     if (isVariableTypeValueField(field) || isVariableTypeValueSetField(field)) {
         *note = " NOT SUPPORTED";
         return true;
     }
-    if (testObjClassFieldOption(field, OPT_SKIPPED)) {
+    if (testOptionOf(field, OPT_SKIPPED)) {
         *note = " SKIPPED";
         return true;
     }

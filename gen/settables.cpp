@@ -26,7 +26,7 @@ bool hasSeparateTables(AsnModule *module) {
 }
 
 AsnModule *moduleOf(AsnFieldValue *value) {
-    return getModuleOfObject(getObjectOfFieldValue(value));
+    return getModuleOf(getObjectOfFieldValue(value));
 }
 
 bool isStructureKind(int mainType) {
@@ -216,12 +216,12 @@ void genObjectSetTables(AsnModule *module) {
 }
 
 Text objectSetTableName(AsnObjectSet *objectSet) {
-    return cModulePrefix(getModuleOfObjectSet(objectSet)) + getDefObjectSetId(objectSet);
+    return cModulePrefix(getModuleOf(objectSet)) + getDefObjectSetId(objectSet);
 }
 
 void genObjectSetTable(AsnObjectSet *objectSet, int) {
     AsnObjClass *governor = getObjClassOfObjectSet(objectSet);
-    if (testObjClassOption(governor, OPT_SKIPPED))
+    if (testOptionOf(governor, OPT_SKIPPED))
         return;
     const Text table = objectSetTableName(objectSet);
     const Text pointed = getMetaClassName(governor);

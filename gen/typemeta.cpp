@@ -1,9 +1,5 @@
 #include "gen/typemeta.h"
 
-#include <deque>
-#include <memory>
-#include <vector>
-
 #include "cbet/builtintypes.h"
 #include "cbet/forms.h"
 #include "cbet/names.h"
@@ -16,22 +12,6 @@
 #include "store/strings.h"
 
 namespace {
-
-/* The names of types stay where they are for the whole run. */
-std::deque<BETypeInfo> typeInfos;
-
-/* A handle takes one each time it is filled. */
-std::vector<std::unique_ptr<BETypMetaRec>> freeMetaRecs;
-
-/* --- records of handles, and names of types --- */
-
-BETypMetaRec *takeMetaRec() {
-    if (freeMetaRecs.empty())
-        return new BETypMetaRec;
-    BETypMetaRec *meta = freeMetaRecs.back().release();
-    freeMetaRecs.pop_back();
-    return meta;
-}
 
 BETypeInfo makeTypeInfo(AsnType *type) {
     BETypeInfo info;
@@ -73,7 +53,7 @@ void replaceTypeInfo(AsnType *type, const BETypeInfo &info) {
 BETypMetaRec *newBETypMetaRec(AsnType *type) {
     if (isPartialTypeInfo(type))
         return nullptr;
-    BETypMetaRec *meta = takeMetaRec();
+    auto *meta = new BETypMetaRec;
     const BETypeInfo *kept = getTypeInfoCache(type)->generatorInfo;
     const bool isGiven = kept != nullptr && kept->isGiven && structureTakenInto(type) == nullptr;
     if (isGiven || isAtItsPlace(type))
@@ -85,7 +65,7 @@ BETypMetaRec *newBETypMetaRec(AsnType *type) {
 }
 
 void deleteBETypMetaRec(BETypMetaRec *meta) {
-    freeMetaRecs.emplace_back(meta);
+    delete meta;
 }
 
 const char *homeTypeId(AsnType *type) {
@@ -96,7 +76,7 @@ const char *homeTypeId(AsnType *type) {
 const BETypeInfo *getBETypeInfoCache(AsnType *type) {
     TypeInfoCache *cache = getTypeInfoCache(type);
     if (cache->generatorInfo == nullptr)
-        cache->generatorInfo = &typeInfos.emplace_back(makeTypeInfo(type));
+        cache->generatorInfo = &type->posModule->metaRec->typeInfos.emplace_back(makeTypeInfo(type));
     return cache->generatorInfo;
 }
 

@@ -8,7 +8,7 @@ struct AsnType;
 
 enum AccessRoutines : int { ACCESS_NONE = 0, ACCESS_MACROS = 1, ACCESS_FUNCTIONS = 2 };
 
-/* Names of a type; all live to the end of the run. */
+/* Names of a type, kept with the record of the module that it stands in. */
 struct BETypeInfo {
     const char *typeId = nullptr;
     const char *baseTypeId = nullptr;
@@ -21,7 +21,7 @@ struct BETypMetaRec {
     int accessRoutines = ACCESS_MACROS;
 };
 
-/* Null for a partial handle. */
+/* Null for a partial handle, else owned by the handle. */
 BETypMetaRec *newBETypMetaRec(AsnType *type);
 void deleteBETypMetaRec(BETypMetaRec *meta);
 

@@ -1,17 +1,15 @@
-#include "gen/types.h"
+#include "gen/typeshape.h"
 
 #include <cstdio>
 
 #include "base/files.h"
 #include "cbet/embedded.h"
 #include "cbet/forms.h"
-#include "cbet/imports.h"
 #include "gen/classes.h"
 #include "gen/defines.h"
 #include "gen/fileset.h"
 #include "gen/generators.h"
 #include "gen/meta.h"
-#include "gen/typeshape.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/stamps.h"
@@ -152,7 +150,7 @@ void genReferredTypes(AsnType *type, TypesRun &run) {
 }
 
 void generateTypes(AsnModule *module) {
-    if (cIsCircularImports(module))
+    if (isCircularImports(module))
         warnOfCircularImports(module);
     resetPath();
     initStamps();

@@ -9,12 +9,12 @@
 #include "cbet/names.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
-#include "model/bounds.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
+#include "model/valuesets.h"
 #include "objects/classes.h"
 #include "project/ketratavi.h"
 #include "store/records.h"
@@ -59,7 +59,7 @@ void warnOfUnknownLeaf(AsnType *type) {
 Text fieldStructName(AsnType *type, ShapePlace &place) {
     Text name;
     if (getFatherOfTypeComp(type) == nullptr)
-        name = getObjClassFieldId(place.field);
+        name = getIdOf(place.field);
     else
         name = getMetaCompId(type);
     if (name.empty())
@@ -68,7 +68,7 @@ Text fieldStructName(AsnType *type, ShapePlace &place) {
     if (place.fieldStructs->insert(whole).second)
         return whole;
     /* Another field has a structure of this name, maybe of the same type. */
-    const Text field = getObjClassFieldId(place.field);
+    const Text field = getIdOf(place.field);
     whole = name + "_" + field + "_" + getDefObjClassId(place.objClass);
     for (int nr = 2; !place.fieldStructs->insert(whole).second; ++nr) {
         whole = concat(name, nr, "_", field, "_", getDefObjClassId(place.objClass));

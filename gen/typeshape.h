@@ -27,5 +27,16 @@ void genControlMember(AsnType *type);
 /* One member of `father`, or the element of a list. */
 void genNonLeafContents(AsnType *father, AsnType *son, ShapePlace &place);
 
+/* Definitions of C types with all that they need (generateTypes writes those of a module). */
+
+/* One pass over the types of a module. */
+struct TypesRun {
+    int depth = 0; /* of definitions that need one another */
+};
+/* One definition with all that it needs, unless this pass has begun it already. */
+void genType(AsnType *type, TypesRun &run);
+/* All definitions that a type needs, and the structures that stand free in front of it. */
+void genReferredTypes(AsnType *type, TypesRun &run);
+
 /* The type has an entry category of `set`, in which bit n stands for category n. */
 bool isInCategorySet(AsnType *type, unsigned set);

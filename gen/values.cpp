@@ -5,8 +5,8 @@
 #include "cbet/constants.h"
 #include "cbet/names.h"
 #include "gen/fileset.h"
+#include "gen/messages.h"
 #include "gen/meta.h"
-#include "gen/warnings.h"
 #include "model/modules.h"
 #include "model/stamps.h"
 #include "model/typequeries.h"
@@ -20,12 +20,12 @@ namespace {
 
 /* #define name  */
 void genValuePrefix(AsnValue *value) {
-    AsnModule *module = getModuleOfValue(value);
+    AsnModule *module = getModuleOf(value);
     if (!getMetaIntroPrinted(module)) {
         putF(fiDef, "\n/* values */\n\n");
         setMetaIntroPrinted(module, true);
     }
-    const Text name = cLoneName(getValueId(value), module);
+    const Text name = cLoneName(getIdOf(value), module);
     putF(fiDef, "#define ", name, " ");
     taviUseTypeNodeOfValue(value);
     taviAddItem(ITEM_DEFINE, fiDef, {name});
@@ -60,7 +60,7 @@ void genObjectIdentifierDefine(AsnValue *value) {
     if (getNrOfObjectIdentifierComps(value) == 0) {
         /* A "#define" that goes on to a next line must not swallow another one. */
         const Text message =
-            "No define for " + getValueRef(value) + ": its object identifier is not resolved.";
+            "No define for " + getRefOf(value) + ": its object identifier is not resolved.";
         bugInTool(message.c_str());
         return;
     }

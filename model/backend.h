@@ -6,6 +6,7 @@
 
 #include "model/shortlist.h"
 #include "options/naming.h"
+#include "store/ketramac.h"
 #include "store/ketravar.h"
 
 /* The handles of the back-end model: the only view of a syntax tree that a generator has.
@@ -123,3 +124,24 @@ struct AsnType : TypePosition<AsnType> {
     MetaOwner<BETypMetaRec> metaRec; /* null if partial or while none are made */
     bool partial = false;            /* serves only to describe something else: no meta record */
 };
+
+/* Questions that all handles answer alike, and fields of classes; types have names of their own for
+   some. "Ref" is the ASN.1 name and empty for what has none, "Id" that of C. */
+
+/* The module whose options apply. */
+template <typename Handle> AsnModule *getModuleOf(const Handle *handle) {
+    return handle->ownerModule;
+}
+template <typename Handle> Text getRefOf(const Handle *handle) {
+    return orEmpty(handle->compId.id);
+}
+template <typename Handle> Text getBaseRefOf(const Handle *handle) {
+    return orEmpty(handle->baseId.id);
+}
+template <typename Handle> Text getIdOf(const Handle *handle) {
+    return printFixRec(handle->compId);
+}
+/* `bit` is a TypeOption. */
+template <typename Handle> bool testOptionOf(const Handle *handle, int bit) {
+    return testOptionBit(handle->base.optionBits, bit);
+}

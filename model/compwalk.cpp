@@ -17,9 +17,16 @@ bool isCompOf(const AsnType *type) {
     return type->compStatus == TCS_COMPOF;
 }
 
+/* Which sons a walk shows, and in which order. */
+enum class Sons {
+    COMPS,          /* components alone */
+    COMPS_REVERSED, /* from the last to the first */
+    ALL,            /* the element of a list too */
+};
+
 /* A synonym definition shows no components of its own; an element is no component. */
-bool hasSons(const AsnType *type, bool compsOnly) {
-    if (compsOnly && (type->base.nrOfComps == 0 || isListKind(type->base.mainType)))
+bool hasSons(const AsnType *type, Sons sons) {
+    if (sons != Sons::ALL && (type->base.nrOfComps == 0 || isListKind(type->base.mainType)))
         return false;
     return type->compStatus != TCS_HEADER || type->firstMainType != TYP_SYNONYM;
 }
@@ -27,20 +34,17 @@ bool hasSons(const AsnType *type, bool compsOnly) {
 /* The records of the sons of one type, in the order of the walk. */
 class SonList {
 public:
-    SonList(const AsnType *walked, bool compsOnly, bool revOrd)
-        : isCompOf_(isCompOf(walked)), module_(walked->contentModule),
-          walk_(module_, KIND_COMPONENT,
-                hasSons(walked, compsOnly || revOrd) ? walked->base.refRecord : 0) {
-        if (!revOrd)
-            return;
-        while (nextForward())
+    SonList(const AsnType *walked, Sons sons)
+        : isCompOf_(isCompOf(walked)), isReversed_(sons == Sons::COMPS_REVERSED),
+          module_(walked->contentModule),
+          walk_(module_, KIND_COMPONENT, hasSons(walked, sons) ? walked->base.refRecord : 0) {
+        while (isReversed_ && nextForward())
             reversed_.push_back(recJustRead[REC_TNODE].nr);
-        revOrd_ = true;
     }
 
     /* Makes the next one current; false at the end. */
     bool next() {
-        if (!revOrd_)
+        if (!isReversed_)
             return nextForward();
         if (reversed_.empty())
             return false;
@@ -56,9 +60,9 @@ private:
     }
 
     bool isCompOf_;
+    bool isReversed_;
     ModRec *module_;
     ListWalk walk_;
-    bool revOrd_ = false;
     std::vector<RecNr> reversed_; /* the next one last */
 };
 
@@ -67,12 +71,12 @@ struct SonWalk {
     AsnType *owner;
     CompCall compFunc;
     ElemCall elemFunc;
-    bool revOrd;
+    bool isReversed;
     int *nr;                    /* counts automatic tags */
     ChainGuard sons{REC_TNODE}; /* each component stands in a type once */
 };
 
-void walkSons(SonWalk *walk, AsnType *walked, bool compsOnly);
+void walkSons(SonWalk *walk, AsnType *walked, Sons shown);
 
 void callForSon(SonWalk *walk, AsnType *son, int *number) {
     AsnType *owner = walk->owner;
@@ -86,7 +90,7 @@ void callForSon(SonWalk *walk, AsnType *son, int *number) {
         son->compNbr = 0;
         walk->elemFunc(owner, son);
     }
-    const int step = walk->revOrd ? -1 : 1;
+    const int step = walk->isReversed ? -1 : 1;
     *number += step;
     owner->compCounter = *number;
     if (son->base.mainType != TYP_EXTENSION_MARKER) {
@@ -100,7 +104,7 @@ void expandCompOf(SonWalk *walk, AsnType *walked, AsnType *son, int *number) {
     AsnModule *kept = son->walkModule;
     son->walkModule = getAsnModule(son->contentModule);
     son->baseId = walked->baseId;
-    walkSons(walk, son, true);
+    walkSons(walk, son, walk->isReversed ? Sons::COMPS_REVERSED : Sons::COMPS);
     *number = walk->owner->compCounter;
     son->walkModule = kept;
 }
@@ -117,12 +121,12 @@ void visitSon(SonWalk *walk, AsnType *walked, AsnType *son, int *number) {
 }
 
 /* The sons of `walked` as sons of the owner; its module handles are those of its components. */
-void visitSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
-    SonList sons(walked, compsOnly, walk->revOrd);
+void visitSons(SonWalk *walk, AsnType *walked, Sons shown) {
+    SonList sons(walked, shown);
     if (!isCompOf(walked)) {
         walk->owner->lastCompOptional = false;
         /* The marker has a place among the components, but no tag number. */
-        if (walk->revOrd && isTypeExtensionmarkerComp(walk->owner))
+        if (walk->isReversed && isTypeExtensionmarkerComp(walk->owner))
             --*walk->nr;
     }
     int number = walk->owner->compCounter;
@@ -137,29 +141,28 @@ void visitSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
 }
 
 /* A base in another module is walked with the handle on that module. */
-void walkSons(SonWalk *walk, AsnType *walked, bool compsOnly) {
+void walkSons(SonWalk *walk, AsnType *walked, Sons shown) {
     const NestingGuard level(&compDepth, walked->posModule);
     ModRec *base = walked->contentModule;
     if (base == walked->posModule && base == walked->walkModule->modRec) {
-        visitSons(walk, walked, compsOnly);
+        visitSons(walk, walked, shown);
         return;
     }
     AsnModule *walkModule = walked->walkModule;
     AsnModule *ownerModule = walked->ownerModule;
     walked->walkModule = walked->ownerModule = getAsnModule(base);
-    visitSons(walk, walked, compsOnly);
+    visitSons(walk, walked, shown);
     walked->walkModule = walkModule;
     walked->ownerModule = ownerModule;
 }
 
 /* The engine of the walks: calls for the sons of `type`. `nr` counts automatic tags. One call-back is
    given. */
-void forEachSon(AsnType *type, CompCall compFunc, ElemCall elemFunc, bool revOrd, bool compsOnly,
-                int nr) {
+void forEachSon(AsnType *type, CompCall compFunc, ElemCall elemFunc, Sons shown, int nr) {
     if (!compFunc && !elemFunc)
         fatalError(FATAL_NO_CALLBACK, nullptr);
-    SonWalk walk{type, compFunc, elemFunc, revOrd, &nr};
-    walkSons(&walk, type, compsOnly);
+    SonWalk walk{type, compFunc, elemFunc, shown == Sons::COMPS_REVERSED, &nr};
+    walkSons(&walk, type, shown);
 }
 
 /* Where a walk in reverse order starts. */
@@ -181,7 +184,7 @@ CompCounts countSons(AsnType *type) {
 
 void forEachTypeComp(AsnType *type, CompCall func) {
     type->compCounter = 0;
-    forEachSon(type, func, nullptr, false, true, 0);
+    forEachSon(type, func, nullptr, Sons::COMPS, 0);
 }
 
 void forEachTypeCompQuietly(AsnType *type, CompCall func) {
@@ -198,7 +201,7 @@ void forEachTypeCompRevOrd(AsnType *type, CompCall func) {
     requireCall(func);
     const CompCounts counts = countSons(type);
     type->compCounter = counts.all - 1;
-    forEachSon(type, func, nullptr, true, true,
+    forEachSon(type, func, nullptr, Sons::COMPS_REVERSED,
                counts.tagged - 1 + (isTypeExtensionmarkerComp(type) ? 1 : 0));
 }
 
@@ -207,12 +210,12 @@ void forTypeElem(AsnType *type, ElemCall func) {
     if (!isListKind(type->base.mainType))
         return;
     type->compCounter = 0;
-    forEachSon(type, nullptr, func, false, false, 0);
+    forEachSon(type, nullptr, func, Sons::ALL, 0);
 }
 
 void forEachTypeCompOrElem(AsnType *type, CompCall func) {
     type->compCounter = 0;
-    forEachSon(type, func, nullptr, false, !isListKind(type->base.mainType), 0);
+    forEachSon(type, func, nullptr, isListKind(type->base.mainType) ? Sons::ALL : Sons::COMPS, 0);
 }
 
 int nrOfWalkedComps(AsnType *type) {

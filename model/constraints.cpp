@@ -4,7 +4,6 @@
 
 #include "model/iterators.h"
 #include "model/modules.h"
-#include "model/othermodule.h"
 #include "model/typequeries.h"
 #include "model/typevalues.h"
 #include "model/typewalk.h"

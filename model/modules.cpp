@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "model/hooks.h"
-#include "model/nametexts.h"
 #include "options/catalogue.h"
 #include "options/ketracnf.h"
+#include "options/naming.h"
 #include "store/records.h"
 #include "store/strings.h"
 
@@ -20,16 +20,6 @@ void DropMeta::operator()(BEClassMetaRec *meta) const {
         modelHooks.deleteBEClassMetaRec(meta);
 }
 
-namespace {
-
-void setCacheFlag(InfoCache *cache, int bit, bool value) {
-    const std::uint32_t mask = 1u << (static_cast<unsigned>(bit) % 32u);
-    cache->known |= mask;
-    cache->answers = value ? cache->answers | mask : cache->answers & ~mask;
-}
-
-} // namespace
-
 AsnModule *getAsnModule(ModRec *modRec) {
     const MNode &header = storedMNode(modRec, 1);
     if (modRec->handle == nullptr) {
@@ -37,7 +27,7 @@ AsnModule *getAsnModule(ModRec *modRec) {
         modRec->options->sourceDirectory = optionalStri(modRec, header.sourceDirectory);
         modRec->options->sourceFileName = optionalStri(modRec, header.sourceFileName);
         if (modelHooks.initBEModMetaRec != nullptr)
-            modelHooks.initBEModMetaRec(modRec->handle.get(), modRec->metaRec);
+            modelHooks.initBEModMetaRec(modRec->handle.get(), modRec->metaRec.get());
     }
     return modRec->handle.get();
 }
@@ -76,7 +66,7 @@ Text getModuleFilePath(AsnModule *module) {
 }
 
 BEModMetaRec *getBEModMetaRec(AsnModule *module) {
-    return module->modRec->metaRec;
+    return module->modRec->metaRec.get();
 }
 
 bool isCurrentModule(AsnModule *module) {
@@ -84,7 +74,7 @@ bool isCurrentModule(AsnModule *module) {
 }
 
 GlobalOptions *getGlobalOptions(AsnModule *module) {
-    return module->modRec->options;
+    return module->modRec->options.get();
 }
 
 const std::uint8_t *getGenArr(AsnModule *module) {
@@ -133,18 +123,12 @@ int getUniqueModuleNr(AsnModule *module) {
     return module->modRec->listPlace;
 }
 
-InfoCache *getModuleInfoCache(AsnModule *module) {
-    return &module->modRec->moduleInfoCache;
-}
-
-void setModuleInfoCacheBetFlag(InfoCache *cache, int bit, bool value) {
-    setCacheFlag(cache, bit, value);
-}
-
 TypeInfoCache *getTypeInfoCache(AsnType *type) {
     return &type->posModule->typeInfoCache[static_cast<std::size_t>(type->posRecord) - 1];
 }
 
 void setTypeInfoCacheBetFlag(TypeInfoCache *cache, int bit, bool value) {
-    setCacheFlag(cache, bit, value);
+    const std::uint32_t mask = 1u << (static_cast<unsigned>(bit) % 32u);
+    cache->known |= mask;
+    cache->answers = value ? cache->answers | mask : cache->answers & ~mask;
 }

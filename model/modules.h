@@ -21,6 +21,10 @@ void forEachExportingModule(AsnModule *module, Call<void(AsnModule *exporting)> 
 void forEachExporterFirst(AsnModule *module, Call<bool(AsnModule *exporter)> descends,
                           Call<void(AsnModule *exporter)> func);
 
+/* True if the module takes part in a circle of imports, or imports from a module that does. The
+   answers for all modules are worked out together, once in a run. */
+bool isCircularImports(AsnModule *module);
+
 Text getModuleRef(AsnModule *module);
 /* The prefix of generated identifiers. */
 Text getModulePrefix(AsnModule *module);
@@ -45,8 +49,6 @@ int getNrOfValueNodes(AsnModule *module);
 /* Place in the list of all modules, from 0. */
 int getUniqueModuleNr(AsnModule *module);
 
-/* Answers kept for the module, and for the record at which a type was met. */
-InfoCache *getModuleInfoCache(AsnModule *module);
-void setModuleInfoCacheBetFlag(InfoCache *cache, int bit, bool value);
+/* Answers kept for the record at which a type was met. */
 TypeInfoCache *getTypeInfoCache(AsnType *type);
 void setTypeInfoCacheBetFlag(TypeInfoCache *cache, int bit, bool value);

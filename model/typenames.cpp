@@ -1,9 +1,9 @@
 #include "model/typenames.h"
 
 #include "model/modules.h"
-#include "model/nametexts.h"
 #include "model/typequeries.h"
 #include "model/typetables.h"
+#include "options/naming.h"
 
 namespace {
 

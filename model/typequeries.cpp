@@ -2,10 +2,10 @@
 
 #include "model/iterators.h"
 #include "model/modules.h"
-#include "model/nametexts.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "options/ketracnf.h"
+#include "options/naming.h"
 #include "store/classify.h"
 #include "store/ketramac.h"
 #include "store/records.h"

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "model/bounds.h"
 #include "model/modules.h"
 #include "model/typequeries.h"
 #include "model/valuequeries.h"
+#include "model/valuesets.h"
 
 void forEachNamedNumberExtMark(AsnType *type,
                                Call<void(AsnType *type, AsnValue *value, int nbr)> func) {

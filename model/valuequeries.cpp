@@ -1,10 +1,10 @@
 #include "model/valuequeries.h"
 
 #include "base/files.h"
-#include "model/bounds.h"
 #include "model/modules.h"
-#include "model/nametexts.h"
+#include "model/valuesets.h"
 #include "options/ketracnf.h"
+#include "options/naming.h"
 
 namespace {
 
@@ -39,9 +39,6 @@ const char *specialRealText(const realVal &real, const char *plus, const char *m
 
 } // namespace
 
-AsnModule *getModuleOfValue(AsnValue *value) {
-    return value->ownerModule;
-}
 int getValueMainType(AsnValue *value) {
     return value->base.valueKind;
 }
@@ -85,14 +82,6 @@ double doubleRealValue(AsnValue *value) {
 }
 std::int32_t octetStringLength(AsnValue *value) {
     return value->stringLength;
-}
-
-Text getValueRef(AsnValue *value) {
-    return orEmpty(value->compId.id);
-}
-
-Text getValueId(AsnValue *value) {
-    return printFixRec(value->compId);
 }
 
 void setInfValueStri(const char *intMinus, const char *intPlus, const char *realMinus,

@@ -6,7 +6,6 @@
 /* What a generator asks of a value, and simple values as text. */
 
 AsnType *getTypeOfValue(AsnValue *value); /* the governor; null for an infinity value */
-AsnModule *getModuleOfValue(AsnValue *value);
 int getValueMainType(AsnValue *value); /* MainType: the form in which the value was written */
 int getValueCompStatus(AsnValue *value);
 bool isValueExtensionmarker(AsnValue *value);
@@ -22,10 +21,6 @@ sint64 int64Value(AsnValue *value);
 realVal realValue(AsnValue *value);
 double doubleRealValue(AsnValue *value);
 std::int32_t octetStringLength(AsnValue *value);
-
-/* The ASN.1 name; the C names of the position and of the base. No text for a nameless value. */
-Text getValueRef(AsnValue *value);
-Text getValueId(AsnValue *value);
 
 /* The texts of infinite numbers; null keeps one. They are borrowed for the rest of the run. */
 void setInfValueStri(const char *intMinus, const char *intPlus, const char *realMinus,

@@ -8,6 +8,7 @@
    with it. */
 
 struct AsnConstraint;
+struct AsnModule;
 struct AsnType;
 
 /* Sets of a type: made if the type has none yet. */
@@ -36,3 +37,15 @@ int forInt64SizeConstraintValueSet(
 /* Least and greatest size, and the size to make room for: the greatest, or the type's limit if that
    is lower. */
 void getInt64SizeConstraintEndpoints(AsnType *type, sint64 *low, sint64 *high, sint64 *alloc);
+
+/* Bounds of sizes and enumerations as numbers of 32 bits. */
+
+/* Infinities become 0x7FFFFFFF and -0x80000000. Any other number that does not fit becomes
+   0x7FFFFFFF, and unless `module` is null a warning names its source file, the line and the
+   message. */
+std::int32_t int64ToInt32(sint64 value, AsnModule *module, std::int32_t line, const char *message);
+/* `message` may be null. */
+void int64Warning(AsnModule *module, std::int32_t line, const char *message);
+
+/* The greatest size to make room for: the limit if there is one, else the upper end. */
+void getInt64SizeEndpoints(AsnType *type, sint64 *low, sint64 *high, sint64 *alloc);

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "base/call.h"
-#include "model/nametexts.h"
 #include "model/position.h"
+#include "options/naming.h"
+#include "store/ketramac.h"
 #include "store/strings.h"
 
 /* From the record at which a class or an object set is met to the class behind it, with what is

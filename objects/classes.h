@@ -80,11 +80,7 @@ int getNrOfObjClassFields(AsnObjClass *objClass);
 /* Record numbers from 0. */
 RecNr getUniqueBaseObjClassNr(AsnObjClass *objClass);
 std::int32_t getClassDefinitionLine(AsnObjClass *objClass);
-AsnModule *getModuleOfObjClass(AsnObjClass *objClass);
 BEClassMetaRec *getBEClassMetaRec(AsnObjClass *objClass);
-/* `bit` is a TypeOption: OPT_SKIPPED; OPT_NEAR of a field. */
-bool testObjClassOption(AsnObjClass *objClass, int bit);
-bool testObjClassFieldOption(AsnObjClassField *field, int bit);
 
 AsnObjClass *getObjClassOfField(AsnObjClassField *field);
 bool isTypeField(AsnObjClassField *field);
@@ -101,13 +97,9 @@ bool isDefaultFieldValue(AsnObjClassField *field);
 int getObjClassStamp(AsnObjClass *objClass);
 void setObjClassStamp(AsnObjClass *objClass, int stamp);
 
-/* Names: "Ref" gives the ASN.1 name, "Id" the C name. */
-Text getObjClassRef(AsnObjClass *objClass);
-/* Of the position if the class is defined there, else of the base. */
+/* The C name of the position if the class is defined there, else of the base. */
 Text getDefObjClassId(AsnObjClass *objClass);
-/* Of the base; "TYPE-IDENTIFIER" or "TYPE_IDENTIFIER" and the like for a predefined class. Fatal
-   error 13 if it is no class. */
+/* The ASN.1 name of the base, and the C name; "TYPE-IDENTIFIER" or "TYPE_IDENTIFIER" and the like
+   for a predefined class. Fatal error 13 if it is no class. */
 Text getBaseObjClassRef(AsnObjClass *objClass);
 Text getBaseObjClassId(AsnObjClass *objClass);
-Text getObjClassFieldRef(AsnObjClassField *field);
-Text getObjClassFieldId(AsnObjClassField *field);

@@ -162,14 +162,3 @@ bool isDefaultFieldValue(AsnObjClassField *field) {
     return field->base.defaultValue != 0;
 }
 
-bool testObjClassFieldOption(AsnObjClassField *field, int bit) {
-    return testOptionBit(field->base.optionBits, bit);
-}
-
-Text getObjClassFieldRef(AsnObjClassField *field) {
-    return orEmpty(field->compId.id);
-}
-
-Text getObjClassFieldId(AsnObjClassField *field) {
-    return printFixRec(field->compId);
-}

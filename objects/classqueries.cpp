@@ -59,26 +59,15 @@ RecNr getUniqueBaseObjClassNr(AsnObjClass *objClass) {
 std::int32_t getClassDefinitionLine(AsnObjClass *objClass) {
     return objClass->base.lineNr;
 }
-AsnModule *getModuleOfObjClass(AsnObjClass *objClass) {
-    return objClass->ownerModule;
-}
 BEClassMetaRec *getBEClassMetaRec(AsnObjClass *objClass) {
     return objClass->metaRec.get();
 }
-bool testObjClassOption(AsnObjClass *objClass, int bit) {
-    return testOptionBit(objClass->base.optionBits, bit);
-}
-
 int getObjClassStamp(AsnObjClass *objClass) {
     return storedTNode(objClass->posModule, objClass->posRecord).stamp;
 }
 
 void setObjClassStamp(AsnObjClass *objClass, int stamp) {
     stampRecord(objClass->posModule, objClass->posRecord, stamp);
-}
-
-Text getObjClassRef(AsnObjClass *objClass) {
-    return orEmpty(objClass->compId.id);
 }
 
 Text getDefObjClassId(AsnObjClass *objClass) {

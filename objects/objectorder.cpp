@@ -72,7 +72,7 @@ private:
         forEachPossibleObjectFieldValue(object, [&](AsnObject *, AsnFieldValue *value, int) {
             if (isEmptyFieldValue(value))
                 return;
-            const bool skipped = testObjClassFieldOption(value->field, OPT_SKIPPED);
+            const bool skipped = testOptionOf(value->field, OPT_SKIPPED);
             forObjectFieldValue(value, [&](AsnFieldValue *, AsnObject *inner) {
                 noteIfBuiltin(inner, skipped, depth);
             });
@@ -158,7 +158,7 @@ public:
 private:
     void runOnClass(AsnObject *first, const ObjClassInfo &info, bool builtinsBehindFirst) {
         objClass_ = first->governor;
-        skipped_ = testObjClassOption(objClass_, OPT_SKIPPED);
+        skipped_ = testOptionOf(objClass_, OPT_SKIPPED);
         tableIndex_ = 0;
         if (prefixFunc_)
             prefixFunc_(objClass_, skipped_);

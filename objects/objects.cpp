@@ -2,9 +2,9 @@
 
 #include "base/fatal.h"
 #include "model/modules.h"
-#include "model/nametexts.h"
 #include "model/position.h"
 #include "model/walk.h"
+#include "options/naming.h"
 #include "store/strings.h"
 
 void getObjectPath(AsnObject *object) {
@@ -32,9 +32,6 @@ void forObjectByRecNr(AsnModule *module, Call<void(AsnObject *object, int nbr)> 
 AsnObjClass *getObjClassOfObject(AsnObject *object) {
     return object->governor;
 }
-AsnModule *getModuleOfObject(AsnObject *object) {
-    return object->ownerModule;
-}
 bool isDefinedBaseObject(AsnObject *object) {
     return object->base.compStatus == VCS_DEFINITION;
 }
@@ -44,12 +41,3 @@ std::int32_t getObjectDefinitionLine(AsnObject *object) {
     return vNode.lineNr;
 }
 
-Text getObjectRef(AsnObject *object) {
-    return orEmpty(object->compId.id);
-}
-Text getBaseObjectRef(AsnObject *object) {
-    return orEmpty(object->baseId.id);
-}
-Text getObjectId(AsnObject *object) {
-    return printFixRec(object->compId);
-}

@@ -25,13 +25,6 @@ void forEachObject(AsnModule *module, Call<void(AsnObject *object, int nbr)> fun
 void forObjectByRecNr(AsnModule *module, Call<void(AsnObject *object, int nbr)> func, RecNr recNr);
 
 AsnObjClass *getObjClassOfObject(AsnObject *object);
-AsnModule *getModuleOfObject(AsnObject *object);
 bool isDefinedBaseObject(AsnObject *object);
 /* Where the object itself stands, whatever it refers to. */
 std::int32_t getObjectDefinitionLine(AsnObject *object);
-
-/* "Ref" gives the ASN.1 name, "Id" the C name; nothing but prefix and suffix for an object without
-   a name. */
-Text getObjectRef(AsnObject *object);
-Text getBaseObjectRef(AsnObject *object);
-Text getObjectId(AsnObject *object);

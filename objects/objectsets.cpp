@@ -83,9 +83,6 @@ void forObjectSet(AsnObjectSet *objectSet,
 AsnObjClass *getObjClassOfObjectSet(AsnObjectSet *objectSet) {
     return objectSet->governor;
 }
-AsnModule *getModuleOfObjectSet(AsnObjectSet *objectSet) {
-    return objectSet->ownerModule;
-}
 std::int32_t getObjectSetDefinitionLine(AsnObjectSet *objectSet) {
     /* The base is the class. */
     const NodeContext kept(REC_TNODE);

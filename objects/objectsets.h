@@ -33,7 +33,6 @@ void forObjectsOfConstraint(const NodePlace &place, bool withMarker,
                             Call<void(AsnObject *object, int index)> func);
 
 AsnObjClass *getObjClassOfObjectSet(AsnObjectSet *objectSet);
-AsnModule *getModuleOfObjectSet(AsnObjectSet *objectSet);
 /* Where the set itself stands. */
 std::int32_t getObjectSetDefinitionLine(AsnObjectSet *objectSet);
 

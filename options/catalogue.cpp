@@ -103,7 +103,7 @@ bool noteComment(GlobalOptions *options, RecNr recNr, const char *text) {
 
 /* Options whose test doesn't ask what kind of record they stand in. `*ok` is the result. */
 bool isSpecialOption(ModRec *module, RecNr recNr, const char *text, bool *ok) {
-    GlobalOptions *options = module->options;
+    GlobalOptions *options = module->options.get();
     const NameOptPref *row = nullptr;
     if (isNamingOption(text, &row)) {
         const char *value = std::strchr(text, '=') + 1;
@@ -144,7 +144,7 @@ bool beOptionOK(ModRec *module, const char *text) {
         return directoryOptionOK(&stxDir, directory);
     if (isOptionStri(text, "-PREFIXLEN=") != nullptr || isOptionStri(text, "-PREFIX=") != nullptr)
         return true;
-    return optionHooks.globalBEOptionOK(module->metaRec, text);
+    return optionHooks.globalBEOptionOK(module->metaRec.get(), text);
 }
 
 void tellFate(ModRec *module, RecNr nr, OptionFate fate) {
@@ -155,7 +155,7 @@ void tellFate(ModRec *module, RecNr nr, OptionFate fate) {
 } // namespace
 
 void settleStoredOptions(ModRec *module) {
-    GlobalOptions *options = module->options;
+    GlobalOptions *options = module->options.get();
     initMetaRec(options);
     options->nrOfEntryTypes = mNode.nrOfEntryTypes;
     options->nrOfVisibleTypes = mNode.nrOfVisibleTypes;
@@ -217,7 +217,7 @@ void checkGlobalBEOptions(ModRec *module, const TedRange &range) {
 }
 
 void checkCombinedModules(ModRec *module) {
-    GlobalOptions *options = module->options;
+    GlobalOptions *options = module->options.get();
     if (options->combine.empty())
         return;
     std::vector<Text> words;

@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "base/fatal.h"
-#include "base/services.h"
+#include "base/files.h"
 #include "options/checkers.h"
 #include "options/hooks.h"
 #include "store/records.h"
@@ -82,7 +82,7 @@ bool parseSelectedCmdLineOpts(const char *text, const FirstPass &pass) {
         return pass.nrOfFiles > 0 || byteOptionOK(&cMP->options->prefixLength, value,
                                                   MIN_PREFIX_LENGTH, MAX_PREFIX_LENGTH, nullptr);
     if (isOptionStri(name, "VERSION") != nullptr)
-        return optionHooks.globalBEOptionOK(cMP->metaRec, option.c_str());
+        return optionHooks.globalBEOptionOK(cMP->metaRec.get(), option.c_str());
     return true;
 }
 

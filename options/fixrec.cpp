@@ -127,7 +127,7 @@ void getFixRec(FixRec *dst, int kind) {
     if (id == 0)
         return;
     const char *text = getStri(module, id);
-    const FixChain *chain = fixRecForKind(module->options, kind);
+    const FixChain *chain = fixRecForKind(module->options.get(), kind);
 
     dst->conv = dst->pref = dst->name = dst->suff = "";
     replaceGiven(dst, chain->head);

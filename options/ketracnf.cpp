@@ -1,10 +1,6 @@
 #include "options/ketracnf.h"
 
-#include <memory>
-
 namespace {
-
-std::unordered_map<GlobalOptions *, std::unique_ptr<GlobalOptions>> blocks;
 
 void setPair(GlobalOptions *options, int category, GenChoice choice) {
     const auto index = static_cast<std::size_t>(category);
@@ -19,17 +15,6 @@ void setCoding(GlobalOptions *options, GenChoice functions, GenChoice prototypes
 }
 
 } // namespace
-
-GlobalOptions *newGlobalOptions() {
-    auto block = std::make_unique<GlobalOptions>();
-    GlobalOptions *options = block.get();
-    blocks.emplace(options, std::move(block));
-    return options;
-}
-
-void deleteGlobalOptions(GlobalOptions *options) {
-    blocks.erase(options);
-}
 
 void initGenArr(GlobalOptions *options, int definitionCategory) {
     auto &genArr = options->genArr;

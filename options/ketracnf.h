@@ -127,10 +127,6 @@ struct GlobalOptions {
     TedRange comments; /* first and last record of a comment option */
 };
 
-/* A block of its own for a module; it lives until it is deleted or the run ends. */
-GlobalOptions *newGlobalOptions();
-void deleteGlobalOptions(GlobalOptions *options);
-
 /* Sets everything to its default. The prefix length is that of the whole run, which the first block
    that is initialised gives. Stands in optiontable.cpp, as the defaults do. */
 void initMetaRec(GlobalOptions *options);

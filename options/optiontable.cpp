@@ -50,7 +50,7 @@ constexpr OptionWord definitionWords[] = {{DEFCAT_STAND_ALONE, "STAND-ALONE"},
                                           {0, nullptr}};
 
 std::uint8_t *placeOf(ModRec *module, const OptionRow &row) {
-    return row.place == nullptr ? nullptr : &(module->options->*row.place);
+    return row.place == nullptr ? nullptr : &(module->options.get()->*row.place);
 }
 
 /* The number as the word that an option would say, if there is one. */
@@ -69,13 +69,13 @@ bool anyValue(ModRec *, const OptionRow &, const char *) {
 
 template <Text GlobalOptions::*place>
 bool anyText(ModRec *module, const OptionRow &, const char *value) {
-    module->options->*place = value;
+    module->options.get()->*place = value;
     return true;
 }
 
 template <Text GlobalOptions::*place>
 bool directoryText(ModRec *module, const OptionRow &, const char *value) {
-    Text &directory = module->options->*place;
+    Text &directory = module->options.get()->*place;
     directory = value;
     if (!directory.empty() && directory.back() != '/')
         directory += '/';
@@ -157,7 +157,7 @@ bool generationTriple(ModRec *module, const OptionRow &row, const char *value) {
 }
 
 bool setDefinitionCategory(ModRec *module, std::uint8_t category) {
-    GlobalOptions *options = module->options;
+    GlobalOptions *options = module->options.get();
     options->definitionCategory = category;
     initGenArr(options, category);
     options->memory = options->zeroHome = 1;
@@ -224,7 +224,7 @@ bool cGeneration(ModRec *module, const OptionRow &row, const char *value) {
         if (*value == ':')
             ++value;
     }
-    module->options->*row.place = static_cast<std::uint8_t>(bits);
+    module->options.get()->*row.place = static_cast<std::uint8_t>(bits);
     return true;
 }
 

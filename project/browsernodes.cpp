@@ -1,8 +1,8 @@
 #include "project/browsernodes.h"
 
 #include "base/fatal.h"
+#include "model/iterators.h"
 #include "model/modules.h"
-#include "model/othermodule.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
 #include "model/typewalk.h"
@@ -64,10 +64,10 @@ BrowserNode *taviBrowserNewTypeNode(AsnType *type, const char *kind, const char 
 BrowserNode *taviBrowserNewClassNode(AsnObjClass *objClass, const char *kind, const char *aux1,
                                      const char *aux2) {
     const NodeTexts texts = {kind, aux1, aux2};
-    const Text name = getObjClassRef(objClass);
+    const Text name = getRefOf(objClass);
     BrowserNode *node = nullptr;
     auto nodeAtDefinition = [&](AsnObjClass *defined) {
-        node = newSourceNode(name, getModuleOfObjClass(defined), getClassDefinitionLine(defined),
+        node = newSourceNode(name, getModuleOf(defined), getClassDefinitionLine(defined),
                              texts);
     };
     if (!isBaseObjClassInCurrentModule(objClass))
@@ -79,12 +79,12 @@ BrowserNode *taviBrowserNewClassNode(AsnObjClass *objClass, const char *kind, co
 
 BrowserNode *taviBrowserNewObjectSetNode(AsnObjectSet *objectSet, const char *kind,
                                          const char *aux1, const char *aux2) {
-    return newSourceNode(getDefObjectSetId(objectSet), getModuleOfObjectSet(objectSet),
+    return newSourceNode(getDefObjectSetId(objectSet), getModuleOf(objectSet),
                          getObjectSetDefinitionLine(objectSet), {kind, aux1, aux2});
 }
 
 BrowserNode *taviBrowserNewObjectNode(AsnObject *object, const char *kind, const char *aux1,
                                       const char *aux2) {
-    return newSourceNode(getObjectRef(object), getModuleOfObject(object),
+    return newSourceNode(getRefOf(object), getModuleOf(object),
                          getObjectDefinitionLine(object), {kind, aux1, aux2});
 }

@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "base/files.h"
+#include "model/iterators.h"
 #include "model/modules.h"
-#include "model/othermodule.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
 #include "model/typewalk.h"
@@ -79,7 +79,7 @@ void taviUseTypeNode(AsnType *type) {
 void taviUseClassNode(AsnObjClass *objClass) {
     if (!taviIsActive())
         return;
-    useNode(getObjClassRef(objClass), [objClass] {
+    useNode(getRefOf(objClass), [objClass] {
         return taviBrowserNewClassNode(objClass, "ASN.1 object class", nullptr, nullptr);
     });
 }
@@ -87,7 +87,7 @@ void taviUseClassNode(AsnObjClass *objClass) {
 void taviUseObjectNode(AsnObject *object) {
     if (!taviIsActive())
         return;
-    useNode(getObjectRef(object), [object] {
+    useNode(getRefOf(object), [object] {
         return taviBrowserNewObjectNode(object, "ASN.1 object", nullptr, nullptr);
     });
 }

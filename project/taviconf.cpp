@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "base/fatal.h"
-#include "base/services.h"
+#include "base/files.h"
 #include "options/checkers.h"
 
 TaviRec taviRecord;

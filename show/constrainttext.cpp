@@ -1,11 +1,10 @@
-#include "show/constrainttext.h"
+#include "show/texts.h"
 
 #include "model/constraints.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
 #include "model/valuequeries.h"
 #include "show/references.h"
-#include "show/valuetext.h"
 #include "show/writer.h"
 #include "store/records.h"
 #include "store/recordwords.h"

@@ -1,4 +1,4 @@
-#include "show/definitions.h"
+#include "show/show.h"
 
 #include "model/constraints.h"
 #include "model/iterators.h"
@@ -6,12 +6,8 @@
 #include "model/valuequeries.h"
 #include "objects/fieldvalues.h"
 #include "objects/objectsets.h"
-#include "show/constrainttext.h"
-#include "show/records.h"
 #include "show/references.h"
-#include "show/typefacts.h"
-#include "show/typetext.h"
-#include "show/valuetext.h"
+#include "show/texts.h"
 #include "show/writer.h"
 #include "store/records.h"
 
@@ -66,7 +62,7 @@ Text fieldPresenceText(AsnObjClassField *field) {
 }
 
 Text fieldName(AsnObjClassField *field) {
-    const Text name = getObjClassFieldRef(field);
+    const Text name = getRefOf(field);
     return name.starts_with('&') ? name : "&" + name;
 }
 
@@ -140,7 +136,7 @@ bool isNamedElsewhere(const AsnObject *object) {
 /* The name if there is one, else what it is made of. */
 Text objectText(AsnObject *object) {
     const NestingGuard nesting(&depth, object->posModule);
-    Text text = getBaseObjectRef(object);
+    Text text = getBaseRefOf(object);
     if (!text.empty())
         return text;
     forEachSetting(object, [&](const Text &name, AsnFieldValue *value) {
@@ -173,7 +169,7 @@ void showValueSet(AsnType *set) {
 }
 
 void showValue(AsnValue *value) {
-    const Text name = getValueRef(value) + " ";
+    const Text name = getRefOf(value) + " ";
     const Text governor = getTypeOfValue(value) == nullptr ? "" : typeInShort(getTypeOfValue(value));
     showLine(0, name + governor + " ::= " + valueText(value));
     showValueRecordFacts(value->posModule, value->posRecord, "value ");

@@ -1,5 +1,5 @@
-#include "driver/deepstack.h"
-#include "show/velmo_show.h"
+#include "driver/driver.h"
+#include "show/show.h"
 
 int main(int argc, char **argv) {
     return runOnDeepStack(velmo_show, argc, argv);

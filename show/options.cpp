@@ -1,4 +1,4 @@
-#include "show/options.h"
+#include "show/show.h"
 
 #include <unordered_map>
 

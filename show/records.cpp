@@ -1,4 +1,4 @@
-#include "show/records.h"
+#include "show/show.h"
 
 #include "show/writer.h"
 #include "store/records.h"

@@ -1,12 +1,11 @@
-#include "show/types.h"
+#include "show/show.h"
 
 #include "model/compwalk.h"
-#include "model/othermodule.h"
+#include "model/iterators.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
 #include "show/references.h"
-#include "show/typefacts.h"
-#include "show/typetext.h"
+#include "show/texts.h"
 #include "show/writer.h"
 #include "store/records.h"
 

@@ -1,13 +1,11 @@
-#include "show/typetext.h"
+#include "show/texts.h"
 
 #include "model/constraints.h"
 #include "model/tags.h"
 #include "model/typequeries.h"
 #include "model/typevalues.h"
 #include "model/valuequeries.h"
-#include "show/constrainttext.h"
 #include "show/references.h"
-#include "show/valuetext.h"
 #include "show/writer.h"
 #include "store/records.h"
 #include "store/recordwords.h"
@@ -23,7 +21,7 @@ Text namedNumbersText(AsnType *type) {
         if (nbr < 0)
             item = "...";
         else
-            item = concat(getValueRef(value), ("(" + numberText(int64Value(value)) + ")"));
+            item = concat(getRefOf(value), ("(" + numberText(int64Value(value)) + ")"));
         addPart(items, item);
     });
     return " {" + items + "}";

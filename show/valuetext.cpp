@@ -1,4 +1,4 @@
-#include "show/valuetext.h"
+#include "show/texts.h"
 
 #include "model/typevalues.h"
 #include "model/valuequeries.h"
@@ -22,7 +22,7 @@ Text integerText(AsnValue *value) {
     if (isEnumerated(value))
         forEachNamedNumber(getTypeOfValue(value), [&](AsnType *, AsnValue *item, int) {
             if (text.empty() && int64Value(item) == number)
-                text = getValueRef(item);
+                text = getRefOf(item);
         });
     return text.empty() ? numberText(number) : text;
 }
@@ -76,7 +76,7 @@ Text structuredText(AsnValue *value) {
     forEachValueComp(value, [&](AsnValue *, AsnValue *comp, int) {
         if (text.size() > MAX_SHOWN)
             return;
-        Text part = getValueRef(comp);
+        Text part = getRefOf(comp);
         part += part.empty() ? "" : isChoice ? " : " : " ";
         addPart(text, part + valueText(comp));
     });

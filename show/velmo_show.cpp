@@ -1,4 +1,4 @@
-#include "show/velmo_show.h"
+#include "show/show.h"
 
 #include <cstdio>
 #include <cstring>
@@ -7,12 +7,9 @@
 #include "base/fatal.h"
 #include "base/toolinfo.h"
 #include "cbet/cbet.h"
-#include "driver/init_backend.h"
-#include "driver/wiring.h"
+#include "driver/driver.h"
 #include "model/modules.h"
 #include "model/valuequeries.h"
-#include "show/modules.h"
-#include "show/options.h"
 
 namespace {
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -395,10 +396,9 @@ struct PicRec {
     std::uint8_t picMark = 0;
 };
 
-/* A list of imports in the order in which they were added, and the first of each name. */
+/* A list of imports in the order in which they were added. */
 struct PicList {
     std::vector<std::unique_ptr<PicRec>> recs;
-    std::unordered_map<const char *, PicRec *> byName;
     auto begin() const { return recs.begin(); }
     auto end() const { return recs.end(); }
     std::size_t size() const { return recs.size(); }
@@ -413,14 +413,10 @@ struct DefinitionIndex {
     std::size_t walked = 0;
 };
 
-/* Answers that are worked out once: bit n of `known` says that bit n of `answers` is valid. */
-struct InfoCache {
+/* What is worked out once for a TNode: bit n of `known` says that bit n of `answers` is valid. */
+struct TypeInfoCache {
     std::uint32_t known = 0;
     std::uint32_t answers = 0;
-};
-
-/* The same for each TNode, with what the generator keeps for it. */
-struct TypeInfoCache : InfoCache {
     BETypeInfo *generatorInfo = nullptr; /* owned by the generator */
 };
 
@@ -446,7 +442,7 @@ struct ModRec {
     std::vector<const char32_t *> stri32;
     std::unordered_map<const char *, RecNr> striNumbers; /* of the 8-bit texts, by interned text */
 
-    GlobalOptions *options = nullptr; /* never null */
+    std::shared_ptr<GlobalOptions> options; /* made with the record */
     PicList imports;                  /* in MNode order */
     RecNr firstType = 0;
     RecNr firstValue = 0;
@@ -454,9 +450,9 @@ struct ModRec {
     std::uint8_t exportsMode = 0;
     std::uint8_t importMark = 0;
     std::uint8_t reservedMark = 0;
-    BEModMetaRec *metaRec = nullptr; /* the generator's record of the module */
+    std::shared_ptr<BEModMetaRec> metaRec; /* the generator's record of the module */
     TedRange cmdOptions;             /* the options of the command line */
-    InfoCache moduleInfoCache;
+    std::optional<bool> circularImports; /* once it was asked for (model/imports.cpp) */
     std::vector<TypeInfoCache> typeInfoCache; /* by TNode number minus 1; one element to spare */
     std::shared_ptr<const ObjClassList> objectOrder; /* the objects, class by class; null before use */
     int listPlace = 0;           /* place in modRecList; final when all trees are read */

@@ -40,3 +40,7 @@ inline bool isText8Kind(int mainType) {
 inline bool hasSizeKind(int mainType) {
     return isStringKind(mainType) || isListKind(mainType);
 }
+
+inline bool testOptionBit(std::uint32_t bits, int bit) {
+    return ((bits >> (static_cast<unsigned>(bit) % 32u)) & 1u) != 0;
+}

@@ -127,15 +127,6 @@ TreeStatus readSyntaxTree(ModRec *module, Text *message) {
     fatalError(code, detail.c_str());
 }
 
-void deleteModRec(ModRec *module) {
-    if (module->options != nullptr && treeHooks.deleteOptions != nullptr)
-        treeHooks.deleteOptions(module->options);
-    if (module->metaRec != nullptr && treeHooks.deleteMetaRec != nullptr)
-        treeHooks.deleteMetaRec(module->metaRec);
-    if (cMP == module)
-        cMP = nullptr;
-}
-
 } // namespace
 
 ModRec *appendModRec(bool named) {
@@ -175,7 +166,8 @@ void removeUnreferencedModuleRecords() {
     std::size_t keptNamed = 0;
     for (auto &record : records) {
         if (record->state == MOD_NAMED) {
-            deleteModRec(record.get());
+            if (cMP == record.get())
+                cMP = nullptr;
             continue;
         }
         if (isNamed(record.get()))
@@ -203,7 +195,7 @@ void initBackendVars() {
         record->firstType = mNode.firstTNode;
         record->firstValue = mNode.firstVNode;
         record->exportsMode = mNode.exportsMode;
-        record->moduleInfoCache = {};
+        record->circularImports.reset();
         record->typeInfoCache.assign(record->tNodes.size() + 1, {});
         record->typesByName = {};
         record->valuesByName = {};
@@ -229,7 +221,6 @@ ModRec *findOrCreateModRec(const char *filePrefix, const char *genPrefix, const 
 PicRec *createPicRec(PicList &imports, const char *name) {
     PicRec *pic = imports.recs.emplace_back(std::make_unique<PicRec>()).get();
     pic->picName = name;
-    imports.byName.emplace(name, pic);
     return pic;
 }
 

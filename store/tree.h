@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "store/ketravar.h"
 
 /* Loading: from ".stx" files to module records. */
@@ -9,12 +11,9 @@
  */
 struct TreeHooks {
     /* A new block of options for a module that has just been made. */
-    GlobalOptions *(*newOptions)() = nullptr;
+    std::shared_ptr<GlobalOptions> (*newOptions)() = nullptr;
     /* A new generator's record for it. */
-    BEModMetaRec *(*newMetaRec)() = nullptr;
-    /* Gives back both, for a record that no import reached. */
-    void (*deleteOptions)(GlobalOptions *) = nullptr;
-    void (*deleteMetaRec)(BEModMetaRec *) = nullptr;
+    std::shared_ptr<BEModMetaRec> (*newMetaRec)() = nullptr;
     /* Settles the options of a module whose header has just been read and is the current MNode:
        defaults, then the options stored in the tree. */
     void (*settleStoredOptions)(ModRec *module) = nullptr;

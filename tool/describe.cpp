@@ -4,8 +4,7 @@
 #include <map>
 
 #include "cbet/cbet.h"
-#include "driver/init_backend.h"
-#include "driver/wiring.h"
+#include "driver/driver.h"
 #include "gen/meta.h"
 #include "model/iterators.h"
 #include "model/modules.h"
@@ -82,7 +81,7 @@ Place describePlace(Describer &d, AsnType *type);
 
 void addNames(Type &row, AsnType *type) {
     forEachNamedNumber(type, [&](AsnType *, AsnValue *value, int) {
-        row.names.emplace_back(int64Of(int64Value(value)), hyphenated(getValueRef(value)));
+        row.names.emplace_back(int64Of(int64Value(value)), hyphenated(getRefOf(value)));
     });
 }
 

@@ -1,4 +1,4 @@
-#include "base/services.h"
+#include "base/files.h"
 #include "base/text.h"
 
 #include <gtest/gtest.h>

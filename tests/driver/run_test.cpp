@@ -5,9 +5,7 @@
 
 #include "base/fatal.h"
 #include "base/toolinfo.h"
-#include "driver/init_backend.h"
-#include "driver/usage.h"
-#include "driver/wiring.h"
+#include "driver/driver.h"
 #include "tests/support/paths.h"
 #include "tests/support/runtool.h"
 #include "tests/support/treewriter.h"

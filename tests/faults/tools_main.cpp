@@ -13,8 +13,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "driver/velmo_main.h"
-#include "show/velmo_show.h"
+#include "driver/driver.h"
+#include "show/show.h"
 #include "tests/faults/faults.h"
 
 /* Runs a tool again and again, each time with another allocation, or another call for output, that

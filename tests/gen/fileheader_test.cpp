@@ -1,4 +1,4 @@
-#include "gen/fileheader.h"
+#include "gen/fileset.h"
 
 #include <gtest/gtest.h>
 
@@ -25,21 +25,20 @@ protected:
         modRec_.filePrefix = "my";
         modRec_.genPrefix = "gen";
         modRec_.stamp = {.version = 1, .treeVersion = 209, .date = 19991231, .time = 235959};
-        modRec_.options = &options_;
+        modRec_.options = std::make_shared<GlobalOptions>();
         module_.modRec = &modRec_;
         initF(SLOT, dir_.path("").c_str(), ".typ");
         openF(SLOT, &module_);
     }
 
     WorkDir dir_;
-    GlobalOptions options_;
     ModRec modRec_;
     AsnModule module_;
 };
 
 TEST_F(FileHeader, LinesBetweenTheirTexts) {
     modRec_.moduleName = "My_Module_" + std::string(70, 'm'); /* beyond column 78 */
-    options_.info = std::string(60, 'a') + std::string(60, 'b') + std::string(10, 'c');
+    modRec_.options->info = std::string(60, 'a') + std::string(60, 'b') + std::string(10, 'c');
     printFileHeader(SLOT, "/*", " */", " * ", ".", &module_);
     closeF(SLOT);
     EXPECT_EQ(dir_.read("my.typ"),

@@ -5,8 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/files.h"
-#include "driver/init_backend.h"
-#include "driver/wiring.h"
+#include "driver/driver.h"
 #include "model/modules.h"
 #include "tests/support/runtool.h"
 #include "tests/support/treewriter.h"

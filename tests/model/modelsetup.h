@@ -17,9 +17,8 @@ const auto exitsWith2 = testing::ExitedWithCode(2);
 class ModelSetup {
 public:
     ModelSetup() {
-        treeHooks.newOptions = newGlobalOptions;
-        treeHooks.deleteOptions = deleteGlobalOptions;
-        treeHooks.settleStoredOptions = settleStoredOptions;
+        treeHooks.newOptions = std::make_shared<GlobalOptions>;
+            treeHooks.settleStoredOptions = settleStoredOptions;
     }
     ModelSetup(const ModelSetup &) = delete;
     ModelSetup &operator=(const ModelSetup &) = delete;
@@ -57,7 +56,7 @@ public:
     void withValue(const std::string &name, Call<void(AsnValue *value)> func) const {
         bool found = false;
         forEachValue(module, [&](AsnValue *value, int) {
-            if (!found && getValueRef(value) == name) {
+            if (!found && getRefOf(value) == name) {
                 found = true;
                 func(value);
             }

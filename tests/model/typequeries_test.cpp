@@ -1,10 +1,10 @@
 #include "model/typequeries.h"
 
 #include "model/any.h"
+#include "model/iterators.h"
 #include "model/stamps.h"
-#include "model/bounds.h"
-#include "model/othermodule.h"
 #include "model/typetables.h"
+#include "model/valuesets.h"
 #include "store/records.h"
 #include "tests/model/handletexts.h"
 #include "tests/model/modelsetup.h"

@@ -3,7 +3,6 @@
 
 #include "model/hooks.h"
 #include "model/iterators.h"
-#include "model/othermodule.h"
 #include "model/stamps.h"
 #include "store/records.h"
 #include "tests/model/handletexts.h"

@@ -8,11 +8,11 @@
 namespace {
 
 std::string refOf(AsnValue *value) {
-    return getValueRef(value);
+    return getRefOf(value);
 }
 
 std::string idOf(AsnValue *value) {
-    return getValueId(value);
+    return getIdOf(value);
 }
 
 /* Its names, and the module of the base. */

@@ -2,7 +2,7 @@
 
 #include "base/fatal.h"
 #include "model/hooks.h"
-#include "model/othermodule.h"
+#include "model/iterators.h"
 #include "model/stamps.h"
 #include "store/records.h"
 #include "tests/model/handletexts.h"
@@ -21,14 +21,14 @@ std::string baseId(AsnObjClass *objClass) {
 }
 
 std::string fieldId(AsnObjClassField *field) {
-    return getObjClassFieldId(field);
+    return getIdOf(field);
 }
 
 void withClass(const ModelSetup &setup, const std::string &name,
                Call<void(AsnObjClass *objClass)> func) {
     bool found = false;
     forEachObjClass(setup.module, [&](AsnObjClass *objClass, int) {
-        if (getObjClassRef(objClass) != name)
+        if (getRefOf(objClass) != name)
             return;
         found = true;
         func(objClass);
@@ -103,17 +103,17 @@ TEST(Classes, AliasSpeaksOfItselfAndOfItsBase) {
     withClass(setup, "B", [](AsnObjClass *objClass) {
         EXPECT_EQ(defId(objClass) + " " + baseId(objClass), "B A");
         EXPECT_EQ(objClass->embeddingEntries.size(), 2u);
-        EXPECT_TRUE(testObjClassOption(objClass, OPT_SKIPPED));
-        EXPECT_TRUE(testObjClassOption(objClass, OPT_COMPS_AS_POINTERS));
+        EXPECT_TRUE(testOptionOf(objClass, OPT_SKIPPED));
+        EXPECT_TRUE(testOptionOf(objClass, OPT_COMPS_AS_POINTERS));
         for (int bit : {OPT_EMBEDDED_TEXT, OPT_BIT_2, OPT_NAMING})
-            EXPECT_FALSE(testObjClassOption(objClass, bit)) << bit;
+            EXPECT_FALSE(testOptionOf(objClass, bit)) << bit;
         EXPECT_TRUE(isOptionalObjClassFields(objClass));
         EXPECT_EQ(getNrOfObjClassFields(objClass), 2);
         EXPECT_EQ(getClassDefinitionLine(objClass), 3);
     });
     EXPECT_NE(options.find("-VELMO=X"), std::string::npos);
     withClass(setup, "C", [](AsnObjClass *objClass) {
-        EXPECT_FALSE(testObjClassOption(objClass, OPT_SKIPPED));
+        EXPECT_FALSE(testOptionOf(objClass, OPT_SKIPPED));
     });
 }
 
@@ -158,7 +158,7 @@ TEST(Classes, FieldsOfAllKinds) {
             forObjectField(field, other);
             forObjectSetField(field, other);
             optional += isOptionalField(field) ? fieldId(field) : "";
-            EXPECT_EQ(testObjClassFieldOption(field, OPT_NEAR), fieldId(field) == "Others");
+            EXPECT_EQ(testOptionOf(field, OPT_NEAR), fieldId(field) == "Others");
         });
         EXPECT_EQ(governors, "codeField=Small Codes=Small other=Other Others=Other ");
         EXPECT_EQ(optional, "Codes");
@@ -188,7 +188,7 @@ TEST(Classes, OtherModulesLendTheirs) {
         forObjClassDefinedInAnotherModule(objClass, [&](AsnObjClass *defined) {
             ++calls;
             EXPECT_EQ(defId(defined), "FAR");
-            EXPECT_EQ(getModuleOfObjClass(defined)->modRec->moduleName, "Far_Module");
+            EXPECT_EQ(getModuleOf(defined)->modRec->moduleName, "Far_Module");
             EXPECT_EQ(getUniqueBaseObjClassNr(objClass), getUniqueBaseObjClassNr(defined));
         });
         EXPECT_EQ(calls, 1);

@@ -11,7 +11,7 @@ namespace {
 const auto exitsWith2 = testing::ExitedWithCode(2);
 
 std::string idOf(AsnObject *object) {
-    const Text text = getObjectId(object);
+    const Text text = getIdOf(object);
     return text.empty() ? "<>" : text;
 }
 
@@ -44,7 +44,7 @@ void withObject(const ModelSetup &setup, const std::string &name,
                 Call<void(AsnObject *object)> func) {
     bool found = false;
     forEachObject(setup.module, [&](AsnObject *object, int) {
-        if (getObjectRef(object) != name)
+        if (getRefOf(object) != name)
             return;
         found = true;
         func(object);
@@ -99,9 +99,9 @@ TEST(Objects, DefinitionsOfAModule) {
     });
     EXPECT_EQ(all, "0Alias:OP 1here:OWN ");
     withObject(setup, "alias", [&](AsnObject *object) {
-        EXPECT_EQ(getBaseObjectRef(object), "far");
+        EXPECT_EQ(getBaseRefOf(object), "far");
         EXPECT_EQ(object->baseModule->moduleName, "Far_Module");
-        EXPECT_EQ(getModuleOfObject(object), setup.module);
+        EXPECT_EQ(getModuleOf(object), setup.module);
         EXPECT_EQ(getObjectDefinitionLine(object), 11) << "its own, not that of what it refers to";
         EXPECT_TRUE(isDefinedBaseObject(object));
     });

@@ -31,7 +31,7 @@ std::string objectsOf(AsnObjectSet *objectSet) {
     std::string text;
     forObjectSet(objectSet, [&](AsnObjectSet *father, AsnObject *object, int index) {
         EXPECT_EQ(father, nullptr);
-        text += std::to_string(index) + getObjectId(object) + " ";
+        text += std::to_string(index) + getIdOf(object) + " ";
     });
     return text;
 }

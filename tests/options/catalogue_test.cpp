@@ -185,9 +185,9 @@ TEST_F(Catalogue, ScopesConfineOptionsToTheirModules) {
     settleGeneralOptions(other, options);
     EXPECT_EQ(module_->options->nameLen, 32);
     EXPECT_EQ(module_->options->decimals, 3);
-    EXPECT_EQ(fixRecForKind(module_->options, KIND_TYPE)->head.pref, nullptr);
+    EXPECT_EQ(fixRecForKind(module_->options.get(), KIND_TYPE)->head.pref, nullptr);
     EXPECT_EQ(other->options->nameLen, 10) << "xy names neither, though both begin or end it";
-    EXPECT_STREQ(fixRecForKind(other->options, KIND_TYPE)->head.pref, "t_");
+    EXPECT_STREQ(fixRecForKind(other->options.get(), KIND_TYPE)->head.pref, "t_");
     /* An open scope ends with the tree. */
     EXPECT_EQ(settle({"NAMELEN=9"}).nameLen, 9);
 }

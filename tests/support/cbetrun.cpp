@@ -37,10 +37,8 @@ CbetRun::CbetRun(TreeWriter &tree, const std::vector<TreeWriter *> &imported) {
     for (TreeWriter *other : imported)
         other->save(dir.path(
             other->strings8[static_cast<std::size_t>(other->header().filePrefix) - 1] + ".stx"));
-    treeHooks.newOptions = newGlobalOptions;
-    treeHooks.deleteOptions = deleteGlobalOptions;
-    treeHooks.newMetaRec = newBEModMetaRec;
-    treeHooks.deleteMetaRec = deleteBEModMetaRec;
+    treeHooks.newOptions = std::make_shared<GlobalOptions>;
+    treeHooks.newMetaRec = std::make_shared<BEModMetaRec>;
     treeHooks.settleStoredOptions = settleStoredOptions;
     loadTree(dir, tree);
     resetStamps();

@@ -5,8 +5,7 @@
 #include <cstdlib>
 
 #include "cbet/cbet.h"
-#include "driver/init_backend.h"
-#include "driver/wiring.h"
+#include "driver/driver.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/typenames.h"

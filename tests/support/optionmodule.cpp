@@ -9,10 +9,8 @@
 #include "store/tree.h"
 
 void installOptionHooks() {
-    treeHooks.newOptions = newGlobalOptions;
-    treeHooks.newMetaRec = newBEModMetaRec;
-    treeHooks.deleteOptions = deleteGlobalOptions;
-    treeHooks.deleteMetaRec = deleteBEModMetaRec;
+    treeHooks.newOptions = std::make_shared<GlobalOptions>;
+    treeHooks.newMetaRec = std::make_shared<BEModMetaRec>;
     treeHooks.settleStoredOptions = settleStoredOptions;
     optionHooks.globalBEOptionOK = globalBEOptionOK;
 }

@@ -1,11 +1,20 @@
-#include "gen/warnings.h"
+#include "gen/messages.h"
 
 #include <cstdio>
 
+#include "base/toolinfo.h"
 #include "cbet/names.h"
+#include "gen/meta.h"
 #include "model/modules.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
+
+/* VELMO>>> generating Mod */
+void verboseMsg(AsnModule *module, int level, const char *text) {
+    const int verbosity = getMetaVerbosity(module);
+    if (verbosity != VERBOSITY_QUIET && verbosity >= level)
+        std::printf("%s>>> %s\n", backendName.c_str(), text);
+}
 
 void warning(const char *text) {
     std::fprintf(stderr, "WARNING: %s\n", text);

@@ -2,8 +2,10 @@
 
 #include "base/text.h"
 
+struct AsnConstraint;
 struct AsnTag;
 struct AsnType;
+struct AsnValue;
 
 /* Types in ASN.1 notation, on one line. */
 
@@ -20,3 +22,14 @@ Text typeInShort(AsnType *type);
 Text kindInShort(AsnType *type);
 /* A SEQUENCE, SET or CHOICE, or a list, whose parts are written at its position. */
 bool hasPartsHere(AsnType *type);
+
+/* Constraints in ASN.1 notation. */
+
+/* One node with all below it. */
+Text constraintText(AsnType *type, AsnConstraint *constraint);
+/* Those along the whole chain of references, the base's first, each in parentheses: what applies in
+   the end. Of the position alone with `localOnly`. */
+Text constraintsText(AsnType *type, bool localOnly);
+
+/* A value in ASN.1 notation, as it is once all references are followed. */
+Text valueText(AsnValue *value);

@@ -3,7 +3,6 @@
 #include <deque>
 #include <random>
 
-#include "cbet/imports.h"
 #include "model/modules.h"
 #include "tests/support/inprocess.h"
 
@@ -70,7 +69,7 @@ void expectCircles(const Graph &graph, const std::string &expected) {
     }
     startTool(dir, names);
     std::string answers;
-    forEachModule([&](AsnModule *module) { answers += cIsCircularImports(module) ? '1' : '0'; });
+    forEachModule([&](AsnModule *module) { answers += isCircularImports(module) ? '1' : '0'; });
     EXPECT_EQ(answers, expected);
 }
 

@@ -1,8 +1,15 @@
 #pragma once
 
+struct AsnModule;
 struct AsnType;
 
-/* Warnings of the generators, on the standard error. None of them stops the run. */
+/* What the generators say to the user. None of it stops the run. */
+
+/* The tool's name and `text` on the standard output, if the module's verbosity is not quiet and at
+   least `level`. */
+void verboseMsg(AsnModule *module, int level, const char *text);
+
+/* Warnings, on the standard error. */
 
 /* "WARNING: " and the text. */
 void warning(const char *text);
