@@ -225,11 +225,10 @@ void generateTables(AsnModule *module) {
     initStamps();
     genEntryTable(module);
     /* Rows name value sets, object sets and rows of other classes; sets name rows. */
-    declareObjectInstanceArrays(module);
+    const ClassPlaces rowless = declareObjectInstanceArrays(module);
     genFixedTypeValueSetTables(module);
     genObjectSetTables(module);
-    genObjectTables(module);
-    resetNoObjectInstanceList();
+    genObjectTables(module, rowless);
 }
 
 Text entryTableName(AsnModule *module) {

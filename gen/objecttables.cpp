@@ -219,7 +219,7 @@ void declareArray(AsnModule *module, AsnObjClass *objClass, int count) {
 
 /* static OPERATION mOPERATION [] = { */
 void genObjectTablePrefix(AsnModule *module, AsnObjClass *objClass, bool skipped) {
-    if (skipped || isInNoObjectInstanceList(objClass))
+    if (skipped)
         return;
     const char *classId = tableClassId(objClass);
     const Text table = objectTableName(module, classId);
@@ -261,7 +261,7 @@ void genObjectTableElement(AsnObject *object, int tableIndex, bool skipped, RowP
 }
 
 void genObjectTablePostfix(AsnModule *module, AsnObjClass *objClass, int count, bool skipped) {
-    if (skipped || isInNoObjectInstanceList(objClass))
+    if (skipped)
         return;
     --fArr[fiTab].indent;
     putF(fiTab, "\n};\n");
@@ -275,28 +275,33 @@ void genObjectTablePostfix(AsnModule *module, AsnObjClass *objClass, int count, 
 } // namespace
 
 /* Rows point at one another, also at tables further down. */
-void declareObjectInstanceArrays(AsnModule *module) {
-    auto declare = [module](AsnObjClass *objClass, int count, bool skipped) {
+ClassPlaces declareObjectInstanceArrays(AsnModule *module) {
+    ClassPlaces rowless;
+    auto declare = [&](AsnObjClass *objClass, int count, bool skipped) {
         if (skipped)
             return;
         if (count == 0)
-            addToNoObjectInstanceList(objClass);
+            rowless.insert({objClass->baseModule, objClass->baseRecord});
         else
             declareArray(module, objClass, count);
     };
     forEachObjectInClassOrder(module, nullptr, nullptr, declare, true);
+    return rowless;
 }
 
-void genObjectTables(AsnModule *module) {
+void genObjectTables(AsnModule *module, const ClassPlaces &rowless) {
+    const auto hasTable = [&](AsnObjClass *objClass) {
+        return !rowless.contains({objClass->baseModule, objClass->baseRecord});
+    };
     RowPass pass{module, {}};
     auto prefix = [&](AsnObjClass *objClass, bool skipped) {
-        genObjectTablePrefix(module, objClass, skipped);
+        genObjectTablePrefix(module, objClass, skipped || !hasTable(objClass));
     };
     auto element = [&](AsnObjClass *, AsnObject *object, int tableIndex, bool skipped) {
         genObjectTableElement(object, tableIndex, skipped, &pass);
     };
     auto postfix = [&](AsnObjClass *objClass, int count, bool skipped) {
-        genObjectTablePostfix(module, objClass, count, skipped);
+        genObjectTablePostfix(module, objClass, count, skipped || !hasTable(objClass));
     };
     forEachObjectInClassOrder(module, prefix, element, postfix, true);
 }

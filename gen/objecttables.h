@@ -1,6 +1,9 @@
 #pragma once
 
+#include <unordered_set>
+
 #include "base/text.h"
+#include "store/ketravar.h"
 
 struct AsnModule;
 struct AsnObject;
@@ -9,9 +12,12 @@ struct AsnObjClassField;
 /* Tables of information objects: one array for each class with objects in the module, one row for
    each object. A row initialises the structure that gen/classes.h describes, member by member. */
 
-/* Announces the arrays, since rows name rows of other tables. */
-void declareObjectInstanceArrays(AsnModule *module);
-void genObjectTables(AsnModule *module);
+/* Classes, by the record at which each is defined. */
+using ClassPlaces = std::unordered_set<NodePlace, PlaceHash>;
+/* Announces the arrays, since rows name rows of other tables. The result are the classes without a
+   row, which get none. */
+ClassPlaces declareObjectInstanceArrays(AsnModule *module);
+void genObjectTables(AsnModule *module, const ClassPlaces &rowless);
 
 /* The C type of the objects that a field points to. */
 Text governorName(AsnObjClassField *field);

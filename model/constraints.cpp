@@ -23,6 +23,9 @@ void initAsnConstraint(AsnConstraint *handle, AsnType *type, ModRec *module, Rec
     handle->sub = subRec;
 }
 
+/* Each kind of constraint shows what stands below it to a call, and does nothing for another
+   kind: whoever asks needs no look at the record. */
+
 /* A constraint with one child. */
 void forConstraint(AsnType *type, const AsnConstraint *constraint, int kind,
                    Call<void(AsnType *type, AsnConstraint *child)> func) {
@@ -192,6 +195,9 @@ static_assert(std::size(subNameArr) == SUB_ALL_EXCEPT + SUB_EXTENDED_VALUE_SET -
 
 } // namespace
 
+/* The constraints along the chain of references, the base's first. All of them apply; those of
+   the position come last. */
+
 void forEachTypeConstraint(AsnType *type,
                            Call<void(AsnType *type, AsnConstraint *constraint)> func) {
     forListFrom(type, 0, func);
@@ -215,6 +221,8 @@ int getNrOfTypeConstraints(AsnType *type) {
 int getNrOfLocalTypeConstraints(AsnType *type) {
     return type->nrOfLocalConstraints;
 }
+
+/* What a constraint is, without a look below it. */
 
 int getConstraintKind(const AsnConstraint *constraint) {
     return constraint->sub.subKind;
@@ -244,6 +252,8 @@ const char *subKindName(int kind) {
         return subNameArr[kind - SUB_RANGE + SUB_ALL_EXCEPT];
     return nullptr;
 }
+
+/* Set operators. Their operands are constraints of the same type. */
 
 void forUnionConstraint(AsnType *type, AsnConstraint *constraint,
                         Call<void(AsnType *type, AsnConstraint *element, int nbr)> func) {
@@ -281,6 +291,8 @@ void forAllExceptConstraint(AsnType *type, AsnConstraint *constraint,
                             Call<void(AsnType *type, AsnConstraint *excluded)> func) {
     forConstraint(type, constraint, SUB_ALL_EXCEPT, func);
 }
+
+/* Leaves, and constraints on what a type consists of. */
 
 void forSizeConstraint(AsnType *type, AsnConstraint *constraint,
                        Call<void(AsnType *type, AsnConstraint *size)> func) {
@@ -324,6 +336,9 @@ sint64 getRangeEnd(AsnType *type, const AsnConstraint *constraint, bool isUpper)
     skipValues(true);
     return valueInt(vNode);
 }
+
+/* Constraints by way of other types: contained subtypes, and components that have constraints of
+   their own. */
 
 void forContainedSubtypeConstraint(AsnType *type, AsnConstraint *constraint,
                                    Call<void(AsnType *type, AsnConstraint *inner)> func) {

@@ -43,6 +43,9 @@ bool refersToDefinition(const AsnType *type) {
 
 } // namespace
 
+/* Walks over definitions. One that calls for entry types alone numbers those, since tables have
+   a row for each. */
+
 void forEachType(AsnModule *module, TypeCall func) {
     forEachDefinition<AsnType>(module, KIND_TYPE, fillDefinition, func);
 }
@@ -72,6 +75,8 @@ void forEntryTypeByRecNr(AsnModule *module, TypeCall func, RecNr rec) {
     if (entry != numbers.end() && takeTNode(module->modRec, KIND_TYPE, rec))
         callForCurrentTNode(module, module, [&](AsnType *type) { func(type, entry->second); });
 }
+
+/* A name for a definition, and the definition: a generator writes the one in terms of the other. */
 
 void readSynonymTypeTNode(AsnType *type, bool followFirst) {
     readRec(type->baseModule, REC_TNODE, type->baseRecord);

@@ -9,7 +9,6 @@
 
 using TypeCall = Call<void(AsnType *type, int nbr)>;
 using BaseTypeCall = Call<void(AsnType *baseType)>;
-using TypePairCall = Call<void(AsnType *type, AsnType *baseType)>;
 
 /* The types of a module. */
 void forEachType(AsnModule *module, TypeCall func);

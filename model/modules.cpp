@@ -11,6 +11,8 @@
 
 ModelHooks modelHooks;
 
+/* Records of a generator go back to it: the model has no idea what they are made of. */
+
 void DropMeta::operator()(BETypMetaRec *meta) const {
     if (modelHooks.deleteBETypMetaRec != nullptr)
         modelHooks.deleteBETypMetaRec(meta);
@@ -32,6 +34,8 @@ AsnModule *getAsnModule(ModRec *modRec) {
     return modRec->handle.get();
 }
 
+/* Walks put the module under work back, since a call may walk itself. */
+
 void forEachModule(Call<void(AsnModule *module)> func) {
     requireCall(func);
     ModRec *before = cMP;
@@ -51,6 +55,8 @@ void forFirstModule(Call<void(AsnModule *module)> func) {
     func(getAsnModule(cMP));
     cMP = before;
 }
+
+/* What the header of the tree says, and the options that were settled when it was loaded. */
 
 Text getModuleRef(AsnModule *module) {
     return module->modRec->moduleName;
@@ -87,6 +93,8 @@ int getGenerationOption(AsnModule *module, int category) {
     return getGenArr(module)[category];
 }
 
+/* A negative bit asks for the opposite, so that a table can name a choice by one number. */
+
 bool testCGenerationOption(AsnModule *module, int bit) {
     const bool inverse = bit < 0;
     const unsigned number = inverse ? 0u - static_cast<unsigned>(bit) : static_cast<unsigned>(bit);
@@ -98,6 +106,9 @@ bool testCGenerationOption(AsnModule *module, int bit) {
 bool isMorlaApplication(AsnModule *module) {
     return isMorlaCategory(getGlobalOptions(module)->definitionCategory);
 }
+
+/* Counts are those of the header, so that no walk is needed to see whether there is anything to
+   do. */
 
 int getNrOfVisibleTypes(AsnModule *module) {
     return getGlobalOptions(module)->nrOfVisibleTypes;
@@ -122,6 +133,9 @@ int getNrOfValueNodes(AsnModule *module) {
 int getUniqueModuleNr(AsnModule *module) {
     return module->modRec->listPlace;
 }
+
+/* Answers that don't depend on the handle are kept with the record: many handles are made for
+   it. */
 
 TypeInfoCache *getTypeInfoCache(AsnType *type) {
     return &type->posModule->typeInfoCache[static_cast<std::size_t>(type->posRecord) - 1];

@@ -189,6 +189,9 @@ Seg excludeStep(Segs &a, Seg x, Segs &b) {
 
 } // namespace
 
+/* Sets are lists of ranges in rising order. The second operand is used up: its ranges move into
+   the first, or are lost. */
+
 void freeIntegerValueSet(IntegerValueSet *set) {
     if (set == nullptr)
         return;

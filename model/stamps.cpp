@@ -27,6 +27,9 @@ void stampRecord(ModRec *module, RecNr record, int stamp) {
 
 } // namespace
 
+/* Each pass gets three numbers above all that were used, so that a mark of an earlier pass
+   counts as none and no record is ever wiped. */
+
 int stampGHD = FIRST_STAMP;
 int stampGIP = FIRST_STAMP + 1;
 int stampGAD = FIRST_STAMP + 2;
@@ -38,6 +41,8 @@ void resetStamps() {
 void initStamps() {
     setStamps(stampGAD + 1);
 }
+
+/* Marks are read from the record each time: another handle may have set one meanwhile. */
 
 int getTypeStamp(AsnType *type) {
     type->stamp = storedTNode(type->posModule, type->posRecord).stamp;
@@ -62,6 +67,9 @@ void setBaseTypeStamp(AsnType *type, int stamp) {
     readSynonymTypeTNode(type, isCompOrElemType(type));
     stampCurrentTNode(stamp);
 }
+
+/* A definition that is met again while it is under work, through its own parts, has begun but
+   isn't done. */
 
 bool processingStarted(AsnType *type) {
     return getTypeStamp(type) >= stampGIP;

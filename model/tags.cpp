@@ -99,6 +99,9 @@ void ifChoiceTag(TagTest *test, AsnType *comp) {
 
 } // namespace
 
+/* Tags were gathered when the handle was filled; a walk selects from them by their place, so
+   that the callers say which end of the list they write. */
+
 void forTags(AsnType *type, TagCall func, int mask, bool reverse) {
     if (type->nrOfTags == 1 && mask == ALL_BUT_INNERMOST)
         return;
@@ -135,6 +138,8 @@ void forEachLocalTag(AsnType *type, TagCall func) {
     callForTags(type, func, false, [&](int nbr) { return isLocalTag(type, tagEntry(type, nbr)); });
 }
 
+/* Questions about single tags. */
+
 int universalTagOfBase(AsnType *type) {
     const NodeContext keep(REC_TAG);
     ChainGuard guard(REC_TAG);
@@ -158,6 +163,8 @@ int getTagClass(const AsnTag *tag) {
 int getTagNumber(const AsnTag *tag) {
     return tag->tagNumber;
 }
+
+/* Tags in C: the macros of the run-time library, and a comparison with them. */
 
 Text getTagClassStri(const AsnTag *tag) {
     return tagClassWord(tag->tagClass);

@@ -180,6 +180,9 @@ void initSonPosition(AsnType *son, AsnType *father) {
 
 } // namespace
 
+/* The chain is gone through once for what is gathered, and again for options only if a record on
+   the way has some: those need the meta record, which needs the names found in the first pass. */
+
 DynaNode &entryForTag(AsnType *son) {
     if (son->tagEntries.empty() || son->tagEntries.back().tag.tagClass != TAG_CLASS_NONE)
         insDynaNode(son);

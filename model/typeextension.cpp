@@ -12,6 +12,9 @@ bool isExtensible(const AsnType *type) {
 
 } // namespace
 
+/* A marker stands among the components as one of them, with a place and no tag. The number of
+   the first one is kept once a walk has met it. */
+
 bool isTypeExtensionmarker(AsnType *type) {
     return type->base.mainType == TYP_EXTENSION_MARKER;
 }
@@ -32,6 +35,9 @@ int getTypeExtensionmarkerCompNbr(AsnType *type) {
     }
     return type->extMarkerNbr;
 }
+
+/* What a walk has seen so far: these answer for the component that is being shown, and for no
+   other. */
 
 bool isFirstActualTypeComp(AsnType *comp) {
     if (!isComponentType(comp))

@@ -21,6 +21,9 @@ bool hasGeneratedType(AsnType *type) {
 
 } // namespace
 
+/* Names as ASN.1 has them, and as options make them for C. A name of the position is that of the
+   definition or component; where it has none, the base may still have one. */
+
 Text getTypeRef(AsnType *type) {
     return orEmpty(type->compId.id);
 }
@@ -64,6 +67,8 @@ Text getBaseTypeId(AsnType *type) {
         return printFixRec(type->baseId);
     return NO_NAME;
 }
+
+/* Words for numbers, as messages and generated comments have them. */
 
 Text getTypeCompStatusStri(AsnType *type) {
     const int status = type->compStatus;

@@ -28,6 +28,9 @@ TPath &tPathTop() {
 
 } // namespace
 
+/* A path is pushed for each nested walk. A popped one stays where it is until the next push,
+   since handles made meanwhile still show its text. */
+
 void pushPath() {
     if (tPathDepth == tPathStack.size())
         tPathStack.push_back(std::make_unique<TPath>());

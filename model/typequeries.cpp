@@ -23,6 +23,9 @@ bool hasBaseFlag(const AsnType *type, TypeFlag flag) {
 
 } // namespace
 
+/* What the base says, and what was noted where the type was met. A handle holds both, so that no
+   question follows references again. */
+
 int getTypeMainType(AsnType *type) {
     return type->base.mainType;
 }
@@ -72,6 +75,9 @@ bool isPartialTypeInfo(AsnType *type) {
 }
 
 
+/* Flags of records. Those of the position speak of the definition or component as it is written,
+   those of the base of the content that it has in the end. */
+
 TypeOptions *getTypeOptions(AsnType *type) {
     return &type->typeOptions;
 }
@@ -96,6 +102,8 @@ bool isOptionalTypeComps(AsnType *type) {
     return hasBaseFlag(type, TYPE_HAS_OPTIONAL);
 }
 
+/* How the compiler of the tree wants the value to be held. */
+
 int getVF(AsnType *type) {
     return type->base.valueFieldCode;
 }
@@ -103,6 +111,9 @@ int getVF(AsnType *type) {
 int getVFSize(AsnType *type) {
     return type->base.controlFieldCode;
 }
+
+/* What stands at the position: a definition, a name for one, a component, an element or a
+   selection. */
 
 bool isSynonymType(AsnType *type) {
     return isDefinedType(type) && type->firstMainType == TYP_SYNONYM;
@@ -136,6 +147,8 @@ bool isElemType(AsnType *type) {
     return type->compStatus == TCS_MULTIPLE;
 }
 
+/* What sort of content the base has. */
+
 bool isStructuredType(AsnType *type) {
     return isStructureKind(type->base.mainType);
 }
@@ -151,6 +164,8 @@ bool isRestrCharStringType(AsnType *type) {
 bool isAnyDefinedByType(AsnType *type) {
     return type->base.mainType == TYP_ANY && type->base.auxRecord != 0;
 }
+
+/* What is written behind a component, or in it. */
 
 bool isMandatoryTypeComp(AsnType *type) {
     return type->compStatus == TCS_MANDATORY;
@@ -169,6 +184,9 @@ bool isNamedNumbers(AsnType *type) {
     return (mainType == TYP_INTEGER || mainType == TYP_ENUM || mainType == TYP_BITSTR) &&
            type->base.namedNumbersRec != 0;
 }
+
+/* A part that COMPONENTS OF or a selection took into another structure belongs to that one in C,
+   wherever it is defined. So the fathers are asked, up to the definition around the part. */
 
 AsnType *structureTakenInto(AsnType *type) {
     AsnType *structure = nullptr;
@@ -202,6 +220,8 @@ bool isConstraints(AsnType *type) {
     return subRec.subKind != SUB_PASSED_OVER;
 }
 
+/* Leaves are what generated code handles by one call of the run-time library. */
+
 bool isLeafType(AsnType *type) {
     if (testTypeOption(type, OPT_SKIPPED))
         return true;
@@ -211,6 +231,9 @@ bool isLeafType(AsnType *type) {
 bool isMorlaLeafType(AsnType *type) {
     return isListType(type) || isLeafType(type);
 }
+
+/* Entry types have functions that applications call. The options of the module decide first:
+   without entry types in it, marks of single types mean nothing. */
 
 bool isEntryType(AsnType *type) {
     return getNrOfEntryTypes(type->ownerModule) > 0 && (type->entryFlags & ENTRY_TYPE_FLAG) != 0;
@@ -233,6 +256,8 @@ bool isVisibleType(AsnType *type) {
            (type->ownerModule->modRec->exportsMode == 0 ||
             (type->base.nodeFlags & NODE_EXPORTED) != 0);
 }
+
+/* The name that "ENTRY=" gives the entry in tables, found by the name of the type. */
 
 const char *getEntrySymbolByName(AsnType *type) {
     const Text name = getTypeRef(type);

@@ -1,6 +1,8 @@
 #include "model/typetables.h"
 
 
+/* Words and C types by number. Rows stand in the order of the numbers in store/ketradef.h. */
+
 const char *const compStatusArr[COMP_STATUS_WORDS] = {
     "TCS_MANDATORY", "TCS_OPTIONAL", "TCS_COMPOF", "TCS_CHOICE",
     "TCS_MULTIPLE",  "TCS_HEADER",   "TCS_FORMAL",

@@ -7,6 +7,9 @@
 #include "model/valuequeries.h"
 #include "model/valuesets.h"
 
+/* Named numbers and bits, and items of enumerations. They are values of the module that wrote
+   them, even where another one uses the type. */
+
 void forEachNamedNumberExtMark(AsnType *type,
                                Call<void(AsnType *type, AsnValue *value, int nbr)> func) {
     requireCall(func);
@@ -32,6 +35,8 @@ int getNrOfNamedNumbers(AsnType *type) {
     forEachNamedNumber(type, [&](AsnType *, AsnValue *, int) { ++count; });
     return count;
 }
+
+/* Values that stand in no list: a default, and an end of a range that says MIN or MAX. */
 
 void forDefaultValue(AsnType *comp, Call<void(AsnType *comp, AsnValue *value)> func) {
     requireCall(func);

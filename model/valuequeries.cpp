@@ -39,6 +39,8 @@ const char *specialRealText(const realVal &real, const char *plus, const char *m
 
 } // namespace
 
+/* What is written at the value, and what its base holds once references are followed. */
+
 int getValueMainType(AsnValue *value) {
     return value->base.valueKind;
 }
@@ -62,6 +64,8 @@ bool isMinusInfinity(AsnValue *value) {
     return testValueInfinity(*value, false);
 }
 
+/* The value itself, for each sort. Which sort it is, the caller has found out before. */
+
 bool booleanValue(AsnValue *value) {
     return valueBool(value->base);
 }
@@ -83,6 +87,9 @@ double doubleRealValue(AsnValue *value) {
 std::int32_t octetStringLength(AsnValue *value) {
     return value->stringLength;
 }
+
+/* Values as text. What stands for infinity depends on the language that is written, so the
+   generator says it. */
 
 void setInfValueStri(const char *intMinus, const char *intPlus, const char *realMinus,
                      const char *realPlus) {

@@ -185,16 +185,6 @@ const IntegerValueSet *filledSetOf(AsnType *type) {
     return set == nullptr || set->segs.empty() ? nullptr : set;
 }
 
-/* What the ends of a range are called in a warning. */
-struct BoundWords {
-    const char *lower;
-    const char *upper;
-};
-constexpr BoundWords valueWords = {"Lower bound of Integer/enumerated type",
-                                   "Upper bound of Integer/enumerated type"};
-constexpr BoundWords sizeWords = {"Size constraint lower bound too large",
-                                  "Size constraint upper bound too large"};
-
 int walk64(AsnType *type, const IntegerValueSet &set,
            Call<void(AsnType *type, const Int64Range *range, int nbr)> func) {
     int nbr = 0;
@@ -214,6 +204,8 @@ IntegerValueSet sizeConstraintSet(AsnType *type, AsnConstraint *constraint) {
 }
 
 } // namespace
+
+/* Sets of a type, made at the first question and kept with the handle. */
 
 void initValueSet(AsnType *type) {
     type->valueSet = std::make_unique<IntegerValueSet>();
@@ -236,6 +228,8 @@ void makeValueSet(IntegerValueSet *set, AsnType *type, AsnConstraint *constraint
             row.add(set, type, constraint);
     }
 }
+
+/* Whether a check of the set is a comparison, several, or none. */
 
 bool isSimpleIntegerValueSet(AsnType *type) {
     const IntegerValueSet *set = valueSetOf(type);
@@ -266,6 +260,8 @@ bool isLastInt64ValueSetSeg(AsnType *type, const Int64Range *range) {
     const IntegerValueSet *set = filledSetOf(type);
     return set != nullptr && set->segs.back().lower == range->lower;
 }
+
+/* The ranges one by one, and the outer ends alone for what can't have gaps. */
 
 int forInt64ValueSet(AsnType *type,
                      Call<void(AsnType *type, const Int64Range *range, int nbr)> func) {

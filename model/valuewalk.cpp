@@ -44,6 +44,10 @@ void fillDefinition(AsnValue *value) {
 
 } // namespace
 
+/* A value says only what is written; what it means follows from its governor, which is looked up
+   when it is asked for. Lengths of strings are worked out at once, since they move the current
+   records. */
+
 void getValuePath(AsnValue *father, AsnValue *value, int kind) {
     value->governorPlace = {getModPtr(currModule(REC_VNODE), vNode.governorModule),
                             vNode.governorRec};
@@ -89,6 +93,8 @@ AsnValue *ValueListWalk::next() {
     return &*value_;
 }
 
+/* Definitions of a module. A number leads to a record that a walk would pass over too. */
+
 void forEachValue(AsnModule *module, Call<void(AsnValue *value, int nbr)> func) {
     forEachDefinition<AsnValue>(module, KIND_VALUE, fillDefinition, func);
 }
@@ -106,6 +112,9 @@ void forValueByRecNr(AsnModule *module, Call<void(AsnValue *value, int nbr)> fun
     getValuePath(nullptr, &value, kind == KIND_NAMED_NUMBER ? KIND_NAMED_NUMBER : KIND_VALUE);
     func(&value, 0);
 }
+
+/* Parts of structured values nest as deep as the tree likes, whatever their types say; so each
+   level is counted. */
 
 void forEachValueComp(AsnValue *value, Call<void(AsnValue *value, AsnValue *comp, int nbr)> func) {
     requireCall(func);

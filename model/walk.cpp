@@ -41,6 +41,9 @@ ListWalk::ListWalk(ModRec *module, int kind, RecNr first)
 ListWalk::ListWalk(ModRec *module, int kind)
     : ListWalk(module, kind, isVNodeKind(kind) ? module->firstValue : module->firstType) {}
 
+/* A walk remembers its place, not the current record, so that calls may read what they like in
+   between. */
+
 bool ListWalk::next() {
     const bool ofValues = isVNodeKind(kind_);
     const RecKind records = ofValues ? REC_VNODE : REC_TNODE;

@@ -13,6 +13,9 @@ void noteFirstName(NodePlace **firstName) {
 
 } // namespace
 
+/* Classes and object sets share this walk; they differ in what they take from the records on the
+   way. */
+
 void goThroughClassSynChain(const ClassChainWalk &walk) {
     NodePlace *firstName = walk.firstName;
     ChainGuard guard(REC_TNODE);

@@ -98,6 +98,9 @@ AsnObjClass *keepGovernor(KeptClasses *kept, const NodePlace &place) {
 
 } // namespace
 
+/* Filling a handle: the chain to the class, then the generator's record, then the options that
+   speak to it. */
+
 void getClassPath(AsnObjClass *objClass) {
     fillClassPath(objClass, true, [&] { addEmbeddedText(objClass); });
     if (!isClassKind(objClass->base.mainType))
@@ -110,6 +113,9 @@ void getClassPath(AsnObjClass *objClass) {
 void forEachObjClass(AsnModule *module, Call<void(AsnObjClass *objClass, int nbr)> func) {
     forEachDefinition<AsnObjClass>(module, KIND_CLASS, getClassPath, func);
 }
+
+/* Governors. Thousands of objects name one class, so their handles are kept for the run, by the
+   record that names them. */
 
 AsnObjClass *governorForAsnObject(ModRec *fromModule, std::int32_t moduleIndex, RecNr recNr) {
     static KeptClasses kept;

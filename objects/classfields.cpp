@@ -81,6 +81,9 @@ void findFields(AsnObjClass *objClass) {
 
 } // namespace
 
+/* The fields of a class are found once for each handle. Which type or class governs one is found
+   when it is asked for: few are. */
+
 void forEachObjClassField(
     AsnObjClass *objClass,
     Call<void(AsnObjClass *objClass, AsnObjClassField *field, int nbr)> func) {
@@ -132,6 +135,8 @@ void forObjectSetField(AsnObjClassField *field,
 AsnObjClass *getObjClassOfField(AsnObjClassField *field) {
     return field->fieldClass;
 }
+/* The kinds of field. Each is told by its record alone, as currentFieldKind has noted. */
+
 bool isTypeField(AsnObjClassField *field) {
     return field->fieldKind == FIELD_TYPE;
 }

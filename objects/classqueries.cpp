@@ -28,6 +28,9 @@ const char *predefinedClassId(int mainType) {
 
 } // namespace
 
+/* TYPE-IDENTIFIER and ABSTRACT-SYNTAX have no fields in the tree, so each question about fields
+   says first which sort of class it is. */
+
 bool isPredefinedObjClass(AsnObjClass *objClass) {
     requireClass(objClass, NO_CLASS);
     return objClass->base.mainType != TYP_CLASS;
@@ -62,6 +65,8 @@ std::int32_t getClassDefinitionLine(AsnObjClass *objClass) {
 BEClassMetaRec *getBEClassMetaRec(AsnObjClass *objClass) {
     return objClass->metaRec.get();
 }
+/* Marks stand in the records of classes as in those of types: a class is a TNode. */
+
 int getObjClassStamp(AsnObjClass *objClass) {
     return storedTNode(objClass->posModule, objClass->posRecord).stamp;
 }
@@ -69,6 +74,8 @@ int getObjClassStamp(AsnObjClass *objClass) {
 void setObjClassStamp(AsnObjClass *objClass, int stamp) {
     stampRecord(objClass->posModule, objClass->posRecord, stamp);
 }
+
+/* Names. What has no name of its own goes by that of the class behind it. */
 
 Text getDefObjClassId(AsnObjClass *objClass) {
     const bool isDefined = objClass->compStatus == TCS_HEADER;

@@ -138,6 +138,9 @@ void constructValueSet(ValueSetWalk *walk, AsnType *type, AsnConstraint *constra
 
 } // namespace
 
+/* What a setting means, one function for each kind of field: the definition that it names, or
+   what is written in place. Nothing is called for an absent field, or one of another kind. */
+
 void forTypeFieldValue(AsnFieldValue *value, FieldTypeCall func) {
     requireCall(func);
     if (value->field->fieldKind != FIELD_TYPE || !readNamedType(value))

@@ -50,6 +50,9 @@ bool isOfKind(const AsnFieldValue *value, int kind) {
 
 } // namespace
 
+/* Walks over the fields of an object, with or without those that are absent. Settings may leave
+   fields out, so the fields lead and settings are matched to them. */
+
 int forEachOptionalObjectFieldValue(
     AsnObject *object,
     Call<void(AsnObject *object, AsnFieldValue *value, int optionalNr, int fieldNr)> func) {
@@ -90,6 +93,8 @@ void forEachPredefinedFieldValue(AsnObject *object,
         func(&value, static_cast<PredefinedField>(nr));
     }
 }
+
+/* What sort of field it is decides which of the walks in fieldcontents.cpp answers. */
 
 int getFieldBaseValueMainType(AsnFieldValue *value) {
     readRec(value->field->posModule, REC_TNODE, value->field->posRecord);

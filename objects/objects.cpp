@@ -7,6 +7,9 @@
 #include "options/naming.h"
 #include "store/strings.h"
 
+/* An object is a value whose governor is a class. An inline object has a record like any other,
+   and no name. */
+
 void getObjectPath(AsnObject *object) {
     const RecNr governorRec = vNode.governorRec;
     const std::int32_t governorModule = vNode.governorModule;
@@ -28,6 +31,8 @@ void forObjectByRecNr(AsnModule *module, Call<void(AsnObject *object, int nbr)> 
     getObjectPath(&object);
     func(&object, 0);
 }
+
+/* What objects are asked beside what all handles answer. */
 
 AsnObjClass *getObjClassOfObject(AsnObject *object) {
     return object->governor;

@@ -1,8 +1,5 @@
 #include "objects/objectsets.h"
 
-#include <set>
-#include <utility>
-
 #include "base/fatal.h"
 #include "model/modules.h"
 #include "model/walk.h"
@@ -52,14 +49,10 @@ AsnObjClass *findGovernor(AsnObjectSet *objectSet) {
     return governor;
 }
 
-/* Base record and module of each class on the list. */
-std::set<std::pair<RecNr, int>> noObjectInstances;
-
-std::pair<RecNr, int> instanceKey(AsnObjClass *objClass) {
-    return {getUniqueBaseObjClassNr(objClass), objClass->baseModule->listPlace};
-}
-
 } // namespace
+
+/* A set is a TNode with a constraint that lists objects. Its base is its class, so questions
+   about the set itself ask its position. */
 
 void getObjectSetPath(AsnObjectSet *objectSet) {
     fillClassPath(objectSet, false, [] {});
@@ -96,16 +89,4 @@ Text getDefObjectSetId(AsnObjectSet *objectSet) {
     if (objectSet->base.compStatus == TCS_HEADER)
         return printFixRec(objectSet->baseId);
     return "?!?";
-}
-
-void addToNoObjectInstanceList(AsnObjClass *objClass) {
-    noObjectInstances.insert(instanceKey(objClass));
-}
-
-bool isInNoObjectInstanceList(AsnObjClass *objClass) {
-    return noObjectInstances.count(instanceKey(objClass)) != 0;
-}
-
-void resetNoObjectInstanceList() {
-    noObjectInstances.clear();
 }

@@ -38,8 +38,3 @@ std::int32_t getObjectSetDefinitionLine(AsnObjectSet *objectSet);
 
 /* The C name here, or of the base; "?!?" if neither is a definition. */
 Text getDefObjectSetId(AsnObjectSet *objectSet);
-
-/* Classes without a row in the tables of the module under work. */
-void addToNoObjectInstanceList(AsnObjClass *objClass);
-bool isInNoObjectInstanceList(AsnObjClass *objClass);
-void resetNoObjectInstanceList();

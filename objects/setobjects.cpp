@@ -69,6 +69,9 @@ void constructSetObjects(SetWalk *walk, const NodePlace &place) {
 
 } // namespace
 
+/* Sets may contain sets of other modules. The walk goes by places of constraints, since the
+   handles of those sets are never needed. */
+
 NodePlace findSetConstraint() {
     ChainGuard guard(REC_TNODE);
     while (tNode.compStatus != TCS_HEADER && tNode.constraintRec == 0 &&

@@ -79,6 +79,10 @@ bool currentTypeIsClass() {
 
 } // namespace
 
+/* To the end of a chain of references, from the current record. A path through fields of a class
+   is followed only where it is asked for: what stands at its start says more about names and
+   options. */
+
 void skipValues(bool throughFields) {
     ChainGuard guard(REC_VNODE);
     for (;;) {
@@ -177,6 +181,9 @@ bool skipFieldList() {
     return false;
 }
 
+/* What a record says of itself, and what only the end of its chain can say: a reference to a set
+   looks like one to a type. */
+
 bool isInstantiatedTNode() {
     return tNode.auxRecord != 0 && tNode.mainType != TYP_SELECTION && tNode.mainType != TYP_ANY &&
            tNode.mainType != TYP_FIELDLIST;
@@ -240,6 +247,8 @@ RecNr findDefinition(ModRec *module, DefinitionIndex *index, RecNr first, RecNr 
 }
 
 } // namespace
+
+/* Definitions by name. A module's names are put into an index as far as a search had to go. */
 
 bool findTypeById(ModRec *module, const char *name) {
     const RecNr nr = findDefinition(module, &module->typesByName, module->firstType,

@@ -27,6 +27,9 @@ static_assert(offsetof(sint64, hi) == 0 && offsetof(sint64, lo) == 4);
             static_cast<std::uint16_t>(offsetof(Rec, field))                                       \
     }
 
+/* One row for each member: its offset in the file, and how many numbers of which width it holds
+   there. What lies between the rows is passed over. */
+
 constexpr RecField mNodeLayout[] = {
     ROW(0, MNode, stamp.version),    ROW(2, MNode, stamp.treeVersion),
     ROW(4, MNode, stamp.date),       ROW(8, MNode, stamp.time),

@@ -36,6 +36,9 @@ bool followPlainReference() {
 
 } // namespace
 
+/* Long chains of plain names would be gone through again for each handle on one of them, which
+   is quadratic for a chain of definitions. So the end of each is remembered. */
+
 int leapOverPlainReferences() {
     static std::unordered_map<NodePlace, Leap, PlaceHash> known;
     std::vector<NodePlace> passed;

@@ -72,6 +72,9 @@ void extendWork(const ModRec *module) {
 
 } // namespace
 
+/* Current records are copies: a reader may change one, and the stored record stays as it is
+   until writeRec. */
+
 void readRec(ModRec *module, RecKind kind, RecNr nr) {
     if (kind < 0 || kind >= REC_STRI8)
         fatalError(FATAL_READ_RECORD, nullptr);
@@ -101,6 +104,8 @@ void writeRec(ModRec *module, RecKind kind, RecNr nr) {
     recJustRead[kind] = {module, nr};
 }
 
+/* What is asked too often for a copy is looked at where it stands. */
+
 TNode &storedTNode(ModRec *module, RecNr nr) {
     return storedRec(module, &ModRec::tNodes, nr);
 }
@@ -110,6 +115,8 @@ VNode &storedVNode(ModRec *module, RecNr nr) {
 const MNode &storedMNode(ModRec *module, RecNr nr) {
     return storedRec(module, &ModRec::mNodes, nr);
 }
+
+/* Module numbers are those of imports, in the module that has the record. */
 
 ModRec *getModPtr(ModRec *module, std::int32_t moduleNr) {
     if (moduleNr == 1 || module == nullptr)
@@ -131,6 +138,9 @@ RecNr recCount(const ModRec *module, RecKind kind) {
     }
     return static_cast<RecNr>(count);
 }
+
+/* The three guards: a list or chain that comes back to itself, nesting deeper than the stack,
+   and parts that share parts until the paths are without number. */
 
 void ChainGuard::extend(const ModRec *module) {
     if (extended_)

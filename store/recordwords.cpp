@@ -2,6 +2,9 @@
 
 #include "store/typetable.h"
 
+/* Words for numbers of records. A number outside its table still gets a text, since people look
+   at broken trees too. */
+
 const char *typeWord(int mainType) {
     if (mainType < 0 || mainType >= TYP_COUNT)
         return "?";

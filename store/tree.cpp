@@ -129,6 +129,9 @@ TreeStatus readSyntaxTree(ModRec *module, Text *message) {
 
 } // namespace
 
+/* Records of modules are made before their trees are read, by the command line, options and
+   imports, in whatever order these name them. */
+
 ModRec *appendModRec(bool named) {
     auto &records = modRecList.records;
     if (named) {
@@ -159,6 +162,9 @@ void readAllSyntaxTrees() {
     const auto &records = modRecList.records;
     cMP = namedCount < records.size() ? records[namedCount].get() : nullptr;
 }
+
+/* When all trees are there, records that nothing refers to go, and the places of the others are
+   final. */
 
 void removeUnreferencedModuleRecords() {
     auto &records = modRecList.records;
@@ -201,6 +207,8 @@ void initBackendVars() {
         record->valuesByName = {};
     }
 }
+
+/* A module is found by its generation prefix, which names its tree file too. */
 
 ModRec *findOrCreateModRec(const char *filePrefix, const char *genPrefix, const char *moduleName) {
     /* Named modules get their prefix after their record, so the index follows when it is asked. */

@@ -150,6 +150,9 @@ bool checkMNode(Text *message) {
            std::none_of(mNode.counts.begin(), mNode.counts.end(), negative);
 }
 
+/* A file is read record by record, as its header counts them. What references in it lead to is
+   checked when they are followed. */
+
 TreeStatus readTree(ModRec *module, Text *message) {
     const Text path = stxDir + module->genPrefix + ".stx";
     std::FILE *stream = std::fopen(path.c_str(), "rb");

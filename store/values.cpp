@@ -37,6 +37,9 @@ constexpr std::int32_t NO_LENGTH = std::numeric_limits<std::int32_t>::max();
 
 } // namespace
 
+/* A value has 12 bytes, whose meaning its kind decides: a number, a real, or the length and
+   number of a string. */
+
 sint64 valueInt(const VNode &node) {
     return i64make(static_cast<std::int32_t>(get(node, AT_NUMBER, 4)), get(node, AT_NUMBER + 4, 4));
 }
@@ -78,6 +81,8 @@ std::int32_t getSpecialRealVal(const realVal &value) {
     i64tol(value.mantissa, &code);
     return code;
 }
+
+/* Reals are kept as they were written, and compared by what the machine makes of them. */
 
 double retRealVal(const realVal &value) {
     if (isSpecialRealVal(value)) {
@@ -207,6 +212,9 @@ void settleLength(RestrCharStri *value, std::int32_t length) {
 }
 
 } // namespace
+
+/* Strings may be written in segments, also by way of other values; their parts are put together
+   here. */
 
 std::int32_t RestrCharStri::length() const {
     const std::size_t units = kind == TYP_BMPSTR   ? text16.size()
