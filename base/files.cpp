@@ -27,11 +27,19 @@ Text pathOf(int slot) {
 
 /* False if not all of it could be written; it is forgotten in any case. */
 bool writePending(FileSlot *file) {
-    const Text &pending = file->pending;
-    const bool written =
-        std::fwrite(pending.data(), 1, pending.size(), file->stream) == pending.size();
-    file->pending.clear();
+    const std::size_t filled = std::exchange(file->filled, 0);
+    const bool written = std::fwrite(file->pending.data(), 1, filled, file->stream) == filled;
     return written && std::fflush(file->stream) == 0;
+}
+
+/* Appends to what is pending, whose memory is kept from piece to piece. */
+void append(FileSlot *file, std::size_t blanks, std::string_view text) {
+    const std::size_t filled = file->filled + blanks + text.size();
+    if (filled > file->pending.size())
+        file->pending.resize(filled + BLOCK_SIZE);
+    char *place = file->pending.data() + file->filled;
+    std::copy(text.begin(), text.end(), std::fill_n(place, blanks, ' '));
+    file->filled = filled;
 }
 
 /* True if a piece of `len` characters has to go on a line of its own. */
@@ -48,10 +56,10 @@ std::size_t indentation(const FileSlot &file) {
 /* True if the piece that `pending` holds from `begin` on may stay as it is: it isn't empty, has no
    line end but its last character, and goes on in the line that it was put into. */
 bool fitsLine(const FileSlot &file, std::size_t begin, bool noBreak) {
-    const Text &pending = file.pending;
-    const std::size_t end = std::min(pending.find('\n', begin), pending.size());
-    return begin < pending.size() && end + 1 >= pending.size() &&
-           (file.columns == 0 || noBreak || !needsBreak(file, end - begin));
+    const std::string_view piece(file.pending.data() + begin, file.filled - begin);
+    const std::size_t end = std::min(piece.find('\n'), piece.size());
+    return !piece.empty() && end + 1 >= piece.size() &&
+           (file.columns == 0 || noBreak || !needsBreak(file, end));
 }
 
 /* A piece of several lines, or one that may have to begin a line of its own. */
@@ -64,7 +72,7 @@ void writeLines(FileSlot *file, std::string_view text, bool noBreak) {
         } else if (!noBreak && needsBreak(*file, len)) {
             ++file->lines;
             file->columns = 0;
-            file->pending += '\n';
+            append(file, 0, "\n");
             for (; len > 0 && text.front() == ' '; --len)
                 text.remove_prefix(1);
             blanks = indentation(*file) + BLANKS_PER_LEVEL;
@@ -76,7 +84,7 @@ void writeLines(FileSlot *file, std::string_view text, bool noBreak) {
         } else {
             file->columns += static_cast<int>(blanks + len);
         }
-        file->pending.append(blanks, ' ').append(text, 0, len);
+        append(file, blanks, text.substr(0, len));
         text.remove_prefix(len);
     }
 }
@@ -191,23 +199,23 @@ void writePiece(int slot, std::initializer_list<Part> parts, bool noBreak) {
     if (file.stream == nullptr)
         fatalError(FATAL_INTERNAL, "Write to a file that is not open.");
     file.indent = std::max(file.indent, 0);
-    const std::size_t before = file.pending.size();
+    const std::size_t before = file.filled;
     const std::size_t blanks = file.columns == 0 ? indentation(file) : 0;
-    file.pending.append(blanks, ' ');
+    append(&file, blanks, {});
     for (const Part &part : parts)
-        file.pending += part.view();
+        append(&file, 0, part.view());
     if (!fitsLine(file, before + blanks, noBreak)) {
         static Text piece; /* kept for its memory */
-        piece.assign(file.pending, before + blanks);
-        file.pending.resize(before);
+        piece.assign(file.pending, before + blanks, file.filled - before - blanks);
+        file.filled = before;
         writeLines(&file, piece, noBreak);
-    } else if (file.pending.back() == '\n') {
+    } else if (file.pending[file.filled - 1] == '\n') {
         ++file.lines;
         file.columns = 0;
     } else {
-        file.columns += static_cast<int>(file.pending.size() - before);
+        file.columns += static_cast<int>(file.filled - before);
     }
-    if (file.pending.size() >= BLOCK_SIZE && !writePending(&file))
+    if (file.filled >= BLOCK_SIZE && !writePending(&file))
         writeFailed(slot);
 }
 

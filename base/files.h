@@ -17,7 +17,8 @@ struct FileSlot {
     std::FILE *stream = nullptr; /* null: not open */
     Text directory;              /* with its separator; may be empty */
     Text prefix;
-    Text pending;       /* what the stream has yet to get */
+    Text pending;           /* its first `filled` characters are what the stream has yet to get */
+    std::size_t filled = 0;
     Text suffix;        /* from "." or the category word on, or a whole name */
     bool named = false; /* directory and suffix were set */
     bool hasPrefix = false;

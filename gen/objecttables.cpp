@@ -336,27 +336,12 @@ void genObjObjectElement(AsnObject *object, const Text &pointed) {
 }
 
 bool isSkippedField(AsnObjClassField *field, const char **note) {
-    bool skipped = false;
-    auto typeIsSkipped = [&](AsnObjClassField *, AsnType *type) {
-        skipped = testTypeOption(type, OPT_SKIPPED);
-    };
-    auto classIsSkipped = [&](AsnObjClassField *, AsnObjClass *governor) {
-        skipped = testOptionOf(governor, OPT_SKIPPED);
-    };
     *note = "";
-    if (isVariableTypeValueField(field) || isVariableTypeValueSetField(field)) {
+    if (isVariableTypeValueField(field) || isVariableTypeValueSetField(field))
         *note = " NOT SUPPORTED";
-        return true;
-    }
-    if (testOptionOf(field, OPT_SKIPPED)) {
+    else if (testOptionOf(field, OPT_SKIPPED))
         *note = " SKIPPED";
-        return true;
-    }
-    forFixedTypeValueField(field, typeIsSkipped);
-    forFixedTypeValueSetField(field, typeIsSkipped);
-    forObjectField(field, classIsSkipped);
-    forObjectSetField(field, classIsSkipped);
-    if (skipped)
+    else if (isGovernorSkipped(field))
         *note = " GOVERNOR SKIPPED";
-    return skipped;
+    return **note != '\0';
 }

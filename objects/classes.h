@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "base/call.h"
 #include "model/backend.h"
 
@@ -29,6 +31,7 @@ struct AsnObjClassField {
     FixRec compId;
     TNode base; /* a copy of the field's record */
     std::shared_ptr<AsnObjClass> governor; /* of an object or object set, once it was asked for */
+    std::optional<bool> governorSkipped;   /* likewise */
 };
 
 /* A class as it was met (its position) and as it is in the end (its base). */
@@ -81,6 +84,8 @@ int getNrOfObjClassFields(AsnObjClass *objClass);
 RecNr getUniqueBaseObjClassNr(AsnObjClass *objClass);
 std::int32_t getClassDefinitionLine(AsnObjClass *objClass);
 BEClassMetaRec *getBEClassMetaRec(AsnObjClass *objClass);
+/* True if C has no structure for the class, or no type for the type, that the field's values have. */
+bool isGovernorSkipped(AsnObjClassField *field);
 
 AsnObjClass *getObjClassOfField(AsnObjClassField *field);
 bool isTypeField(AsnObjClassField *field);

@@ -1,5 +1,6 @@
 #include "base/fatal.h"
 #include "model/modules.h"
+#include "model/typequeries.h"
 #include "model/typewalk.h"
 #include "model/walk.h"
 #include "objects/classchain.h"
@@ -167,3 +168,20 @@ bool isDefaultFieldValue(AsnObjClassField *field) {
     return field->base.defaultValue != 0;
 }
 
+bool isGovernorSkipped(AsnObjClassField *field) {
+    if (field->governorSkipped.has_value()) /* each object asks again */
+        return *field->governorSkipped;
+    bool skipped = false;
+    auto testType = [&](AsnObjClassField *, AsnType *type) {
+        skipped = testTypeOption(type, OPT_SKIPPED);
+    };
+    auto testClass = [&](AsnObjClassField *, AsnObjClass *governor) {
+        skipped = testOptionOf(governor, OPT_SKIPPED);
+    };
+    forFixedTypeValueField(field, testType);
+    forFixedTypeValueSetField(field, testType);
+    forObjectField(field, testClass);
+    forObjectSetField(field, testClass);
+    field->governorSkipped = skipped;
+    return skipped;
+}

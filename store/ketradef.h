@@ -420,6 +420,12 @@ struct TypeInfoCache {
     BETypeInfo *generatorInfo = nullptr; /* owned by the generator */
 };
 
+/* The numbers of a module's texts of eight bits, for those that are added behind the tree. */
+struct StriIndex {
+    std::unordered_map<const char *, RecNr> numbers; /* by interned text; of equal ones the last */
+    std::size_t filled = 0;                          /* so many texts are in it */
+};
+
 /* What is known of one module. Never freed before the end of the run, unless it stayed unread. */
 struct ModRec {
     Text moduleName; /* before the tree is read, as an option or an import gave it */
@@ -440,7 +446,7 @@ struct ModRec {
     std::vector<const char *> stri8; /* interned */
     std::vector<const char16_t *> stri16;
     std::vector<const char32_t *> stri32;
-    std::unordered_map<const char *, RecNr> striNumbers; /* of the 8-bit texts, by interned text */
+    StriIndex striIndex;
 
     std::shared_ptr<GlobalOptions> options; /* made with the record */
     PicList imports;                  /* in MNode order */

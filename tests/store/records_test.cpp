@@ -80,6 +80,18 @@ TEST(Strings, EqualTextsAreOneForAllModules) {
     EXPECT_EQ(putStri(b, "def"), 2);
     appendStri(b, std::string_view("x\0y", 3));
     EXPECT_STREQ(getStri(b, 3), "x");
+    /* So many that the place of each is found more than once, and one longer than a block. */
+    std::vector<const char *> kept;
+    for (int round = 0; round < 2; ++round)
+        for (int i = 0; i < 5000; ++i) {
+            const char *text = allocateUniqStri(std::to_string(i) + std::string(i == 99 ? 40000 : 0, 'x'));
+            if (round == 0)
+                kept.push_back(text);
+            else
+                ASSERT_EQ(text, kept[static_cast<std::size_t>(i)]);
+        }
+    EXPECT_EQ(std::string(kept[4321]), "4321");
+    EXPECT_EQ(std::string(kept[99]).size(), 40002u);
 }
 
 TEST(Strings, NumbersWithoutRecord) {
