@@ -167,8 +167,11 @@ private:
             show(info.defined[i], false);
         for (const BuiltinObjInfo &builtin : info.builtin)
             show(builtin.posRecord, builtin.skipped);
-        for (std::size_t i = inFront; i < info.defined.size(); ++i)
+        for (std::size_t i = inFront; i < info.defined.size(); ++i) {
+            if (i + 1 < info.defined.size())
+                prefetchVNodes(module_->modRec, info.defined[i + 1]);
             show(info.defined[i], false);
+        }
         if (postfixFunc_)
             postfixFunc_(objClass_, tableIndex_, skipped_);
     }

@@ -1,5 +1,7 @@
 #include "store/records.h"
 
+#include <algorithm>
+
 #include "base/fatal.h"
 
 namespace {
@@ -114,6 +116,13 @@ VNode &storedVNode(ModRec *module, RecNr nr) {
 }
 const MNode &storedMNode(ModRec *module, RecNr nr) {
     return storedRec(module, &ModRec::mNodes, nr);
+}
+
+void prefetchVNodes(const ModRec *module, RecNr nr) {
+    constexpr RecNr AROUND = 8;
+    const auto last = std::min(std::int64_t{nr} + AROUND, std::int64_t{recCount(module, REC_VNODE)});
+    for (std::int64_t near = std::max(nr - AROUND, 1); near <= last; ++near)
+        __builtin_prefetch(&module->vNodes[static_cast<std::size_t>(near) - 1]);
 }
 
 /* Module numbers are those of imports, in the module that has the record. */

@@ -19,6 +19,10 @@ void writeRec(ModRec *module, RecKind kind, RecNr nr);
 TNode &storedTNode(ModRec *module, RecNr nr);
 VNode &storedVNode(ModRec *module, RecNr nr);
 const MNode &storedMNode(ModRec *module, RecNr nr);
+/* Brings the VNode `nr`, and those around it, where its parts are as a rule, near to the processor
+   while it has other work. For walks that leap through a large tree; a number without a record does
+   nothing. */
+void prefetchVNodes(const ModRec *module, RecNr nr);
 
 /* The place of the current record of `kind`. */
 inline NodePlace saveNodeContext(RecKind kind) {
