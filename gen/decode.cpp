@@ -100,9 +100,10 @@ void decIsSeqComp(int file, AsnType *comp) {
         decTestTag(file, comp, false, true);
 }
 
-/* The end of a list's loop. An ANY may begin with anything, so the tag is only peeked at. */
+/* The end of a list's loop. An ANY without a tag of its own may begin with anything, so the tag is only
+   peeked at. */
 void decIsSeqOfComp(int file, AsnType *elem) {
-    const bool peeks = isAnyOrOpen(elem) && !isSkippedWithoutTag(elem);
+    const bool peeks = isAnyOrOpen(elem) && getNrOfTags(elem) == 0 && !isSkippedWithoutTag(elem);
     if (peeks)
         putF(file, "peekT (*asncodg_frame, &asncodg_tag);\n");
     putF(file, peeks ? "if (asncodg_tag == EOC_TAG)" : "if (d_LookTagLen () == EOC_TAG)");
@@ -312,12 +313,18 @@ void decEntryPostfix(AsnType *type, TypeFuncRun &run) {
 
 /* Values. */
 
+/* Whether a test has read the tag with which an untagged component begins. */
+bool beginsInHand(AsnType *type) {
+    AsnType *father = getFatherOfTypeComp(type);
+    if (father == nullptr || isListType(father) || getNrOfTags(type) > 0)
+        return false;
+    return !compsAreInSequence(father) || isOptionalTypeComp(type) || prevTypeCompIsOptional(type);
+}
+
 void decFrame(AsnType *type, TypeFuncRun &run) {
     const int file = run.outFile;
     if (isAnyOrOpen(type)) {
-        /* In an optional component the tag with which the frame begins has been read already. */
-        const bool tagIsRead = getNrOfTags(type) == 0 && isOptionalTypeComp(type);
-        genOpenFrame(file, tagIsRead ? "d_Frame_1 (" : "d_Frame_0 (", type);
+        genOpenFrame(file, beginsInHand(type) ? "d_Frame_1 (" : "d_Frame_0 (", type);
     } else {
         genTypedFrame(file, "d_Frame (", type);
     }

@@ -59,6 +59,12 @@ void makeFramesOf(const FrameTypes &types, const std::string &nr) {
 void makeKept(TreeWriter &w) {
     makeFramesOf({w, [](TypeNode type) { return type.form(VF_FRM); }}, "1");
     makeFramesOf({w, [](TypeNode type) { return type.option(OPT_FRAME); }}, "2");
+    /* Whether its tag has been looked at when an ANY is decoded depends on its place. */
+    const auto any = [&] { return w.any().form(VF_FRM); };
+    w.define("Any_After",
+             w.sequence({w.comp("n", w.boolean()).optional(), w.comp("x", any())}));
+    w.define("Any_Of", w.choice({w.comp("n", w.boolean()), w.comp("x", any())}));
+    w.define("Any_Tagged", w.listOf(TYP_SEQOF, any().explicitly(0)).asList());
 }
 
 void makeOther(TreeWriter &w) {
