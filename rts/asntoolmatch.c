@@ -80,7 +80,9 @@ void asnAddMatch (ASN_GROWING *to, const ASN_MATCH *match, BOOLE mayEnd)
       break;
     }
   }
-  if (left > 0) {
+  if (left == 1) {
+    asnAddText (to, ", or another");
+  } else if (left > 1) {
     asnAddText (to, ", or one of ");
     asnAddNumber (to, left);
     asnAddText (to, " others");

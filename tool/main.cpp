@@ -282,5 +282,7 @@ int main(int argc, char **argv) {
     std::error_code ignored;
     if (places.passing)
         fs::remove_all(places.work, ignored);
+    if (status == KILLED)
+        std::fputs("velmo-tool: a signal ended the run\n", stderr);
     return status == STATUS_GOOD ? STATUS_GOOD : STATUS_ERRORS;
 }

@@ -190,7 +190,7 @@ ROWS
     gives "$type $octets" 1 "$part" sh -c "echo $octets | '$tool' check Rare-Forms.$type --in=hex"
   done <<'ROWS'
 Pick|8200|VALUE_FAIL at Pick.arcs
-Many|30048000AB00|[8] i: NULL, or one of 1 others, but found [11]
+Many|30048000AB00|[8] i: NULL, or another, but found [11]
 Group|3100|expected id: INTEGER, [0] name: BMPString, [1] pick: Pick, or the end of Group
 Grid|300E3000300A3003160178300316036162|LEN_FAIL
 Grid|30103000300C300316017830051603616263|DIFFERENT at Grid[1][1].cut
