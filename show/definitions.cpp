@@ -161,6 +161,23 @@ void showValueRecordFacts(ModRec *module, RecNr nr, const char *what) {
     showWrittenOptions(2, module, {position.tedFirst, position.tedLast});
 }
 
+/* Whether "..." stands among the elements of a set, or alone. */
+bool isExtensibleSet(const AsnObjectSet *set) {
+    ModRec *module = set->posModule;
+    const RecNr constraint = storedTNode(module, set->posRecord).constraintRec;
+    if (constraint == 0)
+        return false;
+    readRec(module, REC_SUB, constraint);
+    ChainGuard guard(REC_SUB);
+    if (subRec.subKind == SUB_UNION && subRec.first != 0)
+        readRec(module, REC_SUB, subRec.first);
+    while (subRec.subKind != SUB_EXTENDED_VALUE_SET && subRec.next != 0) {
+        guard.step(module);
+        readRec(module, REC_SUB, subRec.next);
+    }
+    return subRec.subKind == SUB_EXTENDED_VALUE_SET;
+}
+
 } // namespace
 
 void showValueSet(AsnType *set) {
@@ -215,6 +232,8 @@ void showObjectSet(AsnObjectSet *set) {
     forObjectSet(set, [&](AsnObjectSet *, AsnObject *object, int) {
         addElement(elements, objectText(object));
     });
+    if (isExtensibleSet(set))
+        elements += elements.empty() ? "..." : ", ...";
     const Text name = orEmpty(set->compId.id);
     showLine(0, name + " " + className(set->governor) + " ::= {" + elements + "}");
     showTypeRecordFacts(set->posModule, set->posRecord);

@@ -16,7 +16,7 @@ Text tagText(const AsnTag *tag);
 Text typeHead(AsnType *type);
 /* " OPTIONAL" or " DEFAULT ..." of a component; else empty. */
 Text presenceText(AsnType *comp);
-/* What governs something: a name where there is one; else no tags, and "{...}" for parts. */
+/* What governs something: a name where there is one; else no tags, and "{...}" for components. */
 Text typeInShort(AsnType *type);
 /* What it is without tags, parts and constraints. */
 Text kindInShort(AsnType *type);

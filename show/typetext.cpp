@@ -1,5 +1,6 @@
 #include "show/texts.h"
 
+#include "model/compwalk.h"
 #include "model/constraints.h"
 #include "model/tags.h"
 #include "model/typequeries.h"
@@ -11,6 +12,8 @@
 #include "store/recordwords.h"
 
 namespace {
+
+int depth = 0;
 
 Text namedNumbersText(AsnType *type) {
     Text items;
@@ -84,10 +87,20 @@ Text presenceText(AsnType *comp) {
 }
 
 Text typeInShort(AsnType *type) {
+    const NestingGuard nesting(&depth, type->posModule);
     const TNode &position = storedTNode(type->posModule, type->posRecord);
     if (position.compStatus == TCS_HEADER && position.nameIdx != 0)
         return typeRecordName(cMP, {type->posModule, type->posRecord});
-    return constrainedText(type) + (hasPartsHere(type) ? " {...}" : "");
+    Text text = constrainedText(type);
+    if (!hasPartsHere(type))
+        return text;
+    if (!isListType(type))
+        return text + " {...}";
+    forEachTypeCompOrElem(type, [&](AsnType *, AsnType *element, int) {
+        if (text.size() <= MAX_SHOWN)
+            text += " " + typeInShort(element);
+    });
+    return text;
 }
 
 bool hasPartsHere(AsnType *type) {
