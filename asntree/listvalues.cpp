@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <iterator>
+
 #include "asntree/listtext.h"
 
 /* Values, constraints and tags in listings. */
@@ -162,7 +165,7 @@ constexpr ConstraintWord constraintWords[] = {
     {SUB_INTERSECTION, "", " ^ "},
     {SUB_CATENATION, "", ") ("},
     {SUB_EXCEPT, "", " EXCEPT "},
-    {SUB_ALL_EXCEPT, "ALL EXCEPT ", nullptr},
+    {SUB_ALL_EXCEPT, "ALL EXCEPT", nullptr},
     {SUB_ALPHABET, "FROM", nullptr},
     {SUB_SIZE, "SIZE", nullptr},
     {SUB_WITH_COMPONENT, "WITH COMPONENT", nullptr},
@@ -194,6 +197,27 @@ std::string includedText(const Lister &lister, const SubRec &sub) {
            (value == nullptr ? "?" : typeNameAt(lister, value->refModule, value->refRecord));
 }
 
+/* Null for the kinds that have a text of their own, and for unknown ones. */
+const ConstraintWord *wordOf(int kind) {
+    const auto *row = std::ranges::find(constraintWords, kind, &ConstraintWord::kind);
+    return row == std::end(constraintWords) ? nullptr : row;
+}
+
+bool isOperator(int kind) {
+    const ConstraintWord *row = wordOf(kind);
+    return row != nullptr && row->between != nullptr;
+}
+
+/* An operand, in parentheses if it is made of operands of another operator. What stands between
+   those of a catenation are parentheses. */
+std::string operandText(Lister &lister, const SubRec &father, RecNr nr, const SubRec &operand,
+                        int depth) {
+    const std::string text = constraintText(lister, nr, depth + 1);
+    const bool isApart = father.subKind == SUB_CATENATION || !isOperator(father.subKind) ||
+                         (father.subKind == operand.subKind && operand.subKind != SUB_EXCEPT);
+    return isApart || !isOperator(operand.subKind) ? text : "(" + text + ")";
+}
+
 /* Operands of an operator, parts behind a word. */
 std::string partsText(Lister &lister, const SubRec &sub, const ConstraintWord &row, int depth) {
     const bool hasParts = sub.subKind < SUB_TABLE; /* of others nothing more is known */
@@ -212,13 +236,12 @@ std::string partsText(Lister &lister, const SubRec &sub, const ConstraintWord &r
         }
         /* An element that says nothing but presence is an empty record of this kind. */
         if (sub.subKind != SUB_WITH_COMPONENTS)
-            text += constraintText(lister, nr, depth + 1);
+            text += operandText(lister, sub, nr, *part, depth);
         else if (part->subKind != SUB_EXCEPTION)
             text += " (" + constraintText(lister, nr, depth + 1) + ")";
         nr = part->next;
     }
-    const bool isOperator = row.between != nullptr;
-    return row.word + (text.empty() || isOperator ? text : " (" + text + ")");
+    return row.word + (text.empty() || row.between != nullptr ? text : " (" + text + ")");
 }
 
 } // namespace
@@ -237,9 +260,8 @@ std::string constraintText(Lister &lister, RecNr first, int depth) {
         text = value == nullptr ? "?" : valueText(lister, *value, depth + 1);
     else if (sub->subKind == SUB_INCLUDES)
         text = includedText(lister, *sub);
-    for (const ConstraintWord &row : constraintWords)
-        if (row.kind == sub->subKind)
-            text = partsText(lister, *sub, row, depth);
+    else if (const ConstraintWord *row = wordOf(sub->subKind))
+        text = partsText(lister, *sub, *row, depth);
     return (sub->subFlags & SUB_EXCEPTION_FOLLOWS) != 0 ? text + " !" : text;
 }
 

@@ -151,6 +151,14 @@ void collect(SetReader &reader, const Constraint &expression, Collected &into) {
     }
 }
 
+/* What stands in front of the "&" of a field, and isn't what fields of objects are asked of. */
+void refuseField(Compilation &c, const Name &name, bool isClass) {
+    error(c.diagnostics, name.place,
+          "`" + std::string(name.text) +
+              (isClass ? "` is a class; `&` follows objects and object sets of it here"
+                       : "` is no object or object set; `&` can't follow"));
+}
+
 /* The objects that the first step of a field path stands on. */
 std::vector<ObjectUse> startOfPath(Compilation &c, const Reference &reference, const Scope *scope) {
     const Target target = resolve(c, reference, scope);
@@ -163,11 +171,11 @@ std::vector<ObjectUse> startOfPath(Compilation &c, const Reference &reference, c
     const Assignment *assignment = target.assignment;
     const TypeUse governor = assignment != nullptr ? TypeUse{assignment->type, target.scope}
                                                    : target.argument->governor;
-    const ClassUse objectClass = classOf(c, governor);
-    if (!objectClass) {
-        error(c.diagnostics, reference.name.place,
-              "`" + std::string(reference.name.text) +
-                  "` is no object, object set or class; `&` can't follow");
+    const bool isClassItself = assignment != nullptr && assignment->kind == AssignmentKind::Class;
+    const ClassUse objectClass = isClassItself ? ClassUse{} : classOf(c, governor);
+    const bool isOtherName = assignment != nullptr && assignment->kind == AssignmentKind::Type;
+    if (!objectClass || isOtherName) {
+        refuseField(c, reference.name, isClassItself || objectClass);
         return {};
     }
     const bool isSet = assignment != nullptr ? assignment->kind == AssignmentKind::Set

@@ -135,7 +135,7 @@ v2 RELATIVE-OID ::= a.&rel
 v3 INTEGER ::= M.v1)",
      {"I1 ::= INTEGER (1 | 2)  {ui8, 1..2}", "I2 ::= INTEGER (3 | 4)  {ui8, 3..4}",
       "I3 ::= INTEGER (1)  {ui8, 1..1}", "I4 ::= INTEGER (1 | 2 | 9)  {ui8, 1..9}",
-      "I5 ::= set of INTEGER (3 | 4 | 9)", "I6 ::= set of INTEGER (1 | 2", "    a I6\n",
+      "I5 ::= set of INTEGER (3 | 4 | 9)", "I6 ::= set of INTEGER ((1 | 2) ^ 0..20)", "    a I6\n",
       "v1 INTEGER ::= 1 ", "v2 OCTET STRING ::= '0506'H"}},
 };
 
@@ -159,14 +159,14 @@ K ::= INTEGER (c < Ch)
 Ch ::= CHOICE { c INTEGER (1..4) }
 L ::= IA5String (SIZE (1..9)) (FROM ("a".."z")) (SIZE (3))
 T ::= UTCTime (FROM ("0".."9")))",
-         {"A ::= IA5String (\"a\" | \"b\" | \"c\" EXCEPT \"b\")",
-          "B ::= IA5String (ALL EXCEPT  (\"b\"))",
+         {"A ::= IA5String (\"a\" | \"b\" | (\"c\" EXCEPT \"b\"))",
+          "B ::= IA5String (ALL EXCEPT (\"b\"))",
           "C ::= OCTET STRING (SIZE (1 | 5))  {stas8/ui8, 1..5}",
           "D ::= OCTET STRING (SIZE (1..10 ^ 5..20))  {stas8/ui8, 5..10}",
-          "E ::= OCTET STRING (SIZE (1..4 | 6..10 ^ 1..10))  {stas8/ui8, 1..10}",
-          "F ::= OCTET STRING (SIZE (0..4 | 6..MAX ^ 0..MAX))",
+          "E ::= OCTET STRING (SIZE ((1..4 | 6..10) ^ 1..10))  {stas8/ui8, 1..10}",
+          "F ::= OCTET STRING (SIZE ((0..4 | 6..MAX) ^ 0..MAX))",
           "10, exponent 0} EXCEPT {mantissa 5", "H ::= BIT STRING (SIZE (0..5))",
-          "T ::= UTCTime  {comt}", "J ::= INTEGER (0..10 ^ 0 | 10)  {ui8, 0..10}",
+          "T ::= UTCTime  {comt}", "J ::= INTEGER (0..10 ^ (0 | 10))  {ui8, 0..10}",
           "K ::= INTEGER (INCLUDES ", "{ui8, 1..4}"}},
         {R"(
 I ::= INTEGER (1..5, ..., 7)
