@@ -107,26 +107,19 @@ static FRAME_PTR frameInHand (ASNCODG *g)
   return fillFrame (frame, octets, length);
 }
 
-/* Takes what comes next in hand. */
-static BOOLE lookAtFrame (ASNCODG *g)
-{
-  if (asnLookTagLen (g) != EOC_TAG)
-    return TRUE;
-  asnRaise (&g->util, TAG_FAIL);
-  return FALSE;
-}
-
+/* Behind the end of what was open nothing is in hand: what comes next belongs to others. */
 void asnDecFrameInHand (ASNCODG *g, FRAME_PTR *frame)
 {
-  if (asnFailed (g) || (g->state == ASN_BETWEEN_ && !lookAtFrame (g)))
-    return;
-  *frame = frameInHand (g);
+  if (g->state != ASN_BETWEEN_)
+    *frame = frameInHand (g);
+  else
+    asnRaise (&g->util, TAG_FAIL);
 }
 
 void asnDecNextFrame (ASNCODG *g, FRAME_PTR *frame)
 {
-  if (lookAtFrame (g))
-    *frame = frameInHand (g);
+  (void)asnLookTagLen (g);
+  asnDecFrameInHand (g, frame);
 }
 
 void asnDecExtensionmarker (ASNCODG *g, EXTENSIONMARKER *value)

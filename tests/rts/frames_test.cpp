@@ -53,6 +53,21 @@ TEST(RuntimeFrames, AreOneEncoding) {
         << "a choice of it would hold nothing";
 }
 
+/* An element that is there and one that is not: what follows is no part of it. */
+TEST(RuntimeFrames, AreNotTakenFromBehindAnEnd) {
+    Kept kept;
+    FRAME_PTR frame = nullptr;
+    const auto inHand = [&](ASNCODG *asncodg) {
+        d_TagLen(TAG(TAG_UNI, TAG_PRI, 16));
+        d_TagLen(TAG(TAG_UNI, TAG_PRI, 16));
+        d_LookTagLen();
+        d_Frame(&frame, TYP_CHOICE);
+        d_EOC();
+    };
+    EXPECT_EQ("ASN_OK", decoded("3004 3002 0500", inHand, kept));
+    EXPECT_EQ("TAG_FAIL 4", decoded("3005 3000 020105", inHand, kept));
+}
+
 TEST(RuntimeFrames, ASkippedValueMayHaveNoTagOfItsOwn) {
     EXPECT_EQ("ASN_OK", decoded("3005 020105 0500", [](ASNCODG *asncodg) {
                   d_TagLen(TAG(TAG_UNI, TAG_PRI, 16));
