@@ -84,7 +84,7 @@ void genStructTag(AsnType *type, ShapePlace &place) {
 }
 
 void genLeafType(AsnType *type, ShapePlace &place) {
-    if (testTypeOption(type, OPT_SKIPPED)) {
+    if (testTypeOption(type, OPT_SKIPPED) || cIsFrameType(type)) {
         putF(fiTyp, getMetaBaseTypeId(type));
     } else if (isStructuredType(type)) {
         genStructTag(type, place);

@@ -53,7 +53,9 @@ void makeFramesOf(const FrameTypes &types, const std::string &nr) {
     w.define("Tagged_Pick" + nr, types.pick().explicitly(4));
     w.define("Inner" + nr,
              w.sequence({w.comp("x", w.ref("Pair" + nr)),
-                         w.comp("y", w.any().form(VF_FRM)).explicitly(0).explicitly(0)}));
+                         w.comp("y", w.any().form(VF_FRM)).explicitly(0).explicitly(0),
+                         w.comp("s", types.frame(w.string(TYP_OCTSTR, 1, 3))),
+                         w.comp("e", types.frame(w.set({})))}));
 }
 
 void makeKept(TreeWriter &w) {
