@@ -81,7 +81,6 @@ struct Scope {
 struct ImportedName {
     ModuleInfo *module = nullptr;         /* null: not found, was reported */
     const Name *symbol = nullptr;         /* where it is imported */
-    std::uint32_t import = 0;             /* number of the ImportFrom */
     bool ambiguous = false;               /* imported from two modules that mean different things */
     const Name *other = nullptr;          /* then the second place */
 };
@@ -93,7 +92,6 @@ struct ModuleInfo {
     std::uint32_t number = 0; /* in the compilation's list */
     bool predefined = false;  /* the module of TYPE-IDENTIFIER and its like, which has no file */
     bool incomplete = false;  /* has mistakes of syntax: what seems to be missing may be there */
-    bool named = false;       /* stands in a file of the command line, not found by search */
     std::unordered_map<std::string_view, Assignment *> names;
     std::unordered_map<std::string_view, ImportedName> imported;
     std::vector<ModuleInfo *> imports; /* parallel to syntax->imports; null if missing */

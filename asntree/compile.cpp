@@ -6,7 +6,7 @@
 
 namespace asntree {
 
-void addFile(Compilation &c, SourceFile &file, bool named) {
+void addFile(Compilation &c, SourceFile &file) {
     if (c.modules.empty())
         addPredefinedModule(c);
     const int errors = c.diagnostics.errors;
@@ -14,11 +14,8 @@ void addFile(Compilation &c, SourceFile &file, bool named) {
     ParseContext parsing = c.parsing();
     const std::vector<Module *> modules = parseFile(parsing, file);
     const bool incomplete = c.diagnostics.errors != errors;
-    for (Module *module : modules) {
-        ModuleInfo *info = addModule(c, module);
-        info->named = named;
-        info->incomplete = incomplete;
-    }
+    for (Module *module : modules)
+        addModule(c, module)->incomplete = incomplete;
     if (modules.empty() && !incomplete)
         error(c.diagnostics, {file.number, 0}, "the file holds no module");
 }

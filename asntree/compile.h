@@ -4,8 +4,8 @@
 
 namespace asntree {
 
-/* Lexes and parses a file and enters its modules; `named` says that the command line names it. */
-void addFile(Compilation &c, SourceFile &file, bool named);
+/* Lexes and parses a file and enters its modules. */
+void addFile(Compilation &c, SourceFile &file);
 
 /* Connects the imports of all modules and checks all definitions; true if there were no errors, in
    what was parsed neither. Called once, when all files are there. */

@@ -24,8 +24,8 @@ std::int32_t lineOf(Emitter &e, Place place) {
     return static_cast<std::int32_t>(lineAndColumn(e.c.sources[place.file], place.offset).line);
 }
 
-void addNote(Emitter &e, TreeState &ts, Place place, std::string text) {
-    ts.out->notes.push_back({place, e.current, std::move(text)});
+void addNote(Emitter &e, TreeState &ts, std::string text) {
+    ts.out->notes.push_back({e.current, std::move(text)});
 }
 
 namespace {

@@ -16,7 +16,6 @@ struct Directives;
 /* What the compiler says of a definition in the listing alone: a choice of its own, or something
    that the tree doesn't say. */
 struct EmitNote {
-    Place place;
     const Assignment *definition = nullptr; /* null: of the whole module */
     std::string text;
 };

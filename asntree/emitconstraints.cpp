@@ -140,8 +140,7 @@ bool isLostInLists(const Gathering &g, const ConstraintUse &use) {
 void Gathering::add(const Piece &piece) {
     if (isReplaced && speaksOfContent(*piece.expression)) {
         if (piece.own)
-            addNote(e, ts, piece.expression->place,
-                    "a constraint is left out: the type is held as octets");
+            addNote(e, ts, "a constraint is left out: the type is held as octets");
         return;
     }
     Sort sort = sortOf(*piece.expression);
@@ -180,7 +179,7 @@ void gather(Gathering &g, const Layers &layers) {
             continue;
         if (isDropped(g.ts, *use.spec)) {
             if (i < own)
-                addNote(g.e, g.ts, use.spec->place,
+                addNote(g.e, g.ts,
                         "an extensible constraint is left out, since a later version may send more");
             continue;
         }
@@ -281,7 +280,7 @@ RecNr emitNamedBitSizes(Gathering &g) {
     const NumberSet sizes = constrainedSizes(g.e, g.ts, g.pending.use);
     if (sizes.empty() || !sizes.upper().finite())
         return 0;
-    addNote(g.e, g.ts, g.pending.use.type->place,
+    addNote(g.e, g.ts,
             "the lower bound of the size is 0, since named bits may be sent without zeros at the end");
     return emitNumbers(g, NumberSet::of(Number::of(0), sizes.upper()), plainInteger(g.ts));
 }

@@ -118,7 +118,7 @@ void emitValueDefinition(Emitter &e, TreeState &ts, RecNr nr, const Assignment &
         governor = macro;
     const Datum *datum = readDatum(e.c, {assignment.value, scope}, governor);
     const NodeReference node =
-        !isMacro ? governorNode(e, ts, governor, nullptr)
+        !isMacro ? governorNode(e, ts, governor)
         : datum->kind == DatumKind::Integer ? NodeReference{ts.number, plainInteger(ts)}
                                             : NodeReference{ts.number, plainIdentifier(ts)};
     const PlaceNr place = placeOfNode(ts, node);

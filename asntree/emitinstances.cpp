@@ -58,7 +58,7 @@ RecNr definitionOfRecursive(Emitter &e, TreeState &ts, const Layers &layers) {
     ts.tree().t(nr).nameIdx = ts.tree().str(name);
     ts.tree().t(nr).nodeFlags |= NODE_EXPORTED;
     appendType(ts, nr);
-    addNote(e, ts, layers.last().type->place,
+    addNote(e, ts,
             "an instance of `" + std::string(target.assignment->name.text) +
                 "` holds itself; it is the definition " + name);
     TypeUse plain = layers.last();

@@ -128,7 +128,7 @@ void emitMacroTypes(Emitter &e, TreeState &ts, const Assignment &assignment) {
         ts.tree().t(nr).nameIdx = ts.tree().str(name);
         ts.tree().t(nr).nodeFlags |= NODE_EXPORTED;
         appendType(ts, nr);
-        addNote(e, ts, clause.type->place,
+        addNote(e, ts,
                 "the type of " + std::string(clause.word.text) + " is the definition " + name);
         ts.queue.push_back({nr, {clause.type, scope}, nullptr, nullptr, {}, {}});
     }

@@ -49,8 +49,9 @@ void nameMembers(Emitter &e, TreeState &ts, RecNr first, std::string_view naming
         }
         ts.tree().t(nr).optionBits |= optionMask(OPT_NAMING);
         addTypeOption(ts, nr, TED_OPTION, "-" + std::string(namingRow) + "NAME=" + member);
-        addNote(e, ts, {}, "the member `" + wanted + "` is called `" + member +
-                               "` in C: the structure has another one of that name");
+        addNote(e, ts,
+                "the member `" + wanted + "` is called `" + member +
+                    "` in C: the structure has another one of that name");
     }
 }
 

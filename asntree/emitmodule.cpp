@@ -125,7 +125,7 @@ void emitModuleIdentifier(Emitter &e, TreeState &ts) {
         return;
     ParseContext parsing = e.c.parsing();
     const std::vector<Arc> written = readArcs(parsing, module.syntax->identifier);
-    const std::vector<Number> numbers = arcsOf(e.c, module.syntax->identifier, &module.root, true);
+    const std::vector<Number> numbers = arcsOf(e.c, module.syntax->identifier, &module.root);
     if (numbers.empty())
         return;
     if (!std::all_of(numbers.begin(), numbers.end(), isHeldArc)) {

@@ -40,7 +40,7 @@ RecNr emitSetting(Emitter &e, TreeState &ts, const Setting &setting, PlaceNr fie
     case FieldKind::FixedValue:
         return emitValue(e, ts, setting.value, setting.governor, field, TCS_MANDATORY);
     case FieldKind::VariableValue: {
-        const PlaceNr place = placeOfNode(ts, governorNode(e, ts, setting.governor, nullptr));
+        const PlaceNr place = placeOfNode(ts, governorNode(e, ts, setting.governor));
         return emitValue(e, ts, setting.value, setting.governor, place, TCS_MANDATORY);
     }
     case FieldKind::FixedSet:

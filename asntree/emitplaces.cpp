@@ -139,7 +139,6 @@ TreeNode Resolver::node(PlaceNr place) {
 
 /* Items of a type by name; long lists are read into a table once. */
 struct ItemFinder {
-    Emitter &e;
     std::map<std::pair<const TreeState *, RecNr>, std::unordered_map<std::string, RecNr>> tables;
 
     RecNr find(TreeNode type, std::string_view name);
@@ -174,7 +173,7 @@ RecNr ItemFinder::findInTable(TreeNode type, std::string_view name) {
 void resolvePlaces(Emitter &e, TreeState &ts) {
     Resolver resolver{e, ts, std::vector<TreeNode>(ts.places.size()),
                       std::vector<bool>(ts.places.size())};
-    ItemFinder items{e, {}};
+    ItemFinder items;
     for (const ConstraintFixup &fixup : ts.constraintFixups) {
         const TreeNode node = resolver.node(fixup.component);
         if (node.nr == 0)

@@ -64,7 +64,7 @@ void narrow(Emitter &e, TreeNode node) {
         return;
     base.rec().valueFieldCode = VF_I64;
     base.tree->out->notes.push_back(
-        {{}, nullptr,
+        {nullptr,
          "line " + std::to_string(base.rec().lineNr) +
              ": the number is held with a sign, since items of lists and homes have no other form"});
 }

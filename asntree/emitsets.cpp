@@ -113,7 +113,7 @@ void fillValueSet(Emitter &e, TreeState &ts, RecNr nr, SetUse set, TypeUse gover
     fillType(e, ts, {nr, governor, nullptr, nullptr, {}, {}});
     ts.tree().t(nr).nodeFlags |= NODE_SET;
     if (set.set->extensible)
-        addNote(e, ts, set.set->place, "only the values of the first version stand in the set");
+        addNote(e, ts, "only the values of the first version stand in the set");
     const ExpressionContext context{ExpressionContext::Values, placeOfNode(ts, nr), governor,
                                     nullptr, !isType};
     const RecNr elements = emitSpec(e, ts, *set.set, set.scope, context);

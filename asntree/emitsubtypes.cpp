@@ -166,9 +166,8 @@ RecNr emitContained(const Expression &x) {
 /* Says once for a module that generated code doesn't check constraints of a kind. */
 void noteUnchecked(const Expression &x, const char *what) {
     if (x.ts.uncheckedNoted.insert(what).second)
-        addNote(x.e, x.ts, x.constraint.place,
-                std::string(what) +
-                    " can't be checked by generated code; this stands for all of them");
+        addNote(x.e, x.ts,
+                std::string(what) + " can't be checked by generated code; this stands for all of them");
 }
 
 void noteSingle(const Expression &x) {

@@ -129,7 +129,8 @@ void leaveOut(Emitter &e, Place place, const std::string &what);
 /* The definition being made can't be held by a tree, because of `what`: an error, unless such
    definitions are to be left out. */
 void refuse(Emitter &e, Place place, const std::string &what);
-void addNote(Emitter &e, TreeState &ts, Place place, std::string text);
+/* A note on the definition being made, for the listing. */
+void addNote(Emitter &e, TreeState &ts, std::string text);
 /* "-" as "_". */
 std::string treeName(std::string_view name);
 RecNr nameNr(TreeState &ts, std::string_view name);
@@ -184,7 +185,7 @@ struct NodeReference {
     std::uint32_t tree = 0;
     RecNr nr = 0;
 };
-NodeReference governorNode(Emitter &e, TreeState &ts, TypeUse use, const InstanceFrame *frame);
+NodeReference governorNode(Emitter &e, TreeState &ts, TypeUse use);
 RecNr plainInteger(TreeState &ts);
 RecNr plainIdentifier(TreeState &ts);
 void fillType(Emitter &e, TreeState &ts, const Pending &pending);

@@ -53,7 +53,7 @@ RecNr hiddenType(Emitter &e, TreeState &ts, TypeUse use, const InstanceFrame *fr
     return nr;
 }
 
-NodeReference governorNode(Emitter &e, TreeState &ts, TypeUse use, const InstanceFrame *frame) {
+NodeReference governorNode(Emitter &e, TreeState &ts, TypeUse use) {
     const Layers layers = layersOf(e, use);
     bool isPlain = layers.target.assignment != nullptr && layers.target.scope != nullptr &&
                    layers.target.scope->definition == nullptr;
@@ -62,7 +62,7 @@ NodeReference governorNode(Emitter &e, TreeState &ts, TypeUse use, const Instanc
     if (isPlain)
         if (auto found = e.types.find(layers.target.assignment); found != e.types.end())
             return {found->second.tree, found->second.nr};
-    return {ts.number, hiddenType(e, ts, use, frame)};
+    return {ts.number, hiddenType(e, ts, use, nullptr)};
 }
 
 /* --- layers --- */

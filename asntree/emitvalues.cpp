@@ -204,7 +204,7 @@ void fillOpen(Filling &f) {
     if (f.datum.members.empty() || f.datum.members.front().value == nullptr)
         return refuse(f.e, f.datum.place, "a tree can't hold this value");
     const DatumMember &member = f.datum.members.front();
-    const PlaceNr place = placeOfNode(f.ts, governorNode(f.e, f.ts, member.type, nullptr));
+    const PlaceNr place = placeOfNode(f.ts, governorNode(f.e, f.ts, member.type));
     fillValue(f.e, f.ts, f.nr, *member.value, place);
     governBy(f.e, f.ts, f.nr, place);
 }

@@ -13,7 +13,7 @@ namespace {
 std::vector<std::string> identifierOf(Compilation &c, TokenRange braces, const Scope *scope) {
     std::vector<std::string> arcs;
     if (braces.given())
-        for (const Number &number : arcsOf(c, braces, scope, true))
+        for (const Number &number : arcsOf(c, braces, scope))
             arcs.push_back(textOf(number));
     return arcs;
 }
@@ -129,7 +129,7 @@ bool goesInCircle(const ModuleInfo &importer, const ModuleInfo &from, std::strin
 
 void linkSymbol(Compilation &c, ModuleInfo &importer, std::uint32_t number, const Name &symbol) {
     ModuleInfo *from = importer.imports[number];
-    ImportedName entry{from, &symbol, number};
+    const ImportedName entry{from, &symbol};
     auto [place, isNew] = importer.imported.emplace(symbol.text, entry);
     if (isNew)
         return;

@@ -6,8 +6,8 @@ namespace {
 
 /* --- formal parameters --- */
 
-bool isParameterName(const Parser &p, std::uint32_t ahead) {
-    const Token &token = peek(p, ahead);
+bool isParameterName(const Parser &p) {
+    const Token &token = peek(p);
     return token.kind == TokenKind::Lower || isUpperName(p, token);
 }
 
@@ -15,12 +15,12 @@ void parseFormalParameter(Parser &p, Assignment &assignment) {
     FormalParameter parameter;
     const TokenKind second = peek(p, 1).kind;
     const bool bare =
-        isParameterName(p, 0) && (second == TokenKind::Comma || second == TokenKind::CloseBrace);
+        isParameterName(p) && (second == TokenKind::Comma || second == TokenKind::CloseBrace);
     if (!bare) {
         parameter.governor = parseType(p);
         expect(p, TokenKind::Colon);
     }
-    if (isParameterName(p, 0)) {
+    if (isParameterName(p)) {
         if (bare && at(p, TokenKind::Lower))
             complain(p, here(p), "a parameter that is a value needs a governor (\"Type:name\")");
         parameter.name = takeName(p);

@@ -9,9 +9,9 @@ struct ListState {
     Type &type;
     bool choice = false;
     int markers = 0;
-    std::uint16_t groups = 0;  /* version brackets begun so far */
-    std::uint16_t group = 0;   /* the one that is open; 0: none */
-    std::int32_t version = -1; /* its number */
+    int groups = 0; /* version brackets begun so far */
+    bool inGroup = false;
+    std::int32_t version = -1;    /* the number of those that are open; -1: they have none */
     std::int32_t lastVersion = 1; /* of the brackets in front; -1: they have none */
 };
 
@@ -19,7 +19,7 @@ void parseMarker(Parser &p, ListState &list) {
     Component marker;
     marker.kind = ComponentKind::Marker;
     marker.place = here(p);
-    if (list.group != 0)
+    if (list.inGroup)
         complain(p, here(p), "\"...\" can't stand in version brackets");
     else if (++list.markers > 2)
         fail(p, here(p), "a list of components has two \"...\" at most");
@@ -64,8 +64,6 @@ void parsePresence(Parser &p, const ListState &list, Component &component) {
 void parseComponent(Parser &p, ListState &list) {
     Component component;
     component.place = here(p);
-    component.group = list.group;
-    component.version = list.version;
     if (list.choice && list.markers > 1)
         complain(p, here(p), "nothing follows the second \"...\" of a CHOICE");
     if (atWord(p, Word::COMPONENTS) && !isRedefined(p, Word::COMPONENTS)) {
@@ -118,18 +116,19 @@ void parseVersion(Parser &p, ListState &list) {
 
 /* [[ 2: a A, b B ]] */
 void parseGroup(Parser &p, ListState &list) {
-    if (list.group != 0)
+    if (list.inGroup)
         fail(p, here(p), "version brackets can't stand in version brackets");
     else if (list.markers != 1)
         complain(p, here(p), "version brackets stand behind \"...\" only");
     advance(p);
-    const std::uint16_t outer = list.group;
-    list.group = ++list.groups;
+    const bool outer = list.inGroup;
+    list.inGroup = true;
+    ++list.groups;
     parseVersion(p, list);
     if (at(p, TokenKind::CloseVersion))
         failExpected(p, "a component");
     parseRun(p, list, TokenKind::CloseVersion);
-    list.group = outer;
+    list.inGroup = outer;
     list.version = -1;
 }
 

@@ -82,12 +82,12 @@ bool beginsLongType(Word word) {
 }
 
 /* A name with a small letter that begins a type: `a < Type`, object.&Type. */
-bool beginsLowerType(const Parser &p, std::uint32_t ahead) {
-    const TokenKind second = peek(p, ahead + 1).kind;
+bool beginsLowerType(const Parser &p) {
+    const TokenKind second = peek(p, 1).kind;
     if (second == TokenKind::Less)
-        return !nextIs(p, TokenKind::Range, ahead + 2);
+        return !nextIs(p, TokenKind::Range, 2);
     return second == TokenKind::Dot &&
-           (nextIs(p, TokenKind::AmpUpper, ahead + 2) || nextIs(p, TokenKind::AmpLower, ahead + 2));
+           (nextIs(p, TokenKind::AmpUpper, 2) || nextIs(p, TokenKind::AmpLower, 2));
 }
 
 /* "(n)" behind an item; `negative`: may be less than 0. */
@@ -156,7 +156,7 @@ void parseElement(Parser &p, Type &type) {
     type.kind = type.kind == TypeKind::Set ? TypeKind::SetOf : TypeKind::SequenceOf;
     std::vector<std::uint32_t> directives;
     claimDirectives(p, directives);
-    if (at(p, TokenKind::Lower) && !beginsLowerType(p, 0))
+    if (at(p, TokenKind::Lower) && !beginsLowerType(p))
         type.identifier = takeName(p);
     type.element = parseType(p);
     type.element->directives = std::move(directives);

@@ -63,7 +63,6 @@ enum class Rank : std::uint8_t { SameName, DerivedName, ReservedName, MemberName
 struct Clash {
     Rank rank = Rank::None;
     std::uint32_t other = 0; /* a definition, for the first two ranks */
-    std::uint64_t hash = 0;
 };
 
 struct Renamer {
@@ -119,7 +118,7 @@ void compareUses(Renamer &renamer, const NameUse *begin, const NameUse *end) {
     for (const NameUse *mine = begin; mine != end && !isFixed(mine->role); ++mine)
         for (const NameUse *other = begin; other != end; ++other) {
             const Rank rank = mine == other ? Rank::None : rankOf(renamer, *mine, *other);
-            renamer.found(mine->owner, {rank, other->owner, mine->hash});
+            renamer.found(mine->owner, {rank, other->owner});
             if (rank != Rank::None)
                 break;
         }

@@ -138,8 +138,8 @@ bool hasIdentifier(Compilation &c, const ModuleInfo &importer, const ImportFrom 
                    const Module &module) {
     if (!import.identifier.given() || !module.identifier.given())
         return !import.identifier.given();
-    const std::vector<Number> wanted = arcsOf(c, import.identifier, &importer.root, true);
-    return wanted.empty() || wanted == arcsOf(c, module.identifier, &importer.root, true);
+    const std::vector<Number> wanted = arcsOf(c, import.identifier, &importer.root);
+    return wanted.empty() || wanted == arcsOf(c, module.identifier, &importer.root);
 }
 
 /* Of several files with modules of the name the first one with the identifier counts, else the
@@ -190,7 +190,7 @@ bool addNamedFile(Compilation &c, const Settings &settings, Search &search,
         addPredefinedModule(c); /* its text is the first source of every run */
     SourceFile *file = readFile(c, path);
     if (file != nullptr)
-        addFile(c, *file, true);
+        addFile(c, *file);
     return file != nullptr;
 }
 

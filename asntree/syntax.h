@@ -113,9 +113,7 @@ enum class Presence : std::uint8_t { Mandatory, Optional, Default };
 struct Component {
     ComponentKind kind = ComponentKind::Component;
     Presence presence = Presence::Mandatory;
-    std::uint16_t group = 0; /* count of the version brackets that it stands in, from 1; 0: none */
-    std::int32_t version = -1; /* the number in front of the colon of its brackets; -1: none */
-    Name name;                 /* empty: a component of 1988 without identifier */
+    Name name; /* empty: a component of 1988 without identifier */
     Place place;
     Type *type = nullptr;      /* null for a marker */
     Value *defaultValue = nullptr;

@@ -261,8 +261,8 @@ void readIdentifier(Reading &reading) {
         keep(reading, r, relative ? DatumKind::RelativeOid : DatumKind::ObjectIdentifier);
 }
 
-std::vector<Number> arcsOf(Compilation &c, TokenRange braces, const Scope *scope, bool quiet) {
-    ArcReading r{c, scope, false, quiet, {}, {}};
+std::vector<Number> arcsOf(Compilation &c, TokenRange braces, const Scope *scope) {
+    ArcReading r{c, scope, false, true, {}, {}};
     const Place place{braces.file, c.sources[braces.file].tokens[braces.begin].offset};
     readAll(r, braces, place);
     return r.sound ? std::move(r.numbers) : std::vector<Number>{};

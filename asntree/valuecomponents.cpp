@@ -118,11 +118,7 @@ const ComponentTable &componentTable(Compilation &c, TypeUse base) {
         else if (component.kind == ComponentKind::ComponentsOf)
             addComponentsOf(c, base, component, markers == 1, list);
         else if (component.type != nullptr)
-            list.push_back({&component,
-                            {component.type, base.scope},
-                            markers == 1,
-                            base.scope,
-                            component.name.text});
+            list.push_back({&component, {component.type, base.scope}, markers == 1, component.name.text});
     }
     settleNames(c, list);
     table.components = std::move(list);

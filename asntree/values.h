@@ -84,8 +84,9 @@ const Datum *datumOf(Compilation &c, const Target &target);
 /* A whole number that a value in the place of a tag number, named number, endpoint or size gives;
    nothing after a message. */
 std::optional<Number> integerOf(Compilation &c, ValueUse use);
-/* The arcs of an object identifier in braces, as in the header of a module or behind an import. */
-std::vector<Number> arcsOf(Compilation &c, TokenRange braces, const Scope *scope, bool quiet);
+/* The arcs of an object identifier in braces, as in the header of a module or behind an import; none,
+   and no message, where they are wrong. */
+std::vector<Number> arcsOf(Compilation &c, TokenRange braces, const Scope *scope);
 
 /* The items of an ENUMERATED, INTEGER or BIT STRING with their numbers settled (of an ENUMERATED
    those without a number too); the marker is passed over. Read once for each type and scope. */
@@ -108,7 +109,6 @@ struct SettledComponent {
     const Component *component;
     TypeUse type;
     bool addition = false; /* between the markers */
-    const Scope *scope = nullptr;
     std::string_view name; /* for a component of 1988 without identifier, made from its type */
 };
 const std::vector<SettledComponent> &componentsOf(Compilation &c, TypeUse base);

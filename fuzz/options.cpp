@@ -26,7 +26,7 @@ int compile() {
     if (!parseCommandLine(3, argv, settings, message))
         return 1;
     Compilation c;
-    addFile(c, *addSource(c.sources, "stock.asn", moduleText), true);
+    addFile(c, *addSource(c.sources, "stock.asn", moduleText));
     if (!checkAll(c))
         return 2;
     placeOptionFiles(settings, c.sources);

@@ -45,7 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     settings.skipUnsupported = size % 2 == 0;
     c.diagnostics.strict = settings.strict;
     std::string text(reinterpret_cast<const char *>(data), size);
-    addFile(c, *addSource(c.sources, "text.asn", std::move(text)), true);
+    addFile(c, *addSource(c.sources, "text.asn", std::move(text)));
     addImportedModules(c, settings, search);
     if (checkAll(c))
         emitAll(c, settings);

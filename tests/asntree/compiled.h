@@ -48,7 +48,7 @@ inline Compiled compileText(const std::string &text, std::vector<std::string> op
         return result;
     c.diagnostics.strict = settings.strict;
     settings.listingDirectory = "./";
-    addFile(c, *addSource(c.sources, "text", text), true);
+    addFile(c, *addSource(c.sources, "text", text));
     std::vector<EmittedTree> trees;
     Plan plan;
     if (checkAll(c)) {

@@ -48,7 +48,7 @@ void writeSections(const fs::path &path, const std::vector<Section> &sections) {
 
 std::string messagesOf(const std::string &text) {
     asntree::Compilation c;
-    asntree::addFile(c, *asntree::addSource(c.sources, "text", text), true);
+    asntree::addFile(c, *asntree::addSource(c.sources, "text", text));
     asntree::checkAll(c);
     std::ostringstream all;
     std::istringstream lines(asntree::printed(c.diagnostics, false));
