@@ -35,7 +35,6 @@ struct Tree {
     VNode &v(RecNr nr) { return vNodes[static_cast<std::size_t>(nr - 1)]; }
     const VNode &v(RecNr nr) const { return vNodes[static_cast<std::size_t>(nr - 1)]; }
     SubRec &sub(RecNr nr) { return subRecs[static_cast<std::size_t>(nr - 1)]; }
-    const SubRec &sub(RecNr nr) const { return subRecs[static_cast<std::size_t>(nr - 1)]; }
 
     /* Each appends a record and returns its number; an 8-bit string that is there already isn't
        added again. */

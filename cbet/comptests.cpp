@@ -28,7 +28,7 @@ void cBeginTestOptionalComp(int file, AsnType *father, AsnType *comp) {
     cOpenBrace(file);
 }
 
-void cEndTestOptionalComp(int file, AsnType *, AsnType *comp) {
+void cEndTestOptionalComp(int file, AsnType *comp) {
     if (getTypeCompStatus(comp) == TCS_OPTIONAL)
         cCloseBrace(file);
 }
@@ -183,13 +183,6 @@ Text maskHome(AsnType *father) {
     return cIsControlMember(father) ? cStructHome(father, HOME_MEMBER) : "";
 }
 
-void testControlMember(int file, const char *before, AsnType *comp, const char *behind) {
-    AsnType *father = getFatherOfTypeComp(comp);
-    const Text test = getControlMemberTst(maskHome(father), father, comp, getTypeCompNbr(comp));
-    if (!test.empty())
-        putF(file, before, test, behind);
-}
-
 } // namespace
 
 void cSetControlMember(int file, AsnType *comp) {
@@ -198,6 +191,9 @@ void cSetControlMember(int file, AsnType *comp) {
 }
 
 void cTestControlMember(int file, AsnType *comp) {
-    testControlMember(file, "if ", comp, "");
+    AsnType *father = getFatherOfTypeComp(comp);
+    const Text test = getControlMemberTst(maskHome(father), father, comp, getTypeCompNbr(comp));
+    if (!test.empty())
+        putF(file, "if ", test);
 }
 

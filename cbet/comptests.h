@@ -7,7 +7,7 @@ struct AsnType;
 
 /* Only for an optional component; nothing is written for others. */
 void cBeginTestOptionalComp(int file, AsnType *father, AsnType *comp);
-void cEndTestOptionalComp(int file, AsnType *father, AsnType *comp);
+void cEndTestOptionalComp(int file, AsnType *comp);
 /* A component of a SET that was seen before. */
 void cBeginTestDuplicateSetComp(int file, AsnType *comp);
 void cEndTestDuplicateSetComp(int file);

@@ -75,7 +75,8 @@ void genBodyBehindSynonym(AsnType *type, TypeFuncRun &run) {
 /* --- parts of an entry function --- */
 
 /* The last argument of the call, the value itself: "home);\n". */
-void homeArgument(int file, AsnType *type, const char *end) {
+void homeArgument(int file, AsnType *type) {
+    const char *const end = ");\n";
     if (testTypeOption(type, OPT_HOME)) {
         putF(file, cAsnHomeCompRef(type, HOME_ADDRESS), end);
     } else if (isMorlaApplication(getModuleOfType(type))) {
@@ -92,7 +93,7 @@ void cCallSeprNormFuncFromEntryFunc(AsnType *type, TypeFuncRun &run) {
     cDeclareForeignFunction(type, run);
     putF(run.outFile, cFunctionName(run.funcPrefix, type), " (");
     putF(run.outFile, "ASNG_F(", cGetGName(run.info.gIndex), ") ");
-    homeArgument(run.outFile, type, ");\n");
+    homeArgument(run.outFile, type);
 }
 
 /* Nothing but the entry function can check the constraints of the type. */

@@ -77,7 +77,7 @@ Text cGetSize(AsnType *type, bool useLimit) {
     }
 }
 
-void cIncListSize(int file, AsnType *list, AsnType *) {
+void cIncListSize(int file, AsnType *list) {
     if (!isListType(list))
         return;
     if (getVF(list) != VF_LIST && getVFSize(list) == VF_NONE) {
@@ -198,7 +198,7 @@ void endLoop(int file, AsnType *list) {
 
 } // namespace
 
-void cBeginForLoop(int file, AsnType *list, AsnType *, bool reverse) {
+void cBeginForLoop(int file, AsnType *list, bool reverse) {
     if (getVF(list) == VF_LIST)
         beginItemLoop(file, list, reverse);
     else

@@ -16,7 +16,7 @@ Text cGetSize(AsnType *type, bool useLimit);
 /* A bound of sizes of `type` as a number, with the same warning. */
 Text cSizeBoundText(AsnType *type, sint64 bound);
 /* Counts one element more; writes nothing for a type that is no list. */
-void cIncListSize(int file, AsnType *list, AsnType *elem);
+void cIncListSize(int file, AsnType *list);
 
 /* "if (size >= limit) {": an error report, or leaving the loop, once the list is full. The second
    form only leaves the loop, the third writes `action` before. Nothing for a list without upper
@@ -29,5 +29,5 @@ void cCheckListUpperBoundWithActionAndBreak(int file, AsnType *elem, const char 
    the loop's body. */
 
 /* A for loop in either direction; within it the n or a variable of the loop is the current one. */
-void cBeginForLoop(int file, AsnType *list, AsnType *elem, bool reverse);
+void cBeginForLoop(int file, AsnType *list, bool reverse);
 void cEndForLoop(int file, AsnType *list);

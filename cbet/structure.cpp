@@ -162,7 +162,7 @@ void traverseCompPrefix(AsnType *father, AsnType *comp, TypeFuncRun &run) {
         break;
     case TYP_SEQOF:
     case TYP_SETOF:
-        cBeginForLoop(run.outFile, father, comp, run.info.reverseComps);
+        cBeginForLoop(run.outFile, father, run.info.reverseComps);
         break;
     case TYP_CHOICE:
         beginAlternative(father, comp, run);
@@ -177,7 +177,7 @@ void traverseCompPostfix(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     case TYP_SEQ:
     case TYP_SET:
         if (isOptional(comp))
-            cEndTestOptionalComp(run.outFile, father, comp);
+            cEndTestOptionalComp(run.outFile, comp);
         break;
     case TYP_SEQOF:
     case TYP_SETOF:
@@ -238,7 +238,7 @@ void constructCompPrefix(AsnType *father, AsnType *comp, TypeFuncRun &run) {
 /* The element is counted, the loop ends, and what is beyond a limit is read over. */
 void constructListElemPostfix(AsnType *father, AsnType *comp, TypeFuncRun &run) {
     int file = run.outFile;
-    cIncListSize(file, father, comp);
+    cIncListSize(file, father);
     if (getVF(father) != VF_LIST && getVFSize(father) != VF_NONE) {
         putF(file, cNVarRef(), "++;\n");
     }

@@ -16,9 +16,8 @@ namespace {
 int constraintDepth = 0;
 
 /* Fills a handle from a record, whose number may lead nowhere. */
-void initAsnConstraint(AsnConstraint *handle, AsnType *type, ModRec *module, RecNr nr) {
+void initAsnConstraint(AsnConstraint *handle, ModRec *module, RecNr nr) {
     readRec(module, REC_SUB, nr);
-    handle->type = type;
     handle->module = module;
     handle->sub = subRec;
 }
@@ -34,12 +33,12 @@ void forConstraint(AsnType *type, const AsnConstraint *constraint, int kind,
         return;
     const NestingGuard level(&constraintDepth, constraint->module, MAX_NESTING);
     AsnConstraint child;
-    initAsnConstraint(&child, type, constraint->module, constraint->sub.first);
+    initAsnConstraint(&child, constraint->module, constraint->sub.first);
     func(type, &child);
 }
 
 /* A constraint with a list of elements; one handle serves them all. */
-void forSetConstraint(AsnType *type, const AsnConstraint *constraint, int kind,
+void forSetConstraint(const AsnConstraint *constraint, int kind,
                       Call<void(AsnConstraint *element, int nbr)> func) {
     if (constraint->sub.subKind != kind)
         return;
@@ -50,7 +49,7 @@ void forSetConstraint(AsnType *type, const AsnConstraint *constraint, int kind,
     int nbr = 0;
     for (RecNr nr = constraint->sub.first; nr != 0;) {
         guard.step(module);
-        initAsnConstraint(&element, type, module, nr);
+        initAsnConstraint(&element, module, nr);
         nr = element.sub.next;
         func(&element, nbr++);
     }
@@ -63,7 +62,6 @@ bool fillFromList(AsnConstraint *constraint, AsnType *type, int place) {
         return false;
     const NodePlace &node = places[places.size() - 1 - static_cast<std::size_t>(place)];
     readRec(node.module, REC_SUB, node.nr);
-    constraint->type = type;
     constraint->module = node.module;
     constraint->sub = subRec;
     return true;
@@ -155,7 +153,7 @@ bool componentConstraint(AsnConstraint *dst, AsnType *type, const AsnConstraint 
     const bool full = (constraint->sub.subFlags & SUB_FULL_SPECIFICATION) != 0;
     const auto found = index.find({comp->posModule, comp->posRecord});
     if (found != index.end()) {
-        initAsnConstraint(dst, type, constraint->module, found->second);
+        initAsnConstraint(dst, constraint->module, found->second);
         /* An OPTIONAL component that a full specification names must be there. */
         if (full && comp->compStatus == TCS_OPTIONAL && !isPresenceConstraint(dst))
             dst->sub.subFlags |= SUB_PRESENT;
@@ -164,7 +162,6 @@ bool componentConstraint(AsnConstraint *dst, AsnType *type, const AsnConstraint 
     if (!full && getTypeMainType(type) != TYP_CHOICE)
         return false;
     *dst = AsnConstraint{};
-    dst->type = type;
     dst->sub.subKind = SUB_EXCEPTION;
     dst->sub.subFlags = SUB_ABSENT;
     return true;
@@ -257,19 +254,19 @@ const char *subKindName(int kind) {
 
 void forUnionConstraint(AsnType *type, AsnConstraint *constraint,
                         Call<void(AsnType *type, AsnConstraint *element, int nbr)> func) {
-    forSetConstraint(type, constraint, SUB_UNION,
+    forSetConstraint(constraint, SUB_UNION,
                      [&](AsnConstraint *element, int nbr) { func(type, element, nbr); });
 }
 
 void forIntersectionConstraint(AsnType *type, AsnConstraint *constraint,
                                Call<void(AsnType *type, AsnConstraint *element, int nbr)> func) {
-    forSetConstraint(type, constraint, SUB_INTERSECTION,
+    forSetConstraint(constraint, SUB_INTERSECTION,
                      [&](AsnConstraint *element, int nbr) { func(type, element, nbr); });
 }
 
 void forEachCatenatedConstraint(AsnType *type, AsnConstraint *constraint,
                                 Call<void(AsnType *type, AsnConstraint *element)> func) {
-    forSetConstraint(type, constraint, SUB_CATENATION,
+    forSetConstraint(constraint, SUB_CATENATION,
                      [&](AsnConstraint *element, int) { func(type, element); });
 }
 
@@ -282,8 +279,8 @@ void forExceptConstraint(
     const NestingGuard level(&constraintDepth, constraint->module, MAX_NESTING);
     AsnConstraint included;
     AsnConstraint excluded;
-    initAsnConstraint(&included, type, constraint->module, constraint->sub.first);
-    initAsnConstraint(&excluded, type, constraint->module, included.sub.next);
+    initAsnConstraint(&included, constraint->module, constraint->sub.first);
+    initAsnConstraint(&excluded, constraint->module, included.sub.next);
     func(type, &included, &excluded);
 }
 
@@ -371,7 +368,7 @@ void forWithComponentConstraint(
         return;
     const NestingGuard level(&constraintDepth, constraint->module, MAX_NESTING);
     AsnConstraint inner;
-    initAsnConstraint(&inner, type, constraint->module, constraint->sub.first);
+    initAsnConstraint(&inner, constraint->module, constraint->sub.first);
     constrainListType(type, [&](AsnType *, AsnType *elem) { func(type, elem, &inner); });
 }
 

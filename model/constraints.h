@@ -16,7 +16,6 @@ struct AsnValue;
 
 /* One node of a constraint, as seen from the type that it applies to. */
 struct AsnConstraint {
-    AsnType *type = nullptr;  /* borrowed */
     ModRec *module = nullptr; /* of the node; null if the walk made the node up */
     SubRec sub;               /* a copy: flags may differ from the record's */
 };

@@ -118,8 +118,7 @@ namespace {
 /* Where a walk along references ends before the chain does. */
 enum class StopAt {
     ChainEnd,
-    OtherModule, /* at the first record of another module */
-    Definition,  /* there, or at a definition before */
+    Definition, /* at the first definition, or at a record of another module */
 };
 
 /* One step from the current TNode; false if it is the last one. */

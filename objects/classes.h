@@ -80,8 +80,6 @@ bool isBaseObjClassInCurrentModule(AsnObjClass *objClass);
 /* At least one field is optional. */
 bool isOptionalObjClassFields(AsnObjClass *objClass);
 int getNrOfObjClassFields(AsnObjClass *objClass);
-/* Record numbers from 0. */
-RecNr getUniqueBaseObjClassNr(AsnObjClass *objClass);
 std::int32_t getClassDefinitionLine(AsnObjClass *objClass);
 BEClassMetaRec *getBEClassMetaRec(AsnObjClass *objClass);
 /* True if C has no structure for the class, or no type for the type, that the field's values have. */

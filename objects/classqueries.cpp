@@ -56,9 +56,6 @@ int getNrOfObjClassFields(AsnObjClass *objClass) {
     requireClass(objClass, NO_CLASS);
     return objClass->base.nrOfComps;
 }
-RecNr getUniqueBaseObjClassNr(AsnObjClass *objClass) {
-    return objClass->baseRecord - 1;
-}
 std::int32_t getClassDefinitionLine(AsnObjClass *objClass) {
     return objClass->base.lineNr;
 }

@@ -61,9 +61,7 @@ Text foldName(std::string_view name) {
 }
 
 FixRec *appendFixRec(FixChain *fix, std::string_view name) {
-    FixRec *last = fix->records.empty() ? &fix->head : fix->records.back().get();
-    fix->records.push_back(std::make_unique<FixRec>());
-    FixRec *record = last->next = fix->records.back().get();
+    FixRec *record = fix->records.emplace_back(std::make_unique<FixRec>()).get();
     record->id = name.data();
     record->idLen = static_cast<std::int32_t>(name.size());
     fix->byText.emplace(name, record);

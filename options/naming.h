@@ -21,7 +21,6 @@ struct FixRec {
     const char *id = nullptr;   /* from getFixRec the ASN.1 name, null for a nameless node; in a
                                    chain the text of an option from its name on, up to ":" */
     std::int32_t idLen = 0;     /* length of the name in `id` */
-    FixRec *next = nullptr;
 };
 
 /* The naming options of one kind. The head holds what was said of all names; one record follows for

@@ -153,9 +153,9 @@ void showTypeRecordFacts(ModRec *module, RecNr nr) {
     showWrittenOptions(2, module, {position.tedFirst, position.tedLast});
 }
 
-void showValueRecordFacts(ModRec *module, RecNr nr, const char *what) {
+void showValueRecordFacts(ModRec *module, RecNr nr) {
     const VNode position = storedVNode(module, nr);
-    Text text = what + recordText(module, nr, position.lineNr);
+    Text text = "value " + recordText(module, nr, position.lineNr);
     addPart(text, (position.valueFlags & VALUE_EXPORTED) != 0 ? "marked for export" : "");
     showFact(2, text);
     showWrittenOptions(2, module, {position.tedFirst, position.tedLast});
@@ -189,7 +189,7 @@ void showValue(AsnValue *value) {
     const Text name = getRefOf(value) + " ";
     const Text governor = getTypeOfValue(value) == nullptr ? "" : typeInShort(getTypeOfValue(value));
     showLine(0, name + governor + " ::= " + valueText(value));
-    showValueRecordFacts(value->posModule, value->posRecord, "value ");
+    showValueRecordFacts(value->posModule, value->posRecord);
 }
 
 void showClass(AsnObjClass *objClass) {
@@ -215,10 +215,10 @@ void showObject(AsnObject *object) {
     const Text head = orEmpty(object->compId.id) + (" " + className(object->governor)) + " ::= ";
     if (isNamedElsewhere(object)) {
         showLine(0, head + objectText(object));
-        return showValueRecordFacts(object->posModule, object->posRecord, "value ");
+        return showValueRecordFacts(object->posModule, object->posRecord);
     }
     showLine(0, head + "{");
-    showValueRecordFacts(object->posModule, object->posRecord, "value ");
+    showValueRecordFacts(object->posModule, object->posRecord);
     forEachSetting(object, [&](const Text &name, AsnFieldValue *value) {
         showLine(1, name + " " + settingText(value));
         if (value->isDefault)

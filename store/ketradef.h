@@ -402,7 +402,6 @@ struct PicList {
     auto begin() const { return recs.begin(); }
     auto end() const { return recs.end(); }
     std::size_t size() const { return recs.size(); }
-    bool empty() const { return recs.empty(); }
 };
 
 /* Definitions by name. It grows along the definition list as far as lookups have walked so far. */

@@ -189,7 +189,6 @@ TEST(Classes, OtherModulesLendTheirs) {
             ++calls;
             EXPECT_EQ(defId(defined), "FAR");
             EXPECT_EQ(getModuleOf(defined)->modRec->moduleName, "Far_Module");
-            EXPECT_EQ(getUniqueBaseObjClassNr(objClass), getUniqueBaseObjClassNr(defined));
         });
         EXPECT_EQ(calls, 1);
     });

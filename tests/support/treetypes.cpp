@@ -79,10 +79,6 @@ TypeNode TypeNode::asArray() const {
     return *this;
 }
 
-TypeNode TypeNode::asDynamicArray() const {
-    return asArray().option(OPT_DYNAMIC_ARRAY);
-}
-
 TypeNode TypeNode::option(TypeOption bit) const {
     rec().optionBits |= optionMask(bit);
     return *this;

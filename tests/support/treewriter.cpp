@@ -63,10 +63,6 @@ void TreeWriter::backendOption(std::string_view text) {
     moduleOptions.push_back({TED_BACKEND_OPTION, str(text)});
 }
 
-void TreeWriter::text(std::string_view place, std::string_view line) {
-    moduleOptions.push_back({TED_TEXT, str("-" + std::string(place) + " " + std::string(line))});
-}
-
 std::string TreeWriter::bytes() {
     finish();
     return asntree::storedBytes(*this);
@@ -136,25 +132,3 @@ void pokeCount(std::string &file, RecKind kind, std::int32_t count) {
              static_cast<std::uint32_t>(count));
 }
 
-bool addModuleOption(std::string &file, std::string_view option) {
-    constexpr std::size_t FIRST_OFFSET = 104, LAST_OFFSET = 108;
-    const auto teds = static_cast<std::int32_t>(countOf(file, REC_TED));
-    const auto strings = static_cast<std::int32_t>(countOf(file, REC_STRI8));
-    const std::uint32_t first = peekTree(file, FIRST_OFFSET, 4);
-    if (first != 0 && peekTree(file, LAST_OFFSET, 4) != static_cast<std::uint32_t>(teds))
-        return false;
-    asntree::Tree piece;
-    piece.keepCounts = true;
-    piece.tedRecs.push_back({TED_OPTION, strings + 1});
-    const std::string record = asntree::storedBytes(piece);
-    piece.str(option);
-    const std::string text = asntree::storedBytes(piece).substr(record.size());
-    file.insert(recordOffset(file, REC_STRI8, strings + 1), text);
-    file.insert(recordOffset(file, REC_TED, teds + 1), record);
-    pokeCount(file, REC_TED, teds + 1);
-    pokeCount(file, REC_STRI8, strings + 1);
-    if (first == 0)
-        pokeTree(file, FIRST_OFFSET, 4, static_cast<std::uint32_t>(teds + 1));
-    pokeTree(file, LAST_OFFSET, 4, static_cast<std::uint32_t>(teds + 1));
-    return true;
-}

@@ -79,9 +79,8 @@ struct TypeNode {
 
     /* How the value is held in C, and its control member. Without them finish() chooses. */
     TypeNode form(ValueForm value, ValueForm control = VF_NONE) const;
-    TypeNode asList() const;         /* LIST */
-    TypeNode asArray() const;        /* static array */
-    TypeNode asDynamicArray() const; /* array behind a pointer */
+    TypeNode asList() const;  /* LIST */
+    TypeNode asArray() const; /* static array */
 
     TypeNode option(TypeOption bit) const;
     TypeNode flag(TypeFlag bit) const;
@@ -157,10 +156,9 @@ struct TreeWriter : asntree::Tree {
     std::int32_t import(std::string_view moduleName, std::string_view filePrefix,
                         bool follow = true);
     void source(std::string_view directory, std::string_view fileName);
-    /* General option ("-PREFIX=abc"), back-end option, and embedded text of the module. */
+    /* General option ("-PREFIX=abc") and back-end option of the module. */
     void option(std::string_view text);
     void backendOption(std::string_view text);
-    void text(std::string_view place, std::string_view line);
 
     /* --- types; none of these is in a list yet --- */
 
@@ -311,6 +309,3 @@ std::uint32_t peekTree(const std::string &file, std::size_t offset, int width);
 void pokeTree(std::string &file, std::size_t offset, int width, std::uint64_t number);
 /* The header's count of a kind. */
 void pokeCount(std::string &file, RecKind kind, std::int32_t count);
-/* Appends a general option ("-TPREF=X") to those of the module. The module's options must be the
-   last ones of the file, or there must be none; false if that isn't so. */
-bool addModuleOption(std::string &file, std::string_view option);
