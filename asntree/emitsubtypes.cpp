@@ -5,7 +5,6 @@
 #include "asntree/reading.h"
 #include "asntree/references.h"
 #include "asntree/tags.h"
-#include "store/ketramac.h"
 
 /* Expressions of constraints, record by record. A result of 0 stands for an expression that the tree
    can't hold, and that therefore restricts nothing. */

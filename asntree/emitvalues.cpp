@@ -1,7 +1,6 @@
 #include "asntree/emitter.h"
 
 #include "asntree/octets.h"
-#include "store/ketramac.h"
 
 /* Values: definitions, defaults, ends of ranges, settings of objects. */
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "asntree/listtext.h"
+#include "store/recordwords.h"
 
 namespace asntree {
 

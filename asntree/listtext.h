@@ -3,7 +3,6 @@
 #include <unordered_set>
 
 #include "asntree/listing.h"
-#include "store/recordwords.h"
 
 /* What the files that make listings share. Trees from elsewhere may hold any numbers, so each
    access to a record is checked, and the whole listing bounded. */

@@ -2,6 +2,7 @@
 #include <iterator>
 
 #include "asntree/listtext.h"
+#include "store/recordwords.h"
 
 /* Values, constraints and tags in listings. */
 

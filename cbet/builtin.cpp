@@ -3,11 +3,8 @@
 #include "base/files.h"
 #include "cbet/builtintypes.h"
 #include "cbet/forms.h"
-#include "model/modules.h"
 #include "model/tags.h"
-#include "model/typeextension.h"
 #include "model/typequeries.h"
-#include "options/ketracnf.h"
 
 /* --- names of run-time functions --- */
 

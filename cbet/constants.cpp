@@ -1,7 +1,6 @@
 #include "cbet/constants.h"
 
 #include "base/fatal.h"
-#include "base/files.h"
 #include "model/typequeries.h"
 #include "model/valuequeries.h"
 

@@ -1,7 +1,6 @@
 #include "cbet/control.h"
 
 #include "cbet/forms.h"
-#include "model/compwalk.h"
 #include "model/typeextension.h"
 #include "model/typequeries.h"
 #include "model/typetables.h"

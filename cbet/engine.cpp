@@ -6,7 +6,7 @@
 #include "cbet/engineparts.h"
 #include "cbet/forms.h"
 #include "cbet/functions.h"
-#include "cbet/vars.h"
+#include "model/compwalk.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/stamps.h"

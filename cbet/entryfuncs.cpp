@@ -13,7 +13,6 @@
 #include "model/constraints.h"
 #include "model/iterators.h"
 #include "model/modules.h"
-#include "model/typenames.h"
 #include "model/typequeries.h"
 #include "options/ketracnf.h"
 #include "project/ketratavi.h"

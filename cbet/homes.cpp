@@ -1,12 +1,10 @@
 #include "cbet/homes.h"
 
-#include "base/files.h"
 #include "cbet/forms.h"
 #include "cbet/names.h"
 #include "cbet/vars.h"
 #include "model/backend.h"
 #include "model/typeextension.h"
-#include "model/typenames.h"
 #include "model/typequeries.h"
 
 namespace {

@@ -8,8 +8,6 @@
 #include "cbet/reports.h"
 #include "cbet/vars.h"
 #include "model/modules.h"
-#include "model/typeextension.h"
-#include "model/typenames.h"
 #include "model/typequeries.h"
 #include "options/ketracnf.h"
 

@@ -17,7 +17,6 @@
 #include "model/modules.h"
 #include "model/stamps.h"
 #include "project/ketratavi.h"
-#include "store/tree.h"
 
 const char *const velmoUsage[] = {
     "Usage:",

@@ -8,6 +8,7 @@
 #include "model/hooks.h"
 #include "options/catalogue.h"
 #include "options/hooks.h"
+#include "options/ketracnf.h"
 #include "project/ketratavi.h"
 #include "store/tree.h"
 

@@ -2,6 +2,7 @@
 
 #include "base/fatal.h"
 #include "driver/driver.h"
+#include "model/compwalk.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/typeextension.h"

@@ -12,7 +12,7 @@
 #include "gen/fillvalues.h"
 #include "gen/leafcalls.h"
 #include "gen/nameddefs.h"
-#include "model/iterators.h"
+#include "model/compwalk.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"

@@ -6,7 +6,6 @@
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "gen/settables.h"
-#include "model/modules.h"
 #include "objects/classes.h"
 #include "objects/objects.h"
 #include "objects/objectsets.h"

@@ -9,7 +9,7 @@
 #include "gen/fileset.h"
 #include "gen/meta.h"
 #include "gen/typeshape.h"
-#include "model/iterators.h"
+#include "model/compwalk.h"
 #include "model/modules.h"
 #include "model/stamps.h"
 #include "model/typepath.h"

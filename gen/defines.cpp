@@ -6,7 +6,7 @@
 #include "gen/entrytable.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
-#include "model/iterators.h"
+#include "model/compwalk.h"
 #include "model/modules.h"
 #include "model/typeextension.h"
 #include "model/typequeries.h"

@@ -14,7 +14,6 @@
 #include "gen/messages.h"
 #include "gen/meta.h"
 #include "model/compwalk.h"
-#include "model/iterators.h"
 #include "model/modules.h"
 #include "model/tags.h"
 #include "model/typeextension.h"

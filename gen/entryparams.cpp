@@ -6,8 +6,8 @@
 #include "cbet/names.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
+#include "model/compwalk.h"
 #include "model/iterators.h"
-#include "model/modules.h"
 #include "model/typequeries.h"
 #include "project/ketratavi.h"
 

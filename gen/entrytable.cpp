@@ -20,7 +20,6 @@
 #include "model/tags.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
-#include "objects/objectsets.h"
 #include "options/ketracnf.h"
 #include "project/ketratavi.h"
 

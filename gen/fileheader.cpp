@@ -4,7 +4,6 @@
 #include "base/toolinfo.h"
 #include "model/modules.h"
 #include "options/ketracnf.h"
-#include "store/tree.h"
 
 namespace {
 

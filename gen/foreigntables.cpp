@@ -6,6 +6,7 @@
 #include "cbet/forms.h"
 #include "gen/fileset.h"
 #include "gen/objecttables.h"
+#include "model/compwalk.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/typequeries.h"

@@ -9,7 +9,6 @@
 #include "cbet/typefuncinfo.h"
 #include "gen/messages.h"
 #include "model/any.h"
-#include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"
 #include "model/valuesets.h"

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "base/toolinfo.h"
 #include "gen/fileset.h"
 #include "model/backend.h"
 #include "model/modules.h"

@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "base/fatal.h"
 #include "base/files.h"
 #include "cbet/names.h"
 #include "gen/classes.h"

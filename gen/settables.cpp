@@ -10,7 +10,6 @@
 #include "gen/objecttables.h"
 #include "gen/staticvalues.h"
 #include "model/modules.h"
-#include "model/typequeries.h"
 #include "model/valuequeries.h"
 #include "objects/fieldvalues.h"
 #include "objects/objectorder.h"

@@ -7,7 +7,7 @@
 #include "cbet/forms.h"
 #include "cbet/names.h"
 #include "gen/fileset.h"
-#include "model/iterators.h"
+#include "model/compwalk.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "model/typequeries.h"

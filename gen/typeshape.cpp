@@ -9,7 +9,7 @@
 #include "cbet/names.h"
 #include "gen/fileset.h"
 #include "gen/meta.h"
-#include "model/iterators.h"
+#include "model/compwalk.h"
 #include "model/modules.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"

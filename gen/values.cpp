@@ -7,7 +7,6 @@
 #include "gen/fileset.h"
 #include "gen/messages.h"
 #include "gen/meta.h"
-#include "model/modules.h"
 #include "model/stamps.h"
 #include "model/typequeries.h"
 #include "model/valuequeries.h"

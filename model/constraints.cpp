@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "model/compwalk.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/typequeries.h"

@@ -2,7 +2,6 @@
 
 #include "base/call.h"
 #include "model/backend.h"
-#include "model/compwalk.h"
 
 /* Walks over the types of a module, and from a type to what it is defined by. `nbr` counts calls
    from 0. A missing call-back is fatal error 18; a list without end is fatal error 15. */

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "model/hooks.h"
-#include "options/catalogue.h"
 #include "options/ketracnf.h"
 #include "options/naming.h"
 #include "store/records.h"

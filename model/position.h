@@ -2,7 +2,6 @@
 
 #include "model/backend.h"
 #include "store/classify.h"
-#include "store/ketramac.h"
 #include "store/records.h"
 
 /* How all handles are filled: the position and the base that they have in common. */

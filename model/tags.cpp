@@ -1,8 +1,7 @@
 #include "model/tags.h"
 
 #include "base/files.h"
-#include "model/iterators.h"
-#include "model/typetables.h"
+#include "model/compwalk.h"
 #include "store/records.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "model/typeextension.h"
 
-#include "model/iterators.h"
+#include "model/compwalk.h"
 #include "model/typequeries.h"
 #include "store/ketramac.h"
 

@@ -1,6 +1,5 @@
 #include "model/typenames.h"
 
-#include "model/modules.h"
 #include "model/typequeries.h"
 #include "model/typetables.h"
 #include "options/naming.h"

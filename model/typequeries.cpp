@@ -1,15 +1,12 @@
 #include "model/typequeries.h"
 
-#include "model/iterators.h"
 #include "model/modules.h"
 #include "model/typeextension.h"
 #include "model/typenames.h"
 #include "options/ketracnf.h"
 #include "options/naming.h"
-#include "store/classify.h"
 #include "store/ketramac.h"
 #include "store/records.h"
-#include "store/strings.h"
 
 namespace {
 

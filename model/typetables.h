@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/typetable.h"
+#include "store/ketradef.h"
 
 /* What is fixed for each status and value form; for kinds of type see store/typetable.h. */
 

@@ -2,10 +2,7 @@
 
 #include <algorithm>
 
-#include "model/modules.h"
-#include "model/typequeries.h"
 #include "model/valuequeries.h"
-#include "model/valuesets.h"
 
 /* Named numbers and bits, and items of enumerations. They are values of the module that wrote
    them, even where another one uses the type. */

@@ -1,14 +1,11 @@
 #include "model/typewalk.h"
 
 #include "model/hooks.h"
-#include "model/modules.h"
 #include "model/position.h"
 #include "model/setarithmetic.h"
-#include "model/tags.h"
 #include "model/typechain.h"
 #include "model/typepath.h"
 #include "model/typequeries.h"
-#include "model/typetables.h"
 
 namespace {
 

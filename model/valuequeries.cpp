@@ -1,6 +1,5 @@
 #include "model/valuequeries.h"
 
-#include "base/files.h"
 #include "model/modules.h"
 #include "model/valuesets.h"
 #include "options/ketracnf.h"

@@ -2,13 +2,13 @@
 
 #include <cstring>
 
+#include "model/compwalk.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/position.h"
 #include "model/typequeries.h"
 #include "model/typewalk.h"
 #include "model/valuequeries.h"
-#include "store/strings.h"
 #include "store/values.h"
 
 namespace {

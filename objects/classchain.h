@@ -3,8 +3,6 @@
 #include "base/call.h"
 #include "model/position.h"
 #include "options/naming.h"
-#include "store/ketramac.h"
-#include "store/strings.h"
 
 /* From the record at which a class or an object set is met to the class behind it, with what is
    gathered on the way. All of these work on the current TNode. */

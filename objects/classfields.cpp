@@ -3,8 +3,8 @@
 #include "model/typequeries.h"
 #include "model/typewalk.h"
 #include "model/walk.h"
-#include "objects/classchain.h"
 #include "objects/classes.h"
+#include "store/classify.h"
 
 namespace {
 

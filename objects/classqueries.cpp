@@ -1,8 +1,6 @@
 #include "base/fatal.h"
-#include "model/modules.h"
-#include "model/typetables.h"
-#include "objects/classchain.h"
 #include "objects/classes.h"
+#include "store/records.h"
 
 namespace {
 

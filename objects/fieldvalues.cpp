@@ -1,6 +1,5 @@
 #include "objects/fieldvalues.h"
 
-#include "model/modules.h"
 #include "store/classify.h"
 #include "store/ketramac.h"
 #include "store/records.h"

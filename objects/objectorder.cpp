@@ -3,7 +3,6 @@
 #include <unordered_map>
 
 #include "base/fatal.h"
-#include "model/modules.h"
 #include "objects/fieldvalues.h"
 #include "objects/objectsets.h"
 #include "store/records.h"

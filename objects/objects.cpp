@@ -1,11 +1,9 @@
 #include "objects/objects.h"
 
 #include "base/fatal.h"
-#include "model/modules.h"
 #include "model/position.h"
 #include "model/walk.h"
 #include "options/naming.h"
-#include "store/strings.h"
 
 /* An object is a value whose governor is a class. An inline object has a record like any other,
    and no name. */

@@ -1,7 +1,6 @@
 #include "objects/objectsets.h"
 
 #include "base/fatal.h"
-#include "model/modules.h"
 #include "model/walk.h"
 #include "objects/classchain.h"
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "base/call.h"
-#include "options/ketracnf.h"
+#include "store/ketradef.h"
 
 /* The general options, and the passes that apply the options of a tree or of the command line to a
    module. */

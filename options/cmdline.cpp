@@ -8,6 +8,7 @@
 #include "base/files.h"
 #include "options/checkers.h"
 #include "options/hooks.h"
+#include "options/ketracnf.h"
 #include "store/records.h"
 #include "store/strings.h"
 #include "store/tree.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "options/ketracnf.h"
+#include "store/ketradef.h"
 
 /* The command line and the option files that it names. It is read twice: once before any tree, for
    the modules and where to find them, and once for each module, to store its options. */

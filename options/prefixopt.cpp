@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <cstring>
 
-#include "options/checkers.h"
 #include "options/ketracnf.h"
 #include "store/strings.h"
 #include "store/tree.h"

@@ -6,7 +6,6 @@
 #include "model/typenames.h"
 #include "model/typequeries.h"
 #include "model/typewalk.h"
-#include "model/valuequeries.h"
 #include "objects/classes.h"
 #include "objects/objects.h"
 #include "objects/objectsets.h"

@@ -2,8 +2,6 @@
 
 #include "model/constraints.h"
 #include "model/typenames.h"
-#include "model/typequeries.h"
-#include "model/valuequeries.h"
 #include "show/references.h"
 #include "show/writer.h"
 #include "store/records.h"

@@ -8,8 +8,6 @@
 #include "show/references.h"
 #include "show/writer.h"
 #include "store/records.h"
-#include "store/strings.h"
-#include "store/tree.h"
 
 namespace {
 

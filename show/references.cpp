@@ -4,7 +4,6 @@
 
 #include "model/backend.h"
 #include "store/classify.h"
-#include "store/ketramac.h"
 #include "store/records.h"
 #include "store/strings.h"
 

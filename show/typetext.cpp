@@ -1,7 +1,6 @@
 #include "show/texts.h"
 
 #include "model/compwalk.h"
-#include "model/constraints.h"
 #include "model/tags.h"
 #include "model/typequeries.h"
 #include "model/typevalues.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/ketravar.h"
+#include "store/ketradef.h"
 
 /* The lowest and the highest value, or size, that a type allows once all its constraints are taken
    together.

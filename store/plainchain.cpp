@@ -3,7 +3,6 @@
 #include <unordered_map>
 #include <vector>
 
-#include "store/ketramac.h"
 #include "store/records.h"
 
 namespace {

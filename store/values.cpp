@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "base/fatal.h"
 #include "store/classify.h"
-#include "store/ketramac.h"
 #include "store/records.h"
 #include "store/strings.h"
 

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "base/fatal.h"
 
 namespace {
 

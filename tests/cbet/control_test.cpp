@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "cbet/control.h"
-#include "model/iterators.h"
+#include "model/compwalk.h"
 #include "model/typepath.h"
 #include "model/typequeries.h"
 #include "tests/support/inprocess.h"

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "base/files.h"
-#include "cbet/engine.h"
 #include "model/typenames.h"
 #include "store/records.h"
 #include "tests/support/cbetrun.h"

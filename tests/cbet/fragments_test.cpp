@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "base/files.h"
 #include "cbet/comptests.h"
 #include "cbet/extensions.h"
 #include "cbet/functions.h"

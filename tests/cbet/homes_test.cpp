@@ -4,12 +4,11 @@
 
 #include "base/files.h"
 #include "cbet/constants.h"
+#include "cbet/forms.h"
 #include "cbet/functions.h"
 #include "cbet/homes.h"
-#include "cbet/forms.h"
 #include "cbet/vars.h"
 #include "model/backend.h"
-#include "model/typequeries.h"
 #include "tests/support/inprocess.h"
 
 namespace {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "cbet/names.h"
 #include "cbet/forms.h"
-#include "model/iterators.h"
+#include "cbet/names.h"
+#include "model/compwalk.h"
 #include "model/modules.h"
 #include "model/typequeries.h"
 #include "model/typevalues.h"

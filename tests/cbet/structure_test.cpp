@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "base/files.h"
-#include "gen/generators.h"
 #include "gen/fileset.h"
+#include "gen/generators.h"
 #include "model/modules.h"
 #include "tests/support/cbetrun.h"
 

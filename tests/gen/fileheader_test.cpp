@@ -4,9 +4,8 @@
 
 #include "base/files.h"
 #include "base/toolinfo.h"
-#include "model/modules.h"
+#include "model/backend.h"
 #include "options/ketracnf.h"
-#include "store/tree.h"
 #include "tests/support/runtool.h"
 
 namespace {

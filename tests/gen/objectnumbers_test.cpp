@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "model/modules.h"
 #include "objects/objectsets.h"
 #include "tests/support/inprocess.h"
 

@@ -1,7 +1,6 @@
 #include "model/compwalk.h"
 
 #include "model/typeextension.h"
-#include "store/records.h"
 #include "tests/model/handletexts.h"
 #include "tests/model/modelsetup.h"
 

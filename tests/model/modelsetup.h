@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "model/compwalk.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/typenames.h"

@@ -1,7 +1,5 @@
 #include "model/modules.h"
 
-#include "store/strings.h"
-#include "store/tree.h"
 #include "tests/model/modelsetup.h"
 
 namespace {

@@ -2,10 +2,7 @@
 
 #include "model/any.h"
 #include "model/iterators.h"
-#include "model/stamps.h"
-#include "model/typetables.h"
 #include "model/valuesets.h"
-#include "store/records.h"
 #include "tests/model/handletexts.h"
 #include "tests/model/modelsetup.h"
 

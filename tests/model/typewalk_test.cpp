@@ -4,7 +4,6 @@
 #include "model/hooks.h"
 #include "model/iterators.h"
 #include "model/stamps.h"
-#include "store/records.h"
 #include "tests/model/handletexts.h"
 #include "tests/model/modelsetup.h"
 

@@ -1,6 +1,5 @@
 #include "model/valuewalk.h"
 
-#include "model/hooks.h"
 #include "model/typequeries.h"
 #include "model/typevalues.h"
 #include "tests/model/modelsetup.h"

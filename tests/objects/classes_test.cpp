@@ -1,9 +1,6 @@
 #include "objects/classes.h"
 
-#include "base/fatal.h"
 #include "model/hooks.h"
-#include "model/iterators.h"
-#include "model/stamps.h"
 #include "store/records.h"
 #include "tests/model/handletexts.h"
 #include "tests/model/modelsetup.h"

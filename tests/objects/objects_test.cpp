@@ -1,8 +1,9 @@
 #include "objects/objects.h"
 
+#include "model/typequeries.h"
+#include "model/valuequeries.h"
 #include "objects/fieldvalues.h"
 #include "objects/objectorder.h"
-#include "objects/objectsets.h"
 #include "tests/model/handletexts.h"
 #include "tests/model/modelsetup.h"
 

@@ -1,8 +1,6 @@
 #include "objects/objectsets.h"
 
-#include "base/fatal.h"
 #include "model/modules.h"
-#include "store/records.h"
 #include "tests/model/modelsetup.h"
 
 namespace {

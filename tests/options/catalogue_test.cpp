@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "gen/meta.h"
-#include "store/tree.h"
+#include "store/ketravar.h"
 #include "tests/support/optionmodule.h"
 
 namespace {

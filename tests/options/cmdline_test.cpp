@@ -5,9 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/fatal.h"
-#include "options/hooks.h"
 #include "store/strings.h"
-#include "store/tree.h"
 #include "tests/support/optionmodule.h"
 #include "tests/support/runtool.h"
 

@@ -9,7 +9,6 @@
 #include "options/prefixopt.h"
 #include "store/records.h"
 #include "store/strings.h"
-#include "store/tree.h"
 #include "tests/support/optionmodule.h"
 
 namespace {

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "store/records.h"
-#include "store/strings.h"
 #include "tests/support/loadtree.h"
 
 namespace {

@@ -8,6 +8,7 @@
 #include "cbet/homes.h"
 #include "cbet/vars.h"
 #include "gen/meta.h"
+#include "model/compwalk.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/stamps.h"

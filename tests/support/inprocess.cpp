@@ -6,6 +6,7 @@
 
 #include "cbet/cbet.h"
 #include "driver/driver.h"
+#include "model/compwalk.h"
 #include "model/iterators.h"
 #include "model/modules.h"
 #include "model/typenames.h"

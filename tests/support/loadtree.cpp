@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "store/strings.h"
 #include "store/tree.h"
 
 ModRec *nameModule(const WorkDir &dir, const std::string &prefix) {
