@@ -34,7 +34,6 @@ void installHooks() {
 
     nameHooks.avoidsCPlusPlusWords = avoidsCPlusPlusWords;
 
-
     modelHooks.initBEModMetaRec = initBEModMetaRec;
     modelHooks.newBETypMetaRec = newBETypMetaRec;
     modelHooks.deleteBETypMetaRec = deleteBETypMetaRec;

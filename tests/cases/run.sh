@@ -173,7 +173,10 @@ run() {
       bits) bits+=("${words[*]}"); setBits "${words[@]}" ;;
       velmo) generate "${words[@]}" ;;
       tree)
-        "$build/velmo-show" -PREFIXLEN=32 "$prefix" "${words[@]}" 2>&1 | section "tree${words[*]:+ ${words[*]}}"
+        "$build/velmo-show" -PREFIXLEN=32 "$prefix" "${words[@]}" >show.txt 2>&1
+        status=$?
+        section "tree${words[*]:+ ${words[*]}}" <show.txt
+        [ $status = 0 ] || echo "status $status"
         ran=${ran:-shown} ;;
       with)
         echo "== with ${words[*]}"
