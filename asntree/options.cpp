@@ -163,14 +163,13 @@ void placeOptionFiles(Settings &settings, Sources &sources) {
     }
 }
 
-const char *usageText() {
-    return R"(Usage:
+constexpr const char *USAGE = R"(Usage:
 
   asntree [options] [+option-file ...] FILE ...
   asntree --list TREE.stx ...
 
-Compiles ASN.1 modules into syntax trees. FILE is a path, or a prefix x that stands for x.asn, x.asn1
-or x.ASN in one of the directories of -A=.
+Compiles ASN.1 modules into syntax trees. FILE is a path, or a prefix x that stands for x.asn,
+x.asn1, x.ASN or x.ASN1 in one of the directories of -A=.
 
 Where things are:
   -A=directory            where sources are looked for; may be repeated
@@ -214,6 +213,9 @@ All other options are stored in the trees; -BEO=VELMO=... are those of velmo. Op
 
 Option files hold an option or file a line, and lines "@Module.Type.component words".
 )";
+
+const char *usageText() {
+    return USAGE;
 }
 
 std::string versionText() {

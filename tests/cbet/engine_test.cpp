@@ -59,26 +59,7 @@ void step(const char *word, AsnType *type, TypeFuncRun &run) {
     putF(run.outFile, word, " ", name, ";\n");
 }
 
-TEST(Engine, StepsComeInTheirOrder) {
-    TreeWriter w("Mod", "mod");
-    w.define("Outer", w.sequence({w.comp("in", w.sequence({w.comp("x", w.null())})),
-                                  w.comp("leaf", w.ref("Leaf"))}))
-        .entry();
-    w.define("Leaf", w.boolean()).entry();
-    CbetRun run(w);
-    TypeFuncInfo info = CbetRun::notingInfo(decodingKind);
-    using T = AsnType;
-    using R = TypeFuncRun;
-    info.noBodyFunc = [](T *t, R &r) { step("noBody", t, r); };
-    info.struPrefixFunc = [](T *t, R &r) { step("struPrefix", t, r); };
-    info.isCompFunc = [](T *t, R &r) { step("isComp", t, r); };
-    info.compPrefixFunc = [](T *t, R &r) { step("compPrefix", t, r); };
-    info.compPostfixFunc = [](T *t, R &r) { step("compPostfix", t, r); };
-    info.struPostfixFunc = [](T *t, R &r) { step("struPostfix", t, r); };
-    info.entryPrefixFunc = [](T *t, R &r) { step("entryPrefix", t, r); };
-    info.entryPostfixFunc = [](T *t, R &r) { step("entryPostfix", t, r); };
-    run.generate(info);
-    EXPECT_EQ(run.body(), R"(noBody Leaf;
+constexpr const char *STEPS = R"(noBody Leaf;
 
 void dOuter (ASNG_F(ASNCODG *asncodg) Outer *home)
 {
@@ -112,7 +93,28 @@ entryPrefix Leaf;
 leaf *home;
 entryPostfix Leaf;
 }
-)");
+)";
+
+TEST(Engine, StepsComeInTheirOrder) {
+    TreeWriter w("Mod", "mod");
+    w.define("Outer", w.sequence({w.comp("in", w.sequence({w.comp("x", w.null())})),
+                                  w.comp("leaf", w.ref("Leaf"))}))
+        .entry();
+    w.define("Leaf", w.boolean()).entry();
+    CbetRun run(w);
+    TypeFuncInfo info = CbetRun::notingInfo(decodingKind);
+    using T = AsnType;
+    using R = TypeFuncRun;
+    info.noBodyFunc = [](T *t, R &r) { step("noBody", t, r); };
+    info.struPrefixFunc = [](T *t, R &r) { step("struPrefix", t, r); };
+    info.isCompFunc = [](T *t, R &r) { step("isComp", t, r); };
+    info.compPrefixFunc = [](T *t, R &r) { step("compPrefix", t, r); };
+    info.compPostfixFunc = [](T *t, R &r) { step("compPostfix", t, r); };
+    info.struPostfixFunc = [](T *t, R &r) { step("struPostfix", t, r); };
+    info.entryPrefixFunc = [](T *t, R &r) { step("entryPrefix", t, r); };
+    info.entryPostfixFunc = [](T *t, R &r) { step("entryPostfix", t, r); };
+    run.generate(info);
+    EXPECT_EQ(run.body(), STEPS);
     EXPECT_EQ(fArr[BODY_FILE].indent, 0);
 }
 

@@ -195,6 +195,11 @@ Group|3100|expected id: INTEGER, [0] name: BMPString, [1] pick: Pick, or the end
 Grid|300E3000300A3003160178300316036162|LEN_FAIL
 Grid|30103000300C300316017830051603616263|DIFFERENT at Grid[1][1].cut
 ROWS
+}
+
+# What is wrong in JSON, and rare forms of files.
+testRareInput() {
+  local type json part
   while IFS='|' read -r type json part; do
     gives "$type $json" 1 "$part" sh -c "echo '$json' | '$tool' encode Rare-Forms.$type --in=json"
   done <<'ROWS'
@@ -278,6 +283,7 @@ testValues
 testForms
 testReports
 testRareForms
+testRareInput
 testOwn
 testChanged
 [ $failures = 0 ] || echo "$failures failures"
