@@ -92,9 +92,8 @@ const char *cTagFuncSuff(AsnType *type) {
 
 namespace {
 
-/* "TAG8(TAG_CTX8, TAG_PRI8, 3)", or without each "8" in the wide form. */
-Text tagStri(const AsnTag *tag, bool constructed, bool narrow) {
-    const char *width = narrow && getTagNumber(tag) < FIRST_WIDE_TAG ? "8" : "";
+/* "TAG8(TAG_CTX8, TAG_PRI8, 3)" of the width "8", or without each "8" in the wide form. */
+Text tagStri(const AsnTag *tag, bool constructed, const char *width) {
     return concat("TAG", width, "(", getTagClassStri(tag), width, ", TAG_",
                   constructed ? "STR" : "PRI", width, ", ", getTagNumber(tag), ")");
 }
@@ -103,12 +102,12 @@ Text tagStri(const AsnTag *tag, bool constructed, bool narrow) {
 
 /* TAG8(TAG_CTX8, TAG_PRI8, 3) */
 Text cTagStri(const AsnTag *tag, bool constructed) {
-    return tagStri(tag, constructed, true);
+    return tagStri(tag, constructed, getTagNumber(tag) < FIRST_WIDE_TAG ? "8" : "");
 }
 
 /* TAG(TAG_CTX, TAG_PRI, 3) */
 Text cTag32Stri(const AsnTag *tag, bool constructed) {
-    return tagStri(tag, constructed, false);
+    return tagStri(tag, constructed, "");
 }
 
 void cInnermostTagToF(int file, AsnType *type, bool constructed, const char *behind) {

@@ -31,31 +31,35 @@ void forMarker(AsnType *type, Call<void(AsnType *father, AsnType *marker, int nb
 
 /* --- the place of the member --- */
 
+/* What is asked for of the marker: its member, the place of that, or its content, which lies behind a
+   home where it has one. */
+enum class Marker { Member, Address, Content };
+
 /* A structure whose components have homes: "home->extensionmarker". */
-Text markerPathByComp(AsnType *type, bool addressOf, bool full) {
+Text markerPathByComp(AsnType *type, Marker wanted) {
     Text text;
     forMarker(type, [&](AsnType *father, AsnType *marker, int) {
         if (!cIsHomeComponent(father))
             fatalError(FATAL_INTERNAL, nullptr);
         cAddNameToPath(marker, "extensionmarker");
         const Text home = cHomeRef(marker, HOME_VALUE);
-        if (full)
-            text = (addressOf ? "" : "*") + home + CONTENT_IN_HOME;
+        if (wanted == Marker::Content)
+            text = home + CONTENT_IN_HOME;
         else
-            text = (addressOf ? "&" : "") + home;
+            text = (wanted == Marker::Address ? "&" : "") + home;
         removeElemFromPath();
     });
     return text;
 }
 
-/* Where the marker is kept; `full` asks for the content and not for the place of its home. */
-Text extensionmarkerPath(AsnType *type, bool addressOf, bool full) {
+Text extensionmarkerPath(AsnType *type, Marker wanted) {
     if (cIsHometab(type))
-        return concat(full ? (addressOf ? "" : "*") : (addressOf ? "&" : ""), "hometab [",
-                      getTypeExtensionmarkerCompNbr(type), "]", full ? CONTENT_IN_HOME : "");
+        return concat(wanted == Marker::Address ? "&" : "", "hometab [",
+                      getTypeExtensionmarkerCompNbr(type), "]",
+                      wanted == Marker::Content ? CONTENT_IN_HOME : "");
     if (cIsHomeComponent(type))
-        return markerPathByComp(type, addressOf, full);
-    const HomeForm form = addressOf ? HOME_MEMBER_ADDRESS : HOME_MEMBER;
+        return markerPathByComp(type, wanted);
+    const HomeForm form = wanted == Marker::Member ? HOME_MEMBER : HOME_MEMBER_ADDRESS;
     const char *member = isChoice(type) ? "i1.extensionmarker" : "extensionmarker";
     return (testTypeOption(type, OPT_HOME) ? cStructHome(type, form) : cHomeRef(type, form)) +
            member;
@@ -74,7 +78,7 @@ void testExtensionmarker(int file, AsnType *type, bool present) {
     if (!isTypeExtensionmarkerComp(type))
         return;
     if (cHasCompHomes(type)) {
-        putF(file, present ? "if (" : "if (!", extensionmarkerPath(type, false, false), ")");
+        putF(file, present ? "if (" : "if (!", extensionmarkerPath(type, Marker::Member), ")");
     } else if (isChoice(type)) {
         putF(file, "case ", getTypeExtensionmarkerCompNbr(type), ":\n");
         ++fArr[file].indent;
@@ -107,7 +111,7 @@ void cEndTestExtensionmarker(int file, AsnType *type) {
 
 /* &home->extensionmarker */
 Text cRefExtensionmarker(AsnType *type) {
-    return isTypeExtensionmarkerComp(type) ? extensionmarkerPath(type, true, true) : "";
+    return isTypeExtensionmarkerComp(type) ? extensionmarkerPath(type, Marker::Content) : "";
 }
 
 /* --- first values and release --- */
@@ -118,7 +122,7 @@ namespace {
 void createHomeForExtensionmarker(int file, AsnType *type, GIndex gIndex) {
     putF(file, "createHome (");
     putF(file, cGetHome(type, gIndex), ",");
-    putF(file, " ", extensionmarkerPath(type, true, false), ",");
+    putF(file, " ", extensionmarkerPath(type, Marker::Address), ",");
     if (testTypeOption(type, OPT_SAVE_EXTENSIONS)) {
         putF(file, " VF_STRU,");
         putF(file, " sizeof (", cSpecialType(SPECIAL_EXTENSION_MARKER), "));\n");
@@ -131,7 +135,7 @@ void createHomeForExtensionmarker(int file, AsnType *type, GIndex gIndex) {
 /* initExtensionmarker (&home->extensionmarker); */
 void initContent(int file, AsnType *type) {
     putF(file, "initExtensionmarker (");
-    putF(file, extensionmarkerPath(type, true, true), ");\n");
+    putF(file, extensionmarkerPath(type, Marker::Content), ");\n");
 }
 
 } // namespace

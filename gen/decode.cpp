@@ -13,6 +13,7 @@
 #include "gen/fillvalues.h"
 #include "gen/leafcalls.h"
 #include "gen/meta.h"
+#include "gen/tagtest.h"
 #include "model/compwalk.h"
 #include "model/tags.h"
 #include "model/typeextension.h"
@@ -24,7 +25,6 @@ namespace {
 /* A SET of fewer components, and a CHOICE of fewer alternatives, needs no test which one comes. */
 constexpr int SEVERAL = 2;
 
-constexpr const char *CURRENT_TAG = "d_CurrTag ()";
 constexpr const char *LOOK = "d_LookTagLen ();\n";
 constexpr const char *EOC = "d_EOC ();\n";
 
@@ -78,11 +78,6 @@ void decInnermostCompEOCs(int file, AsnType *type) {
         putF(file, EOC);
 }
 
-/* if (d_CurrTag () == TAG(TAG_CTX, TAG_PRI, 0)) */
-void decTestTag(int file, AsnType *type, bool isElse, bool equal) {
-    printIfTagForBER(file, type, CURRENT_TAG, isElse, equal);
-}
-
 /* Presence tests. */
 
 /* A component of a SEQUENCE that is found by looking ahead, not read with its tag. */
@@ -96,7 +91,7 @@ void decIsSeqComp(int file, AsnType *comp) {
     if (!prevTypeCompIsOptional(comp))
         putF(file, LOOK);
     if (getNrOfTags(comp) > 0 || isOptionalTypeComp(comp))
-        decTestTag(file, comp, false, true);
+        genTagTest(file, comp, {});
 }
 
 /* The end of a list's loop. An ANY without a tag of its own may begin with anything, so the tag is only
@@ -131,12 +126,12 @@ void decIsComp(AsnType *comp, TypeFuncRun &run) {
         break;
     case TYP_SET:
         if (hasSeveralComps(father))
-            decTestTag(file, comp, isElse, true);
+            genTagTest(file, comp, {.isElse = isElse});
         else
             decIsSeqComp(file, comp);
         break;
     case TYP_CHOICE:
-        decTestTag(file, comp, isElse, hasSeveralComps(father));
+        genTagTest(file, comp, {.isElse = isElse, .isEqual = hasSeveralComps(father)});
         if (!hasSeveralComps(father))
             decReport(file, "TAG_FAIL");
         break;
@@ -157,7 +152,7 @@ void decSeqCompPrefix(int file, AsnType *comp) {
     if (seqCompIsTested(comp)) {
         decInnermostCompTags(file, comp, true);
     } else if (prevTypeCompIsOptional(comp)) {
-        decTestTag(file, comp, false, false);
+        genTagTest(file, comp, {.isEqual = false});
         decReport(file, "TAG_FAIL");
         decInnermostCompTags(file, comp, true);
     } else {

@@ -1,7 +1,5 @@
 #include "model/tags.h"
 
-#include "base/files.h"
-#include "model/compwalk.h"
 #include "store/records.h"
 
 namespace {
@@ -49,52 +47,6 @@ bool isLocalTag(const AsnType *type, const DynaNode &entry) {
 constexpr int ALL_TAGS = TAGS_OUTERMOST | TAGS_BETWEEN | TAGS_INNERMOST;
 constexpr int ALL_BUT_INNERMOST = TAGS_OUTERMOST | TAGS_BETWEEN;
 constexpr int ALL_BUT_OUTERMOST = TAGS_BETWEEN | TAGS_INNERMOST;
-
-/* One "if" that compares the current tag. */
-struct TagTest {
-    int file;
-    const char *tagRef;
-    bool equal;
-    int count = 0; /* alternatives written or in `line` */
-    Text line;
-    int nesting = 0;
-    ChainGuard alternatives{REC_TNODE};
-};
-
-void compareWithEnd(TagTest *test) {
-    test->line.append(test->tagRef).append(test->equal ? " != EOC_TAG" : " == EOC_TAG");
-}
-
-void ifTagEqual(TagTest *test, const AsnTag *tag) {
-    appendParts(test->line, {test->tagRef, test->equal ? " == " : " != ", getTagStri(tag, false)});
-}
-
-void compareWithOutermostTag(TagTest *test, AsnType *type) {
-    forOutermostTag(type, [&](AsnType *, const AsnTag *tag, int) { ifTagEqual(test, tag); });
-}
-
-/* An alternative of an untagged CHOICE: on a line of its own, behind the operator. Alternatives
-   that are untagged CHOICEs themselves are flattened; more alternatives than records means a CHOICE
-   that contains itself. */
-void ifChoiceTag(TagTest *test, AsnType *comp) {
-    if (comp->base.mainType == TYP_EXTENSION_MARKER)
-        return;
-    test->alternatives.step(comp->posModule);
-    if (comp->nrOfTags == 0 && comp->base.mainType == TYP_CHOICE) {
-        const NestingGuard guard(&test->nesting, comp->posModule);
-        forEachTypeComp(comp, [&](AsnType *, AsnType *inner, int) { ifChoiceTag(test, inner); });
-        return;
-    }
-    if (test->count > 0) {
-        putF(test->file, test->line.append(test->equal ? " ||\n" : " &&\n"));
-        test->line = " ";
-    }
-    ++test->count;
-    if (comp->nrOfTags == 0)
-        compareWithEnd(test);
-    else
-        compareWithOutermostTag(test, comp);
-}
 
 } // namespace
 
@@ -163,31 +115,6 @@ int getTagNumber(const AsnTag *tag) {
     return tag->tagNumber;
 }
 
-/* Tags in C: the macros of the run-time library, and a comparison with them. */
-
 Text getTagClassStri(const AsnTag *tag) {
     return tagClassWord(tag->tagClass);
-}
-
-Text getTagStri(const AsnTag *tag, bool constructed) {
-    return getTagStriClassNumber(tag->tagClass, constructed, tag->tagNumber);
-}
-
-Text getTagStriClassNumber(int tagClass, bool constructed, std::int32_t number) {
-    return concat("TAG(", tagClassWord(tagClass), constructed ? ", TAG_STR, " : ", TAG_PRI, ",
-                  number, ")");
-}
-
-void printIfTagForBER(int file, AsnType *type, const char *tagRef, bool isElse, bool equal) {
-    TagTest test{file, tagRef == nullptr ? "tag" : tagRef, equal, 0, {}, 0, ChainGuard(REC_TNODE)};
-    test.line = isElse ? "else if (" : "if (";
-    const int mainType = type->base.mainType;
-    if (type->nrOfTags == 0 && mainType == TYP_CHOICE)
-        forEachTypeComp(type, [&](AsnType *, AsnType *comp, int) { ifChoiceTag(&test, comp); });
-    else if (type->nrOfTags == 0 &&
-             (mainType == TYP_ANY || mainType == TYP_OPEN || mainType == TYP_FIELDLIST))
-        compareWithEnd(&test);
-    else
-        compareWithOutermostTag(&test, type);
-    putF(file, test.line.append(")"));
 }

@@ -33,11 +33,3 @@ int getTagNumber(const AsnTag *tag);
 
 /* TAG_UNI, TAG_APP, TAG_CTX, TAG_PRV; empty for another class. */
 Text getTagClassStri(const AsnTag *tag);
-/* TAG(TAG_CTX, TAG_PRI, 3) */
-Text getTagStri(const AsnTag *tag, bool constructed);
-Text getTagStriClassNumber(int tagClass, bool constructed, std::int32_t number);
-
-/* Writes "if (d_CurrTag () == TAG(TAG_CTX, TAG_PRI, 0))" to `file`: the tag expression `tagRef`
-   (null: "tag") is the outermost tag of `type`, or of an alternative of an untagged CHOICE, which
-   stand one on a line; without `equal`, it is none of them. `isElse` puts "else " in front. */
-void printIfTagForBER(int file, AsnType *type, const char *tagRef, bool isElse, bool equal);

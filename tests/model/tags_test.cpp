@@ -1,6 +1,5 @@
 #include "model/tags.h"
 
-#include "base/files.h"
 #include "tests/model/handletexts.h"
 #include "tests/model/modelsetup.h"
 
@@ -105,47 +104,9 @@ TEST(Tags, WalksSelectByPlaceAndGiveIndexes) {
 
 TEST(Tags, Texts) {
     const AsnTag tag{TAG_CTX, 3};
-    EXPECT_EQ(getTagStri(&tag, false), "TAG(TAG_CTX, TAG_PRI, 3)");
-    EXPECT_EQ(getTagStriClassNumber(TAG_APP, true, 31), "TAG(TAG_APP, TAG_STR, 31)");
+    EXPECT_EQ(getTagClassStri(&tag), "TAG_CTX");
     const AsnTag odd{7, 1};
     EXPECT_EQ(getTagClassStri(&odd), "");
-}
-
-/* What printIfTagForBER writes for a definition. */
-std::string ifText(ModelSetup &setup, const std::string &name, const char *tagRef, bool isElse,
-                   bool equal) {
-    initFiles();
-    initF(1, (setup.dir.path() + "/").c_str(), "out.c");
-    openFWithPrefix(1, "");
-    setup.withType(name, [&](AsnType *type) { printIfTagForBER(1, type, tagRef, isElse, equal); });
-    closeF(1);
-    return setup.dir.read("out.c");
-}
-
-TEST(Tags, TestOfTheCurrentTag) {
-    TreeWriter w("Tests", "tests");
-    w.define("Int", w.integer().explicitly(4));
-    w.define("Any", w.any());
-    w.define("Inner", w.choice({w.comp("p", w.null()).implicit(2)}));
-    w.define("Choice",
-             w.choice({w.comp("a", w.integer()).implicit(0), w.comp("b", w.boolean()).implicit(1),
-                       w.marker(), w.comp("c", w.ref("Inner")), w.comp("d", w.any())}));
-    w.define("Self", w.choice({w.comp("s", w.ref("Self"))}));
-    w.define("Twice", w.choice({w.comp("s", w.ref("Twice")), w.comp("t", w.ref("Twice"))}));
-    ModelSetup setup;
-    setup.load(w);
-    EXPECT_EQ(ifText(setup, "Int", nullptr, false, true), "if (tag == TAG(TAG_CTX, TAG_PRI, 4))");
-    EXPECT_EQ(ifText(setup, "Int", "t", true, false), "else if (t != TAG(TAG_CTX, TAG_PRI, 4))");
-    EXPECT_EQ(ifText(setup, "Any", "t", false, true), "if (t != EOC_TAG)");
-    EXPECT_EQ(ifText(setup, "Any", "t", false, false), "if (t == EOC_TAG)");
-    EXPECT_EQ(ifText(setup, "Choice", "d_CurrTag ()", false, true),
-              "if (d_CurrTag () == TAG(TAG_CTX, TAG_PRI, 0) ||\n"
-              " d_CurrTag () == TAG(TAG_CTX, TAG_PRI, 1) ||\n"
-              " d_CurrTag () == TAG(TAG_CTX, TAG_PRI, 2) ||\n"
-              " d_CurrTag () != EOC_TAG)");
-    EXPECT_EQ(ifText(setup, "Inner", "t", true, false), "else if (t != TAG(TAG_CTX, TAG_PRI, 2))");
-    EXPECT_EXIT(ifText(setup, "Self", "t", false, true), exitsWith2, "tests");
-    EXPECT_EXIT(ifText(setup, "Twice", "t", false, true), exitsWith2, "tests");
 }
 
 } // namespace
