@@ -4,13 +4,12 @@
 
 #include "asntree/optionparts.h"
 #include "asntree/words.h"
+#include "base/toolinfo.h"
 #include "options/cmdline.h"
 
 namespace asntree {
 
 namespace {
-
-constexpr const char *VERSION = "1.7";
 
 struct Flag {
     std::string_view name;
@@ -219,8 +218,7 @@ const char *usageText() {
 }
 
 std::string versionText() {
-    return std::string("asntree ") + VERSION + ", trees of version " +
-           std::to_string(TREE_VERSION / 100) + "." + std::to_string(TREE_VERSION % 100) + "\n";
+    return programVersion("asntree") + ", trees of version " + std::to_string(TREE_VERSION / 100) + "." + std::to_string(TREE_VERSION % 100) + "\n";
 }
 
 } // namespace asntree

@@ -8,6 +8,8 @@ Text backendName;
 int backendVersion = 0;
 int backendPatchLevel = 0;
 const char *copyrightNotice = nullptr;
+/* CMakeLists.txt has the numbers. */
+const int houseVersion = VELMO_VERSION_MAJOR * 100 + VELMO_VERSION_MINOR;
 
 namespace {
 
@@ -35,6 +37,10 @@ Text formattedNotice(const char *text) {
 const Text &formatToolCopyright() {
     static const Text notice = formattedNotice(orEmpty(copyrightNotice));
     return notice;
+}
+
+Text programVersion(const char *program) {
+    return concat(program, " ", houseVersion / 100, ".", houseVersion % 100);
 }
 
 Text printVersionStri(int version, int patchLevel) {

@@ -9,6 +9,11 @@ extern int backendVersion; /* major * 100 + minor */
 extern int backendPatchLevel;
 extern const char *copyrightNotice; /* Latin-1; null counts as empty */
 
+/* The version of all programs that are built together: major * 100 + minor. */
+extern const int houseVersion;
+/* "velmo 1.7": how the program of this name answers "--version". */
+Text programVersion(const char *program);
+
 /* "4.07", or "4.07.1" if `patchLevel` is at least 1. */
 Text printVersionStri(int version, int patchLevel);
 

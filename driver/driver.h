@@ -8,6 +8,10 @@ int velmo_main(int argc, char **argv);
 /* Its usage text, line by line, ended by a null entry. */
 extern const char *const velmoUsage[];
 
+/* Answers "--help", with the usage text, and "--version" wherever they stand: true if one of them
+   does, and the run ends with status 0. Fatal error 7 if the answer can't be written. */
+bool answerQuestion(int argc, char **argv, const char *program, const char *const *usageText);
+
 /* Calls `run` on a stack that lets a tree be followed through tens of thousands of types that hold
    one another, and answers what it answers; on the caller's own stack where the system gives no
    other. */

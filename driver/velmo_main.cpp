@@ -1,7 +1,6 @@
 #include "driver/driver.h"
 
 #include <cstdio>
-#include <cstring>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -58,7 +57,6 @@ const char *const velmoUsage[] = {
 namespace {
 
 constexpr const char *TOOL_NAME = "VELMO";
-constexpr int TOOL_VERSION = 107;
 constexpr int TOOL_PATCH_LEVEL = 0;
 constexpr const char *TOOL_COPYRIGHT =
     "Copyright \xA9 2026 the authors of velmo. What it generates is yours.";
@@ -72,24 +70,6 @@ void occupyStandardStreams() {
     while (file >= 0 && file <= STDERR_FILENO);
     if (file >= 0)
         close(file);
-}
-
-/* What all programs of the house answer wherever these words stand, with status 0. True if one
-   of them did. */
-bool answerQuestion(int argc, char **argv) {
-    for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--help") == 0) {
-            for (const char *const *line = velmoUsage; *line != nullptr; ++line)
-                std::printf("%s\n", *line);
-            return true;
-        }
-        if (std::strcmp(argv[i], "--version") == 0) {
-            std::printf("velmo %d.%d, trees of version %d.%d\n", TOOL_VERSION / 100,
-                        TOOL_VERSION % 100, TREE_VERSION / 100, TREE_VERSION % 100);
-            return true;
-        }
-    }
-    return false;
 }
 
 void printProgInfo(AsnModule *module) {
@@ -140,14 +120,12 @@ void printDone(AsnModule *module) {
 int velmo_main(int argc, char **argv) {
     occupyStandardStreams();
     installMemoryHandler();
-    if (answerQuestion(argc, argv)) {
-        checkStandardOutput();
+    if (answerQuestion(argc, argv, "velmo", velmoUsage))
         return 0;
-    }
     copyrightNotice = TOOL_COPYRIGHT;
     installHooks();
     cInitCBET(
-        [&] { initBackend(argc, argv, TOOL_NAME, TOOL_VERSION, TOOL_PATCH_LEVEL, velmoUsage); });
+        [&] { initBackend(argc, argv, TOOL_NAME, houseVersion, TOOL_PATCH_LEVEL, velmoUsage); });
     taviBeginProject();
     forFirstModule(printProgInfo);
     forEachModule(initModule);

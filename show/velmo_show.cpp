@@ -1,7 +1,6 @@
 #include "show/show.h"
 
 #include <cstdio>
-#include <cstring>
 #include <vector>
 
 #include "base/fatal.h"
@@ -12,8 +11,6 @@
 #include "model/valuequeries.h"
 
 namespace {
-
-constexpr int TOOL_VERSION = 107;
 
 constexpr const char *showUsage[] = {
     "Usage:",
@@ -53,22 +50,6 @@ std::vector<char *> takeDefinitions(int argc, char **argv, std::vector<Text> *de
     return arguments;
 }
 
-bool answerQuestion(int argc, char **argv) {
-    for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--help") == 0) {
-            for (const char *const *line = showUsage; *line != nullptr; ++line)
-                std::printf("%s\n", *line);
-            return true;
-        }
-        if (std::strcmp(argv[i], "--version") == 0) {
-            std::printf("velmo-show %d.%d, trees of version %d.%d\n", TOOL_VERSION / 100,
-                        TOOL_VERSION % 100, TREE_VERSION / 100, TREE_VERSION % 100);
-            return true;
-        }
-    }
-    return false;
-}
-
 /* In the first of the named modules that has it. */
 void showNamed(const Text &path) {
     bool found = false;
@@ -83,10 +64,8 @@ void showNamed(const Text &path) {
 
 int velmo_show(int argc, char **argv) {
     installMemoryHandler();
-    if (answerQuestion(argc, argv)) {
-        checkStandardOutput();
+    if (answerQuestion(argc, argv, "velmo-show", showUsage))
         return 0;
-    }
     std::vector<Text> definitions;
     std::vector<char *> arguments = takeDefinitions(argc, argv, &definitions);
     /* velmo's own hooks: options are judged and names are formed as they are there. */
@@ -94,7 +73,7 @@ int velmo_show(int argc, char **argv) {
     noteOptions();
     cInitCBET([&] {
         initBackend(static_cast<int>(arguments.size()) - 1, arguments.data(), "VELMO-SHOW",
-                    TOOL_VERSION, 0, showUsage);
+                    houseVersion, 0, showUsage);
     });
     setInfValueStri("MIN", "MAX", "MINUS-INFINITY", "PLUS-INFINITY");
     if (definitions.empty())

@@ -5,11 +5,11 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "base/toolinfo.h"
+
 namespace tool {
 
 namespace {
-
-constexpr const char *VERSION = "1.7";
 
 /* Options that velmo alone knows; asntree stores them in trees under velmo's name. */
 constexpr std::string_view velmoOptions[] = {
@@ -125,7 +125,7 @@ velmo-tool ldap.asn1 -- -A=modules -DEFINITELEN=NO. The program says with --help
 }
 
 std::string versionText() {
-    return std::string("velmo-tool ") + VERSION + "\n";
+    return programVersion("velmo-tool") + "\n";
 }
 
 } // namespace tool

@@ -1,0 +1,23 @@
+#include "driver/driver.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "base/toolinfo.h"
+#include "store/ketradef.h"
+
+bool answerQuestion(int argc, char **argv, const char *program, const char *const *usageText) {
+    for (int i = 1; i < argc; ++i) {
+        const bool isHelp = std::strcmp(argv[i], "--help") == 0;
+        if (!isHelp && std::strcmp(argv[i], "--version") != 0)
+            continue;
+        for (const char *const *line = usageText; isHelp && *line != nullptr; ++line)
+            std::printf("%s\n", *line);
+        if (!isHelp)
+            std::printf("%s, trees of version %d.%d\n", programVersion(program).c_str(),
+                        TREE_VERSION / 100, TREE_VERSION % 100);
+        checkStandardOutput();
+        return true;
+    }
+    return false;
+}
