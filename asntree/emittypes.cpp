@@ -229,6 +229,15 @@ void checkFixedPlace(Emitter &e, const Words &words, const NumberSet &extent) {
               "`" + word->text + "` can't be obeyed: the size has no upper bound in the tree");
 }
 
+/* A tree has numbers of 63 bits and MAX, so what of a `uint64` lies above them is never out of range. */
+void noteLargeBound(Emitter &e, TreeState &ts, const NumberSet &extent) {
+    constexpr const char *what = "bounds from 9223372036854775807 to 18446744073709551614";
+    if (extent.upper() < Number::ofDigits("18446744073709551615") &&
+        ts.uncheckedNoted.insert(what).second)
+        addNote(e, ts, std::string(what) +
+                           " can't be checked by generated code; this stands for all of them");
+}
+
 void setForm(Emitter &e, TreeState &ts, const Pending &pending, TypeUse base) {
     const int mainType = ts.tree().t(pending.nr).mainType;
     const Words *words = wordsOf(e, pending.item);
@@ -237,6 +246,8 @@ void setForm(Emitter &e, TreeState &ts, const Pending &pending, TypeUse base) {
     const Form form = formOf(mainType, facts);
     if (words != nullptr)
         checkFixedPlace(e, *words, facts.extent);
+    if (mainType == TYP_INTEGER && form.value == VF_UI64 && facts.extent.upper().finite())
+        noteLargeBound(e, ts, facts.extent);
     TNode &node = ts.tree().t(pending.nr);
     node.valueFieldCode = static_cast<std::uint8_t>(form.value);
     node.controlFieldCode = static_cast<std::uint8_t>(form.control);
