@@ -124,7 +124,7 @@ void asnAskXEnum (ASNTSTG *g, EXTENSIBLE_ENUMERATED *value, sint64 low, sint64 h
 #define MOST_DIGITS 5000
 
 /* "-12.5e-3", with the point that the C library takes in the program's language. */
-static BOOLE readDecimalWord (const char *word, REAL128 *value)
+static BOOLE readDecimalWord (const char *word, size_t size, REAL128 *value)
 {
   char text[MOST_DIGITS + 16], *to = text, *end;
   const char *point = localeconv ()->decimal_point;
@@ -143,11 +143,11 @@ static BOOLE readDecimalWord (const char *word, REAL128 *value)
     }
   }
   *to = 0;
-  *value = strtold (text, &end);
+  *value = asnRealOfText (text, &end, size);
   return end != text && !*end && !isinf (*value) && (*value != 0 || asnIsZero (text));
 }
 
-static BOOLE readRealWord (const char *word, REAL128 *value)
+static BOOLE readRealWord (const char *word, size_t size, REAL128 *value)
 {
   if (strcmp (word, "PLUS-INFINITY") == 0)
     *value = (REAL128)HUGE_VAL;
@@ -156,7 +156,7 @@ static BOOLE readRealWord (const char *word, REAL128 *value)
   else if (strcmp (word, "NOT-A-NUMBER") == 0)
     *value = (REAL128)nan ("");
   else
-    return readDecimalWord (word, value);
+    return readDecimalWord (word, size, value);
   return TRUE;
 }
 
@@ -165,7 +165,7 @@ static BOOLE askReal (ASNTSTG *g, const ASN_REAL_RANGE *range, size_t size, REAL
   int error;
   do {
     error = INPUT_FAIL;
-    if (asnPeekWord (g) != ASN_WORD_ || !readRealWord (g->text, value))
+    if (asnPeekWord (g) != ASN_WORD_ || !readRealWord (g->text, size, value))
       continue;
     error = CONSTRAINT_FAIL;
     if (asnRealFits (*value, size) && asnIsInRange (*value, range)) {

@@ -212,6 +212,9 @@ BOOLE asnRealFits (REAL128 value, size_t size);
 void asnPutReal (ASNCODG *g, REAL128 value, int form, int digits);
 /* The number that an encoding's contents stand for; ASN_OK or VALUE_FAIL. */
 int asnRealFromContents (const BYTE_TYPE *p, uint32 len, REAL64 *value);
+/* The number of a text as a form of `size` octets holds it, rounded once; what that has no room for as the
+   widest form has it. `end` as of strtold. */
+REAL128 asnRealOfText (const char *text, char **end, size_t size);
 /* Whether all digits of a decimal number are 0, whatever its exponent. */
 BOOLE asnIsZero (const char *text);
 

@@ -132,10 +132,9 @@ void asnPriXEnum (ASNTSTG *g, const char *name, const EXTENSIBLE_ENUMERATED *val
 /* What becomes of a number when the form that holds it reads the text. */
 static REAL128 readBack (const char *text, int digits)
 {
-  REAL128 value = strtold (text, NULL);
-  if (digits <= FLT_DIG + 3)
-    return (REAL128)(REAL32)value;
-  return digits <= DBL_DIG + 2 ? (REAL128)(REAL64)value : value;
+  return asnRealOfText (text, NULL, digits <= FLT_DIG + 3   ? sizeof (REAL32)
+                                    : digits <= DBL_DIG + 2 ? sizeof (REAL64)
+                                                            : sizeof (REAL128));
 }
 
 /* The decimal point of the program's language becomes a point. */

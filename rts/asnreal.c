@@ -191,8 +191,17 @@ BOOLE asnIsZero (const char *text)
   return TRUE;
 }
 
+REAL128 asnRealOfText (const char *text, char **end, size_t size)
+{
+  const REAL128 widest = strtold (text, end);
+  const REAL128 held = size == sizeof (REAL32)   ? (REAL128)strtof (text, NULL)
+                       : size == sizeof (REAL64) ? (REAL128)strtod (text, NULL)
+                                                 : widest;
+  return isinf (held) || held == 0 ? widest : held;
+}
+
 /* "  -12.5E-3", of which the form says what may be there. */
-static BOOLE readDecimal (int form, const BYTE_TYPE *p, const BYTE_TYPE *end, REAL128 *value)
+static BOOLE readDecimal (int form, const BYTE_TYPE *p, const BYTE_TYPE *end, size_t size, REAL128 *value)
 {
   char text[DECIMAL_TEXT], *to = text;
   const char *point = localeconv ()->decimal_point;
@@ -218,20 +227,20 @@ static BOOLE readDecimal (int form, const BYTE_TYPE *p, const BYTE_TYPE *end, RE
   if (digits == 0 || p != end)
     return FALSE;
   *to = 0;
-  *value = strtold (text, NULL);
+  *value = asnRealOfText (text, NULL, size);
   return *value != 0 || asnIsZero (text);
 }
 
 /* Infinity and 0 only where they are meant: a number that is too large or too small is wrong. */
-static BOOLE readReal (const BYTE_TYPE *p, uint32 len, BOOLE isWidest, REAL128 *value)
+static BOOLE readReal (const BYTE_TYPE *p, uint32 len, size_t size, REAL128 *value)
 {
   *value = 0;
   if (len == 0)
     return TRUE;
   if (*p & BINARY)
-    return readBinary (p, p + len, isWidest, value) && !isinf (*value);
+    return readBinary (p, p + len, size == sizeof (REAL128), value) && !isinf (*value);
   if (!(*p & SPECIAL))
-    return *p >= NR1 && *p <= NR3 && readDecimal (*p, p + 1, p + len, value) && !isinf (*value);
+    return *p >= NR1 && *p <= NR3 && readDecimal (*p, p + 1, p + len, size, value) && !isinf (*value);
   if (len > 1)
     return FALSE;
   switch (*p) {
@@ -255,7 +264,7 @@ static BOOLE readReal (const BYTE_TYPE *p, uint32 len, BOOLE isWidest, REAL128 *
 int asnRealFromContents (const BYTE_TYPE *p, uint32 len, REAL64 *value)
 {
   REAL128 number;
-  if (!readReal (p, len, FALSE, &number) || !asnRealFits (number, sizeof *value))
+  if (!readReal (p, len, sizeof *value, &number) || !asnRealFits (number, sizeof *value))
     return VALUE_FAIL;
   *value = (REAL64)number;
   return ASN_OK;
@@ -287,7 +296,7 @@ static BOOLE takeReal (ASNCODG *g, const ASN_REAL_RANGE *range, size_t size, REA
   int error = ASN_OK;
   if (!asnTakeContents (g, &p, &len))
     return FALSE;
-  if (!readReal (p, len, size == sizeof (REAL128), value) || !asnRealFits (*value, size))
+  if (!readReal (p, len, size, value) || !asnRealFits (*value, size))
     error = VALUE_FAIL;
   else if (!asnIsInRange (*value, range))
     error = CONSTRAINT_FAIL;

@@ -118,6 +118,9 @@ TEST(RuntimeReals, RoundingAndLimits) {
     EXPECT_EQ("ASN_OK", readReal("0907 03 30652d393939", value)) << "0e-999";
     EXPECT_EQ(value, 0);
     EXPECT_EQ("ASN_OK", readReal("0904 81f80000", value));
+    const std::string digits = "362e38313134313631353235393832343934653834"; /* 6.8114161525982494e84 */
+    EXPECT_EQ("ASN_OK", readReal("0916 03" + digits, value));
+    EXPECT_EQ(value, 0x1.c0cbacff11d27p+281) << "64 bits on the way would be rounded twice";
 }
 
 TEST(RuntimeReals, DecimalDigitsAndRanges) {

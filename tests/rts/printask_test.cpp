@@ -73,6 +73,7 @@ TEST(PrintAsk, RealNumbersExactly) {
     expectReal<REAL64>(HUGE_VAL);
     expectReal<REAL128>(-HUGE_VALL);
     expectReal<REAL64>(std::nan(""));
+    expectReal<REAL64>(0x1.c0cbacff11d27p+281); /* in a wider form on the way it is rounded twice */
     unsigned long long seed = 1;
     for (int i = 0; i < 300; ++i) {
         seed = seed * 6364136223846793005ULL + 1442695040888963407ULL;
