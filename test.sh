@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 . .ci/packages.sh
-need g++ gcc clang cmake ninja-build make pkg-config libgtest-dev diffutils openssl dumpasn1 dpkg-dev file fakeroot lintian valgrind
+need g++ gcc clang cmake ninja-build make pkg-config libgtest-dev diffutils openssl dumpasn1 dpkg-dev file fakeroot lintian python3 valgrind
 
 jobs=$(nproc)
 cmake --preset dev
