@@ -219,6 +219,11 @@ static void listEntry (ASN_TOOL *tool, ASN_ENTRY entry, int width)
     asnAddText (&tool->text, "any of several tags");
   else
     asnAddTag (&tool->text, asnRow (entry)->tag);
+  if (tool->text.failed) {
+    (void)fprintf (stderr, "%s: there is not enough memory\n", tool->program);
+    tool->nrOfBad++;
+    return;
+  }
   (void)printf ("  %-*s  %-17s  %s\n", width, asnRow (entry)->name,
                 asnKindName (place ? place->type->kind : asnRow (entry)->type),
                 tool->text.text ? tool->text.text : "");
