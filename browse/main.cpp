@@ -169,7 +169,9 @@ int main(int argc, char **argv) {
         return STATUS_USAGE;
     if (options.help || options.version) {
         std::fputs(options.help ? USAGE : "velmo-browse " VELMO_VERSION "\n", stdout);
-        return std::fflush(stdout) == 0 ? STATUS_GOOD : STATUS_FATAL;
+        if (std::fflush(stdout) != 0)
+            complain("the standard output can't be written");
+        return std::ferror(stdout) == 0 ? STATUS_GOOD : STATUS_FATAL;
     }
     Project project;
     if (!readProject(options, project))
