@@ -137,8 +137,8 @@ int asnFindEnd (const BYTE_TYPE *p, const BYTE_TYPE *limit, const BYTE_TYPE **en
 BOOLE asnIsOneEncoding (const BYTE_TYPE *octets, size_t length)
 {
   const BYTE_TYPE *end = octets + length, *behind;
-  /* A tag and a length of one octet each. */
-  if (length >= 2 && octets[0] != 0 && (octets[0] & 0x1F) != ASN_LONG_NUMBER && octets[1] < 0x80)
+  /* A tag, but no end-of-contents in either form, and a length of one octet each. */
+  if (length >= 2 && (octets[0] & 0xDF) != 0 && (octets[0] & 0x1F) != ASN_LONG_NUMBER && octets[1] < 0x80)
     return octets[1] == length - 2;
   return length <= INT32_MAX && asnFindEnd (octets, end, &behind) == ASN_OK && behind == end;
 }

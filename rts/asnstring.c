@@ -129,7 +129,11 @@ static void putBits (ASNCODG *g, uint32 n, const BYTE_TYPE *p)
 static void putWideCharacters (ASNCODG *g, uint32 width, uint32 n, const BYTE_TYPE *p)
 {
   BYTE_TYPE *front;
-  if (n > INT32_MAX / width || !asnRoomFor (g, (size_t)n * width))
+  if (n > INT32_MAX / width) {
+    asnRaise (&g->util, VALUE_FAIL);
+    return;
+  }
+  if (!asnRoomFor (g, (size_t)n * width))
     return;
   front = g->front;
   while (n-- > 0) {

@@ -46,7 +46,7 @@ TEST(RuntimeFrames, AreOneEncoding) {
     };
     for (const char *hex : {"020105", "30800500 0000", "3080 3080 0000 3000 0000"})
         EXPECT_EQ(written(hex), plain(hex));
-    for (const char *hex : {"", "02", "0202 05", "020105 00", "0000", "3080 0500", "3080 0000 00"})
+    for (const char *hex : {"", "02", "0202 05", "020105 00", "0000", "2000", "3080 0500", "3080 0000 00"})
         EXPECT_EQ(written(hex), "VALUE_FAIL") << hex;
     EXTENSIONMARKER none = {};
     EXPECT_EQ("VALUE_FAIL", encoded([&](ASNCODG *asncodg) { e_Extensionmarker(&none); }))

@@ -5,6 +5,9 @@
 # usage: tests/tools/coverage.sh [FOLDER ...]   of these folders also each file with its lines that never ran
 set -euo pipefail
 cd "$(dirname "$0")/../.."
+for folder; do
+  [ -d "$folder" ] || { echo "coverage.sh: there is no folder $folder; usage: tests/tools/coverage.sh [FOLDER ...]" >&2; exit 1; }
+done
 . .ci/packages.sh
 need g++ gcc cmake ninja-build libgtest-dev diffutils openssl dumpasn1 python3
 cmake --preset coverage >/dev/null
