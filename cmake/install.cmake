@@ -12,7 +12,7 @@ foreach(program asntree velmo velmo-browse velmo-show velmo-tool)
   endif()
 endforeach()
 
-file(GLOB pages docs/*.md docs/*.png)
+file(GLOB pages docs/*.md docs/*.png docs/*.svg)
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN CMakeLists.txt EXCLUDE)

@@ -3,7 +3,7 @@
 #include "base/call.h"
 #include "model/backend.h"
 
-/* What a handle tells of its type. Names are in typenames.h, bounds in bounds.h, extension markers
+/* What a handle tells of its type. Names are in typenames.h, bounds in valuesets.h, extension markers
    in typeextension.h. */
 
 int getTypeMainType(AsnType *type);

@@ -1,7 +1,8 @@
 #pragma once
 
-/* Calls that fail: link faults.cpp, with WRAPPED_CALLS of CMakeLists.txt for the linker. Counting
-   begins with armFaults; the call of that number fails, and all others of its kind go on as ever.
+/* Calls that fail: link faults.cpp, with "--wrap" for each of them, as CMakeLists.txt has it.
+   Counting begins with armFaults; the call of that number fails, and all others of its kind go on as
+   ever.
  */
 
 enum class Fault { Allocation, Output };
