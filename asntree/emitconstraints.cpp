@@ -363,12 +363,8 @@ Ends common(Ends a, Ends b) {
 std::optional<std::int64_t> numberOf(Emitter &e, TreeState *ts, RecNr nr) {
     for (int steps = 0; ts != nullptr && nr > 0 && steps < 1000; ++steps) {
         const VNode &value = ts->tree().v(nr);
-        if (value.valueKind == TYP_INTEGER) {
-            std::uint64_t number = 0;
-            for (std::size_t i = 0; i < 8; ++i)
-                number = number << 8 | value.value[i];
-            return static_cast<std::int64_t>(number);
-        }
+        if (value.valueKind == TYP_INTEGER)
+            return static_cast<std::int64_t>(valueBytes(value, 0, 8));
         if (value.valueKind != TYP_SYNONYM)
             return std::nullopt;
         nr = value.refRecord;
@@ -454,10 +450,7 @@ Ends endsOfItems(TreeState &ts, RecNr nr) {
     for (RecNr item = ts.tree().t(nr).namedNumbersRec; item != 0; item = ts.tree().v(item).next) {
         if (ts.tree().v(item).valueKind != TYP_INTEGER)
             continue;
-        std::uint64_t number = 0;
-        for (std::size_t i = 0; i < 8; ++i)
-            number = number << 8 | ts.tree().v(item).value[i];
-        const auto value = static_cast<std::int64_t>(number);
+        const auto value = static_cast<std::int64_t>(valueBytes(ts.tree().v(item), 0, 8));
         ends = {std::min(ends.low, value), std::max(ends.high, value)};
     }
     return ends.low > ends.high ? Ends{} : ends;

@@ -10,13 +10,6 @@ namespace asntree {
 
 namespace {
 
-std::uint64_t valueBytes(const VNode &value, std::size_t offset, int width) {
-    std::uint64_t number = 0;
-    for (int i = 0; i < width; ++i)
-        number = number << 8 | value.value[offset + static_cast<std::size_t>(i)];
-    return number;
-}
-
 RecNr valueString(const VNode &value) {
     return static_cast<RecNr>(static_cast<std::uint32_t>(valueBytes(value, 4, 4)));
 }

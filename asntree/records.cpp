@@ -62,6 +62,13 @@ void putValueBytes(VNode &node, std::size_t offset, int width, std::uint64_t num
         node.value[offset + static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(number & 0xFF);
 }
 
+std::uint64_t valueBytes(const VNode &node, std::size_t offset, int width) {
+    std::uint64_t number = 0;
+    for (int i = 0; i < width; ++i)
+        number = number << 8 | node.value[offset + static_cast<std::size_t>(i)];
+    return number;
+}
+
 /* --- bytes --- */
 
 namespace {

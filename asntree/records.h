@@ -54,6 +54,8 @@ struct Tree {
 sint64 storedNumber(std::int64_t number);
 /* Writes a number of `width` octets, high octet first, into the 12 octets of a value. */
 void putValueBytes(VNode &node, std::size_t offset, int width, std::uint64_t number);
+/* The same number again. */
+std::uint64_t valueBytes(const VNode &node, std::size_t offset, int width);
 
 /* The whole file. */
 std::string storedBytes(Tree &tree);

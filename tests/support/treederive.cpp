@@ -190,12 +190,8 @@ Bounds common(Bounds a, Bounds b) {
 std::int64_t numberOf(const TreeWriter *tree, RecNr nr, std::int64_t otherwise) {
     for (int steps = 0; tree != nullptr && nr > 0 && steps < MAX_CHAIN; ++steps) {
         const VNode &value = tree->vNodes[at(nr)];
-        if (value.valueKind == TYP_INTEGER) {
-            std::uint64_t number = 0;
-            for (std::size_t i = 0; i < 8; ++i)
-                number = number << 8 | value.value[i];
-            return static_cast<std::int64_t>(number);
-        }
+        if (value.valueKind == TYP_INTEGER)
+            return static_cast<std::int64_t>(asntree::valueBytes(value, 0, 8));
         if (value.valueKind != TYP_SYNONYM)
             break;
         nr = value.refRecord;
