@@ -12,7 +12,7 @@ namespace {
 
 constexpr int MAX_CHAIN = 10000;
 
-PlaceNr addPlace(TreeState &ts, TypePlace place) {
+PlaceNr addPlace(TreeState &ts, PendingPlace place) {
     ts.places.push_back(place);
     return static_cast<PlaceNr>(ts.places.size() - 1);
 }
@@ -22,11 +22,11 @@ PlaceNr addPlace(TreeState &ts, TypePlace place) {
 /* The same node is asked for several times in a row. */
 PlaceNr placeOfNode(TreeState &ts, NodeReference node) {
     if (!ts.places.empty()) {
-        const TypePlace &last = ts.places.back();
-        if (last.kind == TypePlace::Node && last.tree == node.tree && last.nr == node.nr)
+        const PendingPlace &last = ts.places.back();
+        if (last.kind == PendingPlace::Node && last.tree == node.tree && last.nr == node.nr)
             return static_cast<PlaceNr>(ts.places.size() - 1);
     }
-    return addPlace(ts, {TypePlace::Node, 0, {}, node.tree, node.nr});
+    return addPlace(ts, {PendingPlace::Node, 0, {}, node.tree, node.nr});
 }
 
 PlaceNr placeOfNode(TreeState &ts, RecNr nr) {
@@ -36,14 +36,14 @@ PlaceNr placeOfNode(TreeState &ts, RecNr nr) {
 PlaceNr componentPlace(TreeState &ts, PlaceNr parent, std::string_view name) {
     auto [place, isNew] = ts.placesByName.try_emplace({parent, name}, 0);
     if (isNew)
-        place->second = addPlace(ts, {TypePlace::Component, parent, name, 0, 0});
+        place->second = addPlace(ts, {PendingPlace::Component, parent, name, 0, 0});
     return place->second;
 }
 
 PlaceNr elementPlace(TreeState &ts, PlaceNr parent) {
     auto [place, isNew] = ts.placesByName.try_emplace({parent, std::string_view()}, 0);
     if (isNew)
-        place->second = addPlace(ts, {TypePlace::Element, parent, {}, 0, 0});
+        place->second = addPlace(ts, {PendingPlace::Element, parent, {}, 0, 0});
     return place->second;
 }
 
@@ -121,16 +121,16 @@ TreeNode Resolver::node(PlaceNr place) {
     if (isKnown[place])
         return known[place];
     isKnown[place] = true;
-    const TypePlace &wanted = ts.places[place];
+    const PendingPlace &wanted = ts.places[place];
     TreeNode found;
-    if (wanted.kind == TypePlace::Node) {
+    if (wanted.kind == PendingPlace::Node) {
         found = {&e.trees[wanted.tree], wanted.nr};
     } else if (TreeNode parent = node(wanted.parent); parent.nr != 0) {
         const TreeNode base = baseNode(e, parent);
         const int kind = base.rec().mainType;
-        if (wanted.kind == TypePlace::Component && isStructureKind(kind))
+        if (wanted.kind == PendingPlace::Component && isStructureKind(kind))
             found = findComponentNode(e, base, wanted.name, 0);
-        else if (wanted.kind == TypePlace::Element && isListKind(kind))
+        else if (wanted.kind == PendingPlace::Element && isListKind(kind))
             found = {base.tree, base.rec().refRecord};
     }
     known[place] = found;

@@ -23,7 +23,7 @@ namespace asntree {
 /* The number of a TNode that may not be known yet: a node of a tree, the component of another
    place's type, or the element of its lists. A number in `TreeState::places`. */
 using PlaceNr = std::uint32_t;
-struct TypePlace {
+struct PendingPlace {
     enum Kind : std::uint8_t { Node, Component, Element } kind = Node;
     PlaceNr parent = 0;
     std::string_view name; /* of a component, with hyphens */
@@ -80,7 +80,7 @@ struct TreeState {
     std::unordered_map<const Scope *, RecNr> recursiveInstances; /* definitions made for them */
     std::unordered_map<const Scope *, RecNr> instanceClasses;
     std::unordered_map<const Assignment *, RecNr> predefinedClasses;
-    std::vector<TypePlace> places;
+    std::vector<PendingPlace> places;
     std::map<std::pair<PlaceNr, std::string_view>, PlaceNr> placesByName;
     std::vector<ConstraintFixup> constraintFixups;
     std::vector<GovernorFixup> governorFixups;
@@ -149,7 +149,6 @@ void layOutOptions(Emitter &e, TreeState &ts);
 void countDefinitions(Emitter &e, TreeState &ts);
 
 /* --- emitdefinitions.cpp --- */
-
 
 /* Gives all definitions of a tree their numbers. */
 void allocateDefinitions(Emitter &e, TreeState &ts);

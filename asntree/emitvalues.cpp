@@ -7,12 +7,12 @@
 namespace asntree {
 
 void governBy(Emitter &e, TreeState &ts, RecNr value, PlaceNr place) {
-    const TypePlace &wanted = ts.places[place];
-    if (wanted.kind != TypePlace::Node) {
+    const PendingPlace &wanted = ts.places[place];
+    if (wanted.kind != PendingPlace::Node) {
         ts.governorFixups.push_back({value, place});
         return;
     }
-    const TypePlace node = wanted;
+    const PendingPlace node = wanted;
     const std::int32_t module = moduleNumber(e, ts, node.tree);
     ts.tree().v(value).governorModule = module;
     ts.tree().v(value).governorRec = node.nr;
