@@ -189,7 +189,6 @@ typedef struct {
   BOOLE oneLine;
   BOOLE hasName;    /* the name of what comes is written */
   BOOLE inForeign;  /* within the list of unknown components */
-  uint32 depth;
   ASN_GROWING open; /* an octet for each open object or list: its closing character, marked if it has members */
 } ASN_JSON_WRITER;
 extern const ASN_VISITOR asnJsonVisitor;
