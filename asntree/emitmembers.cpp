@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <set>
 
-
 /* Names of components and fields that C can't have twice in one structure. */
 
 namespace asntree {

@@ -218,7 +218,7 @@ const char *usageText() {
 }
 
 std::string versionText() {
-    return programVersion("asntree") + ", trees of version " + std::to_string(TREE_VERSION / 100) + "." + std::to_string(TREE_VERSION % 100) + "\n";
+    return programVersion("asntree") + ", trees of version " + printVersionStri(TREE_VERSION, -1) + "\n";
 }
 
 } // namespace asntree

@@ -14,8 +14,8 @@ bool answerQuestion(int argc, char **argv, const char *program, const char *cons
         for (const char *const *line = usageText; isHelp && *line != nullptr; ++line)
             std::printf("%s\n", *line);
         if (!isHelp)
-            std::printf("%s, trees of version %d.%d\n", programVersion(program).c_str(),
-                        TREE_VERSION / 100, TREE_VERSION % 100);
+            std::printf("%s, trees of version %s\n", programVersion(program).c_str(),
+                        printVersionStri(TREE_VERSION, -1).c_str());
         checkStandardOutput();
         return true;
     }

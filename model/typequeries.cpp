@@ -71,7 +71,6 @@ bool isPartialTypeInfo(AsnType *type) {
     return type->partial;
 }
 
-
 /* Flags of records. Those of the position speak of the definition or component as it is written,
    those of the base of the content that it has in the end. */
 

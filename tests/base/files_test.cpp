@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-
 namespace {
 
 /* Slot 3 writes to a file in a directory of the case's own. */

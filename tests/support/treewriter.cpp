@@ -77,7 +77,6 @@ bool TreeWriter::save(const std::string &path) {
 
 /* --- changes of a finished file --- */
 
-
 std::uint32_t peekTree(const std::string &file, std::size_t offset, int width) {
     std::uint32_t number = 0;
     for (int i = 0; i < width; ++i)
@@ -131,4 +130,3 @@ void pokeCount(std::string &file, RecKind kind, std::int32_t count) {
     pokeTree(file, COUNTS_OFFSET + 4 * static_cast<std::size_t>(kind), 4,
              static_cast<std::uint32_t>(count));
 }
-
